@@ -1,0 +1,12 @@
+# Fuzz targets, one for each fuzz/NAME.cpp: build/fuzz/bin/NAME [folder of inputs].
+file(GLOB fuzz_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/fuzz/*.cpp)
+foreach(source IN LISTS fuzz_sources)
+  cmake_path(GET source STEM name)
+  add_executable(${name} ${source})
+  target_compile_options(${name} PRIVATE -fsanitize=fuzzer)
+  target_link_options(${name} PRIVATE -fsanitize=fuzzer)
+  target_link_libraries(${name} PRIVATE tslbl tslbl_flags)
+  if(TSLBL_BUILD_TOOL)
+    target_link_libraries(${name} PRIVATE tslbl_tool_parts)
+  endif()
+endforeach()

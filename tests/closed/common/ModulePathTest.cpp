@@ -1,0 +1,36 @@
+#include <gtest/gtest.h>
+
+#include <tslbl/closed/common/ModulePath.h>
+#include <tslbl/closed/common/Text.h>
+#include <filesystem>
+
+namespace {
+
+using namespace TslCommon;
+
+TEST(ModulePath, IsThatOfTheLibrary) {
+  const std::filesystem::path file(ToUtf8(ModuleFileName(ModuleHandle())));
+  EXPECT_TRUE(file.is_absolute());
+  EXPECT_TRUE(std::filesystem::is_regular_file(file)) << file;
+  EXPECT_EQ(file.filename().string().substr(0, 11), "libtslbl.so");
+}
+
+TEST(ModulePath, FolderIsThePathUpToItsLastSeparator) {
+  const std::wstring file = ModuleFileName(ModuleHandle()), folder = ModuleFolder(ModuleHandle());
+  EXPECT_EQ(folder.back(), L'/');
+  EXPECT_EQ(file.substr(0, folder.size()), folder);
+  EXPECT_EQ(file.find(L'/', folder.size()), file.npos);
+}
+
+TEST(ModulePath, AnotherModulesAddressGivesThatModule) {
+  static const char inTheTests = 0;
+  EXPECT_NE(ModuleFileName(&inTheTests), ModuleFileName(ModuleHandle()));
+  EXPECT_TRUE(std::filesystem::exists(ToUtf8(ModuleFileName(&inTheTests))));
+}
+
+TEST(ModulePath, AnAddressInNoModuleHasNoPath) {
+  EXPECT_EQ(ModuleFileName(nullptr), L"");
+  EXPECT_EQ(ModuleFolder(nullptr), L"");
+}
+
+}  // namespace

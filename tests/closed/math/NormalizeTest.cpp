@@ -1,0 +1,55 @@
+#include <tslbl/closed/math/Normalize.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <random>
+
+using TslMath::Normalize;
+
+namespace {
+
+using Values = std::vector<double>;
+
+constexpr double Infinite = std::numeric_limits<double>::infinity();
+constexpr double NaN = std::numeric_limits<double>::quiet_NaN();
+
+TEST(Normalize, DividesByTheLargest) { EXPECT_EQ(Values({0.25, 1, 0.5, 0}), Normalize({2, 8, 4, 0})); }
+
+TEST(Normalize, KeepsNegativeValuesNegative) { EXPECT_EQ(Values({-4, 1}), Normalize({-8, 2})); }
+
+TEST(Normalize, MakesTheLargestExactlyOne) {
+  std::mt19937 random(5);
+  std::uniform_real_distribution<double> exponent(-300, 300);
+  for (int k = 0; k < 1000; ++k) {
+    const Values scaled = Normalize({std::pow(10, exponent(random)), std::pow(10, exponent(random))});
+    ASSERT_EQ(1.0, std::max(scaled[0], scaled[1]));
+  }
+}
+
+TEST(Normalize, LeavesValuesWithoutAPositiveOneAlone) {
+  for (const Values& values : {Values{}, Values{0, 0}, Values{-1, -5}, Values{-1, 0}}) {
+    EXPECT_EQ(values, Normalize(values));
+  }
+}
+
+TEST(Normalize, LeavesValuesWithAnInfinityAlone) {
+  EXPECT_EQ(Values({1, Infinite}), Normalize({1, Infinite}));
+}
+
+TEST(Normalize, ScalesByTheLargestFiniteValueBelowAnInfiniteNegative) {
+  EXPECT_EQ(Values({0.5, -Infinite, 1}), Normalize({1, -Infinite, 2}));
+}
+
+TEST(Normalize, PassesOverNaN) {
+  const Values scaled = Normalize({NaN, 4, 2});
+  EXPECT_TRUE(std::isnan(scaled[0]));
+  EXPECT_EQ(1, scaled[1]);
+  EXPECT_EQ(0.5, scaled[2]);
+}
+
+TEST(Normalize, LeavesAVectorOfNaNAlone) { EXPECT_TRUE(std::isnan(Normalize({NaN}).front())); }
+
+}  // namespace

@@ -1,0 +1,18 @@
+#pragma once
+// An evaluation chain as a document: an element "CurveEvals" with an element "CurveEval" for
+// each command.
+
+#include <string>
+#include <tslbl/curve/CurveEval.h>
+#include <vector>
+
+namespace TslTool {
+
+std::string ChainToXml(const std::vector<TslBL::CurveEval>& chain);
+
+// Throws InputError for a file that cannot be read or is not well formed, and, so that no
+// slip of the pen goes unnoticed, for an element or attribute that no command has and for a
+// value that would not be taken as it stands.
+std::vector<TslBL::CurveEval> LoadChain(const std::string& file);
+
+}  // namespace TslTool

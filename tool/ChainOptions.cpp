@@ -1,0 +1,220 @@
+#include <tool/ChainOptions.h>
+
+#include <tool/ChainFile.h>
+#include <tool/Numbers.h>
+#include <tslbl/curve/BaselineParams.h>
+#include <tslbl/curve/NoiseParams.h>
+#include <tslbl/curve/PeakDetectParams.h>
+#include <tslbl/curve/SmoothParams.h>
+#include <tslbl/curve/ThresholdParams.h>
+
+namespace TslTool {
+namespace {
+
+using TslBL::BaselineParams;
+using TslBL::CurveEval;
+using TslBL::NoiseParams;
+using TslBL::PeakDetectParams;
+using TslBL::SmoothParams;
+
+// The value of one switch, such as "savgol:11:2": a word and numbers behind it.
+class Words {
+ public:
+  Words(std::string option, const std::string& text) : option_(std::move(option)), text_(text), parts_(SplitColons(text)) {}
+
+  const std::string& Word() const { return parts_.front(); }
+  // Takes the next number, if there is one, for `value`.
+  void Count(std::uint32_t& value) {
+    if (next_ < parts_.size()) value = ParseCount(option_, parts_[next_++]);
+  }
+  bool HasMore() const { return next_ < parts_.size(); }
+  const std::string& Next() { return parts_[next_++]; }
+  void RequireEnd() const {
+    if (HasMore()) throw UsageError(option_ + ": \"" + text_ + "\" has more parts than " + Word() + " takes");
+  }
+  [[noreturn]] void Unknown(const std::string& known) const {
+    throw UsageError(option_ + ": \"" + text_ + "\" is not one of " + known);
+  }
+
+ private:
+  std::string option_;
+  std::string text_;
+  std::vector<std::string> parts_;
+  std::size_t next_ = 1;
+};
+
+void AddSmooth(std::vector<CurveEval>& chain, const std::string& text) {
+  Words words("--smooth", text);
+  if (words.Word() == "off") return words.RequireEnd();
+  SmoothParams p = SmoothParams::DefaultMS();
+  // The whole axis, whatever it begins with.
+  p.Steps.front().Value = 0.0;
+  if (words.Word() == "mean") {
+    p.Alg = SmoothParams::Mean;
+  } else if (words.Word() == "median") {
+    p.Alg = SmoothParams::Median;
+  } else if (words.Word() == "gaussian") {
+    p.Alg = SmoothParams::Gaussian;
+  } else if (words.Word() == "savgol") {
+    p.Alg = SmoothParams::SavitzkyGolay;
+  } else {
+    words.Unknown("mean, median, gaussian, savgol, off");
+  }
+  words.Count(p.Steps.front().Size);
+  if (p.Alg == SmoothParams::SavitzkyGolay) words.Count(p.Order);
+  words.RequireEnd();
+  chain.emplace_back(p);
+}
+
+void AddBaseline(std::vector<CurveEval>& chain, const std::string& text) {
+  Words words("--baseline", text);
+  BaselineParams p = BaselineParams::DefaultMS();
+  if (words.Word() == "linear") {
+    p.Alg = BaselineParams::LinearFitSD;
+    words.Count(p.SegSize);
+    words.Count(p.Points);
+    words.Count(p.Width);
+  } else if (words.Word() == "adaptive") {
+    p.Alg = BaselineParams::Adaptive;
+    words.Count(p.SegSize);
+    words.Count(p.Window);
+  } else if (words.Word() == "valley") {
+    p.Alg = BaselineParams::VFBaseline;
+    words.Count(p.SegSize);
+  } else {
+    p.Auto = false;
+    p.ManVal = ParseReal("--baseline", words.Word());
+  }
+  words.RequireEnd();
+  chain.emplace_back(p);
+}
+
+void SetStretch(NoiseParams& p, NoiseParams::ManAlgs algorithm, Words& words) {
+  p.Auto = false;
+  p.AlgMan = algorithm;
+  if (!words.HasMore()) throw UsageError("--noise: " + words.Word() + " needs a stretch, as in " + words.Word() + ":100-120");
+  const RealRange stretch = ParseRealRange("--noise", words.Next());
+  p.Start = stretch.from;
+  p.End = stretch.to;
+}
+
+void AddNoise(std::vector<CurveEval>& chain, const std::string& text) {
+  Words words("--noise", text);
+  NoiseParams p = NoiseParams::DefaultMS();
+  if (words.Word() == "linear") {
+    p.AlgAuto = NoiseParams::AutoAlgs::LinearFitSD;
+    words.Count(p.SegSize);
+    words.Count(p.Points);
+    words.Count(p.Width);
+  } else if (words.Word() == "valley") {
+    p.AlgAuto = NoiseParams::AutoAlgs::VFNoise;
+    words.Count(p.SegSize);
+  } else if (words.Word() == "dispersion") {
+    p.AlgAuto = NoiseParams::AutoAlgs::Dispersion;
+    words.Count(p.SegSize);
+  } else if (words.Word() == "median") {
+    p.AlgAuto = NoiseParams::AutoAlgs::Median;
+    p.Median = 5;
+    words.Count(p.SegSize);
+    words.Count(p.Median);
+  } else if (words.Word() == "peak-to-peak") {
+    SetStretch(p, NoiseParams::ManAlgs::PeakToPeak, words);
+  } else if (words.Word() == "6sd") {
+    SetStretch(p, NoiseParams::ManAlgs::SixTimesSD, words);
+  } else {
+    words.Unknown("linear, valley, dispersion, median, peak-to-peak, 6sd");
+  }
+  words.RequireEnd();
+  chain.emplace_back(p);
+}
+
+void SetPosition(PeakDetectParams& p, const std::string& text) {
+  Words words("--position", text);
+  if (words.Word() == "top") {
+    p.RetentionType = PeakDetectParams::PeakTop;
+  } else if (words.Word() == "centroid") {
+    p.RetentionType = PeakDetectParams::CentroidTopPercent;
+    if (words.HasMore()) p.Retention = ParseReal("--position", words.Next());
+  } else {
+    words.Unknown("top, centroid");
+  }
+  words.RequireEnd();
+}
+
+template <class T>
+void SetLimit(const std::optional<T>& given, bool& inUse, T& value) {
+  if (!given) return;
+  inUse = true;
+  value = *given;
+}
+
+}  // namespace
+
+void ChainOptions::Declare(Options& options) {
+  options.Value("--chain", file_, "Run the chain of this XML file instead of the usual one (see --show-chain)");
+  options.Flag("--aerosol", aerosol_, "Take out isolated spikes first");
+  options.Value("--smooth", smooth_, "mean, median or gaussian[:WIDTH], savgol[:WIDTH[:ORDER]], or off; width in points");
+  options.Value("--baseline", baseline_,
+                "linear[:SEGMENT[:POINTS[:WIDTH]]], adaptive[:SEGMENT[:WINDOW]], valley[:SEGMENT], or a constant");
+  options.Flag("--subtract-baseline", subtractBaseline_, "Take the baseline out of the amplitudes");
+  options.Value("--noise", noise_,
+                "linear[:SEGMENT[:POINTS[:WIDTH]]], valley[:SEGMENT], dispersion[:SEGMENT], median[:SEGMENT[:SEGMENTS]], "
+                "or of a peak-free stretch of m/z: peak-to-peak:A-B, 6sd:A-B");
+  options.Value("--threshold", threshold_, "Least amplitude");
+  options.Value("--sn", sn_, "Least signal-to-noise ratio, a whole number [4]; 0 for none");
+  options.Value("--min-rel-ampl", minRelAmpl_, "Least amplitude, percent of the tallest peak");
+  options.Value("--min-area", minArea_, "Least area");
+  options.Value("--min-rel-area", minRelArea_, "Least area, percent of the largest");
+  options.Value("--min-width", minWidth_, "Least full width at half maximum, m/z");
+  options.Value("--max-width", maxWidth_, "Largest full width at half maximum, m/z");
+  options.Value("--max-peaks", maxPeaks_, "Go on with this many of the tallest candidates");
+  options.Value("--valley", valley_, "A valley below this percentage of a peak's height ends it [25]");
+  options.Value("--position", position_, "Where a peak is: top, or centroid[:PERCENT] over its top percent");
+  options.Value("--range", range_, "Search from A to B only, m/z, as A-B");
+  options.Flag("--sorted", sorted_, "Find candidates tallest first instead of from left to right");
+}
+
+std::vector<CurveEval> ChainOptions::Chain(const Options& options) const {
+  if (!options.Given("--chain")) return FromSwitches();
+  for (const char* other : {"--aerosol", "--smooth", "--baseline", "--subtract-baseline", "--noise", "--threshold",
+                            "--sn", "--min-rel-ampl", "--min-area", "--min-rel-area", "--min-width", "--max-width",
+                            "--max-peaks", "--valley", "--position", "--range", "--sorted"})
+    if (options.Given(other)) throw UsageError(std::string(other) + " and --chain exclude each other");
+  return LoadChain(file_);
+}
+
+std::vector<CurveEval> ChainOptions::FromSwitches() const {
+  std::vector<CurveEval> chain;
+  if (aerosol_) chain.emplace_back(CurveEval::AerosolFilter());
+  AddSmooth(chain, smooth_);
+  AddBaseline(chain, baseline_);
+  if (subtractBaseline_) chain.emplace_back(CurveEval::BaselineSubtract());
+  AddNoise(chain, noise_);
+  PeakDetectParams p = PeakDetectParams::DefaultMS();
+  if (threshold_) {
+    TslBL::ThresholdParams threshold;
+    threshold.Value = *threshold_;
+    chain.emplace_back(threshold);
+    p.ThresholdInUse = true;
+  }
+  SetLimit(sn_, p.SNInUse, p.SN);
+  SetLimit(minRelAmpl_, p.RelAmplInUse, p.RelAmpl);
+  SetLimit(minArea_, p.AbsAreaInUse, p.AbsArea);
+  SetLimit(minRelArea_, p.RelAreaInUse, p.RelArea);
+  SetLimit(minWidth_, p.FWHMGTInUse, p.FWHMGT);
+  SetLimit(maxWidth_, p.FWHMLTInUse, p.FWHMLT);
+  SetLimit(maxPeaks_, p.PeakCntInUse, p.PeakCnt);
+  if (valley_) p.MaxValley = *valley_;
+  SetPosition(p, position_);
+  if (!range_.empty()) {
+    const RealRange range = ParseRealRange("--range", range_);
+    p.FullSearch = false;
+    p.SearchStart = range.from;
+    p.SearchEnd = range.to;
+  }
+  if (sorted_) p.FindFeatureAlgorithm = PeakDetectParams::Sorted;
+  chain.emplace_back(p);
+  return chain;
+}
+
+}  // namespace TslTool

@@ -1,0 +1,31 @@
+#pragma once
+// Numbers and ranges as a user types them; the whole text must be one.
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace TslTool {
+
+// All throw UsageError with the option's name and the text that is wrong.
+double ParseReal(const std::string& option, std::string_view text);
+std::uint32_t ParseCount(const std::string& option, std::string_view text);
+
+struct RealRange {
+  double from;
+  double to;
+};
+// "A-B", or "A" for both ends.
+RealRange ParseRealRange(const std::string& option, std::string_view text);
+
+struct CountRange {
+  std::uint32_t from;
+  std::uint32_t to;
+};
+CountRange ParseCountRange(const std::string& option, std::string_view text);
+
+// The parts between colons.
+std::vector<std::string> SplitColons(std::string_view text);
+
+}  // namespace TslTool

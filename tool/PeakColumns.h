@@ -1,0 +1,22 @@
+#pragma once
+// The columns of a peak row, for every format that names them.
+
+#include <cstdint>
+#include <span>
+#include <tslbl/records/MZPeak.h>
+#include <variant>
+
+namespace TslTool {
+
+using ColumnValue = std::variant<double, std::int64_t, bool>;
+
+struct PeakColumn {
+  const char* name;
+  ColumnValue (*value)(const TslBL::MZPeak& peak);
+};
+
+// First the ones that everybody wants, under short names: mz, amplitude, area, width,
+// resolution, sn. Then the rest of the row by the names of its fields.
+std::span<const PeakColumn> PeakColumns();
+
+}  // namespace TslTool

@@ -1,0 +1,62 @@
+#pragma once
+// The demonstration instrument: raw counts of which the truth is known.
+//
+// Compounds, by formula or by mass, with charge states and elution, appear with their true
+// isotope patterns as the Gaussian lines of a quadrupole (full width at half maximum
+// 0.6 m/z) over a smooth chemical background. Each point of the tune's mass DAC grid holds
+// a Poisson number of counts. A seed makes it repeatable, scan by scan in any order.
+
+#include <cstdint>
+#include <string>
+#include <tslbl/spectrum/RawSpectrum.h>
+#include <tslbl/tune/Tune.h>
+#include <vector>
+
+namespace TslTool {
+
+// A line that a spectrum of this resolution can show.
+struct TrueLine {
+  double mz;
+  double height;  // counts per second, above the background
+  std::string compound;
+  std::uint32_t charge;
+};
+
+class Simulator {
+ public:
+  static constexpr std::uint32_t kDefaultScans = 20;
+  static constexpr std::uint64_t kDefaultSeed = 1;
+
+  explicit Simulator(std::uint32_t scans = kDefaultScans, std::uint64_t seed = kDefaultSeed);
+
+  std::uint32_t Scans() const { return scans_; }
+  const TslBL::Tune& Tune() const { return tune_; }
+
+  // Scan `index`, counted from 0.
+  TslBL::RawSpectrum MakeScan(std::uint32_t index) const;
+  // What is in it, ascending by m/z: every line that stands apart at this resolution and is
+  // at least 0.01 counts a point high.
+  std::vector<TrueLine> Truth(std::uint32_t index) const;
+
+ private:
+  // A line at the top of its compound's elution, in counts a point.
+  struct Line {
+    double mz;
+    double height;
+    std::size_t compound;
+    std::uint32_t charge;
+  };
+
+  double Elution(std::size_t compound, std::uint32_t index) const;
+  std::vector<double> Expected(std::uint32_t index) const;
+
+  std::uint32_t scans_;
+  std::uint64_t seed_;
+  TslBL::Tune tune_;
+  std::vector<double> mz_;          // of each point
+  std::vector<double> background_;  // expected counts of each point
+  std::vector<Line> lines_;         // every isotope line
+  std::vector<Line> visible_;       // those that stand apart at this resolution
+};
+
+}  // namespace TslTool

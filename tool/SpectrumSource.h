@@ -1,0 +1,39 @@
+#pragma once
+// Spectra for evaluation, one after the other, whatever they come from: a run of raw counts,
+// a foreign profile, or the built-in demonstration.
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <tool/io/Scan.h>
+#include <tslbl/spectrum/Spectrum.h>
+#include <vector>
+
+namespace TslTool {
+
+struct LoadedSpectrum {
+  std::uint32_t scan = 0;
+  double rtSeconds = 0.0;  // NaN: the file tells no time
+  std::unique_ptr<TslBL::Spectrum> spectrum;
+};
+
+class SpectrumSource {
+ public:
+  virtual ~SpectrumSource() = default;
+
+  // Fills `loaded` with the next spectrum; false when there is none left. Throws InputError.
+  virtual bool Next(LoadedSpectrum& loaded) = 0;
+  // How many spectra the source announces, if it does.
+  virtual std::optional<std::uint64_t> Count() const = 0;
+  virtual std::string Format() const = 0;
+  // What was odd but readable, complete once Next has returned false.
+  virtual std::vector<std::string> Warnings() const { return {}; }
+};
+
+// A run brings counts: they become count rates, and the tune's calibration gives the m/z
+// axis. Everything else brings its own m/z axis and must be a profile. An empty `input` is
+// the demonstration run. Throws InputError.
+std::unique_ptr<SpectrumSource> OpenSpectra(const std::string& input, const ScanFilter& filter);
+
+}  // namespace TslTool

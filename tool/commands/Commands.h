@@ -1,0 +1,12 @@
+#pragma once
+// The commands of the tool, one file each.
+
+#include <tool/CommandLine.h>
+
+namespace TslTool {
+
+Command PeaksCommand();
+Command SimulateCommand();
+Command InfoCommand();
+
+}  // namespace TslTool

@@ -1,0 +1,110 @@
+// tslbl peaks: spectra in, peak tables out.
+
+#include <iostream>
+#include <tool/ChainFile.h>
+#include <tool/ChainOptions.h>
+#include <tool/Interrupt.h>
+#include <tool/PeakWriter.h>
+#include <tool/Progress.h>
+#include <tool/commands/Commands.h>
+#include <tool/commands/ScanOptions.h>
+#include <tool/io/InputError.h>
+#include <tslbl/closed/common/Text.h>
+#include <tslbl/curve/CurveEval.h>
+#include <tslbl/curve/ThreadingParams.h>
+#include <tslbl/spectrum/PeakTable.h>
+
+namespace TslTool {
+namespace {
+
+struct PeaksArguments {
+  std::string input;
+  ScanOptions scans;
+  ChainOptions chain;
+  bool showChain = false;
+  std::string format = "table";
+  std::string output;
+  std::optional<std::uint32_t> threads;
+};
+
+void UseThreads(std::uint32_t threads) {
+  if (threads == 0) throw UsageError("--threads: there must be at least one");
+  TslBL::AppThreadingParams params = TslBL::GetMultiThreadingParams();
+  params.Auto = false;
+  params.ThreadPoolSize = threads;
+  TslBL::SetMultiThreadingParams(params);
+}
+
+void Evaluate(const std::string& input, const std::vector<TslBL::CurveEval>& chain, LoadedSpectrum& loaded) {
+  TslBL::Changed changed;
+  std::wstring error;
+  if (!TslBL::ExecuteCurveEvals(*loaded.spectrum, chain, changed, error))
+    throw InputError(input, "scan " + std::to_string(loaded.scan), TslCommon::ToUtf8(error));
+}
+
+void Warn(const SpectrumSource& source, const std::string& name) {
+  for (const std::string& warning : source.Warnings()) std::cerr << "tslbl: " << name << ": " << warning << '\n';
+}
+
+int RunPeaks(const PeaksArguments& arguments, const Options& options) {
+  const std::vector<TslBL::CurveEval> chain = arguments.chain.Chain(options);
+  if (arguments.threads) UseThreads(*arguments.threads);
+  Output output(arguments.output);
+  if (arguments.showChain) {
+    output.Write(ChainToXml(chain));
+    output.Commit();
+    return kDone;
+  }
+
+  const std::string name = arguments.input.empty() ? "demonstration run" : arguments.input;
+  const auto source = OpenSpectra(arguments.input, arguments.scans.Filter());
+  const auto writer = MakePeakWriter(arguments.format, output);
+  Progress progress(source->Count(), "scans");
+  LoadedSpectrum loaded;
+  std::uint64_t spectra = 0;
+  writer->Begin();
+  for (; source->Next(loaded); ++spectra) {
+    ThrowIfInterrupted();
+    Evaluate(name, chain, loaded);
+    writer->Write(loaded, TslBL::CreateMZPeakTable(*loaded.spectrum));
+    progress.Step();
+  }
+  if (spectra == 0) throw InputError(name, "", "holds no spectrum that was asked for");
+  writer->End();
+  output.Commit();
+  Warn(*source, name);
+  return kDone;
+}
+
+}  // namespace
+
+Command PeaksCommand() {
+  auto arguments = std::make_shared<PeaksArguments>();
+  return {
+      .name = "peaks",
+      .summary = "Finds the peaks of spectra",
+      .examples =
+          "INPUT is a run of raw counts, an mzML file (.mzML, .mzML.gz) or two-column text\n"
+          "(m/z, amplitude). Without it the built-in demonstration run is evaluated.\n\n"
+          "Examples:\n"
+          "  tslbl peaks                                   the demonstration run\n"
+          "  tslbl peaks sample.run --scan 12              one scan as a table\n"
+          "  tslbl peaks sample.run --rt 60-90 --format tsv --output peaks.tsv\n"
+          "  tslbl peaks sample.mzML --smooth savgol:11:2 --sn 10\n"
+          "  tslbl peaks --show-chain > chain.xml          the chain in effect, to be edited\n"
+          "  tslbl peaks sample.txt --chain chain.xml\n",
+      .declare =
+          [arguments](Options& options) {
+            options.Value("INPUT", arguments->input, "Run, mzML file or two-column text");
+            arguments->scans.Declare(options);
+            arguments->chain.Declare(options);
+            options.Flag("--show-chain", arguments->showChain, "Print the effective chain as XML and end");
+            options.Choice("--format", arguments->format, PeakFormats(), "Form of the result");
+            options.Value("-o,--output", arguments->output, "Write the result to this file");
+            options.Value("--threads", arguments->threads, "Number of threads [as many as the machine has]");
+          },
+      .run = [arguments](const Options& options) { return RunPeaks(*arguments, options); },
+  };
+}
+
+}  // namespace TslTool

@@ -1,0 +1,81 @@
+// tslbl simulate: a run of the demonstration instrument.
+
+#include <fmt/format.h>
+
+#include <filesystem>
+#include <tool/Interrupt.h>
+#include <tool/Output.h>
+#include <tool/Progress.h>
+#include <tool/Simulator.h>
+#include <tool/commands/Commands.h>
+#include <tool/io/RunFile.h>
+
+namespace TslTool {
+namespace {
+
+struct SimulateArguments {
+  std::string output;
+  std::optional<std::uint32_t> scans;
+  std::optional<std::uint64_t> seed;
+  std::string truth;
+};
+
+void WriteTruth(const Simulator& simulator, std::uint32_t index, Output& output) {
+  std::string text;
+  for (const TrueLine& line : simulator.Truth(index))
+    text += fmt::format("{}\t{:.6f}\t{:.6g}\t{}\t{}\n", index + 1, line.mz, line.height, line.compound, line.charge);
+  output.Write(text);
+}
+
+int RunSimulate(const SimulateArguments& arguments) {
+  if (arguments.output.empty()) throw UsageError("--output is required");
+  const std::uint32_t scans = arguments.scans.value_or(Simulator::kDefaultScans);
+  if (scans == 0) throw UsageError("--scans: there must be at least one");
+  const Simulator simulator(scans, arguments.seed.value_or(Simulator::kDefaultSeed));
+
+  std::unique_ptr<Output> truth;
+  if (!arguments.truth.empty()) {
+    truth = std::make_unique<Output>(arguments.truth);
+    truth->Write("scan\tmz\theight\tcompound\tcharge\n");
+  }
+  RunWriter run(arguments.output, "Demonstration");
+  run.AddTune(simulator.MakeScan(0).info.TuneId, simulator.Tune());
+  Progress progress(scans, "scans");
+  for (std::uint32_t i = 0; i < scans; ++i) {
+    ThrowIfInterrupted();
+    run.AddScan(simulator.MakeScan(i));
+    if (truth) WriteTruth(simulator, i, *truth);
+    progress.Step();
+  }
+  run.Finish();
+  if (truth) truth->Commit();
+  return kDone;
+}
+
+}  // namespace
+
+Command SimulateCommand() {
+  auto arguments = std::make_shared<SimulateArguments>();
+  return {
+      .name = "simulate",
+      .summary = "Makes a run of the demonstration instrument, with its truth",
+      .examples =
+          "The run holds raw counts of known compounds over a chemical background. Equal\n"
+          "seeds make equal runs. The truth is a table of the columns scan, mz, height\n"
+          "(counts per second above the background), compound and charge.\n\n"
+          "Examples:\n"
+          "  tslbl simulate --output demo.run\n"
+          "  tslbl simulate --output demo.run --scans 1000 --seed 7 --truth truth.tsv\n"
+          "  tslbl peaks demo.run --format tsv\n",
+      .declare =
+          [arguments](Options& options) {
+            options.Value("-o,--output", arguments->output, "The run to write; it must not exist");
+            options.Value("--scans", arguments->scans, fmt::format("Number of scans [{}]", Simulator::kDefaultScans));
+            options.Value("--seed", arguments->seed, fmt::format("Seed of the noise [{}]", Simulator::kDefaultSeed));
+            options.Value("--truth", arguments->truth, "Write what is in the run to this file");
+          },
+      .run = [arguments](const Options&) { return RunSimulate(*arguments); },
+  };
+}
+
+}  // namespace TslTool

@@ -1,0 +1,35 @@
+#pragma once
+// Cuts the bytes of a file into lines.
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include <tool/io/ByteSource.h>
+
+namespace TslTool {
+
+class LineReader {
+ public:
+  // A longer line is no line of text: InputError.
+  static constexpr std::size_t kMaxLineBytes = 64 * 1024;
+
+  explicit LineReader(ByteSource& source) : source_(source) {}
+
+  // The next line without LF or CRLF, valid until the next call; false at the end. The last line may lack its
+  // end.
+  bool Next(std::string_view& line);
+
+  std::uint64_t Number() const { return number_; }  // 1-based, of the line returned last
+  std::string Place() const { return "line " + std::to_string(number_); }
+
+ private:
+  bool Fill();
+
+  ByteSource& source_;
+  std::string buffer_;
+  std::size_t begin_ = 0;
+  std::uint64_t number_ = 0;
+};
+
+}  // namespace TslTool

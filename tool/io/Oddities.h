@@ -1,0 +1,34 @@
+#pragma once
+// Counts what is odd but readable in the spectra of one file, so that a file with a thousand odd spectra
+// gives one warning and not a thousand.
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace TslTool {
+
+class Oddities {
+ public:
+  // `what` completes the sentence "N spectra ...".
+  void Add(const std::string& what, const std::string& place) {
+    auto& [count, first] = found_[what];
+    if (count++ == 0) first = place;
+  }
+
+  std::vector<std::string> Texts() const {
+    std::vector<std::string> texts;
+    for (const auto& [what, where] : found_) {
+      texts.push_back(std::to_string(where.first) + (where.first == 1 ? " spectrum " : " spectra ") + what +
+                      " (first at " + where.second + ")");
+    }
+    return texts;
+  }
+
+ private:
+  std::map<std::string, std::pair<std::uint64_t, std::string>> found_;
+};
+
+}  // namespace TslTool

@@ -1,0 +1,44 @@
+#include <tool/io/ByteSource.h>
+#include <tool/io/InputError.h>
+#include <tool/io/MzMLFile.h>
+#include <tool/io/OpenScans.h>
+#include <tool/io/TextFile.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <utility>
+
+namespace TslTool {
+
+namespace {
+
+bool IsNamedMzML(std::string name) {
+  std::transform(name.begin(), name.end(), name.begin(),
+                 [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c | 0x20) : c; });
+  return name.ends_with(".mzml") || name.ends_with(".mzml.gz");
+}
+
+}  // namespace
+
+FileKind KindOf(std::string_view head) {
+  using namespace std::string_view_literals;
+  if (head.empty()) return FileKind::Empty;
+  if (head.starts_with("SQLite format 3\0"sv)) return FileKind::Sqlite;
+  if (head.starts_with("\xef\xbb\xbf")) head.remove_prefix(3);
+  const std::size_t begin = head.find_first_not_of(" \t\r\n");
+  return begin != std::string_view::npos && head[begin] == '<' ? FileKind::Xml : FileKind::Text;
+}
+
+FileKind KindOfFile(const std::string& file) { return KindOf(ByteSource(file).Head()); }
+
+std::unique_ptr<ScanSource> OpenScans(const std::string& file) {
+  ByteSource source(file);
+  const FileKind kind = KindOf(source.Head());
+  if (kind == FileKind::Empty) throw InputError(file, "", "the file is empty");
+  if (kind == FileKind::Sqlite) throw InputError(file, "", "an SQLite file, not mzML or text");
+  if (source.IsGzip() && std::filesystem::is_regular_file(file)) VerifyGzip(file);
+  if (kind == FileKind::Xml || IsNamedMzML(file)) return std::make_unique<MzMLFile>(std::move(source));
+  return std::make_unique<TextFile>(std::move(source));
+}
+
+}  // namespace TslTool

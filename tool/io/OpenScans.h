@@ -1,0 +1,26 @@
+#pragma once
+// Opens a file of spectra with the reader that its content asks for.
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include <tool/io/Scan.h>
+
+namespace TslTool {
+
+enum class FileKind { Empty, Xml, Sqlite, Text };
+
+// What the first bytes tell (a hundred are plenty). Text is what nothing else is.
+FileKind KindOf(std::string_view head);
+
+// The same for the first bytes of a file, unpacked if it is gzip. Throws InputError if it cannot be read.
+FileKind KindOfFile(const std::string& file);
+
+// mzML if the name ends in .mzML or .mzML.gz (in any case) or if the content is XML, else two-column text;
+// both may be gzip, whatever the name. A gzip file is verified first, see VerifyGzip. Throws InputError for a
+// missing or unreadable file, a folder, an empty file and an SQLite file; what is wrong further inside, Next
+// tells.
+std::unique_ptr<ScanSource> OpenScans(const std::string& file);
+
+}  // namespace TslTool

@@ -1,0 +1,199 @@
+#include <tool/io/RunFile.h>
+
+#include <algorithm>
+#include <cmath>
+#include <ctime>
+#include <filesystem>
+#include <functional>
+#include <sstream>
+#include <stdexcept>
+#include <tool/io/Counts.h>
+#include <tool/io/InputError.h>
+#include <tslbl/Version.h>
+#include <tslbl/closed/common/BinaryStream.h>
+#include <tslbl/closed/common/Text.h>
+#include <tslbl/closed/common/XMLBuilder.h>
+
+namespace TslTool {
+namespace {
+
+// "TSLR": how other programs, file(1) among them, know a run.
+constexpr std::int64_t kApplicationId = 0x54534C52;
+constexpr std::int64_t kFormat = 1;
+
+constexpr const char* kSchema = R"sql(
+  CREATE TABLE run(key TEXT PRIMARY KEY NOT NULL, value TEXT NOT NULL);
+  CREATE TABLE tune(id INTEGER PRIMARY KEY, name TEXT NOT NULL, record BLOB NOT NULL, document TEXT NOT NULL);
+  CREATE TABLE scan(number INTEGER PRIMARY KEY, id INTEGER NOT NULL, time_stamp INTEGER NOT NULL,
+                    tune_id INTEGER NOT NULL REFERENCES tune(id), tic REAL NOT NULL, points INTEGER NOT NULL,
+                    encoding TEXT NOT NULL, counts BLOB NOT NULL);
+)sql";
+
+std::string RecordBytes(const TslBL::Tune& tune) {
+  std::ostringstream out(std::ios::binary);
+  TslCommon::BinaryWriter writer(out);
+  tune.Serialize(writer);
+  return out.str();
+}
+
+std::string DocumentText(const TslBL::Tune& tune) {
+  TslCommon::XMLBuilder builder;
+  tune.Serialize(builder);
+  return TslCommon::ToUtf8(builder.QXML());
+}
+
+std::string PrepareNew(const std::string& file) {
+  std::error_code ignored;
+  if (std::filesystem::exists(file, ignored)) throw std::runtime_error(file + ": exists already");
+  return file;
+}
+
+// Runs `read`; what SQLite or a record finds wrong becomes an InputError with the place.
+template <class Read>
+auto AtPlace(const std::string& file, const std::string& place, Read read) {
+  try {
+    return read();
+  } catch (const InputError&) {
+    throw;
+  } catch (const std::bad_alloc&) {
+    throw;
+  } catch (const std::exception& e) {
+    std::string reason = e.what();
+    if (reason.starts_with(file + ": ")) reason.erase(0, file.size() + 2);
+    throw InputError(file, place, reason);
+  }
+}
+
+std::uint32_t Unsigned32(const Statement& row, int column, const char* name) {
+  const std::int64_t value = row.Integer(column);
+  if (value < 0 || value > std::numeric_limits<std::uint32_t>::max())
+    throw std::runtime_error(std::string(name) + " " + std::to_string(value) + " is out of range");
+  return static_cast<std::uint32_t>(value);
+}
+
+std::string PlaceOf(std::uint32_t number) { return "scan " + std::to_string(number); }
+
+}  // namespace
+
+RunWriter::RunWriter(const std::string& file, const std::string& title)
+    : database_(PrepareNew(file), Database::Mode::Create) {
+  database_.Execute("PRAGMA journal_mode = WAL; PRAGMA synchronous = NORMAL;");
+  database_.Execute("PRAGMA application_id = " + std::to_string(kApplicationId));
+  database_.Execute("BEGIN");
+  database_.Execute(kSchema);
+  Statement insert(database_, "INSERT INTO run VALUES (?, ?)");
+  const std::pair<std::string, std::string> rows[] = {{"format", std::to_string(kFormat)},
+                                                      {"writer", "tslbl " TSLBL_VERSION},
+                                                      {"created", std::to_string(std::time(nullptr))},
+                                                      {"title", title}};
+  for (const auto& [key, value] : rows) {
+    insert.Bind(1, std::string_view(key));
+    insert.Bind(2, std::string_view(value));
+    insert.Run();
+  }
+  database_.Execute("COMMIT");
+  insertScan_ = std::make_unique<Statement>(
+      database_,
+      "INSERT INTO scan(id, time_stamp, tune_id, tic, points, encoding, counts) VALUES (?, ?, ?, ?, ?, ?, ?)");
+}
+
+void RunWriter::AddTune(std::uint32_t id, const TslBL::Tune& tune) {
+  Statement insert(database_, "INSERT INTO tune VALUES (?, ?, ?, ?)");
+  const std::string name = TslCommon::ToUtf8(tune.Info.Name);
+  const std::string record = RecordBytes(tune);
+  const std::string document = DocumentText(tune);
+  insert.Bind(1, std::int64_t{id});
+  insert.Bind(2, std::string_view(name));
+  insert.BindBlob(3, record);
+  insert.Bind(4, std::string_view(document));
+  insert.Run();
+}
+
+void RunWriter::AddScan(const TslBL::RawSpectrum& raw) {
+  const PackedCounts packed = PackCounts(raw.counts);
+  insertScan_->Bind(1, std::int64_t{raw.info.Id});
+  insertScan_->Bind(2, std::int64_t{raw.info.TimeStamp});
+  insertScan_->Bind(3, std::int64_t{raw.info.TuneId});
+  insertScan_->Bind(4, raw.info.TIC);
+  insertScan_->Bind(5, static_cast<std::int64_t>(raw.counts.size()));
+  insertScan_->Bind(6, std::string_view(packed.encoding));
+  insertScan_->BindBlob(7, packed.bytes);
+  insertScan_->Run();
+}
+
+void RunWriter::Finish() {
+  insertScan_.reset();
+  database_.Execute("PRAGMA wal_checkpoint(TRUNCATE); PRAGMA journal_mode = DELETE;");
+}
+
+RunReader::RunReader(const std::string& file, const ScanFilter& filter)
+    : database_(file, Database::Mode::Read) {
+  AtPlace(file, "", [this] { ReadHeader(); });
+  AtPlace(file, "", [this] { ReadTunes(); });
+  AtPlace(file, "table scan", [&] {
+    Statement count(database_, "SELECT count(*) FROM scan");
+    count.Next();
+    count_ = static_cast<std::uint64_t>(count.Integer(0));
+    scans_ = std::make_unique<Statement>(
+        database_,
+        "SELECT number, id, time_stamp, tune_id, tic, points, encoding, counts FROM scan "
+        "WHERE number BETWEEN ? AND ? AND time_stamp BETWEEN ? AND ? ORDER BY number");
+    scans_->Bind(1, std::int64_t{filter.firstNumber});
+    scans_->Bind(2, std::int64_t{filter.lastNumber});
+    scans_->Bind(3, filter.rtFrom * 1000.0);
+    scans_->Bind(4, filter.rtTo * 1000.0);
+  });
+}
+
+void RunReader::ReadHeader() {
+  Statement id(database_, "PRAGMA application_id");
+  if (!id.Next() || id.Integer(0) != kApplicationId)
+    throw std::runtime_error("is an SQLite file, but not a run of raw counts");
+  Statement rows(database_, "SELECT key, value FROM run");
+  std::string format;
+  while (rows.Next()) {
+    if (rows.Bytes(0) == "format") format = rows.Bytes(1);
+    if (rows.Bytes(0) == "title") title_ = rows.Bytes(1);
+  }
+  if (format != std::to_string(kFormat))
+    throw std::runtime_error("has run format \"" + format + "\"; this program reads " + std::to_string(kFormat));
+}
+
+void RunReader::ReadTunes() {
+  Statement rows(database_, "SELECT id, record FROM tune");
+  while (rows.Next()) {
+    const std::uint32_t id = Unsigned32(rows, 0, "tune id");
+    AtPlace(database_.File(), "tune " + std::to_string(id), [&] {
+      std::istringstream in(std::string(rows.Bytes(1)), std::ios::binary);
+      TslCommon::BinaryReader reader(in);
+      tunes_[id].Serialize(reader);
+    });
+  }
+}
+
+bool RunReader::Next(std::uint32_t& number, TslBL::RawSpectrum& raw) {
+  const std::string behind = number == 0 ? "first scan" : "behind scan " + std::to_string(number);
+  if (!AtPlace(database_.File(), behind, [this] { return scans_->Next(); })) return false;
+  number = AtPlace(database_.File(), behind, [this] { return Unsigned32(*scans_, 0, "scan number"); });
+  AtPlace(database_.File(), PlaceOf(number), [&] {
+    raw.info.Id = Unsigned32(*scans_, 1, "id");
+    raw.info.TimeStamp = Unsigned32(*scans_, 2, "time stamp");
+    raw.info.TuneId = Unsigned32(*scans_, 3, "tune id");
+    raw.info.TIC = scans_->Real(4);
+    const std::uint32_t points = Unsigned32(*scans_, 5, "number of points");
+    UnpackCounts(scans_->Bytes(6), scans_->Bytes(7), points, raw.counts);
+    if (!std::ranges::all_of(raw.counts, [](double c) { return std::isfinite(c); }))
+      throw std::runtime_error("counts hold a value that is no number");
+  });
+  return true;
+}
+
+const TslBL::Tune& RunReader::TuneOf(std::uint32_t number, const TslBL::RawSpectrum& raw) const {
+  const auto found = tunes_.find(raw.info.TuneId);
+  if (found == tunes_.end())
+    throw InputError(database_.File(), PlaceOf(number),
+                     "tune " + std::to_string(raw.info.TuneId) + " is not in the run");
+  return found->second;
+}
+
+}  // namespace TslTool

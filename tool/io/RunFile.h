@@ -1,0 +1,68 @@
+#pragma once
+// A run: the scans of one acquisition as the instrument delivered them, with the tunes that
+// acquired them, in one SQLite file that other programs can query.
+//
+//   run(key TEXT PRIMARY KEY, value TEXT)            "format", "writer", "created", "title"
+//   tune(id INTEGER PRIMARY KEY, name, record, document)   the tune as binary record and XML
+//   scan(number INTEGER PRIMARY KEY, id, time_stamp, tune_id, tic, points, encoding, counts)
+//
+// number counts from 1; id, time_stamp (milliseconds), tune_id and tic (counts) are those of
+// RawSpectrumInfo; counts holds `points` pulse counts, one a mass DAC step, see Counts.h.
+//
+// Each scan is a transaction of its own: a writer that is killed loses at most the scan in
+// hand. A reader holds one scan at a time, whatever the length of the run.
+
+#include <tool/io/Scan.h>
+#include <tool/io/Sqlite.h>
+#include <tslbl/spectrum/RawSpectrum.h>
+#include <tslbl/tune/Tune.h>
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <string>
+
+namespace TslTool {
+
+class RunWriter {
+ public:
+  // Creates the file, which must not exist. Throws std::runtime_error with its name.
+  RunWriter(const std::string& file, const std::string& title);
+  void AddTune(std::uint32_t id, const TslBL::Tune& tune);
+  // Scans come in order; the first has number 1.
+  void AddScan(const TslBL::RawSpectrum& raw);
+  // Makes it one file without companions. A writer that goes without it leaves a run that
+  // can be read all the same.
+  void Finish();
+
+ private:
+  Database database_;
+  std::unique_ptr<Statement> insertScan_;
+};
+
+class RunReader {
+ public:
+  // Throws InputError if the file is no run, or damaged.
+  explicit RunReader(const std::string& file, const ScanFilter& filter = {});
+
+  // Fills `raw` with the next scan; false when there is none left. Throws InputError that
+  // names the scan.
+  bool Next(std::uint32_t& number, TslBL::RawSpectrum& raw);
+
+  std::uint64_t Count() const { return count_; }  // scans in the file, wanted or not
+  const std::string& Title() const { return title_; }
+  const std::map<std::uint32_t, TslBL::Tune>& Tunes() const { return tunes_; }
+  // The tune that acquired a scan. Throws InputError if the run lacks it.
+  const TslBL::Tune& TuneOf(std::uint32_t number, const TslBL::RawSpectrum& raw) const;
+
+ private:
+  void ReadHeader();
+  void ReadTunes();
+
+  Database database_;
+  std::string title_;
+  std::uint64_t count_ = 0;
+  std::map<std::uint32_t, TslBL::Tune> tunes_;
+  std::unique_ptr<Statement> scans_;
+};
+
+}  // namespace TslTool

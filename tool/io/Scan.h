@@ -1,0 +1,74 @@
+#pragma once
+// A spectrum of a foreign file, and the source that hands such spectra out one after the other.
+
+#include <cstdint>
+#include <limits>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace TslTool {
+
+// One spectrum as the file gives it. The two arrays have the same length and finite values; m/z ascends
+// strictly (in a Centroid scan two peaks may share one m/z). Axis.h tells what is done to an axis that does
+// not.
+struct Scan {
+  enum Representation { Profile, Centroid, Unknown };
+
+  std::uint32_t number = 0;  // N of "scan=N" in the id, else the 1-based position in the file
+  std::string id;            // the file's own name for the scan; for text files the file's name
+  double rtSeconds = std::numeric_limits<double>::quiet_NaN();  // NaN: the file tells no time
+  int msLevel = 0;                                              // 0: the file tells no level
+  Representation representation = Unknown;
+  std::vector<double> mz;
+  std::vector<double> amplitude;
+};
+
+// Which scans are wanted: both ranges include their ends. A scan without a time is wanted only where every
+// time is.
+struct ScanFilter {
+  std::uint32_t firstNumber = 0;
+  std::uint32_t lastNumber = std::numeric_limits<std::uint32_t>::max();
+  double rtFrom = -std::numeric_limits<double>::infinity();
+  double rtTo = std::numeric_limits<double>::infinity();
+
+  bool WantsAll() const { return *this == ScanFilter(); }
+  bool Wants(const Scan& scan) const {
+    const bool everyTime = rtFrom == ScanFilter().rtFrom && rtTo == ScanFilter().rtTo;
+    return firstNumber <= scan.number && scan.number <= lastNumber &&
+           (everyTime || (rtFrom <= scan.rtSeconds && scan.rtSeconds <= rtTo));
+  }
+  bool operator==(const ScanFilter&) const = default;
+};
+
+// Hands out the scans of one file in the file's order. Holds one scan at a time, whatever the size of the
+// file. Every failure is an InputError; after one the source is spent. Not for use by two threads at once.
+class ScanSource {
+ public:
+  virtual ~ScanSource() = default;
+
+  // To be set before the first Next. Arrays of scans that are not wanted are not decoded.
+  void SetFilter(const ScanFilter& filter) { filter_ = filter; }
+
+  // Fills `scan` with the next wanted one and reuses its memory; false when there is none left. A defect
+  // further down in the file is found when it is reached, so a caller that must not give half a result
+  // reads to the end before it publishes.
+  virtual bool Next(Scan& scan) = 0;
+
+  // How many scans the file announces, wanted or not; nothing if it does not tell.
+  virtual std::optional<std::uint64_t> Count() const = 0;
+
+  virtual std::string Format() const = 0;
+
+  // What was odd but readable so far, one sentence each, without the file's name. Complete once Next has
+  // returned false.
+  virtual std::vector<std::string> Warnings() const = 0;
+
+ protected:
+  const ScanFilter& Filter() const { return filter_; }
+
+ private:
+  ScanFilter filter_;
+};
+
+}  // namespace TslTool

@@ -1,0 +1,67 @@
+#include <tool/io/Sqlite.h>
+
+#include <stdexcept>
+
+namespace TslTool {
+
+Database::Database(const std::string& file, Mode mode) : file_(file) {
+  const int flags = mode == Mode::Read ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE;
+  if (sqlite3_open_v2(file.c_str(), &handle_, flags, nullptr) == SQLITE_OK) return;
+  const std::string reason = handle_ != nullptr ? sqlite3_errmsg(handle_) : "out of memory";
+  sqlite3_close(handle_);
+  throw std::runtime_error(file + ": " + reason);
+}
+
+Database::~Database() { sqlite3_close(handle_); }
+
+void Database::Execute(const std::string& sql) {
+  if (sqlite3_exec(handle_, sql.c_str(), nullptr, nullptr, nullptr) != SQLITE_OK) Fail();
+}
+
+void Database::Fail() const { throw std::runtime_error(file_ + ": " + sqlite3_errmsg(handle_)); }
+
+Statement::Statement(const Database& database, const std::string& sql) : database_(database) {
+  Check(sqlite3_prepare_v2(database.handle_, sql.c_str(), -1, &handle_, nullptr));
+}
+
+Statement::~Statement() { sqlite3_finalize(handle_); }
+
+void Statement::Check(int result) const {
+  if (result != SQLITE_OK) database_.Fail();
+}
+
+void Statement::Bind(int parameter, std::int64_t value) { Check(sqlite3_bind_int64(handle_, parameter, value)); }
+void Statement::Bind(int parameter, double value) { Check(sqlite3_bind_double(handle_, parameter, value)); }
+
+void Statement::Bind(int parameter, std::string_view text) {
+  Check(sqlite3_bind_text64(handle_, parameter, text.data(), text.size(), SQLITE_STATIC, SQLITE_UTF8));
+}
+
+void Statement::BindBlob(int parameter, std::string_view bytes) {
+  // A null pointer would bind NULL; an empty blob is a value.
+  const char* data = bytes.empty() ? "" : bytes.data();
+  Check(sqlite3_bind_blob64(handle_, parameter, data, bytes.size(), SQLITE_STATIC));
+}
+
+bool Statement::Next() {
+  const int result = sqlite3_step(handle_);
+  if (result == SQLITE_ROW) return true;
+  if (result != SQLITE_DONE) database_.Fail();
+  return false;
+}
+
+void Statement::Run() {
+  Next();
+  Check(sqlite3_reset(handle_));
+}
+
+std::int64_t Statement::Integer(int column) const { return sqlite3_column_int64(handle_, column); }
+double Statement::Real(int column) const { return sqlite3_column_double(handle_, column); }
+
+std::string_view Statement::Bytes(int column) const {
+  const auto* bytes = static_cast<const char*>(sqlite3_column_blob(handle_, column));
+  const int size = sqlite3_column_bytes(handle_, column);
+  return bytes == nullptr ? std::string_view() : std::string_view(bytes, static_cast<std::size_t>(size));
+}
+
+}  // namespace TslTool

@@ -1,0 +1,11 @@
+// tslbl: the command-line tool. Its commands stand in tool/commands, one file each.
+
+#include <tool/CommandLine.h>
+#include <tool/Interrupt.h>
+#include <tool/commands/Commands.h>
+
+int main(int argc, char** argv) {
+  using namespace TslTool;
+  CatchInterrupts();
+  return RunCommandLine(argc, argv, {PeaksCommand(), SimulateCommand(), InfoCommand()});
+}

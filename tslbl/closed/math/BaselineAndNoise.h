@@ -1,0 +1,27 @@
+#pragma once
+// Baseline and noise of a curve in one pass. The functions of Baseline.h and Noise.h are these with one of
+// the results left out, so who wants both with the same parameters pays half.
+//
+// Parameters, ends and limits: see Baseline.h.
+#include <tslbl/Export.h>
+
+#include <cstdint>
+
+namespace TslMath {
+
+// Where the results go: n values each, or null for one of them that is not wanted. Neither may be y.
+struct BaselineAndNoise {
+  double* baseline;
+  double* noise;
+};
+
+TSLBL_API void FitLinesSD(const double* y, std::uint32_t n, std::uint32_t segSize, std::uint32_t points,
+                          std::uint32_t width, const BaselineAndNoise& out);
+
+TSLBL_API void FollowValleys(const double* y, std::uint32_t n, std::uint32_t segSize,
+                             const BaselineAndNoise& out);
+
+TSLBL_API void OpenAdaptively(const double* y, std::uint32_t n, std::uint32_t segSize, std::uint32_t window,
+                              const BaselineAndNoise& out);
+
+}  // namespace TslMath

@@ -1,0 +1,15 @@
+#include <tslbl/closed/math/BaselineAndNoise.h>
+#include <tslbl/closed/math/Noise.h>
+
+namespace TslMath {
+
+void VFNoise(const double* y, std::uint32_t n, std::uint32_t segSize, double* out) {
+  FollowValleys(y, n, segSize, {nullptr, out});
+}
+
+void LinearFitSDNoise(const double* y, std::uint32_t n, std::uint32_t segSize, std::uint32_t points,
+                      std::uint32_t width, double* out) {
+  FitLinesSD(y, n, segSize, points, width, {nullptr, out});
+}
+
+}  // namespace TslMath

@@ -1,0 +1,84 @@
+// The baseline step, and the subtraction that takes the baseline out of the amplitudes for
+// good.
+
+#include <tslbl/closed/math/Baseline.h>
+#include <tslbl/curve/Commands.h>
+#include <tslbl/curve/Step.h>
+#include <tslbl/curve/Steps.h>
+
+namespace TslBL {
+namespace {
+
+constexpr StepRule kBaseline = {
+    .needs = Curve::STATUS_Y,
+    .needsPoints = true,
+    .adds = Curve::STATUS_BASELINE,
+    .mark = [](Changed& changed) { changed.baseline = true; },
+    .failure = 101,
+};
+
+constexpr StepRule kBaselineSubtract = {
+    .needs = Curve::STATUS_BASELINE,
+    .needsPoints = false,
+    .adds = 0,
+    .mark = [](Changed& changed) { changed.yAxis = changed.baseline = true; },
+    .failure = 102,
+};
+
+bool ComputeBaseline(Curve& curve) {
+  const BaselineParams& p = curve.baselineParams;
+  const double* y = curve.yAxis.data();
+  const std::uint32_t n = curve.QNumPoints();
+  if (!p.Auto) {
+    curve.baseline.assign(n, p.ManVal);
+    return true;
+  }
+  curve.baseline.resize(n);
+  double* out = curve.baseline.data();
+  switch (p.Alg) {
+    case BaselineParams::VFBaseline:
+      TslMath::VFBaseline(y, n, p.SegSize, out);
+      return true;
+    case BaselineParams::Adaptive:
+      TslMath::APBMorph(y, n, p.SegSize, p.Window, out);
+      return true;
+    case BaselineParams::LinearFitSD:
+      TslMath::LinearFitSDBaseline(y, n, p.SegSize, p.Points, p.Width, out);
+      return true;
+  }
+  return false;
+}
+
+bool SubtractBaseline(Curve& curve) {
+  if (curve.baseline.size() != curve.yAxis.size()) return false;
+  double* y = curve.yAxis.data();
+  double* b = curve.baseline.data();
+  for (std::size_t i = 0; i < curve.yAxis.size(); ++i) {
+    y[i] = y[i] > b[i] ? y[i] - b[i] : 0.0;
+    b[i] = 0.0;
+  }
+  return true;
+}
+
+}  // namespace
+
+bool DoBaseline(Curve& curve, Changed& changed, std::wstring& error) {
+  return RunStep(kBaseline, curve, changed, error, ComputeBaseline,
+                 [](const Curve& c) { return CurveEval(c.baselineParams); });
+}
+
+bool DoBaselineSubtract(Curve& curve, Changed& changed, std::wstring& error) {
+  return RunStep(kBaselineSubtract, curve, changed, error, SubtractBaseline,
+                 [](const Curve&) { return CurveEval(CurveEval::BaselineSubtract()); });
+}
+
+using BaselineImpl = EvalOf<EvalType::Baseline, BaselineParams, DoBaseline>;
+using BaselineSubtractImpl =
+    EvalOf<EvalType::BaselineSubtract, NoParams<EvalType::BaselineSubtract>, DoBaselineSubtract>;
+
+CurveEval::CurveEval(const BaselineParams& params) : impl_(new BaselineImpl(params)) {}
+CurveEval::CurveEval(const BaselineSubtract&) : impl_(new BaselineSubtractImpl) {}
+CurveEval::EvalImpl* MakeBaseline() { return new BaselineImpl; }
+CurveEval::EvalImpl* MakeBaselineSubtract() { return new BaselineSubtractImpl; }
+
+}  // namespace TslBL

@@ -1,0 +1,69 @@
+// The smooth step: the amplitudes are replaced by smoothed ones.
+
+#include <tslbl/closed/math/Smoothing.h>
+#include <tslbl/curve/Commands.h>
+#include <tslbl/curve/SmoothRanges.h>
+#include <tslbl/curve/Step.h>
+#include <tslbl/curve/Steps.h>
+
+namespace TslBL {
+namespace {
+
+constexpr StepRule kSmooth = {
+    .needs = Curve::STATUS_Y | Curve::STATUS_X,
+    .needsPoints = true,
+    .adds = Curve::STATUS_SMOOTHED,
+    .mark = [](Changed& changed) { changed.yAxis = true; },
+    .failure = 105,
+};
+
+// Smooths one range of y into out; false for an algorithm that does not exist.
+bool SmoothOneRange(const SmoothParams& p, const std::vector<double>& y, const SmoothRange& range,
+                    std::vector<double>& out) {
+  const auto n = static_cast<std::uint32_t>(y.size());
+  switch (p.Alg) {
+    case SmoothParams::Mean:
+      TslMath::SmoothMean(y.data(), n, range.first, range.end, range.width, out.data());
+      return true;
+    case SmoothParams::Median:
+      TslMath::SmoothMedian(y.data(), n, range.first, range.end, range.width, out.data());
+      return true;
+    case SmoothParams::SavitzkyGolay:
+      TslMath::SmoothSavitzkyGolay(y.data(), n, range.first, range.end, range.width, p.Order, out.data());
+      return true;
+    case SmoothParams::Gaussian:
+      TslMath::SmoothGaussian(y.data(), n, range.first, range.end, range.width, out.data());
+      return true;
+  }
+  return false;
+}
+
+bool SmoothOnce(const SmoothParams& p, const std::vector<SmoothRange>& ranges, std::vector<double>& y) {
+  std::vector<double> out = y;  // points outside all ranges keep their value
+  for (const SmoothRange& range : ranges)
+    if (!SmoothOneRange(p, y, range, out)) return false;
+  y.swap(out);
+  return true;
+}
+
+bool SmoothCurve(Curve& curve) {
+  const std::vector<SmoothRange> ranges = BuildSmoothRanges(curve);
+  std::vector<double>& y = curve.yAxis;
+  for (std::uint32_t pass = 0; pass < curve.smoothParams.Passes && !ranges.empty(); ++pass)
+    if (!SmoothOnce(curve.smoothParams, ranges, y)) return false;
+  for (double& amplitude : y) amplitude = amplitude < 0.0 ? 0.0 : amplitude;
+  return true;
+}
+
+}  // namespace
+
+bool DoSmooth(Curve& curve, Changed& changed, std::wstring& error) {
+  return RunStep(kSmooth, curve, changed, error, SmoothCurve,
+                 [](const Curve& c) { return CurveEval(c.smoothParams); });
+}
+
+using SmoothImpl = EvalOf<EvalType::Smooth, SmoothParams, DoSmooth>;
+CurveEval::CurveEval(const SmoothParams& params) : impl_(new SmoothImpl(params)) {}
+CurveEval::EvalImpl* MakeSmooth() { return new SmoothImpl; }
+
+}  // namespace TslBL

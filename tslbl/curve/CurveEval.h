@@ -1,0 +1,97 @@
+#pragma once
+// One stored evaluation command.
+//
+// Everything that can be done to a curve is a command: a value that can be stored in a
+// method, in a result file or in the curve's own history, compared, printed and replayed.
+//
+//   std::vector<CurveEval> chain = {CurveEval(SmoothParams::DefaultMS()), CurveEval(BaselineParams()),
+//                                   CurveEval(NoiseParams()), CurveEval(PeakDetectParams::DefaultMS())};
+//   Changed changed;
+//   std::wstring error;
+//   if (!ExecuteCurveEvals(curve, chain, changed, error)) ...   // error tells which step failed
+//
+// As a command in a chain a step runs alone and fails if what it needs is not there. The
+// ExecuteX functions of Execute.h run a step with the parameters that the curve holds and
+// bring everything that depends on it up to date.
+
+#include <tslbl/curve/Changed.h>
+#include <tslbl/records/Record.h>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace TslBL {
+
+class Curve;
+struct BaselineParams;
+struct ChargeStateParams;
+struct NoiseParams;
+struct OPDParams;
+struct PeakDetectParams;
+struct SmoothParams;
+struct ThresholdParams;
+
+class TSLBL_API CurveEval : public frame::SerialAndXml {
+ public:
+  class EvalImpl;
+
+  // Select a command without parameters.
+  struct BaselineSubtract {};
+  struct ThresholdSubtract {};
+  struct AerosolFilter {};
+
+  CurveEval();  // the Empty command, which does nothing
+  explicit CurveEval(const BaselineParams& params);
+  explicit CurveEval(const NoiseParams& params);
+  explicit CurveEval(const PeakDetectParams& params);
+  explicit CurveEval(const SmoothParams& params);
+  explicit CurveEval(const ThresholdParams& params);
+  explicit CurveEval(const BaselineSubtract&);
+  explicit CurveEval(const ThresholdSubtract&);
+  explicit CurveEval(const AerosolFilter&);
+  CurveEval(const CurveEval& other);
+  CurveEval& operator=(const CurveEval& other);
+  ~CurveEval() override;
+
+  bool operator==(const CurveEval& other) const;
+
+  std::uint32_t Type() const;
+  std::wstring TypeText() const;
+
+  // False with a message in `error` if the step failed.
+  bool Execute(Curve& curve, Changed& changed, std::wstring& error) const;
+
+  // Version 2. Throws std::runtime_error "Unknown CurveEval version." and "Invalid curve
+  // evaluation type."; the command stays as it was.
+  void Serialize(BinaryReader& reader) override;
+  void Serialize(BinaryWriter& writer) const override;
+  // An element "CurveEval" with the command's text in its attribute "Type". Throws
+  // std::runtime_error "Invalid curve evaluation type." for a text of no command; an
+  // absent attribute means the Empty command.
+  void Serialize(XMLParser& parser) override;
+  void Serialize(XMLBuilder& builder) const override;
+  void Serialize(std::wstring& text) const override;
+
+ private:
+  std::unique_ptr<EvalImpl> impl_;  // never null
+};
+
+// Runs the commands in order and stops at the first that fails; those before it stay
+// applied. Imposes no order of its own.
+TSLBL_API bool ExecuteCurveEvals(Curve& curve, const std::vector<CurveEval>& evals, Changed& changed,
+                                 std::wstring& error);
+
+// The shortest chain with the same effect on a fresh curve: smoothing, filters and pairs of
+// an evaluation and its subtraction in their order, then at most one each of Baseline,
+// Noise, Threshold, Peak Detect, OPD and Charge State Deconvolution. Throws
+// std::runtime_error for a subtraction of what was not evaluated.
+TSLBL_API std::vector<CurveEval> CompactEval(const std::vector<CurveEval>& evals);
+
+// Appends the texts of all commands to `text`.
+TSLBL_API void CurveEvalsText(const std::vector<CurveEval>& evals, std::wstring& text);
+
+TSLBL_API void AddCurveEval(XMLBuilder& builder, const CurveEval& eval);
+// Reads one command and appends it, an Empty one if the element is absent.
+TSLBL_API void LoadCurveEval(XMLParser& parser, std::vector<CurveEval>& evals);
+
+}  // namespace TslBL

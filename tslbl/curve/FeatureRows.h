@@ -1,0 +1,30 @@
+#pragma once
+// What finding features hands on: a row for each candidate, and the list of them in order
+// of their apexes. A row that is thrown out later becomes a null pointer in the list, so
+// that parallel bodies need no lock.
+
+#include <tslbl/curve/Curve.h>
+#include <cstdint>
+#include <vector>
+
+namespace TslBL {
+
+struct FeatureRows {
+  std::vector<PeakInfo> rows;
+  std::vector<PeakInfo*> list;  // into rows, ascending by apexIdx
+};
+
+// Points from first to last, both included.
+struct SearchRange {
+  std::uint32_t first;
+  std::uint32_t last;
+};
+
+// One sweep from left to right, on one thread or several with the same result.
+FeatureRows FindFeaturesSequential(const Curve& curve, const SearchRange& range);
+
+// Candidates taken tallest first, down to the amplitude `floor`. With `limit` it stops at
+// PeakCnt candidates if the parameters say so.
+FeatureRows FindFeaturesSorted(const Curve& curve, const SearchRange& range, bool limit, double floor);
+
+}  // namespace TslBL

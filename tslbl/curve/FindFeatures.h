@@ -1,0 +1,62 @@
+#pragma once
+// The Sequential route of peak detection: one sweep of the curve from left to right that
+// finds every feature, the raw candidate of a peak with start, apex and end.
+//
+// The sweep can be split over threads, at points where the curve rises from the baseline:
+// the features on both sides then do not know of each other, and those of the whole are
+// those of the parts, to the bit. A finder reads the curve and writes its own features.
+
+#include <tslbl/Export.h>
+#include <tslbl/curve/PeakWalks.h>
+#include <cstddef>
+#include <vector>
+
+namespace TslBL {
+
+// Points of the curve: first, apex, last.
+struct PeakFeature {
+  std::ptrdiff_t start = 0;
+  std::ptrdiff_t apex = 0;
+  std::ptrdiff_t end = 0;
+
+  bool operator==(const PeakFeature&) const = default;
+};
+
+class TSLBL_API FindFeatures {
+ public:
+  // `curve` is the searched stretch, which must outlive the finder; a peak ends where a
+  // valley falls below maxValley percent of its height.
+  FindFeatures(const CurveView& curve, double maxValley) : curve_(curve), maxValley_(maxValley) {}
+
+  // An empty finder for another part of the same curve.
+  FindFeatures NewForPart() const { return {curve_, maxValley_}; }
+
+  // Sweeps the points from begin up to, not including, end. Either is an end of the curve
+  // or a point where it rises from the baseline. Parts follow each other without a gap.
+  // Cost: linear in the points, times the span of a feature where features rise like a
+  // staircase.
+  void Sweep(std::ptrdiff_t begin, std::ptrdiff_t end);
+
+  // Takes over what was found in the part to the right.
+  void Join(const FindFeatures& right);
+
+  // The features of all parts, ascending, once each has been settled with those that reach
+  // into it: the taller one keeps its span, the shorter one is cut, or swallowed if even
+  // its apex lies inside.
+  std::vector<PeakFeature> Settled() const;
+
+ private:
+  std::ptrdiff_t FirstOf(std::ptrdiff_t begin) const;
+  bool Step(std::ptrdiff_t& p, std::ptrdiff_t end);
+  bool MoveToApex(std::ptrdiff_t& p, std::ptrdiff_t end) const;
+  std::ptrdiff_t StartOf(std::ptrdiff_t apex, double valley) const;
+  bool FollowToEnd(PeakFeature& feature, double valley, std::ptrdiff_t& p) const;
+
+  double Height(const PeakFeature& feature) const { return curve_.y[feature.apex]; }
+
+  CurveView curve_;
+  double maxValley_;
+  std::vector<PeakFeature> features_;
+};
+
+}  // namespace TslBL

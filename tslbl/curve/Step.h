@@ -1,0 +1,95 @@
+#pragma once
+// What all evaluation steps do alike: check what the curve has, compute, set the status,
+// report what changed, append to the history.
+
+#include <tslbl/closed/common/BinaryStream.h>
+#include <tslbl/closed/common/StringTable.h>
+#include <tslbl/curve/Curve.h>
+#include <tslbl/curve/EvalImpl.h>
+#include <string>
+
+namespace TslBL {
+
+// The rule of one step. Every step but the aerosol filter fails on a frozen curve.
+struct StepRule {
+  std::uint32_t needs;  // status bits, all of them
+  bool needsPoints;     // both axes, with a value for each point
+  std::uint32_t adds;   // status bits
+  void (*mark)(Changed& changed);
+  unsigned failure;  // number of the message
+};
+
+inline bool MayRun(const StepRule& rule, const Curve& curve) {
+  if (curve.CheckAnyStatus(Curve::STATUS_FROZEN)) return false;
+  if (!curve.CheckAllStatus(static_cast<Curve::Status>(rule.needs))) return false;
+  return !rule.needsPoints || (!curve.yAxis.empty() && curve.xAxis.size() == curve.yAxis.size());
+}
+
+// Runs `compute(curve)`, which returns false if it cannot, and then stores in the history
+// what `command(curve)` returns. On failure `error` holds the rule's message.
+template <class Compute, class Command>
+bool RunStep(const StepRule& rule, Curve& curve, Changed& changed, std::wstring& error, Compute compute,
+             Command command) {
+  if (!MayRun(rule, curve) || !compute(curve)) {
+    error = TslLoadString(ModuleHandle(), rule.failure);
+    return false;
+  }
+  curve.evals.push_back(command(curve));
+  curve.AddStatus(static_cast<Curve::Status>(rule.adds));
+  rule.mark(changed);
+  return true;
+}
+
+using StepFunction = bool (*)(Curve& curve, Changed& changed, std::wstring& error);
+
+// A command that copies its parameters into the curve and then runs its step.
+template <std::uint32_t type, class Params, StepFunction step>
+class EvalOf final : public CurveEval::EvalImpl {
+ public:
+  EvalOf() = default;
+  explicit EvalOf(const Params& params) : params_(params) {}
+
+  std::uint32_t Type() const override { return type; }
+  std::wstring TypeText() const override { return FindCommand(type)->text; }
+  EvalImpl* Clone() const override { return new EvalOf(*this); }
+  bool Equals(const EvalImpl& other) const override {
+    const auto* same = dynamic_cast<const EvalOf*>(&other);
+    return same != nullptr && same->params_ == params_;
+  }
+  bool Execute(Curve& curve, Changed& changed, std::wstring& error) const override {
+    curve.SetParam(params_);
+    return step(curve, changed, error);
+  }
+  void Serialize(BinaryReader& reader) override { params_.Serialize(reader); }
+  void Serialize(BinaryWriter& writer) const override { params_.Serialize(writer); }
+  void Serialize(XMLParser& parser) override { params_.Serialize(parser); }
+  void Serialize(XMLBuilder& builder) const override { params_.Serialize(builder); }
+  void Serialize(std::wstring& text) const override { params_.Serialize(text); }
+
+ private:
+  Params params_;
+};
+
+// In the place of parameters: a command without any stores its own number in a stream and
+// an empty element with its own name in a document; the Empty command stores nothing.
+template <std::uint32_t type>
+struct NoParams {
+  static constexpr bool kStored = type != EvalType::Empty;
+
+  operator int() const { return 0; }
+  bool operator==(const NoParams&) const { return true; }
+  void Serialize(BinaryReader& reader) {
+    std::uint32_t dropped = 0;
+    if (kStored) reader >> dropped;
+  }
+  void Serialize(BinaryWriter& writer) const {
+    if (kStored) writer << type;
+  }
+  void Serialize(XMLParser&) {}
+  void Serialize(XMLBuilder& builder) const {
+    if (kStored) builder.WNode(FindCommand(type)->text, L"");
+  }
+  void Serialize(std::wstring& text) const { text.clear(); }
+};
+
+}  // namespace TslBL

@@ -1,0 +1,213 @@
+#pragma once
+// What a Describe function runs on: one of six archives (binary out, binary in, XML out,
+// XML in, text dump, comparison), each of which does its own thing with every field.
+//
+//   void Describe(Archive& ar, BaselineParams& p) {
+//     ar.Version(1, "Unknown BaselineParams version.");
+//     if (const auto element = ar.Element(L"Baseline")) {
+//       ar.Flag(L"Mode", p.Auto, L"Auto", L"Manual");
+//       ar(L"SegSize", p.SegSize);
+//     }
+//   }
+//
+// Names are the XML names and the labels of the dump; binary goes by order alone. Where a
+// form differs the record says so in plain code, with Xml(), Reading(), Since() and the
+// like. The archives that write take their record by non-const reference, as one Describe
+// serves both directions; they do not change it.
+//
+// For the sources of records; not part of the library's interface.
+
+#include <tslbl/records/Record.h>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <type_traits>
+#include <vector>
+
+namespace TslBL {
+
+// The text forms of an enumeration. Writing takes the first row of a value, or "Unknown";
+// further rows of a value are older names, read but never written.
+struct CodeText {
+  std::uint32_t value;
+  const wchar_t* text;
+};
+struct TSLBL_API Codes {
+  std::span<const CodeText> rows;
+  bool exact = false;        // compare with case
+  std::uint32_t onMiss = 0;  // what another text reads as
+  bool keepOnMiss = false;   // another text leaves the field alone
+
+  const wchar_t* ToText(std::uint32_t value) const;
+  void FromText(const std::wstring& text, std::uint32_t& value) const;
+};
+
+template <class R>
+concept Described = requires(Archive& ar, R& r) {
+  Describe(ar, r);
+};
+
+class TSLBL_API Archive {
+ public:
+  // Where XML keeps a value: as a child element, an attribute of the open element, or its
+  // own text.
+  enum class Place { Child, Attribute, Text };
+  struct Slot {
+    Place place;
+    const wchar_t* name;
+  };
+
+  // An open element; false if the document lacks it.
+  class Scope {
+   public:
+    Scope(Archive& ar, bool open) : ar_(ar), open_(open) {}
+    Scope(const Scope&) = delete;
+    Scope& operator=(const Scope&) = delete;
+    ~Scope() {
+      if (open_) ar_.CloseElement();
+    }
+    explicit operator bool() const { return open_; }
+
+   private:
+    Archive& ar_;
+    bool open_;
+  };
+
+  virtual bool Reading() const { return false; }
+  virtual bool Xml() const { return false; }
+  virtual bool Dumping() const { return false; }
+  bool ReadingBinary() const { return Reading() && !Xml(); }
+
+  // Declares the record's current version. Binary archives store it, or read it and throw
+  // std::runtime_error with the text given unless it is one of oldest..current.
+  void Version(std::uint32_t current, const char* unknown, std::uint32_t oldest = 1);
+  // Whether the stored form at hand has what came with `version`.
+  bool Since(std::uint32_t version) const { return version_ >= version; }
+  std::uint32_t StoredVersion() const { return version_; }
+  // Throws std::runtime_error if what was read so far was cut short.
+  virtual void RequireGood(const char*) {}
+
+  Scope Element(const wchar_t* name) { return {*this, OpenElement(name)}; }
+
+  template <class T>
+  void operator()(const wchar_t* name, T& value) {
+    Value({Place::Child, name}, value);
+  }
+  template <class T>
+  void Attribute(const wchar_t* name, T& value) {
+    Value({Place::Attribute, name}, value);
+  }
+  template <class T>
+  void Text(const wchar_t* label, T& value) {
+    Value({Place::Text, label}, value);
+  }
+  // A bool with text forms of its own; another text reads as false.
+  void Flag(const wchar_t* name, bool& value, const wchar_t* whenTrue, const wchar_t* whenFalse) {
+    FlagValue({Place::Child, name}, value, whenTrue, whenFalse);
+  }
+  void FlagAttribute(const wchar_t* name, bool& value, const wchar_t* whenTrue, const wchar_t* whenFalse) {
+    FlagValue({Place::Attribute, name}, value, whenTrue, whenFalse);
+  }
+  template <class E>
+  void Enum(const wchar_t* name, E& value, const Codes& codes) {
+    EnumAt({Place::Child, name}, value, codes);
+  }
+  template <class E>
+  void EnumAttribute(const wchar_t* name, E& value, const Codes& codes) {
+    EnumAt({Place::Attribute, name}, value, codes);
+  }
+  // A double that compares equal within `tolerance`, inclusive.
+  virtual void Near(const Slot& slot, double& value, double tolerance);
+
+  // A record inside this one, with its own version and element.
+  template <class R>
+  void Nested(R& record) {
+    NestedRecord(&record, {&DescribeAny<R>, &EqualAny<R>});
+  }
+  // A list: a count and the items in binary, an element with the items in it in XML.
+  // `describeItem(ar, item)` describes one item; reading makes each from its defaults.
+  template <class T, class DescribeItem>
+  void List(const wchar_t* name, std::vector<T>& items, DescribeItem describeItem);
+  template <class R>
+  void List(const wchar_t* name, std::vector<R>& records) {
+    List(name, records, [](Archive& ar, R& record) { ar.Nested(record); });
+  }
+  // A line of the dump; nothing elsewhere.
+  virtual void Line(const wchar_t*, const std::wstring&) {}
+
+ protected:
+  struct RecordOps {
+    void (*run)(Archive& ar, void* record);
+    bool (*equal)(const void* a, const void* b);
+  };
+
+  Archive() = default;
+  ~Archive() = default;
+
+  virtual void StoreVersion(std::uint32_t& version) = 0;
+  virtual void Value(const Slot& slot, bool& value) = 0;
+  virtual void Value(const Slot& slot, std::int32_t& value) = 0;
+  virtual void Value(const Slot& slot, std::uint32_t& value) = 0;
+  virtual void Value(const Slot& slot, std::int64_t& value) = 0;
+  virtual void Value(const Slot& slot, double& value) = 0;
+  virtual void Value(const Slot& slot, std::wstring& value) = 0;
+  virtual void Value(const Slot& slot, std::vector<double>& value) = 0;
+  virtual void FlagValue(const Slot& slot, bool& value, const wchar_t* whenTrue, const wchar_t* whenFalse);
+  virtual void EnumValue(const Slot& slot, std::uint32_t& value, const Codes& codes);
+  virtual bool OpenElement(const wchar_t*) { return true; }
+  virtual void CloseElement() {}
+  // False if the document lacks the list. `count` is given by an archive that reads and
+  // taken by one that writes.
+  virtual bool OpenList(const wchar_t* name, std::uint32_t& count) = 0;
+  virtual void CloseList() {}
+  // Whether it is of use to go on, for the items of a list whose count cannot be trusted.
+  virtual bool GoOn() const { return true; }
+  virtual void NestedRecord(void* record, const RecordOps& ops);
+
+  // The archive's own way with a record that writes and reads itself; `xml` is null for
+  // one without a document form.
+  virtual void Foreign(ITslSerial& serial, ITslXML* xml) = 0;
+
+ private:
+  template <class E>
+  void EnumAt(const Slot& slot, E& value, const Codes& codes) {
+    static_assert(std::is_enum_v<E>);
+    auto number = static_cast<std::uint32_t>(value);
+    EnumValue(slot, number, codes);
+    value = static_cast<E>(number);
+  }
+  template <class R>
+  static void DescribeAny(Archive& ar, void* record) {
+    if constexpr (Described<R>) {
+      Describe(ar, *static_cast<R*>(record));
+    } else if constexpr (std::is_base_of_v<ITslXML, R>) {
+      ar.Foreign(*static_cast<R*>(record), static_cast<R*>(record));
+    } else {
+      ar.Foreign(*static_cast<R*>(record), nullptr);
+    }
+  }
+  template <class R>
+  static bool EqualAny(const void* a, const void* b) {
+    return *static_cast<const R*>(a) == *static_cast<const R*>(b);
+  }
+
+  std::uint32_t version_ = 0;
+};
+
+template <class T, class DescribeItem>
+void Archive::List(const wchar_t* name, std::vector<T>& items, DescribeItem describeItem) {
+  auto count = static_cast<std::uint32_t>(items.size());
+  if (!OpenList(name, count)) return;
+  if (Reading()) {
+    items.clear();
+    for (; count > 0 && GoOn(); --count) describeItem(*this, items.emplace_back());
+  } else {
+    for (T& item : items) {
+      if (!GoOn()) break;
+      describeItem(*this, item);
+    }
+  }
+  CloseList();
+}
+
+}  // namespace TslBL
