@@ -13,3 +13,10 @@ if(TSLBL_SANITIZE)
     -fsanitize=${TSLBL_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_link_options(tslbl_flags INTERFACE -fsanitize=${TSLBL_SANITIZE})
 endif()
+
+# What was compiled before is not compiled again, in whatever build folder.
+find_program(TSLBL_CCACHE ccache)
+if(TSLBL_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+  # Without these two ccache leaves everything alone that uses a precompiled header.
+  set(CMAKE_CXX_COMPILER_LAUNCHER env CCACHE_SLOPPINESS=pch_defines,time_macros ${TSLBL_CCACHE})
+endif()

@@ -2,12 +2,12 @@
 
 #include <pugixml.hpp>
 
-#include <charconv>
-#include <cmath>
 #include <tool/io/InputError.h>
 #include <tslbl/closed/common/Text.h>
 #include <tslbl/closed/common/XMLBuilder.h>
 #include <tslbl/closed/common/XMLParser.h>
+#include <charconv>
+#include <cmath>
 
 namespace TslTool {
 namespace {
@@ -82,7 +82,8 @@ class ChainCheck {
 std::vector<TslBL::CurveEval> ReadList(TslCommon::XMLParser& parser, const std::string& file) {
   std::vector<TslBL::CurveEval> chain;
   int count = 0;
-  if (!parser.StartList(kList, count)) throw InputError(file, "", "the document has no element \"CurveEvals\"");
+  if (!parser.StartList(kList, count))
+    throw InputError(file, "", "the document has no element \"CurveEvals\"");
   for (int i = 1; i <= count; ++i) {
     try {
       TslBL::LoadCurveEval(parser, chain);

@@ -2,8 +2,8 @@
 // An evaluation chain as a document: an element "CurveEvals" with an element "CurveEval" for
 // each command.
 
-#include <string>
 #include <tslbl/curve/CurveEval.h>
+#include <string>
 #include <vector>
 
 namespace TslTool {

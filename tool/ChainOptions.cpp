@@ -7,6 +7,8 @@
 #include <tslbl/curve/PeakDetectParams.h>
 #include <tslbl/curve/SmoothParams.h>
 #include <tslbl/curve/ThresholdParams.h>
+#include <algorithm>
+#include <cmath>
 
 namespace TslTool {
 namespace {
@@ -20,7 +22,8 @@ using TslBL::SmoothParams;
 // The value of one switch, such as "savgol:11:2": a word and numbers behind it.
 class Words {
  public:
-  Words(std::string option, const std::string& text) : option_(std::move(option)), text_(text), parts_(SplitColons(text)) {}
+  Words(std::string option, const std::string& text)
+      : option_(std::move(option)), text_(text), parts_(SplitColons(text)) {}
 
   const std::string& Word() const { return parts_.front(); }
   // Takes the next number, if there is one, for `value`.
@@ -43,6 +46,17 @@ class Words {
   std::size_t next_ = 1;
 };
 
+// Savitzky-Golay of order 2 over 1.25 widths of a quadrupole's line gives the best positions
+// and the fewest false peaks (see docs/numerics.md). Foreign profiles, whose lines may be a
+// few points wide, are smoothed gently.
+std::string AutomaticSmooth(std::optional<double> mzStep) {
+  constexpr double kWindow = 0.75;  // m/z
+  constexpr double kWidest = 1001.0;
+  if (!mzStep || !(*mzStep > 0.0)) return "savgol:7:2";
+  const auto points = static_cast<std::uint32_t>(std::clamp(std::round(kWindow / *mzStep), 3.0, kWidest));
+  return "savgol:" + std::to_string(points | 1U) + ":2";
+}
+
 void AddSmooth(std::vector<CurveEval>& chain, const std::string& text) {
   Words words("--smooth", text);
   if (words.Word() == "off") return words.RequireEnd();
@@ -58,7 +72,7 @@ void AddSmooth(std::vector<CurveEval>& chain, const std::string& text) {
   } else if (words.Word() == "savgol") {
     p.Alg = SmoothParams::SavitzkyGolay;
   } else {
-    words.Unknown("mean, median, gaussian, savgol, off");
+    words.Unknown("auto, mean, median, gaussian, savgol, off");
   }
   words.Count(p.Steps.front().Size);
   if (p.Alg == SmoothParams::SavitzkyGolay) words.Count(p.Order);
@@ -92,7 +106,8 @@ void AddBaseline(std::vector<CurveEval>& chain, const std::string& text) {
 void SetStretch(NoiseParams& p, NoiseParams::ManAlgs algorithm, Words& words) {
   p.Auto = false;
   p.AlgMan = algorithm;
-  if (!words.HasMore()) throw UsageError("--noise: " + words.Word() + " needs a stretch, as in " + words.Word() + ":100-120");
+  if (!words.HasMore())
+    throw UsageError("--noise: " + words.Word() + " needs a stretch, as in " + words.Word() + ":100-120");
   const RealRange stretch = ParseRealRange("--noise", words.Next());
   p.Start = stretch.from;
   p.End = stretch.to;
@@ -151,42 +166,49 @@ void SetLimit(const std::optional<T>& given, bool& inUse, T& value) {
 }  // namespace
 
 void ChainOptions::Declare(Options& options) {
-  options.Value("--chain", file_, "Run the chain of this XML file instead of the usual one (see --show-chain)");
+  options.Value("--chain", file_,
+                "Run the chain of this XML file instead of the usual one (see --show-chain)");
   options.Flag("--aerosol", aerosol_, "Take out isolated spikes first");
-  options.Value("--smooth", smooth_, "mean, median or gaussian[:WIDTH], savgol[:WIDTH[:ORDER]], or off; width in points");
+  options.Value("--smooth", smooth_,
+                "mean, median or gaussian[:WIDTH], savgol[:WIDTH[:ORDER]], or off; width in points [auto: "
+                "savgol, 1.25 line widths of a run, 7 points else]");
   options.Value("--baseline", baseline_,
-                "linear[:SEGMENT[:POINTS[:WIDTH]]], adaptive[:SEGMENT[:WINDOW]], valley[:SEGMENT], or a constant");
+                "linear[:SEGMENT[:POINTS[:WIDTH]]], adaptive[:SEGMENT[:WINDOW]], valley[:SEGMENT], or a "
+                "constant [linear]");
   options.Flag("--subtract-baseline", subtractBaseline_, "Take the baseline out of the amplitudes");
   options.Value("--noise", noise_,
-                "linear[:SEGMENT[:POINTS[:WIDTH]]], valley[:SEGMENT], dispersion[:SEGMENT], median[:SEGMENT[:SEGMENTS]], "
-                "or of a peak-free stretch of m/z: peak-to-peak:A-B, 6sd:A-B");
+                "linear[:SEGMENT[:POINTS[:WIDTH]]], valley[:SEGMENT], dispersion[:SEGMENT], "
+                "median[:SEGMENT[:SEGMENTS]], "
+                "or of a peak-free stretch of m/z: peak-to-peak:A-B, 6sd:A-B [linear]");
   options.Value("--threshold", threshold_, "Least amplitude");
-  options.Value("--sn", sn_, "Least signal-to-noise ratio, a whole number [4]; 0 for none");
+  options.Value("--sn", sn_, "Least signal-to-noise ratio, a whole number [5]");
   options.Value("--min-rel-ampl", minRelAmpl_, "Least amplitude, percent of the tallest peak");
   options.Value("--min-area", minArea_, "Least area");
   options.Value("--min-rel-area", minRelArea_, "Least area, percent of the largest");
   options.Value("--min-width", minWidth_, "Least full width at half maximum, m/z");
   options.Value("--max-width", maxWidth_, "Largest full width at half maximum, m/z");
   options.Value("--max-peaks", maxPeaks_, "Go on with this many of the tallest candidates");
-  options.Value("--valley", valley_, "A valley below this percentage of a peak's height ends it [25]");
-  options.Value("--position", position_, "Where a peak is: top, or centroid[:PERCENT] over its top percent");
+  options.Value("--valley", valley_, "A valley below this percentage of a peak's height ends it [50]");
+  options.Value("--position", position_,
+                "Where a peak is: top, or centroid[:PERCENT] over its top percent [centroid:25]");
   options.Value("--range", range_, "Search from A to B only, m/z, as A-B");
   options.Flag("--sorted", sorted_, "Find candidates tallest first instead of from left to right");
 }
 
-std::vector<CurveEval> ChainOptions::Chain(const Options& options) const {
-  if (!options.Given("--chain")) return FromSwitches();
-  for (const char* other : {"--aerosol", "--smooth", "--baseline", "--subtract-baseline", "--noise", "--threshold",
-                            "--sn", "--min-rel-ampl", "--min-area", "--min-rel-area", "--min-width", "--max-width",
-                            "--max-peaks", "--valley", "--position", "--range", "--sorted"})
+std::vector<CurveEval> ChainOptions::Chain(const Options& options, std::optional<double> mzStep) const {
+  if (!options.Given("--chain")) return FromSwitches(mzStep);
+  for (const char* other :
+       {"--aerosol", "--smooth", "--baseline", "--subtract-baseline", "--noise", "--threshold", "--sn",
+        "--min-rel-ampl", "--min-area", "--min-rel-area", "--min-width", "--max-width", "--max-peaks",
+        "--valley", "--position", "--range", "--sorted"})
     if (options.Given(other)) throw UsageError(std::string(other) + " and --chain exclude each other");
   return LoadChain(file_);
 }
 
-std::vector<CurveEval> ChainOptions::FromSwitches() const {
+std::vector<CurveEval> ChainOptions::FromSwitches(std::optional<double> mzStep) const {
   std::vector<CurveEval> chain;
   if (aerosol_) chain.emplace_back(CurveEval::AerosolFilter());
-  AddSmooth(chain, smooth_);
+  AddSmooth(chain, smooth_ == "auto" ? AutomaticSmooth(mzStep) : smooth_);
   AddBaseline(chain, baseline_);
   if (subtractBaseline_) chain.emplace_back(CurveEval::BaselineSubtract());
   AddNoise(chain, noise_);

@@ -2,10 +2,10 @@
 
 #include <CLI/CLI.hpp>
 
-#include <iostream>
 #include <tool/Interrupt.h>
-#include <tslbl/closed/common/ComponentRegistry.h>
 #include <tslbl/Version.h>
+#include <tslbl/closed/common/ComponentRegistry.h>
+#include <iostream>
 #include <utility>
 
 namespace TslTool {
@@ -24,10 +24,12 @@ class CliOptions final : public Options {
   void Value(const std::string& names, std::optional<double>& value, const std::string& help) override {
     app_.add_option(names, value, help);
   }
-  void Value(const std::string& names, std::optional<std::uint32_t>& value, const std::string& help) override {
+  void Value(const std::string& names, std::optional<std::uint32_t>& value,
+             const std::string& help) override {
     app_.add_option(names, value, help);
   }
-  void Value(const std::string& names, std::optional<std::uint64_t>& value, const std::string& help) override {
+  void Value(const std::string& names, std::optional<std::uint64_t>& value,
+             const std::string& help) override {
     app_.add_option(names, value, help);
   }
   void Choice(const std::string& names, std::string& value, const std::vector<std::string>& choices,

@@ -36,8 +36,10 @@ class Options {
   virtual void Flag(const std::string& names, bool& value, const std::string& help) = 0;
   virtual void Value(const std::string& names, std::string& value, const std::string& help) = 0;
   virtual void Value(const std::string& names, std::optional<double>& value, const std::string& help) = 0;
-  virtual void Value(const std::string& names, std::optional<std::uint32_t>& value, const std::string& help) = 0;
-  virtual void Value(const std::string& names, std::optional<std::uint64_t>& value, const std::string& help) = 0;
+  virtual void Value(const std::string& names, std::optional<std::uint32_t>& value,
+                     const std::string& help) = 0;
+  virtual void Value(const std::string& names, std::optional<std::uint64_t>& value,
+                     const std::string& help) = 0;
   virtual void Choice(const std::string& names, std::string& value, const std::vector<std::string>& choices,
                       const std::string& help) = 0;
   // Whether an option was given at all.

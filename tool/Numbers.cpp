@@ -1,8 +1,8 @@
 #include <tool/Numbers.h>
 
+#include <tool/CommandLine.h>
 #include <charconv>
 #include <cmath>
-#include <tool/CommandLine.h>
 
 namespace TslTool {
 namespace {
@@ -33,7 +33,8 @@ Range ParseRange(const std::string& option, std::string_view text, ParseOne pars
     return {value, value};
   }
   const Range range{parse(option, text.substr(0, dash)), parse(option, text.substr(dash + 1))};
-  if (range.to < range.from) throw UsageError(option + ": \"" + std::string(text) + "\" ends before it begins");
+  if (range.to < range.from)
+    throw UsageError(option + ": \"" + std::string(text) + "\" ends before it begins");
   return range;
 }
 
@@ -41,7 +42,8 @@ Range ParseRange(const std::string& option, std::string_view text, ParseOne pars
 
 double ParseReal(const std::string& option, std::string_view text) {
   const double value = Parse<double>(option, text, "a number");
-  if (!std::isfinite(value)) throw UsageError(option + ": \"" + std::string(text) + "\" is not a finite number");
+  if (!std::isfinite(value))
+    throw UsageError(option + ": \"" + std::string(text) + "\" is not a finite number");
   return value;
 }
 

@@ -1,9 +1,9 @@
 #pragma once
 // The columns of a peak row, for every format that names them.
 
+#include <tslbl/records/MZPeak.h>
 #include <cstdint>
 #include <span>
-#include <tslbl/records/MZPeak.h>
 #include <variant>
 
 namespace TslTool {

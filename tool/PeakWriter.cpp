@@ -2,12 +2,12 @@
 #include <tool/PeakColumns.h>
 #include <tool/PeakWriter.h>
 
-#include <cmath>
-#include <nlohmann/json.hpp>
-#include <stdexcept>
 #include <tslbl/closed/common/Text.h>
 #include <tslbl/closed/common/XMLBuilder.h>
 #include <tslbl/curve/Curve.h>
+#include <cmath>
+#include <nlohmann/json.hpp>
+#include <stdexcept>
 
 namespace TslTool {
 namespace {
@@ -24,12 +24,12 @@ class TableWriter final : public PeakWriter {
     if (!std::isnan(loaded.rtSeconds)) text += fmt::format(", {:.3f} s", loaded.rtSeconds);
     text += fmt::format(", {} peak{}\n", peaks.size(), peaks.size() == 1 ? "" : "s");
     if (!peaks.empty())
-      text += fmt::format("{:>5} {:>11} {:>12} {:>12} {:>9} {:>10} {:>9}\n", "peak", "m/z", "amplitude", "area",
-                          "width", "resolution", "S/N");
+      text += fmt::format("{:>5} {:>11} {:>12} {:>12} {:>9} {:>10} {:>9}\n", "peak", "m/z", "amplitude",
+                          "area", "width", "resolution", "S/N");
     std::size_t number = 0;
     for (const TslBL::MZPeak& p : peaks)
-      text += fmt::format("{:>5} {:>11.4f} {:>12.6g} {:>12.6g} {:>9.4f} {:>10.1f} {:>9.4g}\n", ++number, p.Mass, p.Ampl,
-                          p.Area, p.Width, p.Resolution, p.Signal2Noise);
+      text += fmt::format("{:>5} {:>11.4f} {:>12.6g} {:>12.6g} {:>9.4f} {:>10.1f} {:>9.4g}\n", ++number,
+                          p.Mass, p.Ampl, p.Area, p.Width, p.Resolution, p.Signal2Noise);
     output_.Write(text);
   }
 
@@ -125,8 +125,10 @@ struct Format {
   const char* name;
   std::unique_ptr<PeakWriter> (*make)(Output& output);
 };
-constexpr Format kFormats[] = {
-    {"table", Make<TableWriter>}, {"tsv", Make<TsvWriter>}, {"json", Make<JsonWriter>}, {"xml", Make<XmlWriter>}};
+constexpr Format kFormats[] = {{"table", Make<TableWriter>},
+                               {"tsv", Make<TsvWriter>},
+                               {"json", Make<JsonWriter>},
+                               {"xml", Make<XmlWriter>}};
 
 }  // namespace
 

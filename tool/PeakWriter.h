@@ -2,11 +2,11 @@
 // Peak tables as text, one spectrum after the other: nothing is held back, so that a run of
 // any length goes through.
 
-#include <memory>
-#include <string>
 #include <tool/Output.h>
 #include <tool/SpectrumSource.h>
 #include <tslbl/records/MZPeak.h>
+#include <memory>
+#include <string>
 #include <vector>
 
 namespace TslTool {

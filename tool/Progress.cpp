@@ -21,15 +21,19 @@ std::string ProgressText(std::uint64_t done, std::optional<std::uint64_t> total,
   if (!total || *total == 0) return fmt::format("{} {}  {:.1f} {}/s", done, unit, rate, unit);
   const std::uint64_t shown = std::min(done, *total);
   const std::uint64_t filled = shown * kBarWidth / *total;
-  std::string text = fmt::format("[{}{}] {:3} %  {}/{} {}  {:.1f} {}/s", std::string(filled, '#'),
-                                 std::string(kBarWidth - filled, ' '), shown * 100 / *total, done, *total, unit,
-                                 rate, unit);
+  std::string text =
+      fmt::format("[{}{}] {:3} %  {}/{} {}  {:.1f} {}/s", std::string(filled, '#'),
+                  std::string(kBarWidth - filled, ' '), shown * 100 / *total, done, *total, unit, rate, unit);
   if (rate > 0.0) text += fmt::format("  {:.0f} s left", static_cast<double>(*total - shown) / rate);
   return text;
 }
 
 Progress::Progress(std::optional<std::uint64_t> total, std::string unit)
-    : total_(total), unit_(std::move(unit)), shown_(isatty(STDERR_FILENO) == 1), start_(Clock::now()), drawn_(start_) {}
+    : total_(total),
+      unit_(std::move(unit)),
+      shown_(isatty(STDERR_FILENO) == 1),
+      start_(Clock::now()),
+      drawn_(start_) {}
 
 Progress::~Progress() {
   if (shown_) std::fputs("\r\033[K", stderr);

@@ -1,16 +1,16 @@
 #include <tool/Simulator.h>
 
-#include <algorithm>
-#include <cmath>
-#include <limits>
-#include <map>
-#include <random>
 #include <tool/Compounds.h>
 #include <tslbl/closed/common/Truncate.h>
 #include <tslbl/closed/engines/IsotopePattern.h>
 #include <tslbl/tune/DevTuneRules.h>
 #include <tslbl/tune/FieldLimits.h>
 #include <tslbl/tune/MZConvert.h>
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <map>
+#include <random>
 
 namespace TslTool {
 namespace {
@@ -44,7 +44,7 @@ TslBL::Tune DemonstrationTune() {
   control.MZStepSize = 0.05;
   control.InitSettleDelay = 1800;
   control.PulseCountDelay = 50;
-  control.ScansPerSpec = 1;
+  control.ScansPerSpec = 4;
   control.CapExit.Single = 160.0;
   control.Skimmer.Single = 18.0;
   control.Q0RFAmpl.Single = 600.0;
@@ -67,7 +67,8 @@ TslBL::Tune DemonstrationTune() {
 std::vector<double> AxisOf(const TslBL::Tune& tune) {
   const TslBL::MZConvert convert(tune.MZCalPts);
   const double start = convert.MZToDAC(tune.ControlData.MZLow);
-  const auto step = TslBL::DevTuneRules::TranslateField(TslBL::TuneField::MZStepSize, tune.ControlData.MZStepSize);
+  const auto step =
+      TslBL::DevTuneRules::TranslateField(TslBL::TuneField::MZStepSize, tune.ControlData.MZStepSize);
   std::vector<double> mz(TslBL::DevTuneRules::QNumPulses(tune));
   for (std::size_t i = 0; i < mz.size(); ++i) mz[i] = convert.DACToMZ(static_cast<double>(i) * step + start);
   return mz;
@@ -97,8 +98,28 @@ double ProfileAt(const std::vector<Place>& lines, double mz) {
   return sum;
 }
 
-// The maxima of the summed profile: what a quadrupole can tell apart.
-std::vector<Place> VisibleLines(const std::vector<Place>& lines) {
+// The mean position of the top quarter of the profile around its maximum at `top`, as a
+// peak's centroid is measured.
+double TopCentroid(const std::vector<Place>& lines, const Place& top, double step) {
+  const double level = 0.75 * top.height;
+  double sum = top.height;
+  double moment = 0.0;
+  for (const double direction : {-step, step}) {
+    double height = top.height;
+    for (int i = 1; height >= level; ++i) {
+      height = ProfileAt(lines, top.mz + i * direction);
+      if (height < level) break;
+      sum += height;
+      moment += height * i * direction;
+    }
+  }
+  return top.mz + moment / sum;
+}
+
+// The maxima of the summed profile: what a quadrupole can tell apart. A single charge shows
+// the isotopes themselves; the lines of a higher one run together, and count as one line at
+// its centroid.
+std::vector<Place> VisibleLines(const std::vector<Place>& lines, std::uint32_t charge) {
   constexpr double kStep = 0.001;
   std::vector<Place> visible;
   const double from = lines.front().mz - kFwhm;
@@ -107,7 +128,12 @@ std::vector<Place> VisibleLines(const std::vector<Place>& lines) {
   double here = ProfileAt(lines, from);
   for (int i = 1; i <= steps; ++i) {
     const double next = ProfileAt(lines, from + i * kStep);
-    if (here > before && here >= next) visible.push_back({from + (i - 1) * kStep, here});
+    if (here > before && here >= next) {
+      const Place top{from + (i - 1) * kStep, here};
+      const auto isotope =
+          std::ranges::min(lines, {}, [&](const Place& l) { return std::abs(l.mz - top.mz); });
+      visible.push_back({charge == 1 ? isotope.mz : TopCentroid(lines, top, kStep), here});
+    }
     before = here;
     here = next;
   }
@@ -124,7 +150,7 @@ Simulator::Simulator(std::uint32_t scans, std::uint64_t seed)
   for (std::size_t c = 0; c < compounds.size(); ++c) {
     for (const auto& [charge, share] : compounds[c].charges) {
       const std::vector<Place> lines = IsotopeLines(compounds[c], charge);
-      const std::vector<Place> visible = VisibleLines(lines);
+      const std::vector<Place> visible = VisibleLines(lines, charge);
       const double scale = compounds[c].height * share / std::ranges::max(visible, {}, &Place::height).height;
       for (const Place& line : lines)
         if (line.height > kLeastShare) lines_.push_back({line.mz, line.height * scale, c, charge});
@@ -137,8 +163,12 @@ Simulator::Simulator(std::uint32_t scans, std::uint64_t seed)
 double Simulator::Elution(std::size_t compound, std::uint32_t index) const {
   const Compound& c = DemonstrationCompounds()[compound];
   if (c.elutionWidth <= 0.0) return 1.0;
-  const double distance = (index + 0.5) / scans_ - c.elutesAt;
-  return std::exp(-0.5 * distance * distance / (c.elutionWidth * c.elutionWidth));
+  // A plug of sample with blurred edges, as flow injection gives.
+  constexpr double kEdge = 0.004;
+  const double at = (index + 0.5) / scans_;
+  const double rises = 1.0 / (1.0 + std::exp((c.elutesAt - c.elutionWidth - at) / kEdge));
+  const double falls = 1.0 / (1.0 + std::exp((at - c.elutesAt - c.elutionWidth) / kEdge));
+  return rises * falls;
 }
 
 std::vector<double> Simulator::Expected(std::uint32_t index) const {
@@ -146,7 +176,8 @@ std::vector<double> Simulator::Expected(std::uint32_t index) const {
   for (const Line& line : lines_) {
     const double height = line.height * Elution(line.compound, index);
     auto i = static_cast<std::size_t>(std::ranges::lower_bound(mz_, line.mz - kReach) - mz_.begin());
-    for (; i < mz_.size() && mz_[i] <= line.mz + kReach; ++i) counts[i] += height * LineShape(mz_[i] - line.mz);
+    for (; i < mz_.size() && mz_[i] <= line.mz + kReach; ++i)
+      counts[i] += height * LineShape(mz_[i] - line.mz);
   }
   return counts;
 }

@@ -6,10 +6,10 @@
 // 0.6 m/z) over a smooth chemical background. Each point of the tune's mass DAC grid holds
 // a Poisson number of counts. A seed makes it repeatable, scan by scan in any order.
 
-#include <cstdint>
-#include <string>
 #include <tslbl/spectrum/RawSpectrum.h>
 #include <tslbl/tune/Tune.h>
+#include <cstdint>
+#include <string>
 #include <vector>
 
 namespace TslTool {

@@ -1,7 +1,5 @@
 #include <tool/SpectrumSource.h>
 
-#include <cmath>
-#include <limits>
 #include <tool/Simulator.h>
 #include <tool/io/InputError.h>
 #include <tool/io/OpenScans.h>
@@ -9,6 +7,8 @@
 #include <tslbl/closed/common/Truncate.h>
 #include <tslbl/spectrum/CountRate.h>
 #include <tslbl/spectrum/CreateSpectrum.h>
+#include <cmath>
+#include <limits>
 #include <utility>
 
 namespace TslTool {
@@ -38,6 +38,10 @@ class RunSpectra final : public SpectrumSource {
     return all_ ? std::optional(reader_.Count()) : std::nullopt;
   }
   std::string Format() const override { return "run of raw counts"; }
+  std::optional<double> MzStep() const override {
+    if (reader_.Tunes().empty()) return std::nullopt;
+    return reader_.Tunes().begin()->second.ControlData.MZStepSize;
+  }
 
  private:
   std::string file_;
@@ -61,8 +65,8 @@ class ForeignSpectra final : public SpectrumSource {
     loaded.rtSeconds = scan_.rtSeconds;
     TslBL::RawSpectrum raw;
     raw.info.Id = scan_.number;
-    raw.info.TimeStamp =
-        TslCommon::Truncate<std::uint32_t>(std::isnan(scan_.rtSeconds) ? 0.0 : scan_.rtSeconds * 1000.0 + 0.5);
+    raw.info.TimeStamp = TslCommon::Truncate<std::uint32_t>(
+        std::isnan(scan_.rtSeconds) ? 0.0 : scan_.rtSeconds * 1000.0 + 0.5);
     for (const double amplitude : scan_.amplitude) raw.info.TIC += amplitude;
     raw.counts = scan_.amplitude;
     const double step = scan_.mz.size() > 1 ? scan_.mz[1] - scan_.mz[0] : 0.0;
@@ -108,6 +112,7 @@ class DemonstrationSpectra final : public SpectrumSource {
     return filter_.WantsAll() ? std::optional<std::uint64_t>(simulator_.Scans()) : std::nullopt;
   }
   std::string Format() const override { return "built-in demonstration run"; }
+  std::optional<double> MzStep() const override { return simulator_.Tune().ControlData.MZStepSize; }
 
  private:
   ScanFilter filter_;

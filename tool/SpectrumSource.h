@@ -2,12 +2,12 @@
 // Spectra for evaluation, one after the other, whatever they come from: a run of raw counts,
 // a foreign profile, or the built-in demonstration.
 
+#include <tool/io/Scan.h>
+#include <tslbl/spectrum/Spectrum.h>
 #include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
-#include <tool/io/Scan.h>
-#include <tslbl/spectrum/Spectrum.h>
 #include <vector>
 
 namespace TslTool {
@@ -27,6 +27,8 @@ class SpectrumSource {
   // How many spectra the source announces, if it does.
   virtual std::optional<std::uint64_t> Count() const = 0;
   virtual std::string Format() const = 0;
+  // Spacing of the points in m/z, where the instrument's tune tells it.
+  virtual std::optional<double> MzStep() const { return std::nullopt; }
   // What was odd but readable, complete once Next has returned false.
   virtual std::vector<std::string> Warnings() const { return {}; }
 };

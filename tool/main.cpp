@@ -2,10 +2,12 @@
 
 #include <tool/CommandLine.h>
 #include <tool/Interrupt.h>
+#include <tool/Log.h>
 #include <tool/commands/Commands.h>
 
 int main(int argc, char** argv) {
   using namespace TslTool;
   CatchInterrupts();
+  LogWarningsToStandardError();
   return RunCommandLine(argc, argv, {PeaksCommand(), SimulateCommand(), InfoCommand()});
 }

@@ -90,7 +90,7 @@ struct Outcome {
 
 // Runs `step(curve, changed, error)` with nothing changed so far.
 template <class Step>
-Outcome Run(Step step, TslBL::Curve& curve) {
+Outcome RunOn(Step step, TslBL::Curve& curve) {
   Outcome outcome;
   TslBL::Changed changed;
   outcome.ok = step(curve, changed, outcome.error);
@@ -99,16 +99,16 @@ Outcome Run(Step step, TslBL::Curve& curve) {
 }
 
 // Runs one command.
-inline Outcome Run(const TslBL::CurveEval& eval, TslBL::Curve& curve) {
-  return Run([&eval](TslBL::Curve& c, TslBL::Changed& changed,
-                     std::wstring& error) { return eval.Execute(c, changed, error); },
-             curve);
+inline Outcome RunOn(const TslBL::CurveEval& eval, TslBL::Curve& curve) {
+  return RunOn([&eval](TslBL::Curve& c, TslBL::Changed& changed,
+                       std::wstring& error) { return eval.Execute(c, changed, error); },
+               curve);
 }
 
 // A command of its parameters or its tag.
 template <class Params>
 Outcome RunCommand(const Params& params, TslBL::Curve& curve) {
-  return Run(TslBL::CurveEval(params), curve);
+  return RunOn(TslBL::CurveEval(params), curve);
 }
 
 inline Outcome Success(const std::string& changed) { return {true, changed, L""}; }

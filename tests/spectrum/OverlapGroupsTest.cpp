@@ -92,12 +92,12 @@ TEST(PeakIds, OverlapPeaksFollowTheDataPeaks) {
   EXPECT_TRUE(s.IsMzPkId(9));
   EXPECT_FALSE(s.IsMzPkId(10));
   for (const std::uint32_t opd : {0u, 1u, 2u}) {
-    std::uint32_t spec = 0;
+    std::uint32_t peakId = 0;
     std::uint32_t back = 77;
-    EXPECT_TRUE(s.OpdPkIdToSpecPkId(opd, spec));
-    EXPECT_EQ(spec, 10 + opd);
-    EXPECT_TRUE(s.IsOpdPkId(spec));
-    EXPECT_TRUE(s.SpecPkIdToOpdPkId(spec, back));
+    EXPECT_TRUE(s.OpdPkIdToSpecPkId(opd, peakId));
+    EXPECT_EQ(peakId, 10 + opd);
+    EXPECT_TRUE(s.IsOpdPkId(peakId));
+    EXPECT_TRUE(s.SpecPkIdToOpdPkId(peakId, back));
     EXPECT_EQ(back, opd);
   }
 }
@@ -106,9 +106,9 @@ TEST(PeakIds, OutOfRangeAreRefused) {
   const Spectrum s = SpectrumWithFits(10, "1:0@1 1:1@12 1:2@25");
   std::uint32_t result = 77;
   EXPECT_FALSE(s.OpdPkIdToSpecPkId(3, result));
-  for (const std::uint32_t spec : {0u, 9u, 13u, 0xFFFFFFFFu}) {
-    EXPECT_FALSE(s.IsOpdPkId(spec)) << spec;
-    EXPECT_FALSE(s.SpecPkIdToOpdPkId(spec, result)) << spec;
+  for (const std::uint32_t peakId : {0u, 9u, 13u, 0xFFFFFFFFu}) {
+    EXPECT_FALSE(s.IsOpdPkId(peakId)) << peakId;
+    EXPECT_FALSE(s.SpecPkIdToOpdPkId(peakId, result)) << peakId;
   }
   EXPECT_EQ(result, 77u);
 }

@@ -36,6 +36,21 @@ TEST(IonSource, OfAnApciProbeKeepsItsCoronaInADocument) {
 TEST(Golden, IonSource) { CheckGolden(SampleIonSource(), "IonSource.v3"); }
 TEST(IonSource, CutShortIsRefused) { CheckCutShort(SampleIonSource()); }
 
+TEST(IonSource, SwitchesStandInTheirOrder) {
+  bool IonSource::*const switches[] = {&IonSource::Neb2GasOn,    &IonSource::CalValve2On,
+                                       &IonSource::CalSample1On, &IonSource::CalSample2On,
+                                       &IonSource::CalValveOn,   &IonSource::ControlByCurrent};
+  constexpr std::size_t kFirstSwitch = 44;
+  for (std::size_t i = 0; i < std::size(switches); ++i) {
+    IonSource source;
+    source.ControlByCurrent = false;
+    source.*switches[i] = true;
+    std::string expected(6, '\0');
+    expected[i] = 1;
+    EXPECT_EQ(BytesOf(source).substr(kFirstSwitch, 6), expected) << i;
+  }
+}
+
 TEST(IonSource, OfAnUnknownVersionIsRefused) {
   for (const std::uint32_t version : {0u, 4u})
     EXPECT_EQ(ReadFailure<IonSource>(Bytes(version), SampleIonSource()), "Unknown IonSource version.");

@@ -4,7 +4,6 @@
 
 #include <tslbl/records/VexException.h>
 #include <tslbl/tune/FieldLimits.h>
-#include <limits>
 #include <random>
 #include <stdexcept>
 

@@ -2,9 +2,6 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
-#include <cmath>
-#include <limits>
 #include <tool/Interrupt.h>
 #include <tool/Output.h>
 #include <tool/Progress.h>
@@ -15,6 +12,9 @@
 #include <tslbl/closed/common/Text.h>
 #include <tslbl/tune/DevTuneRules.h>
 #include <tslbl/tune/MassRange.h>
+#include <algorithm>
+#include <cmath>
+#include <limits>
 
 namespace TslTool {
 namespace {
@@ -56,7 +56,8 @@ std::string Rows(const Summary& s, const std::string& unit) {
   std::string text = Row("spectra", fmt::format("{}", s.spectra));
   if (s.spectra == 0) return text;
   if (s.empty > 0) text += Row("empty", fmt::format("{} spectra", s.empty));
-  text += Row("points", s.fewest == s.most ? fmt::format("{} each", s.most) : fmt::format("{} to {}", s.fewest, s.most));
+  text += Row("points", s.fewest == s.most ? fmt::format("{} each", s.most)
+                                           : fmt::format("{} to {}", s.fewest, s.most));
   if (s.mzFrom <= s.mzTo) text += Row("m/z", fmt::format("{:.4f} to {:.4f}", s.mzFrom, s.mzTo));
   if (s.rtFrom <= s.rtTo) text += Row("time", fmt::format("{:.3f} to {:.3f} s", s.rtFrom, s.rtTo));
   if (s.highest >= 0.0) text += Row("highest", fmt::format("{:.6g} {}", s.highest, unit));
@@ -72,7 +73,8 @@ std::string TuneRows(std::uint32_t id, const TslBL::Tune& tune) {
          Row("  function", c.Type == TslBL::Control::Scan ? "scan" : "SIM") +
          Row("  m/z", fmt::format("{} to {}, step {}", from, to, c.MZStepSize)) +
          Row("  dwell", fmt::format("{} us, {} scans a spectrum", c.PulseCountDelay, c.ScansPerSpec)) +
-         Row("  duration", fmt::format("{:.6g} ms a spectrum", TslBL::DevTuneRules::QDuration(tune) / 1000.0)) +
+         Row("  duration",
+             fmt::format("{:.6g} ms a spectrum", TslBL::DevTuneRules::QDuration(tune) / 1000.0)) +
          Row("  calibration", fmt::format("{} points", tune.MZCalPts.size()));
 }
 

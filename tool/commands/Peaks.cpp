@@ -1,8 +1,8 @@
 // tslbl peaks: spectra in, peak tables out.
 
-#include <iostream>
 #include <tool/ChainFile.h>
 #include <tool/ChainOptions.h>
+#include <tool/CurveWriter.h>
 #include <tool/Interrupt.h>
 #include <tool/PeakWriter.h>
 #include <tool/Progress.h>
@@ -13,6 +13,7 @@
 #include <tslbl/curve/CurveEval.h>
 #include <tslbl/curve/ThreadingParams.h>
 #include <tslbl/spectrum/PeakTable.h>
+#include <iostream>
 
 namespace TslTool {
 namespace {
@@ -24,6 +25,7 @@ struct PeaksArguments {
   bool showChain = false;
   std::string format = "table";
   std::string output;
+  std::string curve;
   std::optional<std::uint32_t> threads;
 };
 
@@ -43,11 +45,14 @@ void Evaluate(const std::string& input, const std::vector<TslBL::CurveEval>& cha
 }
 
 void Warn(const SpectrumSource& source, const std::string& name) {
-  for (const std::string& warning : source.Warnings()) std::cerr << "tslbl: " << name << ": " << warning << '\n';
+  for (const std::string& warning : source.Warnings())
+    std::cerr << "tslbl: " << name << ": " << warning << '\n';
 }
 
 int RunPeaks(const PeaksArguments& arguments, const Options& options) {
-  const std::vector<TslBL::CurveEval> chain = arguments.chain.Chain(options);
+  const std::string name = arguments.input.empty() ? "demonstration run" : arguments.input;
+  const auto source = OpenSpectra(arguments.input, arguments.scans.Filter());
+  const std::vector<TslBL::CurveEval> chain = arguments.chain.Chain(options, source->MzStep());
   if (arguments.threads) UseThreads(*arguments.threads);
   Output output(arguments.output);
   if (arguments.showChain) {
@@ -55,10 +60,9 @@ int RunPeaks(const PeaksArguments& arguments, const Options& options) {
     output.Commit();
     return kDone;
   }
-
-  const std::string name = arguments.input.empty() ? "demonstration run" : arguments.input;
-  const auto source = OpenSpectra(arguments.input, arguments.scans.Filter());
   const auto writer = MakePeakWriter(arguments.format, output);
+  std::unique_ptr<CurveWriter> curves;
+  if (!arguments.curve.empty()) curves = std::make_unique<CurveWriter>(arguments.curve);
   Progress progress(source->Count(), "scans");
   LoadedSpectrum loaded;
   std::uint64_t spectra = 0;
@@ -67,11 +71,13 @@ int RunPeaks(const PeaksArguments& arguments, const Options& options) {
     ThrowIfInterrupted();
     Evaluate(name, chain, loaded);
     writer->Write(loaded, TslBL::CreateMZPeakTable(*loaded.spectrum));
+    if (curves) curves->Write(loaded);
     progress.Step();
   }
   if (spectra == 0) throw InputError(name, "", "holds no spectrum that was asked for");
   writer->End();
   output.Commit();
+  if (curves) curves->Commit();
   Warn(*source, name);
   return kDone;
 }
@@ -92,7 +98,8 @@ Command PeaksCommand() {
           "  tslbl peaks sample.run --rt 60-90 --format tsv --output peaks.tsv\n"
           "  tslbl peaks sample.mzML --smooth savgol:11:2 --sn 10\n"
           "  tslbl peaks --show-chain > chain.xml          the chain in effect, to be edited\n"
-          "  tslbl peaks sample.txt --chain chain.xml\n",
+          "  tslbl peaks sample.txt --chain chain.xml\n"
+          "  tslbl peaks sample.run --scan 3 --curve curve.tsv   with smoothed amplitudes, baseline, noise\n",
       .declare =
           [arguments](Options& options) {
             options.Value("INPUT", arguments->input, "Run, mzML file or two-column text");
@@ -101,6 +108,8 @@ Command PeaksCommand() {
             options.Flag("--show-chain", arguments->showChain, "Print the effective chain as XML and end");
             options.Choice("--format", arguments->format, PeakFormats(), "Form of the result");
             options.Value("-o,--output", arguments->output, "Write the result to this file");
+            options.Value("--curve", arguments->curve,
+                          "Write the evaluated curves, point by point, to this file");
             options.Value("--threads", arguments->threads, "Number of threads [as many as the machine has]");
           },
       .run = [arguments](const Options& options) { return RunPeaks(*arguments, options); },

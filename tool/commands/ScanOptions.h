@@ -1,10 +1,10 @@
 #pragma once
 // Which scans of the input a command takes.
 
-#include <string>
 #include <tool/CommandLine.h>
 #include <tool/Numbers.h>
 #include <tool/io/Scan.h>
+#include <string>
 
 namespace TslTool {
 

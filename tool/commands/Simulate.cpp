@@ -2,13 +2,13 @@
 
 #include <fmt/format.h>
 
-#include <filesystem>
 #include <tool/Interrupt.h>
 #include <tool/Output.h>
 #include <tool/Progress.h>
 #include <tool/Simulator.h>
 #include <tool/commands/Commands.h>
 #include <tool/io/RunFile.h>
+#include <filesystem>
 
 namespace TslTool {
 namespace {
@@ -23,7 +23,8 @@ struct SimulateArguments {
 void WriteTruth(const Simulator& simulator, std::uint32_t index, Output& output) {
   std::string text;
   for (const TrueLine& line : simulator.Truth(index))
-    text += fmt::format("{}\t{:.6f}\t{:.6g}\t{}\t{}\n", index + 1, line.mz, line.height, line.compound, line.charge);
+    text += fmt::format("{}\t{:.6f}\t{:.6g}\t{}\t{}\n", index + 1, line.mz, line.height, line.compound,
+                        line.charge);
   output.Write(text);
 }
 
@@ -70,8 +71,10 @@ Command SimulateCommand() {
       .declare =
           [arguments](Options& options) {
             options.Value("-o,--output", arguments->output, "The run to write; it must not exist");
-            options.Value("--scans", arguments->scans, fmt::format("Number of scans [{}]", Simulator::kDefaultScans));
-            options.Value("--seed", arguments->seed, fmt::format("Seed of the noise [{}]", Simulator::kDefaultSeed));
+            options.Value("--scans", arguments->scans,
+                          fmt::format("Number of scans [{}]", Simulator::kDefaultScans));
+            options.Value("--seed", arguments->seed,
+                          fmt::format("Seed of the noise [{}]", Simulator::kDefaultSeed));
             options.Value("--truth", arguments->truth, "Write what is in the run to this file");
           },
       .run = [arguments](const Options&) { return RunSimulate(*arguments); },

@@ -24,8 +24,7 @@ struct AxisRepair {
 // Both arrays have the same length and finite values; one pass where the axis ascends strictly.
 AxisRepair RepairAxis(std::vector<double>& mz, std::vector<double>& amplitude);
 
-// "3 pairs of points change places and 1 point is merged ..., first at PLACE": one sentence for the user.
-// Empty if there is nothing to tell.
+// One sentence for the user that names the place of the first repair; empty if there is nothing to tell.
 std::string DescribeRepair(const AxisRepair& repair, const std::string& firstPlace);
 
 // Sorts a list of peaks by m/z, equal ones in their old order. A peak list is a set, so nothing is odd.

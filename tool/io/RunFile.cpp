@@ -1,5 +1,11 @@
 #include <tool/io/RunFile.h>
 
+#include <tool/io/Counts.h>
+#include <tool/io/InputError.h>
+#include <tslbl/Version.h>
+#include <tslbl/closed/common/BinaryStream.h>
+#include <tslbl/closed/common/Text.h>
+#include <tslbl/closed/common/XMLBuilder.h>
 #include <algorithm>
 #include <cmath>
 #include <ctime>
@@ -7,12 +13,6 @@
 #include <functional>
 #include <sstream>
 #include <stdexcept>
-#include <tool/io/Counts.h>
-#include <tool/io/InputError.h>
-#include <tslbl/Version.h>
-#include <tslbl/closed/common/BinaryStream.h>
-#include <tslbl/closed/common/Text.h>
-#include <tslbl/closed/common/XMLBuilder.h>
 
 namespace TslTool {
 namespace {
@@ -92,9 +92,9 @@ RunWriter::RunWriter(const std::string& file, const std::string& title)
     insert.Run();
   }
   database_.Execute("COMMIT");
-  insertScan_ = std::make_unique<Statement>(
-      database_,
-      "INSERT INTO scan(id, time_stamp, tune_id, tic, points, encoding, counts) VALUES (?, ?, ?, ?, ?, ?, ?)");
+  insertScan_ = std::make_unique<Statement>(database_,
+                                            "INSERT INTO scan(id, time_stamp, tune_id, tic, points, "
+                                            "encoding, counts) VALUES (?, ?, ?, ?, ?, ?, ?)");
 }
 
 void RunWriter::AddTune(std::uint32_t id, const TslBL::Tune& tune) {
@@ -156,7 +156,8 @@ void RunReader::ReadHeader() {
     if (rows.Bytes(0) == "title") title_ = rows.Bytes(1);
   }
   if (format != std::to_string(kFormat))
-    throw std::runtime_error("has run format \"" + format + "\"; this program reads " + std::to_string(kFormat));
+    throw std::runtime_error("has run format \"" + format + "\"; this program reads " +
+                             std::to_string(kFormat));
 }
 
 void RunReader::ReadTunes() {

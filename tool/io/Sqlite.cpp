@@ -30,7 +30,9 @@ void Statement::Check(int result) const {
   if (result != SQLITE_OK) database_.Fail();
 }
 
-void Statement::Bind(int parameter, std::int64_t value) { Check(sqlite3_bind_int64(handle_, parameter, value)); }
+void Statement::Bind(int parameter, std::int64_t value) {
+  Check(sqlite3_bind_int64(handle_, parameter, value));
+}
 void Statement::Bind(int parameter, double value) { Check(sqlite3_bind_double(handle_, parameter, value)); }
 
 void Statement::Bind(int parameter, std::string_view text) {

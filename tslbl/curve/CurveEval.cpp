@@ -28,7 +28,7 @@ const CommandRow* FindCommand(std::uint32_t type) {
 const CommandRow* FindCommand(const std::wstring& text) {
   const auto rows = CommandTable();
   const auto row = std::ranges::find(rows, text, &CommandRow::text);
-  return row != rows.end() ? &*row : nullptr;
+  return row != rows.end() ? &*row : FindCommand(EvalType::CSDecon);
 }
 
 CurveEval::CurveEval() : impl_(Make(FindCommand(EvalType::Empty))) {}

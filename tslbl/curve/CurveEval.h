@@ -65,9 +65,9 @@ class TSLBL_API CurveEval : public frame::SerialAndXml {
   // evaluation type."; the command stays as it was.
   void Serialize(BinaryReader& reader) override;
   void Serialize(BinaryWriter& writer) const override;
-  // An element "CurveEval" with the command's text in its attribute "Type". Throws
-  // std::runtime_error "Invalid curve evaluation type." for a text of no command; an
-  // absent attribute means the Empty command.
+  // An element "CurveEval" with the command's text in its attribute "Type", which is read
+  // with case. An absent attribute means the Empty command, a text of no command a default
+  // charge state deconvolution.
   void Serialize(XMLParser& parser) override;
   void Serialize(XMLBuilder& builder) const override;
   void Serialize(std::wstring& text) const override;

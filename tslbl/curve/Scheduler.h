@@ -9,6 +9,7 @@
 #include <tslbl/Export.h>
 #include <tslbl/curve/ThreadingParams.h>
 #include <cstdint>
+#include <memory>
 
 namespace TslBL {
 

@@ -35,15 +35,15 @@ std::vector<OverlapPeakInfo> Spectrum::QOverlapPeakGroup(std::uint32_t group) co
   return {first, last};
 }
 
-bool Spectrum::OpdPkIdToSpecPkId(std::uint32_t opd, std::uint32_t& spec) const {
+bool Spectrum::OpdPkIdToSpecPkId(std::uint32_t opd, std::uint32_t& peakId) const {
   if (opd >= QNumOverlappedPeaks()) return false;
-  spec = opd + QNumPeaks();
+  peakId = opd + QNumPeaks();
   return true;
 }
 
-bool Spectrum::SpecPkIdToOpdPkId(std::uint32_t spec, std::uint32_t& opd) const {
-  if (!IsOpdPkId(spec)) return false;
-  opd = spec - QNumPeaks();
+bool Spectrum::SpecPkIdToOpdPkId(std::uint32_t peakId, std::uint32_t& opd) const {
+  if (!IsOpdPkId(peakId)) return false;
+  opd = peakId - QNumPeaks();
   return true;
 }
 

@@ -66,12 +66,12 @@ class TSLBL_API Spectrum : public Curve {
 
   // --- Converting peak ids. False leaves the result as it was.
 
-  bool IsMzPkId(std::uint32_t spec) const { return spec < QNumPeaks(); }
-  bool IsOpdPkId(std::uint32_t spec) const {
-    return !IsMzPkId(spec) && spec - QNumPeaks() < QNumOverlappedPeaks();
+  bool IsMzPkId(std::uint32_t peakId) const { return peakId < QNumPeaks(); }
+  bool IsOpdPkId(std::uint32_t peakId) const {
+    return !IsMzPkId(peakId) && peakId - QNumPeaks() < QNumOverlappedPeaks();
   }
-  bool OpdPkIdToSpecPkId(std::uint32_t opd, std::uint32_t& spec) const;
-  bool SpecPkIdToOpdPkId(std::uint32_t spec, std::uint32_t& opd) const;
+  bool OpdPkIdToSpecPkId(std::uint32_t opd, std::uint32_t& peakId) const;
+  bool SpecPkIdToOpdPkId(std::uint32_t peakId, std::uint32_t& opd) const;
 
   // --- Editing groups
 

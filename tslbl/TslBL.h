@@ -1,0 +1,71 @@
+#pragma once
+// The whole interface of the library. The headers below, and those that they include, are
+// installed and stay; all others lie beside their sources for the library itself.
+//
+// A program takes the headers that it needs. They stand here in the order in which data
+// goes: streams and documents, numerics, small records, curves and their evaluation, the
+// tune of the instrument, spectra and their peaks.
+
+#include <tslbl/Version.h>
+
+#include <tslbl/closed/common/BinaryStream.h>
+#include <tslbl/closed/common/ComponentRegistry.h>
+#include <tslbl/closed/common/DiverterValve.h>
+#include <tslbl/closed/common/ModulePath.h>
+#include <tslbl/closed/common/Polarity.h>
+#include <tslbl/closed/common/Probes.h>
+#include <tslbl/closed/common/StringTable.h>
+#include <tslbl/closed/common/Text.h>
+#include <tslbl/closed/common/TimeBase.h>
+#include <tslbl/closed/common/Truncate.h>
+#include <tslbl/closed/common/XMLBuilder.h>
+#include <tslbl/closed/common/XMLParser.h>
+#include <tslbl/closed/common/XMLResultException.h>
+
+#include <tslbl/closed/math/Baseline.h>
+#include <tslbl/closed/math/BaselineAndNoise.h>
+#include <tslbl/closed/math/Features.h>
+#include <tslbl/closed/math/GaussPeak.h>
+#include <tslbl/closed/math/Noise.h>
+#include <tslbl/closed/math/Normalize.h>
+#include <tslbl/closed/math/Smoothing.h>
+#include <tslbl/closed/math/SplinePeak.h>
+
+#include <tslbl/closed/engines/IsotopePattern.h>
+
+#include <tslbl/records/CSSeries.h>
+#include <tslbl/records/MZPeak.h>
+#include <tslbl/records/MZPeakField.h>
+#include <tslbl/records/MZRange.h>
+#include <tslbl/records/OPDParams.h>
+#include <tslbl/records/OverlapPeakInfo.h>
+#include <tslbl/records/VexException.h>
+
+#include <tslbl/curve/BaselineParams.h>
+#include <tslbl/curve/Curve.h>
+#include <tslbl/curve/CurveEval.h>
+#include <tslbl/curve/CurvePeak.h>
+#include <tslbl/curve/DetectOnePeak.h>
+#include <tslbl/curve/Execute.h>
+#include <tslbl/curve/NoiseParams.h>
+#include <tslbl/curve/PeakDetectParams.h>
+#include <tslbl/curve/PeakInfo.h>
+#include <tslbl/curve/SmoothParams.h>
+#include <tslbl/curve/ThreadingParams.h>
+#include <tslbl/curve/ThresholdParams.h>
+
+#include <tslbl/tune/DevTuneRules.h>
+#include <tslbl/tune/FieldLimits.h>
+#include <tslbl/tune/MZConvert.h>
+#include <tslbl/tune/MassAxis.h>
+#include <tslbl/tune/MassRange.h>
+#include <tslbl/tune/Q1FieldConvert.h>
+#include <tslbl/tune/SyringeList.h>
+#include <tslbl/tune/Tune.h>
+
+#include <tslbl/spectrum/CountRate.h>
+#include <tslbl/spectrum/CreateSpectrum.h>
+#include <tslbl/spectrum/PeakTable.h>
+#include <tslbl/spectrum/RawSpectrum.h>
+#include <tslbl/spectrum/Spectrum.h>
+#include <tslbl/spectrum/StateSpectrum.h>
