@@ -51,27 +51,30 @@ TEST(RemoveSpikes, LeavesTwoAdjacentSpikes) {
   EXPECT_EQ(Filtered("0 0 100 100 0 0 0"), Values("0 0 100 100 0 0 0"));
 }
 
-TEST(RemoveSpikes, RemovesTheSpikeBesideAMuchSmallerOne) {
+TEST(RemoveSpikes, TakesTheTallerOfTwoIfTheMeanIsBelowATenthOfIt) {
+  EXPECT_EQ(Filtered("0 0 500 100 0 0 0"), Values("0 0 500 100 0 0 0"));
   EXPECT_EQ(Filtered("0 0 1000 100 0 0 0"), Values("0 0 50 100 0 0 0"));
 }
 
 TEST(RemoveSpikes, SeesPointsThatItHasReplaced) {
-  // With its neighbour of 1000 the point of 400 would stay.
-  EXPECT_EQ(Filtered("0 0 9000 400 0 0 0"), Values("0 0 200 400 0 0 0"));
-  EXPECT_EQ(Filtered("0 0 4100 400 0 0 0 0"), Values("0 0 200 400 0 0 0 0"));
-  EXPECT_EQ(Filtered("0 0 1000 40 0 0 0 0"), Values("0 0 20 40 0 0 0 0"));
-  EXPECT_EQ(Filtered("0 500 0 30 0 0"), Values("0 0 0 0 0 0"));
+  // Beside the 600 as it was the 100 would stay; beside the 50 it is a spike.
+  EXPECT_EQ(Filtered("0 600 100 -40 0 0"), Values("0 50 5 -40 0 0"));
 }
 
 TEST(RemoveSpikes, OfWidthTwoTakesASpikeOfTwoPoints) {
-  EXPECT_EQ(Filtered("0 0 100 100 0 0 0", 2), Values("0 0 0 100 0 0 0"));
+  EXPECT_EQ(Filtered("0 0 100 100 0 0 0", 2), Values("0 0 0 0 0 0 0"));
   EXPECT_EQ(Filtered("0 0 100 100 0 0 0", 1), Values("0 0 100 100 0 0 0"));
 }
 
+TEST(RemoveSpikes, OfWidthTwoTakesAPointForWhatItsRightNeighbourIs) {
+  // The mean is 6 for the first of the two: not it, but the second one, is above 60.
+  EXPECT_EQ(Filtered("0 0 50 100 12 0 0", 2), Values("0 0 6 3 12 0 0"));
+}
+
 TEST(RemoveSpikes, OfAWidthRunsTheNarrowerFiltersFirst) {
+  // For width 2 alone the second spike would cover the first.
+  EXPECT_EQ(Filtered("0 0 100 0 100 0 0 0", 2), Values("0 0 0 0 0 0 0 0"));
   EXPECT_EQ(Filtered("0 0 100 0 0 0 0", 3), Values("0 0 0 0 0 0 0"));
-  // Width 1 lowers the first point to 50; width 2 then has no reason to take it.
-  EXPECT_EQ(Filtered("0 0 1000 100 12 0 0", 2), Values("0 0 50 100 12 0 0"));
 }
 
 TEST(RemoveSpikes, OfWidthZeroDoesNothing) { EXPECT_EQ(Filtered("0 0 100 0 0", 0), Values("0 0 100 0 0")); }

@@ -91,12 +91,6 @@ EvalThreadingParams With(EvalThreadingParams::Partitioners partitioner, std::uin
 // Keeps the messages of the logger "tbb".
 class Messages : public log4cxx::AppenderSkeleton {
  public:
-  DECLARE_LOG4CXX_OBJECT(Messages)
-  BEGIN_LOG4CXX_CAST_MAP()
-  LOG4CXX_CAST_ENTRY(Messages)
-  LOG4CXX_CAST_ENTRY_CHAIN(AppenderSkeleton)
-  END_LOG4CXX_CAST_MAP()
-
   void close() override {}
   bool requiresLayout() const override { return false; }
   void append(const log4cxx::spi::LoggingEventPtr& event, log4cxx::helpers::Pool&) override {
@@ -105,7 +99,6 @@ class Messages : public log4cxx::AppenderSkeleton {
   }
   std::vector<std::string> texts;
 };
-IMPLEMENT_LOG4CXX_OBJECT(Messages)
 
 // What setting the parameters logs at a level.
 std::vector<std::string> Logged(const log4cxx::LevelPtr& level, const AppThreadingParams& params) {

@@ -64,8 +64,10 @@ TEST(AssignCountRateAmpl, AddsTheMassStepsOfASimWithSpan) {
 
 TEST(AssignCountRateAmpl, SimWithoutSpanHasOneMassStep) {
   Tune tune = SpanTune();
-  tune.ControlData.MZHi = 0.0;
-  EXPECT_EQ(Rates(tune, {10.0})[0], 5000.0);
+  for (const double span : {0.0, 0.3}) {  // an odd number of tenths is no span
+    tune.ControlData.MZHi = span;
+    EXPECT_EQ(Rates(tune, {10.0})[0], 5000.0) << span;
+  }
 }
 
 TEST(AssignCountRateAmpl, ReportsTheSumOfTheRatesInTheirOrder) {

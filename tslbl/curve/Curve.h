@@ -82,6 +82,8 @@ class TSLBL_API Curve : public ITslSerial {
   Curve() = default;
   Curve(const Curve&) = default;
   Curve& operator=(const Curve&) = default;
+  Curve(Curve&&) = default;
+  Curve& operator=(Curve&&) = default;
 
   // A new copy, owned by the caller.
   virtual Curve* Clone() const = 0;

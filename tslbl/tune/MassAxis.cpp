@@ -7,8 +7,6 @@
 namespace TslBL {
 namespace {
 
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
-
 PointTable SortedTable(const std::vector<MZCalPt>& calPts) {
   PointTable table;
   table.reserve(calPts.size());
@@ -23,12 +21,11 @@ class Stretch {
   // For a table of two points or more.
   Stretch(const PointTable& table, double dac)
       : front_(table.front().second), back_(table.back().second), outside_(Outside(dac)) {
-    const std::size_t last = table.size() - 1;
-    const std::size_t end = outside_ ? last : SegmentEnd<&TablePoint::second>(table, dac);
+    const std::size_t end = outside_ ? table.size() - 1 : SegmentEnd<&TablePoint::second>(table, dac);
     const TablePoint& start = outside_ ? table.front() : table[end - 1];
     line_ = CheckedLineThrough(start, table[end]);
     flatMZ_ = start.first;
-    if (end != last) upTo_ = table[end].second;
+    upTo_ = table[end].second;
     // DAC values that do not rise leave a segment only what no earlier one takes.
     for (std::size_t i = 1; i < end; ++i) above_ = std::max(above_, table[i].second);
   }
@@ -46,8 +43,8 @@ class Stretch {
   bool outside_;
   Line line_{};
   double flatMZ_ = 0.0;
-  double above_ = -kInfinity;
-  double upTo_ = kInfinity;
+  double above_ = -std::numeric_limits<double>::infinity();
+  double upTo_ = 0.0;
 };
 
 }  // namespace

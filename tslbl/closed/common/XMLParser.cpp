@@ -76,6 +76,15 @@ std::wstring Refusal(const pugi::xml_document& document, std::string_view bytes)
   return TooDeep(document) ? L"elements are nested too deeply" : L"";
 }
 
+// A folder or a pipe is no document, and opening a pipe would wait for somebody to write.
+bool ReadWholeFile(const std::filesystem::path& file, std::string& bytes) {
+  std::error_code ignored;
+  if (!std::filesystem::is_regular_file(file, ignored)) return false;
+  std::ifstream in(file, std::ios::binary);
+  bytes.assign(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+  return !in.fail();
+}
+
 }  // namespace
 
 struct XMLParser::Impl {
@@ -112,21 +121,12 @@ XMLParser::XMLParser() : impl_(std::make_unique<Impl>()) { impl_->Rewind(); }
 XMLParser::~XMLParser() = default;
 
 bool XMLParser::LoadFile(const std::wstring& path) {
-  const std::filesystem::path file(ToUtf8(path));
-  std::ifstream in(file, std::ios::binary);
-  std::error_code ignored;
   std::string bytes;
-  if (in && !std::filesystem::is_directory(file, ignored))
-    bytes.assign(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-  else
-    in.setstate(std::ios::failbit);
-  if (in.fail()) {
-    impl_->document.reset();
-    impl_->Rewind();
-    impl_->loadError = L"the file cannot be read";
-    return false;
-  }
-  return Accept(bytes);
+  if (ReadWholeFile(ToUtf8(path), bytes)) return Accept(bytes);
+  impl_->document.reset();
+  impl_->Rewind();
+  impl_->loadError = L"the file cannot be read";
+  return false;
 }
 
 bool XMLParser::LoadText(const std::wstring& xml) { return Accept(ToUtf8(xml)); }
