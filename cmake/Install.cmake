@@ -1,6 +1,7 @@
 # The installed tree: library, public headers, tool, find_package(TslBL) and pkg-config, all
 # of it movable.
 include(CMakePackageConfigHelpers)
+set(CMAKE_INSTALL_MESSAGE NEVER)
 
 # Public are the headers to which tslbl/TslBL.h leads; the others lie beside their sources
 # for the library alone.

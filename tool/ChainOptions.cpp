@@ -27,16 +27,19 @@ class Words {
 
   const std::string& Word() const { return parts_.front(); }
   // Takes the next number, if there is one, for `value`.
-  void Count(std::uint32_t& value) {
-    if (next_ < parts_.size()) value = ParseCount(option_, parts_[next_++]);
+  void Count(std::uint32_t& value, std::uint32_t least = 1) {
+    if (!HasMore()) return;
+    value = ParseCount(option_, Next());
+    if (value < least) Refuse("each number must be at least " + std::to_string(least));
   }
   bool HasMore() const { return next_ < parts_.size(); }
   const std::string& Next() { return parts_[next_++]; }
   void RequireEnd() const {
-    if (HasMore()) throw UsageError(option_ + ": \"" + text_ + "\" has more parts than " + Word() + " takes");
+    if (HasMore()) Refuse("there are more parts than " + Word() + " takes");
   }
-  [[noreturn]] void Unknown(const std::string& known) const {
-    throw UsageError(option_ + ": \"" + text_ + "\" is not one of " + known);
+  [[noreturn]] void Unknown(const std::string& known) const { Refuse("it is not one of " + known); }
+  [[noreturn]] void Refuse(const std::string& reason) const {
+    throw UsageError(option_ + ": \"" + text_ + "\": " + reason);
   }
 
  private:
@@ -74,10 +77,23 @@ void AddSmooth(std::vector<CurveEval>& chain, const std::string& text) {
   } else {
     words.Unknown("auto, mean, median, gaussian, savgol, off");
   }
-  words.Count(p.Steps.front().Size);
-  if (p.Alg == SmoothParams::SavitzkyGolay) words.Count(p.Order);
+  words.Count(p.Steps.front().Size, 2);
+  if (p.Alg == SmoothParams::SavitzkyGolay) {
+    words.Count(p.Order, 0);
+    // The window grows to an odd width; a polynomial with as many terms passes through every point.
+    if (p.Order >= (p.Steps.front().Size | 1U) - 1U)
+      words.Refuse("it changes nothing, the width must be larger than the order by 2");
+  }
   words.RequireEnd();
   chain.emplace_back(p);
+}
+
+double Constant(const Words& words) {
+  try {
+    return ParseReal("--baseline", words.Word());
+  } catch (const UsageError&) {
+    words.Unknown("linear, adaptive, valley, or a number");
+  }
 }
 
 void AddBaseline(std::vector<CurveEval>& chain, const std::string& text) {
@@ -97,20 +113,17 @@ void AddBaseline(std::vector<CurveEval>& chain, const std::string& text) {
     words.Count(p.SegSize);
   } else {
     p.Auto = false;
-    p.ManVal = ParseReal("--baseline", words.Word());
+    p.ManVal = Constant(words);
   }
   words.RequireEnd();
   chain.emplace_back(p);
 }
 
-void SetStretch(NoiseParams& p, NoiseParams::ManAlgs algorithm, Words& words) {
-  p.Auto = false;
-  p.AlgMan = algorithm;
-  if (!words.HasMore())
-    throw UsageError("--noise: " + words.Word() + " needs a stretch, as in " + words.Word() + ":100-120");
-  const RealRange stretch = ParseRealRange("--noise", words.Next());
-  p.Start = stretch.from;
-  p.End = stretch.to;
+// The stretch of m/z behind the word, for the two ways that measure the noise on one.
+std::optional<RealRange> StretchOf(Words& words) {
+  if (words.Word() != "peak-to-peak" && words.Word() != "6sd") return std::nullopt;
+  if (!words.HasMore()) words.Refuse("it needs a stretch, as in " + words.Word() + ":100-120");
+  return ParseRealRange("--noise", words.Next());
 }
 
 void AddNoise(std::vector<CurveEval>& chain, const std::string& text) {
@@ -132,15 +145,20 @@ void AddNoise(std::vector<CurveEval>& chain, const std::string& text) {
     p.Median = 5;
     words.Count(p.SegSize);
     words.Count(p.Median);
-  } else if (words.Word() == "peak-to-peak") {
-    SetStretch(p, NoiseParams::ManAlgs::PeakToPeak, words);
-  } else if (words.Word() == "6sd") {
-    SetStretch(p, NoiseParams::ManAlgs::SixTimesSD, words);
+  } else if (const auto stretch = StretchOf(words)) {
+    p.Auto = false;
+    p.AlgMan = words.Word() == "6sd" ? NoiseParams::ManAlgs::SixTimesSD : NoiseParams::ManAlgs::PeakToPeak;
+    p.Start = stretch->from;
+    p.End = stretch->to;
   } else {
     words.Unknown("linear, valley, dispersion, median, peak-to-peak, 6sd");
   }
   words.RequireEnd();
   chain.emplace_back(p);
+}
+
+void RequirePercent(const std::string& option, std::optional<double> value) {
+  if (value && (*value < 0.0 || *value > 100.0)) throw UsageError(option + ": a percentage is from 0 to 100");
 }
 
 void SetPosition(PeakDetectParams& p, const std::string& text) {
@@ -150,6 +168,7 @@ void SetPosition(PeakDetectParams& p, const std::string& text) {
   } else if (words.Word() == "centroid") {
     p.RetentionType = PeakDetectParams::CentroidTopPercent;
     if (words.HasMore()) p.Retention = ParseReal("--position", words.Next());
+    RequirePercent("--position", p.Retention);
   } else {
     words.Unknown("top, centroid");
   }
@@ -166,32 +185,33 @@ void SetLimit(const std::optional<T>& given, bool& inUse, T& value) {
 }  // namespace
 
 void ChainOptions::Declare(Options& options) {
-  options.Value("--chain", file_,
+  options.Value("--chain FILE", file_,
                 "Run the chain of this XML file instead of the usual one (see --show-chain)");
   options.Flag("--aerosol", aerosol_, "Take out isolated spikes first");
-  options.Value("--smooth", smooth_,
+  options.Value("--smooth HOW", smooth_,
                 "mean, median or gaussian[:WIDTH], savgol[:WIDTH[:ORDER]], or off; width in points [auto: "
                 "savgol, 1.25 line widths of a run, 7 points else]");
-  options.Value("--baseline", baseline_,
+  options.Value("--baseline HOW", baseline_,
                 "linear[:SEGMENT[:POINTS[:WIDTH]]], adaptive[:SEGMENT[:WINDOW]], valley[:SEGMENT], or a "
                 "constant [linear]");
   options.Flag("--subtract-baseline", subtractBaseline_, "Take the baseline out of the amplitudes");
-  options.Value("--noise", noise_,
+  options.Value("--noise HOW", noise_,
                 "linear[:SEGMENT[:POINTS[:WIDTH]]], valley[:SEGMENT], dispersion[:SEGMENT], "
                 "median[:SEGMENT[:SEGMENTS]], "
                 "or of a peak-free stretch of m/z: peak-to-peak:A-B, 6sd:A-B [linear]");
-  options.Value("--threshold", threshold_, "Least amplitude");
-  options.Value("--sn", sn_, "Least signal-to-noise ratio, a whole number [5]");
-  options.Value("--min-rel-ampl", minRelAmpl_, "Least amplitude, percent of the tallest peak");
-  options.Value("--min-area", minArea_, "Least area");
-  options.Value("--min-rel-area", minRelArea_, "Least area, percent of the largest");
-  options.Value("--min-width", minWidth_, "Least full width at half maximum, m/z");
-  options.Value("--max-width", maxWidth_, "Largest full width at half maximum, m/z");
-  options.Value("--max-peaks", maxPeaks_, "Go on with this many of the tallest candidates");
-  options.Value("--valley", valley_, "A valley below this percentage of a peak's height ends it [50]");
-  options.Value("--position", position_,
+  options.Value("--threshold X", threshold_, "Least amplitude");
+  options.Value("--sn N", sn_, "Least signal-to-noise ratio, a whole number [5]");
+  options.Value("--min-rel-ampl PERCENT", minRelAmpl_, "Least amplitude, percent of the tallest peak");
+  options.Value("--min-area X", minArea_, "Least area");
+  options.Value("--min-rel-area PERCENT", minRelArea_, "Least area, percent of the largest");
+  options.Value("--min-width X", minWidth_, "Least full width at half maximum, m/z");
+  options.Value("--max-width X", maxWidth_, "Largest full width at half maximum, m/z");
+  options.Value("--max-peaks N", maxPeaks_, "Go on with this many of the tallest candidates");
+  options.Value("--valley PERCENT", valley_,
+                "A valley below this percentage of a peak's height ends it [50]");
+  options.Value("--position HOW", position_,
                 "Where a peak is: top, or centroid[:PERCENT] over its top percent [centroid:25]");
-  options.Value("--range", range_, "Search from A to B only, m/z, as A-B");
+  options.Value("--range A-B", range_, "Search from A to B only, m/z");
   options.Flag("--sorted", sorted_, "Find candidates tallest first instead of from left to right");
 }
 
@@ -205,20 +225,36 @@ std::vector<CurveEval> ChainOptions::Chain(const Options& options, std::optional
   return LoadChain(file_);
 }
 
+std::optional<RealRange> ChainOptions::NoiseStretch() const {
+  if (!file_.empty()) return std::nullopt;
+  Words words("--noise", noise_);
+  return StretchOf(words);
+}
+
 std::vector<CurveEval> ChainOptions::FromSwitches(std::optional<double> mzStep) const {
   std::vector<CurveEval> chain;
   if (aerosol_) chain.emplace_back(CurveEval::AerosolFilter());
   AddSmooth(chain, smooth_ == "auto" ? AutomaticSmooth(mzStep) : smooth_);
   AddBaseline(chain, baseline_);
-  if (subtractBaseline_) chain.emplace_back(CurveEval::BaselineSubtract());
+  // The noise comes first: a subtraction cuts the lower half of it off.
   AddNoise(chain, noise_);
-  PeakDetectParams p = PeakDetectParams::DefaultMS();
+  if (subtractBaseline_) chain.emplace_back(CurveEval::BaselineSubtract());
   if (threshold_) {
     TslBL::ThresholdParams threshold;
     threshold.Value = *threshold_;
     chain.emplace_back(threshold);
-    p.ThresholdInUse = true;
   }
+  chain.emplace_back(PeakSearch());
+  return chain;
+}
+
+PeakDetectParams ChainOptions::PeakSearch() const {
+  RequirePercent("--min-rel-ampl", minRelAmpl_);
+  RequirePercent("--min-rel-area", minRelArea_);
+  RequirePercent("--valley", valley_);
+  if (maxPeaks_ == 0U) throw UsageError("--max-peaks: there must be at least one");
+  PeakDetectParams p = PeakDetectParams::DefaultMS();
+  p.ThresholdInUse = threshold_.has_value();
   SetLimit(sn_, p.SNInUse, p.SN);
   SetLimit(minRelAmpl_, p.RelAmplInUse, p.RelAmpl);
   SetLimit(minArea_, p.AbsAreaInUse, p.AbsArea);
@@ -235,8 +271,7 @@ std::vector<CurveEval> ChainOptions::FromSwitches(std::optional<double> mzStep) 
     p.SearchEnd = range.to;
   }
   if (sorted_) p.FindFeatureAlgorithm = PeakDetectParams::Sorted;
-  chain.emplace_back(p);
-  return chain;
+  return p;
 }
 
 }  // namespace TslTool

@@ -3,7 +3,9 @@
 // peak detection.
 
 #include <tool/CommandLine.h>
+#include <tool/Numbers.h>
 #include <tslbl/curve/CurveEval.h>
+#include <tslbl/curve/PeakDetectParams.h>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -18,9 +20,13 @@ class ChainOptions {
   // the spacing of the points: the default smoothing follows the width of a line in points.
   // Throws UsageError and InputError.
   std::vector<TslBL::CurveEval> Chain(const Options& options, std::optional<double> mzStep) const;
+  // The stretch of m/z that the noise is to be measured on, if --noise names one. With fewer
+  // than two points in it the library would take the whole spectrum for it.
+  std::optional<RealRange> NoiseStretch() const;
 
  private:
   std::vector<TslBL::CurveEval> FromSwitches(std::optional<double> mzStep) const;
+  TslBL::PeakDetectParams PeakSearch() const;
 
   std::string file_;
   bool aerosol_ = false;

@@ -1,10 +1,15 @@
 #include <tool/CommandLine.h>
 
+#include <fmt/ranges.h>
+
 #include <CLI/CLI.hpp>
 
 #include <tool/Interrupt.h>
+#include <tool/Numbers.h>
+#include <tool/Output.h>
 #include <tslbl/Version.h>
 #include <tslbl/closed/common/ComponentRegistry.h>
+#include <algorithm>
 #include <iostream>
 #include <utility>
 
@@ -19,26 +24,44 @@ class CliOptions final : public Options {
     app_.add_flag(names, value, help);
   }
   void Value(const std::string& names, std::string& value, const std::string& help) override {
-    app_.add_option(names, value, help);
+    Add(names, value, help, [](const std::string&, const std::string& text) { return text; });
   }
   void Value(const std::string& names, std::optional<double>& value, const std::string& help) override {
-    app_.add_option(names, value, help);
+    Add(names, value, help, ParseReal);
   }
   void Value(const std::string& names, std::optional<std::uint32_t>& value,
              const std::string& help) override {
-    app_.add_option(names, value, help);
+    Add(names, value, help, ParseCount);
   }
   void Value(const std::string& names, std::optional<std::uint64_t>& value,
              const std::string& help) override {
-    app_.add_option(names, value, help);
+    Add(names, value, help, ParseLongCount);
   }
   void Choice(const std::string& names, std::string& value, const std::vector<std::string>& choices,
               const std::string& help) override {
-    app_.add_option(names, value, help)->check(CLI::IsMember(choices))->capture_default_str();
+    const std::string all = fmt::format("{}", fmt::join(choices, ", "));
+    const auto parse = [choices, all](const std::string& option, const std::string& text) {
+      if (std::ranges::find(choices, text) != choices.end()) return text;
+      throw UsageError(option + ": \"" + text + "\" is not one of " + all);
+    };
+    Add(names, value, help + ": " + all + " [" + value + "]", parse);
   }
   bool Given(const std::string& name) const override { return app_.count(name) > 0; }
 
  private:
+  template <class T, class Parse>
+  void Add(const std::string& names, T& value, const std::string& help, Parse parse) {
+    const std::size_t blank = names.find(' ');
+    const std::string typed = names.substr(0, blank);
+    const std::string option = typed.substr(typed.rfind(',') + 1);
+    const auto take = [&value, option, parse](const std::string& text) {
+      if (text.empty()) throw UsageError(option + ": the value is empty");
+      value = parse(option, text);
+    };
+    const std::string shown = blank == std::string::npos ? "" : names.substr(blank + 1);
+    app_.add_option_function<std::string>(typed, take, help)->type_name(shown);
+  }
+
   CLI::App& app_;
 };
 
@@ -53,15 +76,28 @@ int Guarded(const std::function<int()>& run) {
     return run();
   } catch (const UsageError& e) {
     return Fail(e.what(), kWrongUsage);
-  } catch (const Interrupted&) {
-    return Fail("interrupted", kFailed);
+  } catch (const ReaderGone&) {
+    return kFailed;  // whoever closed the pipe has seen enough
   } catch (const std::bad_alloc&) {
     return Fail("out of memory", kFailed);
   } catch (const std::exception& e) {
-    return Fail(e.what(), kFailed);
+    // A signal may also show as a read or a write that failed.
+    return Fail(WasInterrupted() ? "interrupted" : e.what(), kFailed);
   } catch (const TslCommon::ComError& e) {
     return Fail("a component failed with code " + std::to_string(e.code), kFailed);
   }
+}
+
+int WrongUsage(const std::string& message, const CLI::App& app) {
+  const auto commands = app.get_subcommands();
+  const std::string command = commands.empty() ? "" : " " + commands.front()->get_name();
+  return Fail(message + "\nRun 'tslbl" + command + " --help' for more information.", kWrongUsage);
+}
+
+// The help or the version, which are results: a write that fails is a failure.
+int Tell(const CLI::App& app, const CLI::Success& success) {
+  app.exit(success);
+  return std::cout.flush() ? kDone : Fail("standard output cannot be written", kFailed);
 }
 
 }  // namespace
@@ -69,7 +105,7 @@ int Guarded(const std::function<int()>& run) {
 int RunCommandLine(int argc, char** argv, std::vector<Command> commands) {
   CLI::App app("Evaluates spectra of a single-quadrupole mass spectrometer.", "tslbl");
   app.set_version_flag("--version", "tslbl " TSLBL_VERSION);
-  app.require_subcommand(1);
+  app.require_subcommand(0, 1);
   app.footer("'tslbl COMMAND --help' tells all about a command.");
   std::vector<std::unique_ptr<CliOptions>> options;
   for (const Command& command : commands) {
@@ -79,14 +115,16 @@ int RunCommandLine(int argc, char** argv, std::vector<Command> commands) {
   }
   try {
     app.parse(argc, argv);
-  } catch (const CLI::Success& e) {  // --help, --version
-    return app.exit(e);
+  } catch (const CLI::Success& e) {
+    return Tell(app, e);
   } catch (const CLI::ParseError& e) {
-    return Fail(std::string(e.what()) + "\nRun with --help for more information.", kWrongUsage);
+    return WrongUsage(e.what(), app);
+  } catch (const UsageError& e) {
+    return WrongUsage(e.what(), app);
   }
   for (std::size_t i = 0; i < commands.size(); ++i)
     if (app.got_subcommand(commands[i].name)) return Guarded([&] { return commands[i].run(*options[i]); });
-  return kWrongUsage;
+  return WrongUsage("a command is required", app);
 }
 
 }  // namespace TslTool

@@ -27,8 +27,10 @@ inline constexpr int kFailed = 1;
 inline constexpr int kWrongUsage = 2;
 
 // The options of one command. Names are as typed, such as "--scan" or "-o,--output"; a name
-// without dashes is a positional argument. `value` must outlive the parsing and is left
-// alone if the option is not given.
+// without dashes is a positional argument. Behind a blank may follow what stands for the
+// value in the help, as in "--scan N|A-B". `value` must outlive the parsing and is left
+// alone if the option is not given. An empty value, which is mostly a shell variable that
+// was never set, is wrong usage; so is a number that is none, or not finite.
 class Options {
  public:
   virtual ~Options() = default;

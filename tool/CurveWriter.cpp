@@ -1,5 +1,6 @@
-#include <fmt/format.h>
 #include <tool/CurveWriter.h>
+
+#include <fmt/format.h>
 
 #include <cmath>
 #include <iterator>

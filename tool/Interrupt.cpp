@@ -1,26 +1,30 @@
 #include <tool/Interrupt.h>
 
-#include <csignal>
+#include <initializer_list>
+
+#include <signal.h>
 
 namespace TslTool {
 namespace {
 
-volatile std::sig_atomic_t asked = 0;
+volatile sig_atomic_t asked = 0;
 
-extern "C" void OnSignal(int number) {
-  asked = 1;
-  std::signal(number, SIG_DFL);
-}
+extern "C" void OnSignal(int) { asked = 1; }
 
 }  // namespace
 
 void CatchInterrupts() {
-  std::signal(SIGINT, OnSignal);
-  std::signal(SIGTERM, OnSignal);
+  struct sigaction action = {};
+  action.sa_handler = OnSignal;
+  action.sa_flags = static_cast<int>(SA_RESETHAND);  // and no SA_RESTART
+  for (const int number : {SIGINT, SIGTERM, SIGHUP}) sigaction(number, &action, nullptr);
+  signal(SIGPIPE, SIG_IGN);
 }
 
+bool WasInterrupted() { return asked != 0; }
+
 void ThrowIfInterrupted() {
-  if (asked != 0) throw Interrupted();
+  if (WasInterrupted()) throw Interrupted();
 }
 
 }  // namespace TslTool

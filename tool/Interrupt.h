@@ -10,10 +10,15 @@ class Interrupted : public std::exception {
   const char* what() const noexcept override { return "interrupted"; }
 };
 
-// From here on SIGINT and SIGTERM only set a flag; a second one ends the process at once.
+// From here on SIGINT, SIGTERM and SIGHUP set a flag and end a read or write that waits; a
+// second one ends the process at once. A reader of standard output that goes away shows as
+// a failed write.
 void CatchInterrupts();
 
-// Throws Interrupted if the user asked to end.
+// Whether the user asked to end.
+bool WasInterrupted();
+
+// Throws Interrupted if so.
 void ThrowIfInterrupted();
 
 }  // namespace TslTool

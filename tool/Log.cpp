@@ -1,8 +1,9 @@
+#include <tool/Log.h>
+
 #include <log4cxx/consoleappender.h>
 #include <log4cxx/level.h>
 #include <log4cxx/logger.h>
 #include <log4cxx/patternlayout.h>
-#include <tool/Log.h>
 
 namespace TslTool {
 

@@ -51,6 +51,10 @@ std::uint32_t ParseCount(const std::string& option, std::string_view text) {
   return Parse<std::uint32_t>(option, text, "a whole number from 0 to 4294967295");
 }
 
+std::uint64_t ParseLongCount(const std::string& option, std::string_view text) {
+  return Parse<std::uint64_t>(option, text, "a whole number from 0 to 18446744073709551615");
+}
+
 RealRange ParseRealRange(const std::string& option, std::string_view text) {
   return ParseRange<RealRange>(option, text, ParseReal);
 }

@@ -3,14 +3,22 @@
 // all.
 
 #include <cstdio>
+#include <exception>
 #include <string>
 #include <string_view>
 
 namespace TslTool {
 
+// Whoever read our standard output has closed it, as `head` does.
+class ReaderGone : public std::exception {
+ public:
+  const char* what() const noexcept override { return "standard output was closed by its reader"; }
+};
+
 // An empty path means standard output. A file is written beside its final name and takes
-// that name in Commit; without it nothing of it stays. Failures throw std::runtime_error
-// with the file's name and the system's reason.
+// that name in Commit, with the permissions of a file that it replaces; without Commit
+// nothing of it stays. A symbolic link is followed; a device or a pipe is written to
+// directly. Failures throw std::runtime_error with the file's name and the system's reason.
 class Output {
  public:
   explicit Output(const std::string& path);
@@ -23,11 +31,15 @@ class Output {
   void Commit();
 
  private:
+  void Open();
   [[noreturn]] void Fail() const;
 
   std::string path_;
-  std::string temporary_;
-  std::FILE* file_;
+  std::string temporary_;  // empty: written to directly
+  std::FILE* file_ = nullptr;
 };
+
+// Whether two paths lead to one file, or would, were it there.
+bool SameFile(const std::string& a, const std::string& b);
 
 }  // namespace TslTool

@@ -1,6 +1,7 @@
+#include <tool/PeakWriter.h>
+
 #include <fmt/format.h>
 #include <tool/PeakColumns.h>
-#include <tool/PeakWriter.h>
 
 #include <tslbl/closed/common/Text.h>
 #include <tslbl/closed/common/XMLBuilder.h>

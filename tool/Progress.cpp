@@ -1,5 +1,6 @@
-#include <fmt/format.h>
 #include <tool/Progress.h>
+
+#include <fmt/format.h>
 #include <unistd.h>
 
 #include <algorithm>

@@ -7,9 +7,9 @@
 #include <tslbl/closed/common/Truncate.h>
 #include <tslbl/spectrum/CountRate.h>
 #include <tslbl/spectrum/CreateSpectrum.h>
+#include <algorithm>
 #include <cmath>
-#include <limits>
-#include <utility>
+#include <functional>
 
 namespace TslTool {
 namespace {
@@ -19,6 +19,11 @@ std::string PlaceOf(std::uint32_t scan) { return "scan " + std::to_string(scan);
 std::unique_ptr<TslBL::Spectrum> FromCounts(const TslBL::Tune& tune, TslBL::RawSpectrum& raw) {
   TslBL::AssignCountRateAmpl(raw.counts, tune, &raw.info.TIC);
   return std::unique_ptr<TslBL::Spectrum>(TslBL::CreateSpectrum(tune, raw, nullptr));
+}
+
+bool Ascends(const std::vector<double>& x) {
+  return std::ranges::all_of(x, [](double value) { return std::isfinite(value); }) &&
+         std::ranges::adjacent_find(x, std::greater_equal<>()) == x.end();
 }
 
 class RunSpectra final : public SpectrumSource {
@@ -31,7 +36,14 @@ class RunSpectra final : public SpectrumSource {
     if (raw_.counts.empty()) throw InputError(file_, PlaceOf(number_), "holds no points");
     loaded.scan = number_;
     loaded.rtSeconds = raw_.info.TimeStamp / 1000.0;
-    loaded.spectrum = FromCounts(reader_.TuneOf(number_, raw_), raw_);
+    const TslBL::Tune& tune = reader_.TuneOf(number_, raw_);
+    try {
+      loaded.spectrum = FromCounts(tune, raw_);
+    } catch (const std::exception& e) {
+      throw InputError(file_, PlaceOf(number_), TuneText() + e.what());
+    }
+    if (!Ascends(loaded.spectrum->xAxis))
+      throw InputError(file_, PlaceOf(number_), TuneText() + "its calibration gives no ascending m/z");
     return true;
   }
   std::optional<std::uint64_t> Count() const override {
@@ -44,6 +56,8 @@ class RunSpectra final : public SpectrumSource {
   }
 
  private:
+  std::string TuneText() const { return "tune " + std::to_string(raw_.info.TuneId) + ": "; }
+
   std::string file_;
   RunReader reader_;
   bool all_;
@@ -124,7 +138,7 @@ class DemonstrationSpectra final : public SpectrumSource {
 
 std::unique_ptr<SpectrumSource> OpenSpectra(const std::string& input, const ScanFilter& filter) {
   if (input.empty()) return std::make_unique<DemonstrationSpectra>(filter);
-  if (KindOfFile(input) == FileKind::Sqlite) return std::make_unique<RunSpectra>(input, filter);
+  if (IsDatabase(input)) return std::make_unique<RunSpectra>(input, filter);
   return std::make_unique<ForeignSpectra>(input, filter);
 }
 

@@ -47,6 +47,7 @@
 #include <tslbl/curve/CurvePeak.h>
 #include <tslbl/curve/DetectOnePeak.h>
 #include <tslbl/curve/Execute.h>
+#include <tslbl/curve/FindPeak.h>
 #include <tslbl/curve/NoiseParams.h>
 #include <tslbl/curve/PeakDetectParams.h>
 #include <tslbl/curve/PeakInfo.h>

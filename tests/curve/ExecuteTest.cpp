@@ -159,10 +159,15 @@ TEST(StepsThatNeedNoPoints, SucceedOnAnEmptyCurve) {
 }
 
 TEST(StepsOnAxesOfTwoLengths, AreRefused) {
-  for (const Function function : {ExecuteSmooth, ExecuteBaseline, ExecuteNoise, ExecutePeakDetect}) {
+  for (const Function function : {ExecuteSmooth, ExecuteNoise, ExecutePeakDetect}) {
     TestCurve curve = CurveOf("1 2 3", "1 2");
     EXPECT_FALSE(RunOn(function, curve).ok);
   }
+}
+
+TEST(ExecuteBaseline, ReadsNoXAndRunsOnAxesOfTwoLengths) {
+  TestCurve curve = CurveOf("1 2 3", "1 2");
+  EXPECT_TRUE(RunOn(ExecuteBaseline, curve).ok);
 }
 
 TEST(ExecuteSmooth, RunsBaselineNoiseAndPeaksAgain) {

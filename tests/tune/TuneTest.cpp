@@ -1,6 +1,7 @@
 #include <tslbl/tune/Tune.h>
 
 #include <tslbl/closed/common/XMLResultException.h>
+#include <tslbl/records/Archive.h>
 #include <limits>
 
 #include "RecordCheck.h"
@@ -356,6 +357,24 @@ TEST(Overwrite, ThatThrowsLeavesTheTune) {
   other.Q1CalPts = {Point(100, L"", {{kCapExit, 3}})};
   EXPECT_THROW(tune.Overwrite(other), std::runtime_error);
   EXPECT_EQ(tune, before);
+}
+
+// A run of tunes, as a document of several holds them.
+struct TuneHolder : Record<TuneHolder> {
+  Tune tune;
+};
+void Describe(Archive& ar, TuneHolder& holder) {
+  if (const auto element = ar.Element(L"Holder")) ar.Nested(holder.tune);
+}
+
+TEST(TuneXml, IsRequiredInsideAnotherRecordToo) {
+  EXPECT_THROW(FromXml<TuneHolder>(L"<Holder/>"), TslCommon::XMLResultException);
+}
+
+TEST(TuneXml, AForeignElementAmongTheCalibrationPointsIsNoPoint) {
+  const Tune tune = FromXml<Tune>(L"<Tune><MZCalPts><Note/><MZCal MZ=\"5\" MassDAC=\"100\"/></MZCalPts></Tune>");
+  ASSERT_EQ(tune.MZCalPts.size(), 1u);
+  EXPECT_EQ(tune.MZCalPts[0].MassDAC, 100.0);
 }
 
 }  // namespace

@@ -49,18 +49,18 @@ struct Summary {
 };
 
 std::string Row(const std::string& label, const std::string& value) {
-  return fmt::format("{:<12} {}\n", label, value);
+  return fmt::format("{:<13} {}\n", label, value);
 }
 
 std::string Rows(const Summary& s, const std::string& unit) {
   std::string text = Row("spectra", fmt::format("{}", s.spectra));
   if (s.spectra == 0) return text;
-  if (s.empty > 0) text += Row("empty", fmt::format("{} spectra", s.empty));
+  if (s.empty > 0) text += Row("empty", fmt::format("{} of them", s.empty));
   text += Row("points", s.fewest == s.most ? fmt::format("{} each", s.most)
                                            : fmt::format("{} to {}", s.fewest, s.most));
   if (s.mzFrom <= s.mzTo) text += Row("m/z", fmt::format("{:.4f} to {:.4f}", s.mzFrom, s.mzTo));
   if (s.rtFrom <= s.rtTo) text += Row("time", fmt::format("{:.3f} to {:.3f} s", s.rtFrom, s.rtTo));
-  if (s.highest >= 0.0) text += Row("highest", fmt::format("{:.6g} {}", s.highest, unit));
+  if (s.highest >= 0.0) text += Row("highest", fmt::format("{:.6g}{}", s.highest, unit));
   return text;
 }
 
@@ -91,7 +91,7 @@ std::string DescribeRun(const std::string& file) {
     progress.Step();
   }
   std::string text = Row("file", file) + Row("format", "run of raw counts") + Row("title", reader.Title()) +
-                     Rows(summary, "counts") + Row("kind", "profile");
+                     Rows(summary, " counts") + Row("kind", "profile");
   for (const auto& [id, tune] : reader.Tunes()) text += TuneRows(id, tune);
   return text;
 }
@@ -125,10 +125,10 @@ std::string DescribeScans(const std::string& file, std::vector<std::string>& war
 }
 
 int RunInfo(const std::string& input) {
-  if (input.empty()) throw UsageError("INPUT is required");
+  if (input.empty()) throw UsageError("INPUT is missing: which file is meant?");
   std::vector<std::string> warnings;
   Output output("");
-  output.Write(KindOfFile(input) == FileKind::Sqlite ? DescribeRun(input) : DescribeScans(input, warnings));
+  output.Write(IsDatabase(input) ? DescribeRun(input) : DescribeScans(input, warnings));
   output.Commit();
   for (const std::string& warning : warnings) fmt::print(stderr, "tslbl: {}: {}\n", input, warning);
   return kDone;

@@ -1,5 +1,7 @@
 // tslbl peaks: spectra in, peak tables out.
 
+#include <fmt/format.h>
+
 #include <tool/ChainFile.h>
 #include <tool/ChainOptions.h>
 #include <tool/CurveWriter.h>
@@ -13,6 +15,7 @@
 #include <tslbl/curve/CurveEval.h>
 #include <tslbl/curve/ThreadingParams.h>
 #include <tslbl/spectrum/PeakTable.h>
+#include <algorithm>
 #include <iostream>
 
 namespace TslTool {
@@ -37,6 +40,12 @@ void UseThreads(std::uint32_t threads) {
   TslBL::SetMultiThreadingParams(params);
 }
 
+void RequireDistinct(const std::string& option, const std::string& file, const std::string& other,
+                     const std::string& what) {
+  if (!file.empty() && !other.empty() && SameFile(file, other))
+    throw UsageError(option + ": " + file + " is " + what);
+}
+
 void Evaluate(const std::string& input, const std::vector<TslBL::CurveEval>& chain, LoadedSpectrum& loaded) {
   TslBL::Changed changed;
   std::wstring error;
@@ -44,40 +53,73 @@ void Evaluate(const std::string& input, const std::vector<TslBL::CurveEval>& cha
     throw InputError(input, "scan " + std::to_string(loaded.scan), TslCommon::ToUtf8(error));
 }
 
+void RequireStretch(const std::string& input, const std::optional<RealRange>& stretch,
+                    const LoadedSpectrum& loaded) {
+  if (!stretch) return;
+  const auto inside = std::ranges::count_if(loaded.spectrum->xAxis,
+                                            [&](double x) { return stretch->from <= x && x <= stretch->to; });
+  if (inside < 2)
+    throw InputError(input, "scan " + std::to_string(loaded.scan),
+                     fmt::format("there are no two points from m/z {} to {} to measure the noise on",
+                                 stretch->from, stretch->to));
+}
+
 void Warn(const SpectrumSource& source, const std::string& name) {
   for (const std::string& warning : source.Warnings())
     std::cerr << "tslbl: " << name << ": " << warning << '\n';
 }
 
-int RunPeaks(const PeaksArguments& arguments, const Options& options) {
-  const std::string name = arguments.input.empty() ? "demonstration run" : arguments.input;
-  const auto source = OpenSpectra(arguments.input, arguments.scans.Filter());
-  const std::vector<TslBL::CurveEval> chain = arguments.chain.Chain(options, source->MzStep());
-  if (arguments.threads) UseThreads(*arguments.threads);
+void RequireSafeFiles(const PeaksArguments& arguments) {
+  RequireDistinct("--output", arguments.output, arguments.input, "the input");
+  RequireDistinct("--curve", arguments.curve, arguments.input, "the input");
+  RequireDistinct("--curve", arguments.curve, arguments.output, "the --output as well");
+}
+
+int ShowChain(const std::vector<TslBL::CurveEval>& chain, const std::string& path) {
+  Output output(path);
+  output.Write(ChainToXml(chain));
+  output.Commit();
+  return kDone;
+}
+
+// Evaluates and writes all that the source hands out, and returns how many spectra that were.
+std::uint64_t EvaluateAll(const PeaksArguments& arguments, const std::string& name, SpectrumSource& source,
+                          const std::vector<TslBL::CurveEval>& chain) {
+  const std::optional<RealRange> stretch = arguments.chain.NoiseStretch();
   Output output(arguments.output);
-  if (arguments.showChain) {
-    output.Write(ChainToXml(chain));
-    output.Commit();
-    return kDone;
-  }
   const auto writer = MakePeakWriter(arguments.format, output);
   std::unique_ptr<CurveWriter> curves;
   if (!arguments.curve.empty()) curves = std::make_unique<CurveWriter>(arguments.curve);
-  Progress progress(source->Count(), "scans");
+  Progress progress(source.Count(), "scans");
   LoadedSpectrum loaded;
   std::uint64_t spectra = 0;
-  writer->Begin();
-  for (; source->Next(loaded); ++spectra) {
+  for (; source.Next(loaded); ++spectra) {
     ThrowIfInterrupted();
+    if (spectra == 0) writer->Begin();
+    RequireStretch(name, stretch, loaded);
     Evaluate(name, chain, loaded);
     writer->Write(loaded, TslBL::CreateMZPeakTable(*loaded.spectrum));
     if (curves) curves->Write(loaded);
     progress.Step();
   }
-  if (spectra == 0) throw InputError(name, "", "holds no spectrum that was asked for");
+  if (spectra == 0) return 0;
   writer->End();
   output.Commit();
   if (curves) curves->Commit();
+  return spectra;
+}
+
+int RunPeaks(const PeaksArguments& arguments, const Options& options) {
+  RequireSafeFiles(arguments);
+  const std::string name = arguments.input.empty() ? "demonstration run" : arguments.input;
+  const ScanFilter filter = arguments.scans.Filter();
+  const auto source = OpenSpectra(arguments.input, filter);
+  const std::vector<TslBL::CurveEval> chain = arguments.chain.Chain(options, source->MzStep());
+  if (arguments.showChain) return ShowChain(chain, arguments.output);
+  if (arguments.threads) UseThreads(*arguments.threads);
+  if (EvaluateAll(arguments, name, *source, chain) == 0)
+    throw InputError(name, "",
+                     filter.WantsAll() ? "holds no spectrum" : "holds no spectrum that was asked for");
   Warn(*source, name);
   return kDone;
 }
@@ -106,11 +148,12 @@ Command PeaksCommand() {
             arguments->scans.Declare(options);
             arguments->chain.Declare(options);
             options.Flag("--show-chain", arguments->showChain, "Print the effective chain as XML and end");
-            options.Choice("--format", arguments->format, PeakFormats(), "Form of the result");
-            options.Value("-o,--output", arguments->output, "Write the result to this file");
-            options.Value("--curve", arguments->curve,
+            options.Choice("--format FORM", arguments->format, PeakFormats(), "Form of the result");
+            options.Value("-o,--output FILE", arguments->output, "Write the result to this file");
+            options.Value("--curve FILE", arguments->curve,
                           "Write the evaluated curves, point by point, to this file");
-            options.Value("--threads", arguments->threads, "Number of threads [as many as the machine has]");
+            options.Value("--threads N", arguments->threads,
+                          "Number of threads [as many as the machine has]");
           },
       .run = [arguments](const Options& options) { return RunPeaks(*arguments, options); },
   };

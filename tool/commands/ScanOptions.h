@@ -13,8 +13,8 @@ struct ScanOptions {
   std::string rt;
 
   void Declare(Options& options) {
-    options.Value("--scan", scan, "Only scan N, or scans A to B as A-B");
-    options.Value("--rt", rt, "Only scans from A to B seconds of retention time, as A-B");
+    options.Value("--scan N|A-B", scan, "Only scan N, or scans A to B");
+    options.Value("--rt A-B", rt, "Only scans from A to B seconds of retention time");
   }
   ScanFilter Filter() const {
     ScanFilter filter;

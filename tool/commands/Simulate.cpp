@@ -8,7 +8,7 @@
 #include <tool/Simulator.h>
 #include <tool/commands/Commands.h>
 #include <tool/io/RunFile.h>
-#include <filesystem>
+#include <memory>
 
 namespace TslTool {
 namespace {
@@ -28,8 +28,23 @@ void WriteTruth(const Simulator& simulator, std::uint32_t index, Output& output)
   output.Write(text);
 }
 
+void WriteScans(const Simulator& simulator, RunWriter& run, Output* truth) {
+  run.AddTune(simulator.MakeScan(0).info.TuneId, simulator.Tune());
+  Progress progress(simulator.Scans(), "scans");
+  for (std::uint32_t i = 0; i < simulator.Scans(); ++i) {
+    ThrowIfInterrupted();
+    run.AddScan(simulator.MakeScan(i));
+    if (truth != nullptr) WriteTruth(simulator, i, *truth);
+    progress.Step();
+  }
+  run.Finish();
+  if (truth != nullptr) truth->Commit();
+}
+
 int RunSimulate(const SimulateArguments& arguments) {
-  if (arguments.output.empty()) throw UsageError("--output is required");
+  if (arguments.output.empty()) throw UsageError("--output is missing: where shall the run go?");
+  if (!arguments.truth.empty() && SameFile(arguments.truth, arguments.output))
+    throw UsageError("--truth: " + arguments.truth + " is the --output as well");
   const std::uint32_t scans = arguments.scans.value_or(Simulator::kDefaultScans);
   if (scans == 0) throw UsageError("--scans: there must be at least one");
   const Simulator simulator(scans, arguments.seed.value_or(Simulator::kDefaultSeed));
@@ -39,17 +54,15 @@ int RunSimulate(const SimulateArguments& arguments) {
     truth = std::make_unique<Output>(arguments.truth);
     truth->Write("scan\tmz\theight\tcompound\tcharge\n");
   }
-  RunWriter run(arguments.output, "Demonstration");
-  run.AddTune(simulator.MakeScan(0).info.TuneId, simulator.Tune());
-  Progress progress(scans, "scans");
-  for (std::uint32_t i = 0; i < scans; ++i) {
-    ThrowIfInterrupted();
-    run.AddScan(simulator.MakeScan(i));
-    if (truth) WriteTruth(simulator, i, *truth);
-    progress.Step();
+  auto run = std::make_unique<RunWriter>(arguments.output, "Demonstration");
+  try {
+    WriteScans(simulator, *run, truth.get());
+  } catch (...) {
+    // What an instrument measured is kept up to the last scan; this the seed makes again.
+    run.reset();
+    RemoveRun(arguments.output);
+    throw;
   }
-  run.Finish();
-  if (truth) truth->Commit();
   return kDone;
 }
 
@@ -70,12 +83,12 @@ Command SimulateCommand() {
           "  tslbl peaks demo.run --format tsv\n",
       .declare =
           [arguments](Options& options) {
-            options.Value("-o,--output", arguments->output, "The run to write; it must not exist");
-            options.Value("--scans", arguments->scans,
+            options.Value("-o,--output RUN", arguments->output, "The run to write; it must not exist");
+            options.Value("--scans N", arguments->scans,
                           fmt::format("Number of scans [{}]", Simulator::kDefaultScans));
-            options.Value("--seed", arguments->seed,
+            options.Value("--seed S", arguments->seed,
                           fmt::format("Seed of the noise [{}]", Simulator::kDefaultSeed));
-            options.Value("--truth", arguments->truth, "Write what is in the run to this file");
+            options.Value("--truth FILE", arguments->truth, "Write what is in the run to this file");
           },
       .run = [arguments](const Options&) { return RunSimulate(*arguments); },
   };

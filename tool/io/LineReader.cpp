@@ -1,5 +1,6 @@
-#include <tool/io/InputError.h>
 #include <tool/io/LineReader.h>
+
+#include <tool/io/InputError.h>
 
 #include <algorithm>
 

@@ -1,6 +1,7 @@
+#include <tool/io/MzMLFile.h>
+
 #include <tool/io/Axis.h>
 #include <tool/io/InputError.h>
-#include <tool/io/MzMLFile.h>
 #include <tool/io/MzMLText.h>
 #include <tool/io/Oddities.h>
 #include <tool/io/Printable.h>

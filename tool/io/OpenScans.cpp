@@ -1,7 +1,8 @@
+#include <tool/io/OpenScans.h>
+
 #include <tool/io/ByteSource.h>
 #include <tool/io/InputError.h>
 #include <tool/io/MzMLFile.h>
-#include <tool/io/OpenScans.h>
 #include <tool/io/TextFile.h>
 
 #include <algorithm>
@@ -30,6 +31,11 @@ FileKind KindOf(std::string_view head) {
 }
 
 FileKind KindOfFile(const std::string& file) { return KindOf(ByteSource(file).Head()); }
+
+bool IsDatabase(const std::string& file) {
+  std::error_code unknown;
+  return std::filesystem::is_regular_file(file, unknown) && KindOfFile(file) == FileKind::Sqlite;
+}
 
 std::unique_ptr<ScanSource> OpenScans(const std::string& file) {
   ByteSource source(file);

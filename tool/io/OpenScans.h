@@ -17,6 +17,9 @@ FileKind KindOf(std::string_view head);
 // The same for the first bytes of a file, unpacked if it is gzip. Throws InputError if it cannot be read.
 FileKind KindOfFile(const std::string& file);
 
+// Whether a file is an SQLite database, as runs are. A pipe never is one, and is left unread.
+bool IsDatabase(const std::string& file);
+
 // mzML if the name ends in .mzML or .mzML.gz (in any case) or if the content is XML, else two-column text;
 // both may be gzip, whatever the name. A gzip file is verified first, see VerifyGzip. Throws InputError for a
 // missing or unreadable file, a folder, an empty file and an SQLite file; what is wrong further inside, Next

@@ -10,7 +10,6 @@
 #include <cmath>
 #include <ctime>
 #include <filesystem>
-#include <functional>
 #include <sstream>
 #include <stdexcept>
 
@@ -77,6 +76,15 @@ std::string PlaceOf(std::uint32_t number) { return "scan " + std::to_string(numb
 
 RunWriter::RunWriter(const std::string& file, const std::string& title)
     : database_(PrepareNew(file), Database::Mode::Create) {
+  try {
+    Begin(title);
+  } catch (...) {
+    RemoveRun(file);
+    throw;
+  }
+}
+
+void RunWriter::Begin(const std::string& title) {
   database_.Execute("PRAGMA journal_mode = WAL; PRAGMA synchronous = NORMAL;");
   database_.Execute("PRAGMA application_id = " + std::to_string(kApplicationId));
   database_.Execute("BEGIN");
@@ -126,6 +134,11 @@ void RunWriter::Finish() {
   database_.Execute("PRAGMA wal_checkpoint(TRUNCATE); PRAGMA journal_mode = DELETE;");
 }
 
+void RemoveRun(const std::string& file) {
+  std::error_code ignored;
+  for (const char* companion : {"", "-wal", "-shm"}) std::filesystem::remove(file + companion, ignored);
+}
+
 RunReader::RunReader(const std::string& file, const ScanFilter& filter)
     : database_(file, Database::Mode::Read) {
   AtPlace(file, "", [this] { ReadHeader(); });
@@ -134,14 +147,18 @@ RunReader::RunReader(const std::string& file, const ScanFilter& filter)
     Statement count(database_, "SELECT count(*) FROM scan");
     count.Next();
     count_ = static_cast<std::uint64_t>(count.Integer(0));
+    // Without a wish nothing is compared, so that no row with odd values stays unseen. The
+    // time is compared in the unit and with the rounding that the user is shown.
+    const std::string wish =
+        filter.WantsAll() ? "" : "WHERE number BETWEEN ? AND ? AND time_stamp / 1000.0 BETWEEN ? AND ? ";
     scans_ = std::make_unique<Statement>(
-        database_,
-        "SELECT number, id, time_stamp, tune_id, tic, points, encoding, counts FROM scan "
-        "WHERE number BETWEEN ? AND ? AND time_stamp BETWEEN ? AND ? ORDER BY number");
+        database_, "SELECT number, id, time_stamp, tune_id, tic, points, encoding, counts FROM scan " + wish +
+                       "ORDER BY number");
+    if (wish.empty()) return;
     scans_->Bind(1, std::int64_t{filter.firstNumber});
     scans_->Bind(2, std::int64_t{filter.lastNumber});
-    scans_->Bind(3, filter.rtFrom * 1000.0);
-    scans_->Bind(4, filter.rtTo * 1000.0);
+    scans_->Bind(3, filter.rtFrom);
+    scans_->Bind(4, filter.rtTo);
   });
 }
 
@@ -181,6 +198,7 @@ bool RunReader::Next(std::uint32_t& number, TslBL::RawSpectrum& raw) {
     raw.info.TimeStamp = Unsigned32(*scans_, 2, "time stamp");
     raw.info.TuneId = Unsigned32(*scans_, 3, "tune id");
     raw.info.TIC = scans_->Real(4);
+    if (!std::isfinite(raw.info.TIC)) throw std::runtime_error("tic is not a finite number");
     const std::uint32_t points = Unsigned32(*scans_, 5, "number of points");
     UnpackCounts(scans_->Bytes(6), scans_->Bytes(7), points, raw.counts);
     if (!std::ranges::all_of(raw.counts, [](double c) { return std::isfinite(c); }))

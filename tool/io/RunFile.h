@@ -1,6 +1,7 @@
 #pragma once
 // A run: the scans of one acquisition as the instrument delivered them, with the tunes that
-// acquired them, in one SQLite file that other programs can query.
+// acquired them, in one SQLite file that other programs can query. While it is written, and
+// after a writer was killed, FILE-wal and FILE-shm stand beside it and belong to it.
 //
 //   run(key TEXT PRIMARY KEY, value TEXT)            "format", "writer", "created", "title"
 //   tune(id INTEGER PRIMARY KEY, name, record, document)   the tune as binary record and XML
@@ -35,13 +36,19 @@ class RunWriter {
   void Finish();
 
  private:
+  void Begin(const std::string& title);
+
   Database database_;
   std::unique_ptr<Statement> insertScan_;
 };
 
+// Removes a run that is of no use, with the companions that an unfinished one has.
+void RemoveRun(const std::string& file);
+
 class RunReader {
  public:
-  // Throws InputError if the file is no run, or damaged.
+  // Throws InputError if the file is no run, or damaged. Every scan is handed out unless
+  // `filter` asks for some.
   explicit RunReader(const std::string& file, const ScanFilter& filter = {});
 
   // Fills `raw` with the next scan; false when there is none left. Throws InputError that

@@ -3,10 +3,20 @@
 #include <stdexcept>
 
 namespace TslTool {
+namespace {
+
+constexpr int kPatience = 5000;  // milliseconds that another program may hold the file
+
+}  // namespace
 
 Database::Database(const std::string& file, Mode mode) : file_(file) {
   const int flags = mode == Mode::Read ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE;
-  if (sqlite3_open_v2(file.c_str(), &handle_, flags, nullptr) == SQLITE_OK) return;
+  // SQLite keeps names with a colon in front for itself.
+  const std::string name = file.starts_with(':') ? "./" + file : file;
+  if (sqlite3_open_v2(name.c_str(), &handle_, flags, nullptr) == SQLITE_OK) {
+    sqlite3_busy_timeout(handle_, kPatience);
+    return;
+  }
   const std::string reason = handle_ != nullptr ? sqlite3_errmsg(handle_) : "out of memory";
   sqlite3_close(handle_);
   throw std::runtime_error(file + ": " + reason);
@@ -57,8 +67,20 @@ void Statement::Run() {
   Check(sqlite3_reset(handle_));
 }
 
-std::int64_t Statement::Integer(int column) const { return sqlite3_column_int64(handle_, column); }
-double Statement::Real(int column) const { return sqlite3_column_double(handle_, column); }
+std::int64_t Statement::Integer(int column) const {
+  if (sqlite3_column_type(handle_, column) != SQLITE_INTEGER) Refuse(column, " is not a whole number");
+  return sqlite3_column_int64(handle_, column);
+}
+
+double Statement::Real(int column) const {
+  const int type = sqlite3_column_type(handle_, column);
+  if (type != SQLITE_INTEGER && type != SQLITE_FLOAT) Refuse(column, " is not a number");
+  return sqlite3_column_double(handle_, column);
+}
+
+void Statement::Refuse(int column, const char* reason) const {
+  throw std::runtime_error(database_.File() + ": " + sqlite3_column_name(handle_, column) + reason);
+}
 
 std::string_view Statement::Bytes(int column) const {
   const auto* bytes = static_cast<const char*>(sqlite3_column_blob(handle_, column));

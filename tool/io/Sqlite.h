@@ -50,6 +50,7 @@ class Statement {
   // Runs a statement that gives no rows and makes it ready to be bound anew.
   void Run();
 
+  // Both fail, and name the column, where it holds something else.
   std::int64_t Integer(int column) const;
   double Real(int column) const;
   // Valid until the next row.
@@ -57,6 +58,7 @@ class Statement {
 
  private:
   void Check(int result) const;
+  [[noreturn]] void Refuse(int column, const char* reason) const;
 
   const Database& database_;
   sqlite3_stmt* handle_ = nullptr;

@@ -1,8 +1,9 @@
+#include <tool/io/TextFile.h>
+
 #include <tool/io/Axis.h>
 #include <tool/io/InputError.h>
 #include <tool/io/LineReader.h>
 #include <tool/io/Printable.h>
-#include <tool/io/TextFile.h>
 
 #include <algorithm>
 #include <charconv>

@@ -1,6 +1,7 @@
+#include <tool/io/XmlScanner.h>
+
 #include <tool/io/InputError.h>
 #include <tool/io/Printable.h>
-#include <tool/io/XmlScanner.h>
 
 #include <algorithm>
 #include <utility>

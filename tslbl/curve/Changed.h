@@ -17,7 +17,7 @@ struct Changed {
   bool chargeState : 1 = false;
 
   Changed() = default;
-  explicit Changed(std::uint32_t callersValue) : value(callersValue) {}
+  Changed(std::uint32_t callersValue) : value(callersValue) {}
 };
 
 }  // namespace TslBL

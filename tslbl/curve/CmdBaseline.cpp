@@ -11,7 +11,7 @@ namespace {
 
 constexpr StepRule kBaseline = {
     .needs = Curve::STATUS_Y,
-    .needsPoints = true,
+    .needsPoints = Points::Some,
     .adds = Curve::STATUS_BASELINE,
     .mark = [](Changed& changed) { changed.baseline = true; },
     .failure = 101,
@@ -19,7 +19,7 @@ constexpr StepRule kBaseline = {
 
 constexpr StepRule kBaselineSubtract = {
     .needs = Curve::STATUS_BASELINE,
-    .needsPoints = false,
+    .needsPoints = Points::None,
     .adds = 0,
     .mark = [](Changed& changed) { changed.yAxis = changed.baseline = true; },
     .failure = 102,

@@ -13,7 +13,7 @@ namespace {
 
 constexpr StepRule kNoise = {
     .needs = Curve::STATUS_Y,
-    .needsPoints = true,
+    .needsPoints = Points::Paired,
     .adds = Curve::STATUS_NOISE,
     .mark = [](Changed& changed) { changed.noise = true; },
     .failure = 103,

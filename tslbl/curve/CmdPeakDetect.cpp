@@ -15,7 +15,7 @@ namespace {
 
 constexpr StepRule kPeakDetect = {
     .needs = Curve::STATUS_Y | Curve::STATUS_X | Curve::STATUS_BASELINE | Curve::STATUS_NOISE,
-    .needsPoints = true,
+    .needsPoints = Points::Paired,
     .adds = Curve::STATUS_PEAKS,
     .mark = [](Changed& changed) { changed.peaks = true; },
     .failure = 104,

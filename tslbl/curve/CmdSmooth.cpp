@@ -11,7 +11,7 @@ namespace {
 
 constexpr StepRule kSmooth = {
     .needs = Curve::STATUS_Y | Curve::STATUS_X,
-    .needsPoints = true,
+    .needsPoints = Points::Paired,
     .adds = Curve::STATUS_SMOOTHED,
     .mark = [](Changed& changed) { changed.yAxis = true; },
     .failure = 105,

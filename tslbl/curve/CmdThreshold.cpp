@@ -9,7 +9,7 @@ namespace {
 
 constexpr StepRule kThreshold = {
     .needs = 0,
-    .needsPoints = false,
+    .needsPoints = Points::None,
     .adds = Curve::STATUS_THRESHOLD,
     .mark = [](Changed& changed) { changed.threshold = true; },
     .failure = 106,
@@ -17,7 +17,7 @@ constexpr StepRule kThreshold = {
 
 constexpr StepRule kThresholdSubtract = {
     .needs = Curve::STATUS_THRESHOLD,
-    .needsPoints = false,
+    .needsPoints = Points::None,
     .adds = 0,
     .mark = [](Changed& changed) { changed.yAxis = changed.threshold = true; },
     .failure = 107,

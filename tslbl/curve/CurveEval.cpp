@@ -67,11 +67,12 @@ void CurveEval::Serialize(BinaryWriter& writer) const { writer << kVersion << Ty
 
 void CurveEval::Serialize(XMLParser& parser) {
   if (!parser.StartNode(L"CurveEval")) return;
+  // The element is left also when what it holds is refused: the next one can still be read.
+  const std::unique_ptr<XMLParser, void (*)(XMLParser*)> element(&parser, [](XMLParser* p) { p->EndNode(); });
   std::wstring text;
   auto impl = Make(parser.QAttribute(L"Type", text) ? FindCommand(text) : FindCommand(EvalType::Empty));
   impl->Serialize(parser);
   impl_ = std::move(impl);
-  parser.EndNode();
 }
 
 void CurveEval::Serialize(XMLBuilder& builder) const {

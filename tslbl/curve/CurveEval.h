@@ -41,14 +41,14 @@ class TSLBL_API CurveEval : public frame::SerialAndXml {
   struct AerosolFilter {};
 
   CurveEval();  // the Empty command, which does nothing
-  explicit CurveEval(const BaselineParams& params);
-  explicit CurveEval(const NoiseParams& params);
-  explicit CurveEval(const PeakDetectParams& params);
-  explicit CurveEval(const SmoothParams& params);
-  explicit CurveEval(const ThresholdParams& params);
-  explicit CurveEval(const BaselineSubtract&);
-  explicit CurveEval(const ThresholdSubtract&);
-  explicit CurveEval(const AerosolFilter&);
+  CurveEval(const BaselineParams& params);
+  CurveEval(const NoiseParams& params);
+  CurveEval(const PeakDetectParams& params);
+  CurveEval(const SmoothParams& params);
+  CurveEval(const ThresholdParams& params);
+  CurveEval(const BaselineSubtract&);
+  CurveEval(const ThresholdSubtract&);
+  CurveEval(const AerosolFilter&);
   CurveEval(const CurveEval& other);
   CurveEval& operator=(const CurveEval& other);
   ~CurveEval() override;

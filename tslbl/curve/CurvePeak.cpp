@@ -1,7 +1,7 @@
 #include <tslbl/curve/CurvePeak.h>
 
 #include <tslbl/records/Archive.h>
-#include <boost/lexical_cast.hpp>
+#include <tslbl/closed/common/Text.h>
 
 namespace TslBL {
 namespace {
@@ -9,7 +9,7 @@ namespace {
 // x values keep their full precision: six digits are too few for an m/z.
 void DescribeX(Archive& ar, const wchar_t* name, double& x) {
   if (ar.Xml() && !ar.Reading()) {
-    auto text = boost::lexical_cast<std::wstring>(x);
+    auto text = ToFullText(x);
     ar(name, text);
   } else {
     ar(name, x);

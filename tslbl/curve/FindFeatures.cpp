@@ -1,19 +1,45 @@
 #include <tslbl/curve/FindFeatures.h>
 
 #include <tslbl/curve/Execute.h>
+#include <tslbl/curve/PeakStarts.h>
 #include <algorithm>
 
 namespace TslBL {
+namespace {
 
-void FindFeatures::Sweep(std::ptrdiff_t begin, std::ptrdiff_t end) {
-  std::ptrdiff_t p = FirstOf(begin);
-  while (p < end && Step(p, end)) {
+// The sweep of one part.
+class Sweeper {
+ public:
+  Sweeper(const CurveView& curve, double maxValley, std::ptrdiff_t begin, std::ptrdiff_t end,
+          std::vector<PeakFeature>& features)
+      : curve_(curve), maxValley_(maxValley), end_(end), starts_(curve, begin), features_(features) {
+    p_ = FirstOf(begin);
   }
-}
+
+  void Run() {
+    while (p_ < end_ && Step()) {
+    }
+  }
+
+ private:
+  std::ptrdiff_t FirstOf(std::ptrdiff_t begin) const;
+  bool Step();
+  bool MoveToApex();
+  std::ptrdiff_t StartOf(std::ptrdiff_t apex, double valley);
+  bool FollowToEnd(PeakFeature& feature, double valley);
+
+  const CurveView& curve_;
+  double maxValley_;
+  std::ptrdiff_t end_;
+  std::ptrdiff_t p_ = 0;
+  PeakStarts starts_;
+  std::vector<PeakFeature> taller_;  // the features not lower than any behind them
+  std::vector<PeakFeature>& features_;
+};
 
 // A curve that begins with a plateau has no apex on it unless the curve falls from there; a
 // curve that is a single plateau has none at all.
-std::ptrdiff_t FindFeatures::FirstOf(std::ptrdiff_t begin) const {
+std::ptrdiff_t Sweeper::FirstOf(std::ptrdiff_t begin) const {
   if (begin > 0) return begin;
   const double* y = curve_.y;
   std::ptrdiff_t other = 1;
@@ -23,46 +49,45 @@ std::ptrdiff_t FindFeatures::FirstOf(std::ptrdiff_t begin) const {
 
 // Finds the next feature at or behind p and moves p behind it. Returns false when the sweep
 // has come to its end.
-bool FindFeatures::Step(std::ptrdiff_t& p, std::ptrdiff_t end) {
-  const std::ptrdiff_t last = end - 1;
-  if (!MoveToApex(p, end)) return false;
-  if (!curve_.AboveBaseline(p)) return p < last;
+bool Sweeper::Step() {
+  if (!MoveToApex()) return false;
+  if (!curve_.AboveBaseline(p_)) return p_ < end_ - 1;
 
-  const double valley = CalcPeakValleyAmplitude(curve_.y[p], curve_.baseline[p], maxValley_);
+  const double valley = CalcPeakValleyAmplitude(curve_.y[p_], curve_.baseline[p_], maxValley_);
   PeakFeature feature;
-  feature.apex = p;
-  feature.start = StartOf(p, valley);
-  const bool goOn = FollowToEnd(feature, valley, p);
+  feature.apex = p_;
+  feature.start = StartOf(p_, valley);
+  const bool goOn = FollowToEnd(feature, valley);
+  taller_.push_back(feature);
   features_.push_back(feature);
   return goOn;
 }
 
 // Moves p to the next apex, the left end of a plateau, or to where the curve falls to the
 // baseline again. False if the part holds neither.
-bool FindFeatures::MoveToApex(std::ptrdiff_t& p, std::ptrdiff_t end) const {
+bool Sweeper::MoveToApex() {
   const double* y = curve_.y;
-  const std::ptrdiff_t last = end - 1;
-  while (p < end && !curve_.AboveBaseline(p)) ++p;
-  if (p == end) return false;
-  for (; p < last; ++p) {
-    if (!curve_.AboveBaseline(p)) return true;
-    if ((p == 0 || y[p - 1] < y[p]) && y[p + 1] <= y[p]) return true;
+  const std::ptrdiff_t last = end_ - 1;
+  while (p_ < end_ && !curve_.AboveBaseline(p_)) ++p_;
+  if (p_ == end_) return false;
+  for (; p_ < last; ++p_) {
+    if (!curve_.AboveBaseline(p_)) return true;
+    if ((p_ == 0 || y[p_ - 1] < y[p_]) && y[p_ + 1] <= y[p_]) return true;
   }
-  return p == 0 || y[p - 1] < y[p];
+  return p_ == 0 || y[p_ - 1] < y[p_];
 }
 
-// An earlier feature that reaches into the new one and is not lower keeps what it has. Ends
-// ascend, so the first one that does not reach is the last to look at.
-std::ptrdiff_t FindFeatures::StartOf(std::ptrdiff_t apex, double valley) const {
-  const std::ptrdiff_t start = WalkLeft(curve_, apex, valley);
-  for (auto f = features_.rbegin(); f != features_.rend() && f->end >= start; ++f)
-    if (curve_.y[apex] <= Height(*f)) return f->end;
-  return start;
+// An earlier feature that reaches into the new one and is not lower keeps what it has. Those
+// that are lower are of no account any more: what they would hold up, the new one does.
+std::ptrdiff_t Sweeper::StartOf(std::ptrdiff_t apex, double valley) {
+  const std::ptrdiff_t start = starts_.Of(apex, valley);
+  while (!taller_.empty() && curve_.y[taller_.back().apex] < curve_.y[apex]) taller_.pop_back();
+  return taller_.empty() ? start : std::max(start, taller_.back().end);
 }
 
 // Walks right from the apex, past the end of the part if need be, sets the feature's end
 // and moves p behind it.
-bool FindFeatures::FollowToEnd(PeakFeature& feature, double valley, std::ptrdiff_t& p) const {
+bool Sweeper::FollowToEnd(PeakFeature& feature, double valley) {
   const double* y = curve_.y;
   const std::ptrdiff_t last = curve_.n - 1;
   feature.end = feature.apex;
@@ -76,14 +101,20 @@ bool FindFeatures::FollowToEnd(PeakFeature& feature, double valley, std::ptrdiff
     const bool tallerNext = y[c] < y[c + 1] && y[c + 2] <= y[c + 1] && y[c + 1] > y[feature.apex];
     if (valleyBottom || atBaseline || tallerNext) {
       feature.end = atBaseline && !valleyBottom ? c + 1 : c;
-      p = c + 1;
+      p_ = c + 1;
       return true;
     }
   }
   const bool falls = y[c] > y[c + 1];
   feature.end = falls ? c + 1 : c;
-  p = c + 1;
+  p_ = c + 1;
   return !falls;
+}
+
+}  // namespace
+
+void FindFeatures::Sweep(std::ptrdiff_t begin, std::ptrdiff_t end) {
+  Sweeper(curve_, maxValley_, begin, end, features_).Run();
 }
 
 void FindFeatures::Join(const FindFeatures& right) {
@@ -93,13 +124,16 @@ void FindFeatures::Join(const FindFeatures& right) {
 // From right to left, since the later of two features has already yielded to an earlier one
 // that is not lower. One that is swallowed no longer cuts others.
 std::vector<PeakFeature> FindFeatures::Settled() const {
+  const double* y = curve_.y;
   std::vector<PeakFeature> kept;
   kept.reserve(features_.size());
   for (auto f = features_.rbegin(); f != features_.rend(); ++f) {
-    const bool yields = !kept.empty() && f->end >= kept.back().start && Height(*f) < Height(kept.back());
-    if (yields && f->apex >= kept.back().start) continue;
-    const std::ptrdiff_t end = yields ? kept.back().start : f->end;
-    kept.push_back({f->start, f->apex, end});
+    PeakFeature feature = *f;
+    if (!kept.empty() && f->end >= kept.back().start && y[f->apex] < y[kept.back().apex]) {
+      if (f->apex >= kept.back().start) continue;
+      feature.end = kept.back().start;
+    }
+    kept.push_back(feature);
   }
   std::ranges::reverse(kept);
   return kept;

@@ -33,8 +33,7 @@ class TSLBL_API FindFeatures {
 
   // Sweeps the points from begin up to, not including, end. Either is an end of the curve
   // or a point where it rises from the baseline. Parts follow each other without a gap.
-  // Cost: linear in the points, times the span of a feature where features rise like a
-  // staircase.
+  // Cost: linear in the points, times the logarithm of their number at worst.
   void Sweep(std::ptrdiff_t begin, std::ptrdiff_t end);
 
   // Takes over what was found in the part to the right.
@@ -46,14 +45,6 @@ class TSLBL_API FindFeatures {
   std::vector<PeakFeature> Settled() const;
 
  private:
-  std::ptrdiff_t FirstOf(std::ptrdiff_t begin) const;
-  bool Step(std::ptrdiff_t& p, std::ptrdiff_t end);
-  bool MoveToApex(std::ptrdiff_t& p, std::ptrdiff_t end) const;
-  std::ptrdiff_t StartOf(std::ptrdiff_t apex, double valley) const;
-  bool FollowToEnd(PeakFeature& feature, double valley, std::ptrdiff_t& p) const;
-
-  double Height(const PeakFeature& feature) const { return curve_.y[feature.apex]; }
-
   CurveView curve_;
   double maxValley_;
   std::vector<PeakFeature> features_;

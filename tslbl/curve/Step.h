@@ -10,10 +10,14 @@
 
 namespace TslBL {
 
+// What a step needs of the axes: nothing, points on both, or, where it reads x beside y, an
+// x for each y. A creator may have made a curve of which that does not hold.
+enum class Points { None, Some, Paired };
+
 // The rule of one step. Every step but the aerosol filter fails on a frozen curve.
 struct StepRule {
   std::uint32_t needs;  // status bits, all of them
-  bool needsPoints;     // both axes, with a value for each point
+  Points needsPoints;
   std::uint32_t adds;   // status bits
   void (*mark)(Changed& changed);
   unsigned failure;  // number of the message
@@ -22,7 +26,9 @@ struct StepRule {
 inline bool MayRun(const StepRule& rule, const Curve& curve) {
   if (curve.CheckAnyStatus(Curve::STATUS_FROZEN)) return false;
   if (!curve.CheckAllStatus(static_cast<Curve::Status>(rule.needs))) return false;
-  return !rule.needsPoints || (!curve.yAxis.empty() && curve.xAxis.size() == curve.yAxis.size());
+  if (rule.needsPoints == Points::None) return true;
+  if (curve.yAxis.empty() || curve.xAxis.empty()) return false;
+  return rule.needsPoints == Points::Some || curve.xAxis.size() == curve.yAxis.size();
 }
 
 // Runs `compute(curve)`, which returns false if it cannot, and then stores in the history

@@ -88,6 +88,8 @@ class TSLBL_API Archive {
   virtual void RequireGood(const char*) {}
 
   Scope Element(const wchar_t* name) { return {*this, OpenElement(name)}; }
+  // One that the document must have: reading throws XMLResultException without it.
+  Scope RequiredElement(const wchar_t* name) { return {*this, OpenRequiredElement(name)}; }
 
   template <class T>
   void operator()(const wchar_t* name, T& value) {
@@ -155,7 +157,10 @@ class TSLBL_API Archive {
   virtual void FlagValue(const Slot& slot, bool& value, const wchar_t* whenTrue, const wchar_t* whenFalse);
   virtual void EnumValue(const Slot& slot, std::uint32_t& value, const Codes& codes);
   virtual bool OpenElement(const wchar_t*) { return true; }
+  virtual bool OpenRequiredElement(const wchar_t* name) { return OpenElement(name); }
   virtual void CloseElement() {}
+  // How many elements were found so far, to tell an item of a list that was none.
+  virtual std::uint64_t ElementsFound() const { return 0; }
   // False if the document lacks the list. `count` is given by an archive that reads and
   // taken by one that writes.
   virtual bool OpenList(const wchar_t* name, std::uint32_t& count) = 0;
@@ -174,7 +179,7 @@ class TSLBL_API Archive {
     static_assert(std::is_enum_v<E>);
     auto number = static_cast<std::uint32_t>(value);
     EnumValue(slot, number, codes);
-    value = static_cast<E>(number);
+    if (Reading()) value = static_cast<E>(number);
   }
   template <class R>
   static void DescribeAny(Archive& ar, void* record) {
@@ -200,7 +205,12 @@ void Archive::List(const wchar_t* name, std::vector<T>& items, DescribeItem desc
   if (!OpenList(name, count)) return;
   if (Reading()) {
     items.clear();
-    for (; count > 0 && GoOn(); --count) describeItem(*this, items.emplace_back());
+    for (; count > 0 && GoOn(); --count) {
+      const std::uint64_t before = ElementsFound();
+      describeItem(*this, items.emplace_back());
+      // A foreign element between the items of a document is counted, but is no item.
+      if (Xml() && ElementsFound() == before) items.pop_back();
+    }
   } else {
     for (T& item : items) {
       if (!GoOn()) break;

@@ -16,10 +16,11 @@ void TypeAttribute(Archive& ar, R& record) {
     ar.EnumAttribute(L"Type", record.Type, Codes{});
     return;
   }
-  const std::wstring before = R::CvtType(record.Type);
-  std::wstring text = before;
+  // No document can hold this text, so that it tells an absent attribute.
+  const std::wstring absent(1, L'\0');
+  std::wstring text = ar.Reading() ? absent : R::CvtType(record.Type);
   ar.Attribute(L"Type", text);
-  if (text != before) record.Type = R::CvtType(text);
+  if (ar.Reading() && text != absent) record.Type = R::CvtType(text);
 }
 
 }  // namespace TslBL

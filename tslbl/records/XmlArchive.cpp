@@ -96,7 +96,17 @@ class XmlIn final : public Archive {
   void EnumValue(const Slot& slot, std::uint32_t& value, const Codes& codes) override {
     if (Get(slot)) codes.FromText(text_, value);
   }
-  bool OpenElement(const wchar_t* name) override { return parser_.StartNode(name); }
+  bool OpenElement(const wchar_t* name) override {
+    const bool found = parser_.StartNode(name);
+    found_ += found ? 1 : 0;
+    return found;
+  }
+  bool OpenRequiredElement(const wchar_t* name) override {
+    parser_.StartRequiredNode(name);
+    ++found_;
+    return true;
+  }
+  std::uint64_t ElementsFound() const override { return found_; }
   void CloseElement() override { parser_.EndNode(); }
   bool OpenList(const wchar_t* name, std::uint32_t& count) override {
     int items = 0;
@@ -105,7 +115,11 @@ class XmlIn final : public Archive {
     return true;
   }
   void CloseList() override { parser_.EndList(); }
-  void Foreign(ITslSerial&, ITslXML* record) override { WithDocumentForm(record).Serialize(parser_); }
+  // A record that reads itself is an item of its list whatever it finds.
+  void Foreign(ITslSerial&, ITslXML* record) override {
+    WithDocumentForm(record).Serialize(parser_);
+    ++found_;
+  }
 
   bool Get(const Slot& slot) {
     switch (slot.place) {
@@ -126,6 +140,7 @@ class XmlIn final : public Archive {
 
   XMLParser& parser_;
   std::wstring text_;
+  std::uint64_t found_ = 0;
 };
 
 }  // namespace

@@ -21,7 +21,7 @@ namespace TslBL {
 class TSLBL_API MZConvert {
  public:
   MZConvert() = default;
-  explicit MZConvert(const std::vector<MZCalPt>& points) { WCalPts(points); }
+  MZConvert(const std::vector<MZCalPt>& points) { WCalPts(points); }
 
   // Replaces the table. The points may come in any order; those of equal m/z end up in an
   // undefined one.
@@ -32,6 +32,9 @@ class TSLBL_API MZConvert {
   // a segment whose ends have the same DAC value, DACToMZ gives the lower m/z.
   double MZToDAC(double mz) const;
   double DACToMZ(double dac) const;
+
+  // The table: m/z and mass DAC value, ascending in m/z.
+  const std::vector<std::pair<double, double>>& Points() const { return points_; }
 
  private:
   std::vector<std::pair<double, double>> points_;  // m/z, mass DAC value; ascending in m/z

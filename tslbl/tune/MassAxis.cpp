@@ -7,14 +7,6 @@
 namespace TslBL {
 namespace {
 
-PointTable SortedTable(const std::vector<MZCalPt>& calPts) {
-  PointTable table;
-  table.reserve(calPts.size());
-  for (const MZCalPt& point : calPts) table.emplace_back(point.MZ, point.MassDAC);
-  SortByAbscissa(table);
-  return table;
-}
-
 // The line that one DAC value lies on, and which others do too.
 class Stretch {
  public:
@@ -49,9 +41,8 @@ class Stretch {
 
 }  // namespace
 
-std::vector<double> MassAxis(const std::vector<MZCalPt>& calPts, double start, double step,
-                             std::size_t points) {
-  const PointTable table = SortedTable(calPts);
+std::vector<double> MassAxis(const MZConvert& convert, double start, double step, std::size_t points) {
+  const PointTable& table = convert.Points();
   if (table.size() < 2) return std::vector<double>(points, table.empty() ? 0.0 : table.front().first);
   const auto dac = [=](std::size_t i) { return static_cast<double>(i) * step + start; };
   std::vector<double> axis(points);

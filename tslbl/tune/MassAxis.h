@@ -2,7 +2,7 @@
 // The m/z axis of a spectrum, whose points lie on an even grid of mass DAC values.
 
 #include <tslbl/Export.h>
-#include <tslbl/tune/MZCalPt.h>
+#include <tslbl/tune/MZConvert.h>
 #include <cstddef>
 #include <vector>
 
@@ -12,7 +12,7 @@ namespace TslBL {
 // bit those of MZConvert::DACToMZ, and so are its failures; but each segment's line is laid
 // once, so that the time is linear in the number of points and does not grow with the
 // calibration.
-TSLBL_API std::vector<double> MassAxis(const std::vector<MZCalPt>& calPts, double start, double step,
+TSLBL_API std::vector<double> MassAxis(const MZConvert& convert, double start, double step,
                                        std::size_t points);
 
 }  // namespace TslBL

@@ -11,13 +11,11 @@ constexpr double kTolerance = 1e-6;
 struct Entry {
   TuneField::Id field = TuneField::SourceType;
   double value = 0.0;
-  bool present = true;  // false for an element of the list that is no entry
 };
 
 void DescribeElement(Archive& ar, Entry& entry) {
   const auto element = ar.Element(L"IOPtFld");
-  entry.present = static_cast<bool>(element);
-  if (!entry.present) return;
+  if (!element) return;
   std::wstring tag = ar.Reading() ? L"" : TuneField::FieldToPointTag(entry.field);
   ar.Attribute(L"Name", tag);
   if (ar.Reading()) entry.field = TuneField::PointTagToField(tag);
@@ -42,8 +40,7 @@ void DescribeFields(Archive& ar, std::map<TuneField::Id, double>& fields) {
   ar.List(L"IOPtFlds", entries, DescribeEntry);
   if (!ar.Reading()) return;
   fields.clear();
-  for (const Entry& entry : entries)
-    if (entry.present) fields[entry.field] = entry.value;
+  for (const Entry& entry : entries) fields[entry.field] = entry.value;
 }
 
 }  // namespace

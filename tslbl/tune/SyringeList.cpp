@@ -19,7 +19,12 @@ SyringeList SyringeList::Load() {
   if (!parser.LoadFile(ModuleFolder(ModuleHandle()) + L"SyringeList.xml")) return list;
   int count = 0;
   if (!parser.StartList(L"Manufacturers", count)) return list;
-  for (int i = 0; i < count; ++i) list.Manufacturers.emplace_back().Serialize(parser);
+  for (int i = 0; i < count; ++i) {
+    SyringeManufacturer manufacturer;
+    manufacturer.Serialize(parser);
+    // A foreign element between the manufacturers is none of them.
+    if (!(manufacturer == SyringeManufacturer())) list.Manufacturers.push_back(manufacturer);
+  }
   parser.EndList();
   return list;
 }

@@ -16,10 +16,11 @@ void TextEnum(Archive& ar, const wchar_t* name, E& value, ToTextForm toText, Fro
     ar.Enum(name, value, Codes{});
     return;
   }
-  const std::wstring before = toText(value);
-  std::wstring text = before;
+  // No document can hold this text, so that it tells an absent element.
+  const std::wstring absent(1, L'\0');
+  std::wstring text = ar.Reading() ? absent : toText(value);
   ar(name, text);
-  if (text != before) value = fromText(text);
+  if (ar.Reading() && text != absent) value = fromText(text);
 }
 
 }  // namespace TslBL

@@ -1,7 +1,6 @@
 #include <tslbl/tune/Tune.h>
 
 #include <tslbl/closed/common/Truncate.h>
-#include <tslbl/closed/common/XMLParser.h>
 #include <tslbl/records/Archive.h>
 #include <tslbl/tune/OldTune.h>
 #include <tslbl/tune/Q1FieldConvert.h>
@@ -11,8 +10,6 @@
 
 namespace TslBL {
 namespace {
-
-constexpr const wchar_t* kElement = L"Tune";
 
 void DescribeParts(Archive& ar, Tune& tune) {
   ar.Nested(tune.Info);
@@ -27,8 +24,6 @@ void DescribeParts(Archive& ar, Tune& tune) {
   ar.List(L"MZCalPts", tune.MZCalPts);
   ar.List(L"Q1CalPts", tune.Q1CalPts);
 }
-
-void DescribePartsErased(Archive& ar, void* tune) { DescribeParts(ar, *static_cast<Tune*>(tune)); }
 
 // The first point near enough to `point` to be the same calibrant.
 const Q1CalPt* PartnerOf(const Q1CalPt& point, const std::vector<Q1CalPt>& points) {
@@ -80,15 +75,9 @@ void Tune::Overwrite(const Tune& other) {
   Q1CalPts = std::move(merged);
 }
 
-void Tune::Serialize(XMLParser& parser) {
-  parser.StartRequiredNode(kElement);
-  frame::ReadXml(DescribePartsErased, this, parser);
-  parser.EndNode();
-}
-
 void Describe(Archive& ar, Tune& tune) {
   ar.Version(3, "Unknown Tune version.");
-  if (const auto element = ar.Element(kElement)) DescribeParts(ar, tune);
+  if (const auto element = ar.RequiredElement(L"Tune")) DescribeParts(ar, tune);
   if (!ar.ReadingBinary() || ar.StoredVersion() == 3) return;
   // Half a tune is no tune to convert.
   ar.RequireGood("Unexpected end of stream.");

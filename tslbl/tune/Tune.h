@@ -43,9 +43,6 @@ struct TSLBL_API Tune : Record<Tune> {
   // not sorted. Throws, with the tune unchanged, if the capillary exit's curve has two
   // points of one m/z where it is evaluated.
   void Overwrite(const Tune& other);
-
-  using Record<Tune>::Serialize;
-  void Serialize(XMLParser& parser) override;
 };
 TSLBL_API void Describe(Archive& ar, Tune& tune);
 

@@ -121,6 +121,12 @@ bool Parse(std::wstring_view text, T& value) {
   return Convert(NumberPart(text, std::is_floating_point_v<T>), value);
 }
 
+std::wstring PrintDigits(double value, int digits) {
+  char buffer[32];
+  const auto end = std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::general, digits).ptr;
+  return {buffer, end};
+}
+
 template <class T>
 std::wstring Print(T value) {
   char buffer[32];
@@ -150,11 +156,8 @@ std::wstring FromUtf8(std::string_view bytes) {
 
 std::wstring TslNarrowToWideStr(const std::string& text) { return FromUtf8(text); }
 
-std::wstring ToText(double value) {
-  char buffer[32];
-  const auto end = std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::general, 6).ptr;
-  return {buffer, end};
-}
+std::wstring ToText(double value) { return PrintDigits(value, 6); }
+std::wstring ToFullText(double value) { return PrintDigits(value, 17); }
 std::wstring ToText(std::int32_t value) { return Print(value); }
 std::wstring ToText(std::uint32_t value) { return Print(value); }
 std::wstring ToText(std::int64_t value) { return Print(value); }

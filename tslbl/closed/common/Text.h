@@ -20,6 +20,8 @@ TSLBL_API std::wstring TslNarrowToWideStr(const std::string& text);
 // The text of a number in a stream's default state: integers in decimal, doubles with
 // six significant digits as "%.6g" gives them.
 TSLBL_API std::wstring ToText(double value);
+// With 17 significant digits, which read back to the same double.
+TSLBL_API std::wstring ToFullText(double value);
 TSLBL_API std::wstring ToText(std::int32_t value);
 TSLBL_API std::wstring ToText(std::uint32_t value);
 TSLBL_API std::wstring ToText(std::int64_t value);

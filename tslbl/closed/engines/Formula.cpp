@@ -1,5 +1,6 @@
-#include <tslbl/closed/engines/Elements.h>
 #include <tslbl/closed/engines/Formula.h>
+
+#include <tslbl/closed/engines/Elements.h>
 
 #include <algorithm>
 #include <cmath>

@@ -1,5 +1,6 @@
-#include <tslbl/closed/engines/Elements.h>
 #include <tslbl/closed/engines/IsotopePattern.h>
+
+#include <tslbl/closed/engines/Elements.h>
 
 #include <algorithm>
 #include <cmath>

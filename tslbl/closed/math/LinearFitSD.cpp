@@ -1,5 +1,6 @@
-#include <tslbl/closed/math/Lanes.h>
 #include <tslbl/closed/math/LinearFitSD.h>
+
+#include <tslbl/closed/math/Lanes.h>
 #include <tslbl/closed/math/RobustLine.h>
 #include <tslbl/closed/math/SegmentGuard.h>
 #include <tslbl/closed/math/SegmentLoader.h>

@@ -1,5 +1,6 @@
-#include <tslbl/closed/math/BaselineAndNoise.h>
 #include <tslbl/closed/math/Noise.h>
+
+#include <tslbl/closed/math/BaselineAndNoise.h>
 
 namespace TslMath {
 

@@ -1,5 +1,6 @@
-#include <tslbl/closed/math/MovingExtrema.h>
 #include <tslbl/closed/math/SegmentGuard.h>
+
+#include <tslbl/closed/math/MovingExtrema.h>
 
 #include <algorithm>
 #include <limits>

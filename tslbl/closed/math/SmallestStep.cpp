@@ -1,5 +1,6 @@
-#include <tslbl/closed/math/Lanes.h>
 #include <tslbl/closed/math/SmallestStep.h>
+
+#include <tslbl/closed/math/Lanes.h>
 
 #include <algorithm>
 #include <limits>

@@ -1,5 +1,6 @@
-#include <tslbl/closed/math/CubicSegment.h>
 #include <tslbl/closed/math/SplinePeak.h>
+
+#include <tslbl/closed/math/CubicSegment.h>
 
 #include <algorithm>
 #include <limits>

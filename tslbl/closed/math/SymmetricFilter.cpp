@@ -1,5 +1,6 @@
-#include <tslbl/closed/math/Lanes.h>
 #include <tslbl/closed/math/SymmetricFilter.h>
+
+#include <tslbl/closed/math/Lanes.h>
 
 namespace TslMath {
 namespace {
