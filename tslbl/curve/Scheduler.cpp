@@ -71,7 +71,6 @@ void SetMultiThreadingParams(const AppThreadingParams& params) {
     LOG4CXX_INFO(logger, L"SetThreadingParams " << builder.QXML());
   }
   if (!remake) return;
-  process.scheduler.reset();
   process.scheduler = std::make_unique<Scheduler>(params);
   ++process.generation;
 }

@@ -45,7 +45,8 @@ TEST(Counts, KeepTheSignOfZero) { EXPECT_TRUE(std::signbit(RoundTrip({-0.0}).fro
 
 TEST(Counts, AreIntegersWhereTheyAreWhole) {
   EXPECT_EQ(PackCounts({0, 5, 4294967295.0}).encoding, "u32-zlib");
-  for (const double other : {0.5, -1.0, 4294967296.0, -0.0}) EXPECT_EQ(PackCounts({other}).encoding, "f64-zlib");
+  for (const double other : {0.5, -1.0, 4294967296.0, -0.0})
+    EXPECT_EQ(PackCounts({other}).encoding, "f64-zlib");
 }
 
 TEST(Counts, AreOneZlibStreamOfLittleEndianNumbers) {
@@ -78,7 +79,8 @@ TEST(Counts, AreRefusedWithAnyByteChanged) {
 
 TEST(Counts, AreRefusedForAnotherNumberOfPoints) {
   const PackedCounts packed = PackCounts({1, 2, 3});
-  for (const std::uint64_t points : {0, 2, 4}) EXPECT_EQ(ErrorOf(packed.encoding, packed.bytes, points), "counts are damaged");
+  for (const std::uint64_t points : {0, 2, 4})
+    EXPECT_EQ(ErrorOf(packed.encoding, packed.bytes, points), "counts are damaged");
 }
 
 TEST(Counts, ClaimsOfMorePointsThanTheBytesCanHoldCostNoMemory) {

@@ -52,7 +52,8 @@ INSTANTIATE_TEST_SUITE_P(
              "scan 1: number of points 4294967296 is out of range"},
         Case{"UPDATE scan SET points = -1 WHERE number = 1", "scan 1: number of points -1 is out of range"},
         Case{"UPDATE scan SET points = 'three' WHERE number = 1", "scan 1: points is not a whole number"},
-        Case{"UPDATE scan SET encoding = 'u16' WHERE number = 1", "scan 1: unknown encoding of counts \"u16\""},
+        Case{"UPDATE scan SET encoding = 'u16' WHERE number = 1",
+             "scan 1: unknown encoding of counts \"u16\""},
         Case{"UPDATE scan SET id = -1 WHERE number = 2", "scan 2: id -1 is out of range"},
         Case{"UPDATE scan SET time_stamp = -5 WHERE number = 2", "scan 2: time stamp -5 is out of range"},
         Case{"UPDATE scan SET time_stamp = 'noon' WHERE number = 2",
@@ -99,12 +100,14 @@ TEST(RunFile, GarbledAnywhereItsCountsAreRightOrRefused) {
   std::size_t refused = 0;
   for (std::size_t i = 0; i < bytes.size(); i += 29) {
     std::string changed = bytes;
-    for (std::size_t k = i; k < std::min(i + 4, bytes.size()); ++k) changed[k] = static_cast<char>(~changed[k]);
+    for (std::size_t k = i; k < std::min(i + 4, bytes.size()); ++k)
+      changed[k] = static_cast<char>(~changed[k]);
     garbled.Write(changed);
     try {
       for (const TslBL::RawSpectrum& scan : ReadRun(garbled.Path())) {
         const auto originals = SmallRun::Scans();
-        EXPECT_TRUE(std::ranges::any_of(originals, [&](const auto& o) { return o.counts == scan.counts; })) << i;
+        EXPECT_TRUE(std::ranges::any_of(originals, [&](const auto& o) { return o.counts == scan.counts; }))
+            << i;
       }
     } catch (const InputError& error) {
       EXPECT_THAT(error.what(), testing::StartsWith(garbled.Path() + ": ")) << i;

@@ -83,7 +83,8 @@ TEST(Sqlite, ErrorsNameTheFileAndTheReason) {
   Fixture f;
   EXPECT_EQ(ErrorOf([&] { f.database.Execute("SELECT * FROM nowhere"); }),
             f.file.Path() + ": no such table: nowhere");
-  EXPECT_EQ(ErrorOf([&] { Statement(f.database, "SELEC"); }), f.file.Path() + ": near \"SELEC\": syntax error");
+  EXPECT_EQ(ErrorOf([&] { Statement(f.database, "SELEC"); }),
+            f.file.Path() + ": near \"SELEC\": syntax error");
   EXPECT_EQ(ErrorOf([] { Database("/no/such/db", Database::Mode::Create); }),
             "/no/such/db: unable to open database file");
 }

@@ -1,0 +1,45 @@
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <string>
+
+#include <tool/CurveWriter.h>
+#include <tool/Evaluated.h>
+#include <tool/ToolRun.h>
+
+namespace TslTest {
+namespace {
+
+using TslTool::LoadedSpectrum;
+
+std::string Written(const LoadedSpectrum& loaded) {
+  const TempFile file("curve.tsv", "");
+  TslTool::CurveWriter writer(file.Path());
+  writer.Write(loaded);
+  writer.Commit();
+  return ReadFile(file.Path());
+}
+
+TEST(CurveWriter, KeepsEveryDigitOfTheEvaluatedCurves) {
+  const LoadedSpectrum loaded = EvaluatedScan(3);
+  const auto rows = RowsOf(Written(loaded));
+  EXPECT_EQ(ColumnOf(rows, "mz"), loaded.spectrum->xAxis);
+  EXPECT_EQ(ColumnOf(rows, "amplitude"), loaded.spectrum->yAxis);
+  EXPECT_EQ(ColumnOf(rows, "baseline"), loaded.spectrum->baseline);
+  EXPECT_EQ(ColumnOf(rows, "noise"), loaded.spectrum->noise);
+  EXPECT_EQ(rows.front().at("scan"), "3");
+  EXPECT_EQ(std::stod(rows.front().at("rt_s")), loaded.rtSeconds);
+}
+
+TEST(CurveWriter, LeavesEmptyWhatIsNotThere) {
+  LoadedSpectrum loaded;
+  loaded.scan = 4;
+  loaded.rtSeconds = std::numeric_limits<double>::quiet_NaN();
+  loaded.spectrum = std::make_unique<TslBL::Spectrum>();
+  loaded.spectrum->xAxis = {100.5};
+  loaded.spectrum->yAxis = {7};
+  EXPECT_EQ(Written(loaded), "scan\trt_s\tmz\tamplitude\tbaseline\tnoise\n4\t\t100.5\t7\t\t\n");
+}
+
+}  // namespace
+}  // namespace TslTest
