@@ -15,6 +15,10 @@ if(TSLBL_SANITIZE)
     -fsanitize=${TSLBL_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_link_options(tslbl_flags INTERFACE -fsanitize=${TSLBL_SANITIZE})
 endif()
+if(TSLBL_SANITIZE STREQUAL thread)
+  # The packaged parallel library is not built with the sanitizer: a stand-in takes its place.
+  target_include_directories(tslbl_flags BEFORE INTERFACE ${PROJECT_SOURCE_DIR}/tests/tsan)
+endif()
 
 # What was compiled before is not compiled again, in whatever build folder.
 find_program(TSLBL_CCACHE ccache)

@@ -1,12 +1,11 @@
 # The tests: tests/ mirrors tslbl/ and tool/, file for file.
 find_package(GTest REQUIRED)
-include(GoogleTest)
 
 file(GLOB_RECURSE tslbl_test_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/*.cpp)
 if(TSLBL_THREADED_TESTS_ONLY)
   foreach(source IN LISTS tslbl_test_sources)
-    file(STRINGS ${source} threads REGEX "^TEST.*Threads")
-    if(NOT threads)
+    file(STRINGS ${source} tests REGEX "^(TYPED_)?TEST")
+    if(tests AND NOT tests MATCHES "Threads")
       list(REMOVE_ITEM tslbl_test_sources ${source})
     endif()
   endforeach()
@@ -15,8 +14,8 @@ set(tool_test_sources ${tslbl_test_sources})
 list(FILTER tslbl_test_sources EXCLUDE REGEX "/tests/tool/")
 list(FILTER tool_test_sources INCLUDE REGEX "/tests/tool/")
 
-# A test program from the sources given, with its tests made known to ctest.
-function(tslbl_add_tests name)
+# A test program from the sources given. ctest knows its suites, with `prefix` before their names.
+function(tslbl_add_tests name prefix)
   add_executable(${name} ${ARGN})
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
   target_compile_definitions(${name} PRIVATE TSLBL_TEST_DATA="${PROJECT_SOURCE_DIR}/tests/data")
@@ -26,14 +25,22 @@ function(tslbl_add_tests name)
     "$<$<CXX_COMPILER_ID:Clang>:SHELL:-Xclang -fno-pch-timestamp>")
   target_precompile_headers(${name} PRIVATE <gtest/gtest.h> <algorithm> <cmath> <fstream> <functional> <map> <string>
                                             <sstream> <vector>)
-  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 120 PROPERTIES TIMEOUT 300)
+
+  set(suites ${PROJECT_BINARY_DIR}/${name}_suites.cmake)
+  if(NOT EXISTS ${suites})
+    file(WRITE ${suites} "add_test(${name}_is_not_built ${name}_is_not_built)\n")
+  endif()
+  add_custom_command(TARGET ${name} POST_BUILD VERBATIM
+    COMMAND ${CMAKE_COMMAND} -DPROGRAM=$<TARGET_FILE:${name}> -DPREFIX=${prefix} -DOUTPUT=${suites}
+            -P ${PROJECT_SOURCE_DIR}/cmake/TestSuites.cmake)
+  set_property(DIRECTORY ${PROJECT_SOURCE_DIR} APPEND PROPERTY TEST_INCLUDE_FILES ${suites})
 endfunction()
 
-tslbl_add_tests(tslbl_tests ${tslbl_test_sources})
+tslbl_add_tests(tslbl_tests "" ${tslbl_test_sources})
 target_link_libraries(tslbl_tests PRIVATE tslbl TBB::tbb Boost::headers Eigen3::Eigen PkgConfig::log4cxx)
 
 if(TSLBL_BUILD_TOOL AND tool_test_sources)
-  tslbl_add_tests(tslbl_tool_tests ${tool_test_sources})
+  tslbl_add_tests(tslbl_tool_tests tool/ ${tool_test_sources})
   target_compile_definitions(tslbl_tool_tests PRIVATE TSLBL_TOOL="$<TARGET_FILE:tslbl_tool>")
   add_dependencies(tslbl_tool_tests tslbl_tool)
   target_link_libraries(tslbl_tool_tests PRIVATE tslbl_tool_parts)

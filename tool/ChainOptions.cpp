@@ -54,10 +54,12 @@ class Words {
 // few points wide, are smoothed gently.
 std::string AutomaticSmooth(std::optional<double> mzStep) {
   constexpr double kWindow = 0.75;  // m/z
-  constexpr double kWidest = 1001.0;
+  constexpr double kFewest = 5.0;   // with fewer the polynomial passes through every point
+  constexpr double kMost = 1001.0;
   if (!mzStep || !(*mzStep > 0.0)) return "savgol:7:2";
-  const auto points = static_cast<std::uint32_t>(std::clamp(std::round(kWindow / *mzStep), 3.0, kWidest));
-  return "savgol:" + std::to_string(points | 1U) + ":2";
+  const double points = std::round(kWindow / *mzStep);
+  if (points < kFewest - 1.0) return "off";
+  return "savgol:" + std::to_string(static_cast<std::uint32_t>(std::min(points, kMost)) | 1U) + ":2";
 }
 
 void AddSmooth(std::vector<CurveEval>& chain, const std::string& text) {

@@ -140,7 +140,7 @@ TEST(ChainFile, AnUnknownCommandIsNamedWithItsPlace) {
 
 TEST(ChainFile, WhatIsNoChainIsRefused) {
   EXPECT_EQ(ErrorOf(""), ": line 1, column 1: No document element found");
-  EXPECT_EQ(ErrorOf("<CurveEvals><CurveEval>"), ": line 1, column 24: Start-end tags mismatch");
+  EXPECT_EQ(ErrorOf("<CurveEvals><CurveEval>"), ": line 1, column 23: Start-end tags mismatch");
   EXPECT_EQ(ErrorOf("<Chain/>"), ": the document has no element \"CurveEvals\"");
   EXPECT_THAT(ErrorOf("100 5\n"), HasSubstr("line 1, column 1"));
   EXPECT_EQ(ErrorOf("<CurveEvals><Smooth/></CurveEvals>"), "CurveEvals: unknown element \"Smooth\"");

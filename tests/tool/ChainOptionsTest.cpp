@@ -126,8 +126,13 @@ TEST(ChainOptions, WhereTheSpacingIsUnknownTheUsualChainSmoothsGently) {
 }
 
 TEST(ChainOptions, AnAbsurdSpacingGivesAWindowAllTheSame) {
-  for (const auto& [step, width] : {std::pair{1e-300, 1001U}, {1e300, 3U}, {-1.0, 7U}})
+  for (const auto& [step, width] : {std::pair{1e-300, 1001U}, {0.2, 5U}, {-1.0, 7U}})
     EXPECT_EQ(Parse({}, step).chain, With(Smooth(SmoothParams::SavitzkyGolay, width)));
+}
+
+TEST(ChainOptions, ALineOfAFewPointsIsNotSmoothed) {
+  EXPECT_EQ(Parse({}, 0.25).chain, Parse({"--smooth", "off"}).chain);
+  EXPECT_EQ(Parse({}, 1e300).chain, Parse({"--smooth", "off"}).chain);
 }
 
 struct SmoothCase {

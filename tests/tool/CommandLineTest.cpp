@@ -23,7 +23,7 @@ using TslTool::Command;
 using TslTool::Options;
 
 // What a command with every kind of option received, and what the user saw.
-struct Run {
+struct Session {
   int status;
   std::string out, err;
   bool flag = false;
@@ -34,25 +34,25 @@ struct Run {
   bool given = false;
 };
 
-Run Start(
+Session Start(
     std::vector<std::string> words, const std::function<int()>& body = [] { return 0; }) {
-  Run run;
+  Session session;
   Command command{.name = "try",
                   .summary = "Tries it",
                   .examples = "Examples:\n  tslbl try --flag",
                   .declare =
-                      [&run](Options& o) {
-                        o.Value("INPUT", run.input, "The input");
-                        o.Flag("--flag", run.flag, "A flag");
-                        o.Value("-t,--text WORD", run.text, "A text");
-                        o.Value("--real X", run.real, "A number");
-                        o.Value("--count N", run.count, "A count");
-                        o.Value("--seed S", run.seed, "A seed");
-                        o.Choice("--choice COLOUR", run.choice, {"red", "green"}, "A choice");
+                      [&session](Options& o) {
+                        o.Value("INPUT", session.input, "The input");
+                        o.Flag("--flag", session.flag, "A flag");
+                        o.Value("-t,--text WORD", session.text, "A text");
+                        o.Value("--real X", session.real, "A number");
+                        o.Value("--count N", session.count, "A count");
+                        o.Value("--seed S", session.seed, "A seed");
+                        o.Choice("--choice COLOUR", session.choice, {"red", "green"}, "A choice");
                       },
                   .run =
                       [&](const Options& o) {
-                        run.given = o.Given("--text");
+                        session.given = o.Given("--text");
                         return body();
                       }};
   words.insert(words.begin(), "tslbl");
@@ -60,32 +60,32 @@ Run Start(
   for (std::string& word : words) argv.push_back(word.data());
   testing::internal::CaptureStdout();
   testing::internal::CaptureStderr();
-  run.status = TslTool::RunCommandLine(static_cast<int>(argv.size()), argv.data(), {command});
-  run.out = testing::internal::GetCapturedStdout();
-  run.err = testing::internal::GetCapturedStderr();
-  return run;
+  session.status = TslTool::RunCommandLine(static_cast<int>(argv.size()), argv.data(), {command});
+  session.out = testing::internal::GetCapturedStdout();
+  session.err = testing::internal::GetCapturedStderr();
+  return session;
 }
 
 TEST(CommandLine, OptionsReceiveTheirValues) {
-  const Run run = Start({"try", "in.txt", "--flag", "-t", "a b", "--real", "-2.5", "--count=7", "--seed",
-                         "18446744073709551615", "--choice", "green"});
-  EXPECT_EQ(run.status, 0);
-  EXPECT_TRUE(run.flag);
-  EXPECT_TRUE(run.given);
-  EXPECT_EQ(run.input, "in.txt");
-  EXPECT_EQ(run.text, "a b");
-  EXPECT_EQ(run.real, -2.5);
-  EXPECT_EQ(run.count, 7U);
-  EXPECT_EQ(run.seed, 18446744073709551615U);
-  EXPECT_EQ(run.choice, "green");
+  const Session session = Start({"try", "in.txt", "--flag", "-t", "a b", "--real", "-2.5", "--count=7",
+                                 "--seed", "18446744073709551615", "--choice", "green"});
+  EXPECT_EQ(session.status, 0);
+  EXPECT_TRUE(session.flag);
+  EXPECT_TRUE(session.given);
+  EXPECT_EQ(session.input, "in.txt");
+  EXPECT_EQ(session.text, "a b");
+  EXPECT_EQ(session.real, -2.5);
+  EXPECT_EQ(session.count, 7U);
+  EXPECT_EQ(session.seed, 18446744073709551615U);
+  EXPECT_EQ(session.choice, "green");
 }
 
 TEST(CommandLine, WhatIsNotGivenStaysAsItWas) {
-  const Run run = Start({"try"});
-  EXPECT_FALSE(run.given);
-  EXPECT_EQ(run.text, "as it was");
-  EXPECT_EQ(run.choice, "red");
-  EXPECT_EQ(run.real, std::nullopt);
+  const Session session = Start({"try"});
+  EXPECT_FALSE(session.given);
+  EXPECT_EQ(session.text, "as it was");
+  EXPECT_EQ(session.choice, "red");
+  EXPECT_EQ(session.real, std::nullopt);
 }
 
 TEST(CommandLine, TheExitStatusIsTheCommands) {
@@ -113,10 +113,10 @@ TEST(CommandLine, WrongUsageIsStatus2AndNamesOptionAndText) {
         Wrong{{"try", "--text", ""}, "tslbl: --text: the value is empty\n"},
         Wrong{{"try", "--real", ""}, "tslbl: --real: the value is empty\n"},
         Wrong{{"try", ""}, "tslbl: INPUT: the value is empty\n"}}) {
-    const Run run = Start(words);
-    EXPECT_EQ(run.status, 2) << message;
-    EXPECT_EQ(run.out, "");
-    EXPECT_THAT(run.err, StartsWith(message));
+    const Session session = Start(words);
+    EXPECT_EQ(session.status, 2) << message;
+    EXPECT_EQ(session.out, "");
+    EXPECT_THAT(session.err, StartsWith(message));
   }
 }
 
@@ -130,39 +130,39 @@ TEST(CommandLine, AnOptionGivenTwiceIsWrongUsage) {
 }
 
 TEST(CommandLine, TheHelpHoldsOptionsValuesAndExamples) {
-  const Run run = Start({"try", "--help"});
-  EXPECT_EQ(run.status, 0);
-  EXPECT_EQ(run.err, "");
+  const Session session = Start({"try", "--help"});
+  EXPECT_EQ(session.status, 0);
+  EXPECT_EQ(session.err, "");
   for (const char* part : {"Tries it", "-t,--text WORD", "--real X", "red, green [red]", "tslbl try --flag"})
-    EXPECT_THAT(run.out, HasSubstr(part));
+    EXPECT_THAT(session.out, HasSubstr(part));
 }
 
 TEST(CommandLine, TheVersionIsTheLibrarys) {
-  const Run run = Start({"--version"});
-  EXPECT_EQ(run.status, 0);
-  EXPECT_EQ(run.out, "tslbl " TSLBL_VERSION "\n");
+  const Session session = Start({"--version"});
+  EXPECT_EQ(session.status, 0);
+  EXPECT_EQ(session.out, "tslbl " TSLBL_VERSION "\n");
 }
 
 TEST(CommandLine, EveryFailureHasItsStatusAndMessage) {
   const auto failing = [](auto error) { return Start({"try"}, [error]() -> int { throw error; }); };
-  const Run failed = failing(std::runtime_error("a.txt: is bad"));
+  const Session failed = failing(std::runtime_error("a.txt: is bad"));
   EXPECT_EQ(failed.status, 1);
   EXPECT_EQ(failed.err, "tslbl: a.txt: is bad\n");
-  const Run usage = failing(TslTool::UsageError("--x: bad"));
+  const Session usage = failing(TslTool::UsageError("--x: bad"));
   EXPECT_EQ(usage.status, 2);
   EXPECT_EQ(usage.err, "tslbl: --x: bad\n");
-  const Run memory = failing(std::bad_alloc());
+  const Session memory = failing(std::bad_alloc());
   EXPECT_EQ(memory.status, 1);
   EXPECT_EQ(memory.err, "tslbl: out of memory\n");
-  const Run interrupted = failing(TslTool::Interrupted());
+  const Session interrupted = failing(TslTool::Interrupted());
   EXPECT_EQ(interrupted.status, 1);
   EXPECT_EQ(interrupted.err, "tslbl: interrupted\n");
 }
 
 TEST(CommandLine, AReaderThatWentAwayNeedsNoMessage) {
-  const Run run = Start({"try"}, []() -> int { throw TslTool::ReaderGone(); });
-  EXPECT_EQ(run.status, 1);
-  EXPECT_EQ(run.err, "");
+  const Session session = Start({"try"}, []() -> int { throw TslTool::ReaderGone(); });
+  EXPECT_EQ(session.status, 1);
+  EXPECT_EQ(session.err, "");
 }
 
 }  // namespace

@@ -9,6 +9,11 @@
 namespace TslTest {
 namespace {
 
+// A fork of a program with threads is not safe to go on in; a fresh start is.
+struct Interrupt : testing::Test {
+  Interrupt() { GTEST_FLAG_SET(death_test_style, "threadsafe"); }
+};
+
 // Each in a process of its own, since a signal once caught stays caught.
 [[noreturn]] void EndAfter(int number) {
   TslTool::CatchInterrupts();
@@ -22,12 +27,12 @@ namespace {
   std::_Exit(19);
 }
 
-TEST(Interrupt, ASignalThatEndsIsAskedForLater) {
+TEST_F(Interrupt, ASignalThatEndsIsAskedForLater) {
   for (const int number : {SIGINT, SIGTERM, SIGHUP})
     EXPECT_EXIT(EndAfter(number), testing::ExitedWithCode(17), "") << number;
 }
 
-TEST(Interrupt, ASecondSignalEndsTheProcessAtOnce) {
+TEST_F(Interrupt, ASecondSignalEndsTheProcessAtOnce) {
   EXPECT_EXIT(
       {
         TslTool::CatchInterrupts();
@@ -37,7 +42,7 @@ TEST(Interrupt, ASecondSignalEndsTheProcessAtOnce) {
       testing::KilledBySignal(SIGINT), "");
 }
 
-TEST(Interrupt, AReadThatWaitsEnds) {
+TEST_F(Interrupt, AReadThatWaitsEnds) {
   EXPECT_EXIT(
       {
         TslTool::CatchInterrupts();

@@ -14,8 +14,8 @@
 namespace TslTest {
 namespace {
 
-using testing::ElementsAre;
 using testing::Contains;
+using testing::ElementsAre;
 using TslTool::PeakColumns;
 
 std::vector<std::string> Names() {
@@ -54,18 +54,25 @@ TEST(PeakColumns, GiveTheFieldTheyAreNamedAfter) {
   peak.CSSeriesRef.Id = 8;
   peak.IsOverlapped = true;
   peak.PeakId = 4294967295U;
-  const std::pair<const char*, TslTool::ColumnValue> expected[] = {
-      {"mz", 1.5}, {"amplitude", 2.5}, {"area", 3.5}, {"width", 4.5}, {"resolution", 5.5}, {"sn", 6.5},
-      {"PkEndAmpl", 7.5}, {"CSCharge", std::int64_t{-3}}, {"CSSeriesId", std::int64_t{8}},
-      {"IsOverlapped", true}, {"PeakId", std::int64_t{4294967295}}};
+  const std::pair<const char*, TslTool::ColumnValue> expected[] = {{"mz", 1.5},
+                                                                   {"amplitude", 2.5},
+                                                                   {"area", 3.5},
+                                                                   {"width", 4.5},
+                                                                   {"resolution", 5.5},
+                                                                   {"sn", 6.5},
+                                                                   {"PkEndAmpl", 7.5},
+                                                                   {"CSCharge", std::int64_t{-3}},
+                                                                   {"CSSeriesId", std::int64_t{8}},
+                                                                   {"IsOverlapped", true},
+                                                                   {"PeakId", std::int64_t{4294967295}}};
   for (const auto& [name, value] : expected) EXPECT_EQ(ValueOf(peak, name), value) << name;
 }
 
 // The row's own dump names its fields; the short names stand for six of them.
 TEST(PeakColumns, LeaveNoFieldOfTheRowOut) {
-  const std::map<std::string, std::string> shortNames = {{"Mass", "mz"},       {"Ampl", "amplitude"},
-                                                         {"Area", "area"},     {"Width", "width"},
-                                                         {"Resolution", "resolution"}, {"Signal2Noise", "sn"}};
+  const std::map<std::string, std::string> shortNames = {
+      {"Mass", "mz"},     {"Ampl", "amplitude"},        {"Area", "area"},
+      {"Width", "width"}, {"Resolution", "resolution"}, {"Signal2Noise", "sn"}};
   std::wstring dump;
   TslBL::MZPeak().Serialize(dump);
   std::istringstream lines(TslCommon::ToUtf8(dump));

@@ -53,8 +53,9 @@ struct PeakWriter : testing::Test {
 
 TEST_F(PeakWriter, TsvHasOneHeaderWithTheRowsFieldsBehindTheShortNames) {
   const auto lines = LinesOf(Written("tsv", scans));
-  EXPECT_THAT(lines.front(), StartsWith("scan\trt_s\tpeak\tmz\tamplitude\tarea\twidth\tresolution\tsn\tKind\tCurveId\t"
-                                        "PeakId\tCentroidX\tCentroidAmpl\tRelCentroidAmpl\tMaxX\t"));
+  EXPECT_THAT(lines.front(),
+              StartsWith("scan\trt_s\tpeak\tmz\tamplitude\tarea\twidth\tresolution\tsn\tKind\tCurveId\t"
+                         "PeakId\tCentroidX\tCentroidAmpl\tRelCentroidAmpl\tMaxX\t"));
   EXPECT_EQ(CellsOf(lines.front()).size(), 3 + TslTool::PeakColumns().size());
   for (std::size_t i = 1; i < lines.size(); ++i) {
     EXPECT_THAT(lines[i], testing::Not(StartsWith("scan")));
@@ -94,14 +95,17 @@ TEST_F(PeakWriter, JsonIsOneListOfSpectra) {
   EXPECT_TRUE(json[2]["peaks"].empty());
 }
 
-TEST_F(PeakWriter, JsonOfNothingIsAnEmptyList) { EXPECT_EQ(nlohmann::json::parse(Written("json", {})).size(), 0U); }
+TEST_F(PeakWriter, JsonOfNothingIsAnEmptyList) {
+  EXPECT_EQ(nlohmann::json::parse(Written("json", {})).size(), 0U);
+}
 
 TEST_F(PeakWriter, XmlHasAScanElementForEachSpectrum) {
   pugi::xml_document document;
   ASSERT_TRUE(document.load_string(Written("xml", scans).c_str()));
   const pugi::xml_node root = document.child("Scans");
   std::vector<std::string> numbers;
-  for (const pugi::xml_node scan : root.children("Scan")) numbers.emplace_back(scan.attribute("Number").value());
+  for (const pugi::xml_node scan : root.children("Scan"))
+    numbers.emplace_back(scan.attribute("Number").value());
   EXPECT_THAT(numbers, ElementsAre("3", "7", "9"));
   EXPECT_EQ(root.first_child().attribute("RetentionTime").as_double(), third.rtSeconds);
   EXPECT_FALSE(root.last_child().attribute("RetentionTime"));

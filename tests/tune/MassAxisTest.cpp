@@ -42,7 +42,7 @@ const std::vector<MZCalPt> kFourPoints = {
 }  // namespace
 
 TEST(MassAxis, IsLinearOnTwoPoints) {
-  EXPECT_EQ(MassAxis({{L"Low", 5, 100}, {L"High", 3000, 60000}}, 2000.0, 2.0, 3),
+  EXPECT_EQ(MassAxis(std::vector<MZCalPt>{{L"Low", 5, 100}, {L"High", 3000, 60000}}, 2000.0, 2.0, 3),
             (std::vector<double>{100.0, 100.1, 100.2}));
 }
 
@@ -57,12 +57,12 @@ TEST(MassAxis, TakesPointsInAnyOrder) {
 }
 
 TEST(MassAxis, OfNoCalibrationIsZeroAndOfOnePointThatPoint) {
-  EXPECT_EQ(MassAxis({}, 1.0, 2.0, 2), (std::vector<double>{0.0, 0.0}));
-  EXPECT_EQ(MassAxis({{L"a", 7.0, 9.0}}, 1.0, 2.0, 2), (std::vector<double>{7.0, 7.0}));
+  EXPECT_EQ(MassAxis(std::vector<MZCalPt>{}, 1.0, 2.0, 2), (std::vector<double>{0.0, 0.0}));
+  EXPECT_EQ(MassAxis(std::vector<MZCalPt>{{L"a", 7.0, 9.0}}, 1.0, 2.0, 2), (std::vector<double>{7.0, 7.0}));
 }
 
 TEST(MassAxis, OfNoPointsIsEmptyAndNeverFails) {
-  EXPECT_TRUE(MassAxis({{L"a", 7.0, 0.0}, {L"b", 7.0, 9.0}}, 1.0, 2.0, 0).empty());
+  EXPECT_TRUE(MassAxis(std::vector<MZCalPt>{{L"a", 7.0, 0.0}, {L"b", 7.0, 9.0}}, 1.0, 2.0, 0).empty());
 }
 
 TEST(MassAxis, FailsOnlyWhereItFallsBetweenPointsOfOneMz) {

@@ -142,6 +142,15 @@ TEST(DoubleToText, KeepsSixSignificantDigits) {
   EXPECT_EQ(read, 1.23457);
 }
 
+TEST(DoubleToFullText, ReadsBackToTheSameDouble) {
+  EXPECT_EQ(ToFullText(0.1), L"0.10000000000000001");
+  EXPECT_EQ(ToFullText(250.0), L"250");
+  for (const double value : {1.0 / 3.0, -kMax, std::numeric_limits<double>::denorm_min(), 6.02214076e23}) {
+    double read = 0.0;
+    EXPECT_TRUE(FromText(ToFullText(value), read) && read == value) << value;
+  }
+}
+
 TEST(IntegerToText, IsDecimal) {
   EXPECT_EQ(ToText(std::int32_t{0}), L"0");
   EXPECT_EQ(ToText(std::numeric_limits<std::int32_t>::min()), L"-2147483648");

@@ -86,8 +86,8 @@ TEST(RunFile, CutAnywhereItIsWholeOrRefused) {
   const TempFile cut("cut.run", "");
   for (std::size_t length = 100; length < bytes.size(); length += 149) {
     cut.Write(std::string_view(bytes).substr(0, length));
-    const std::string error = ErrorOfRun(cut.Path());
-    if (error.empty()) EXPECT_EQ(ReadRun(cut.Path()), SmallRun::Scans()) << length;
+    const bool whole = ErrorOfRun(cut.Path()).empty() && ReadRun(cut.Path()) == SmallRun::Scans();
+    EXPECT_TRUE(whole || !ErrorOfRun(cut.Path()).empty()) << length;
   }
 }
 

@@ -41,16 +41,24 @@ LowPlaces FindLowPlaces(const SegmentData& segment) {
   return low;
 }
 
-// Variance of white noise from the steps between neighbours around point i.
+// Half the mean square of the steps over `lag` points between begin and end.
+double HalfMeanSquareStep(const double* y, std::size_t begin, std::size_t end, std::size_t lag) {
+  double sum = 0;
+  for (std::size_t k = begin; k + lag <= end; ++k) {
+    const double step = y[k + lag] - y[k];
+    sum += step * step;
+  }
+  return sum / (2 * static_cast<double>(end - lag - begin + 1));
+}
+
+// Variance of the noise around point i from steps: between neighbours, and, since smoothing
+// leaves little between those, over `reach` points.
 double StepVariance(const SegmentData& segment, std::size_t i, std::size_t reach) {
   const std::size_t begin = i - std::min(i, reach);
   const std::size_t end = std::min(segment.length - 1, i + reach);
-  double sum = 0;
-  for (std::size_t k = begin; k < end; ++k) {
-    const double step = segment.y[k + 1] - segment.y[k];
-    sum += step * step;
-  }
-  return sum / (2 * static_cast<double>(end - begin));
+  const double* y = segment.y;
+  const double near = end > begin ? HalfMeanSquareStep(y, begin, end, 1) : 0.0;
+  return reach > 1 && end >= begin + reach ? std::max(near, HalfMeanSquareStep(y, begin, end, reach)) : near;
 }
 
 // The third smallest: some of the low places may lie on the flanks of peaks, and the very smallest is chance.
