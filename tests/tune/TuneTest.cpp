@@ -372,7 +372,8 @@ TEST(TuneXml, IsRequiredInsideAnotherRecordToo) {
 }
 
 TEST(TuneXml, AForeignElementAmongTheCalibrationPointsIsNoPoint) {
-  const Tune tune = FromXml<Tune>(L"<Tune><MZCalPts><Note/><MZCal MZ=\"5\" MassDAC=\"100\"/></MZCalPts></Tune>");
+  const Tune tune =
+      FromXml<Tune>(L"<Tune><MZCalPts><Note/><MZCal MZ=\"5\" MassDAC=\"100\"/></MZCalPts></Tune>");
   ASSERT_EQ(tune.MZCalPts.size(), 1u);
   EXPECT_EQ(tune.MZCalPts[0].MassDAC, 100.0);
 }

@@ -1,7 +1,7 @@
 #include <tslbl/curve/CurvePeak.h>
 
-#include <tslbl/records/Archive.h>
 #include <tslbl/closed/common/Text.h>
+#include <tslbl/records/Archive.h>
 
 namespace TslBL {
 namespace {

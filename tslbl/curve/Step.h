@@ -18,7 +18,7 @@ enum class Points { None, Some, Paired };
 struct StepRule {
   std::uint32_t needs;  // status bits, all of them
   Points needsPoints;
-  std::uint32_t adds;   // status bits
+  std::uint32_t adds;  // status bits
   void (*mark)(Changed& changed);
   unsigned failure;  // number of the message
 };

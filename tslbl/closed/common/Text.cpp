@@ -123,7 +123,8 @@ bool Parse(std::wstring_view text, T& value) {
 
 std::wstring PrintDigits(double value, int digits) {
   char buffer[32];
-  const auto end = std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::general, digits).ptr;
+  const auto end =
+      std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::general, digits).ptr;
   return {buffer, end};
 }
 
