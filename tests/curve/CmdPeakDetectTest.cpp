@@ -213,10 +213,22 @@ TEST(CmdPeakDetect, PeakCntKeepsTheTallestInTheOrderOfTheirApexes) {
 }
 
 TEST(CmdPeakDetect, PeakCntKeepsTheFirstOfEqualPeaks) {
-  for (TestCurve curve : {PeakCurve("0 5 0 5 0 5 0"), Sorted(PeakCurve("0 5 0 5 0 5 0"))}) {
+  std::vector<double> y = {0.0};
+  for (int i = 0; i < 100; ++i) y.insert(y.end(), {5.0, 0.0});
+  for (TestCurve curve : {PeakCurve(y), Sorted(PeakCurve(y))}) {
     curve.peakDetectParams.PeakCntInUse = true;
-    curve.peakDetectParams.PeakCnt = 2;
-    EXPECT_EQ(Apexes(curve), "1 3");
+    curve.peakDetectParams.PeakCnt = 40;
+    ASSERT_TRUE(Detect(curve).ok);
+    ASSERT_EQ(curve.peaks.size(), 40u);
+    EXPECT_EQ(curve.peaks.back().apexIdx, 79u);
+  }
+}
+
+TEST(CmdPeakDetect, PeakCntBeyondTheNumberOfPeaksKeepsAll) {
+  for (TestCurve curve : {TwoPeaks(), Sorted(TwoPeaks())}) {
+    curve.peakDetectParams.PeakCntInUse = true;
+    curve.peakDetectParams.PeakCnt = 0xFFFFFFFF;
+    EXPECT_EQ(SpansFound(curve), "0-2-4 5-7-9");
   }
 }
 

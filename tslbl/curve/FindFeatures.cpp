@@ -26,7 +26,7 @@ class Sweeper {
   bool Step();
   bool MoveToApex();
   std::ptrdiff_t StartOf(std::ptrdiff_t apex, double valley);
-  bool FollowToEnd(PeakFeature& feature, double valley);
+  void FollowToEnd(PeakFeature& feature, double valley);
 
   const CurveView& curve_;
   double maxValley_;
@@ -57,10 +57,10 @@ bool Sweeper::Step() {
   PeakFeature feature;
   feature.apex = p_;
   feature.start = StartOf(p_, valley);
-  const bool goOn = FollowToEnd(feature, valley);
+  FollowToEnd(feature, valley);
   taller_.push_back(feature);
   features_.push_back(feature);
-  return goOn;
+  return true;
 }
 
 // Moves p to the next apex, the left end of a plateau, or to where the curve falls to the
@@ -87,11 +87,9 @@ std::ptrdiff_t Sweeper::StartOf(std::ptrdiff_t apex, double valley) {
 
 // Walks right from the apex, past the end of the part if need be, sets the feature's end
 // and moves p behind it.
-bool Sweeper::FollowToEnd(PeakFeature& feature, double valley) {
+void Sweeper::FollowToEnd(PeakFeature& feature, double valley) {
   const double* y = curve_.y;
   const std::ptrdiff_t last = curve_.n - 1;
-  feature.end = feature.apex;
-  if (feature.apex == last) return false;
   bool low = false;
   std::ptrdiff_t c = feature.apex;
   for (; c < last - 1; ++c) {
@@ -102,13 +100,11 @@ bool Sweeper::FollowToEnd(PeakFeature& feature, double valley) {
     if (valleyBottom || atBaseline || tallerNext) {
       feature.end = atBaseline && !valleyBottom ? c + 1 : c;
       p_ = c + 1;
-      return true;
+      return;
     }
   }
-  const bool falls = y[c] > y[c + 1];
-  feature.end = falls ? c + 1 : c;
+  feature.end = c < last && y[c] > y[c + 1] ? c + 1 : c;
   p_ = c + 1;
-  return !falls;
 }
 
 }  // namespace
