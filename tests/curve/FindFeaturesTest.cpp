@@ -153,6 +153,30 @@ TEST(FindFeatures, AnswersAsThePlainSweepWhereNumbersAreMissing) {
   }
 }
 
+// Seen through peak detection, which drops features of fewer than three points.
+TEST(FindFeatures, InASearchRangeAreThoseOfTheRangeAlone) {
+  RandomCurves random(9);
+  for (int i = 0; i < 5000; ++i) {
+    const RandomCurve c = random.Next(48);
+    const int n = static_cast<int>(c.y.size());
+    const int first = random.Below(n);
+    const int last = first + random.Below(n - first);
+    TestCurve curve = PeakCurve(c.y, c.baseline);
+    curve.peakDetectParams.MaxValley = c.maxValley;
+    curve.peakDetectParams.FullSearch = false;
+    curve.peakDetectParams.SearchStart = first;
+    curve.peakDetectParams.SearchEnd = last;
+
+    const std::vector<double> y(c.y.begin() + first, c.y.begin() + last + 1);
+    const std::vector<double> baseline(c.baseline.begin() + first, c.baseline.begin() + last + 1);
+    auto rows = PlainSweep(y, baseline, c.maxValley).Rows();
+    std::erase_if(rows, [](const auto& row) { return row[2] - row[0] < 2; });
+    for (auto& row : rows)
+      for (int& point : row) point += first;
+    ASSERT_EQ(SpansFound(curve), Text(rows)) << c.Text();
+  }
+}
+
 TEST(FindFeatures, TheFeaturesOfTheWholeAreThoseOfItsParts) {
   RandomCurves random(4711);
   int inParts = 0;

@@ -61,7 +61,9 @@ TEST(SpectrumSource, ARunsCountsBecomeCountRates) {
 // The demonstration's calibration is straight up to 322.0481 = 6439.6 steps of the mass DAC.
 TEST(SpectrumSource, ARunsAxisFollowsTheTunesCalibration) {
   const SmallRun run;
-  const auto& x = LoadAll(run.Path())[1].spectrum->xAxis;
+  const auto loaded = LoadAll(run.Path());
+  ASSERT_EQ(loaded.size(), 3U);
+  const std::vector<double>& x = loaded[1].spectrum->xAxis;
   ASSERT_EQ(x.size(), 300U);
   const double mzPerDac = (322.0481 - 5.0) / (6439.6 - 100.0);
   for (std::size_t i = 0; i < x.size(); ++i)

@@ -79,7 +79,7 @@ TEST(Counts, AreRefusedWithAnyByteChanged) {
 
 TEST(Counts, AreRefusedForAnotherNumberOfPoints) {
   const PackedCounts packed = PackCounts({1, 2, 3});
-  for (const std::uint64_t points : {0, 2, 4})
+  for (const std::uint64_t points : {0ULL, 2ULL, 4ULL})
     EXPECT_EQ(ErrorOf(packed.encoding, packed.bytes, points), "counts are damaged");
 }
 
