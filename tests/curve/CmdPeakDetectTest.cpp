@@ -45,6 +45,14 @@ std::string Apexes(TestCurve curve) {
 
 }  // namespace
 
+TEST(CmdPeakDetect, RefusesASearchRangeThatIsNoNumber) {
+  for (const auto& [start, end] : {std::pair<double, double>(NAN, 4.0), {4.0, NAN}, {NAN, NAN}}) {
+    TestCurve curve = OnlyBetween(TwoPeaks(), start, end);
+    EXPECT_EQ(Detect(curve), Failure(kUnable));
+    EXPECT_FALSE(curve.CheckAllStatus(Curve::STATUS_PEAKS));
+  }
+}
+
 TEST(CmdPeakDetect, FillsThePeakTable) {
   TestCurve curve = TwoPeaks();
   EXPECT_EQ(Detect(curve), Success("peaks"));

@@ -101,6 +101,12 @@ TEST(SmoothStep, WithoutStepsOnlyClips) {
   EXPECT_TRUE(curve.CheckAllStatus(Curve::STATUS_SMOOTHED));
 }
 
+TEST(SmoothStep, EndsOnceAPassChangesNothing) {
+  SmoothParams p = OneStep(SmoothParams::Median, 0.0, 3);
+  p.Passes = 0xFFFFFFFF;
+  EXPECT_EQ(Smoothed(p, CurveOf("0 0 9 0 5 5 6 6 0")), Values("0 0 0 5 5 5 6 6 0"));
+}
+
 TEST(SmoothStep, WithAStepAboveTheAxisSmoothsNothing) {
   EXPECT_EQ(Smoothed(OneStep(SmoothParams::Mean, 4.5, 3), CurveOf("0 0 9 0 0")), Values("0 0 9 0 0"));
 }

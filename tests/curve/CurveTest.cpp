@@ -108,6 +108,20 @@ TEST(Curve, ReadsVersion1AndEmptiesItsAnnotations) {
   EXPECT_TRUE(FromBytes<TestCurve>(GoldenBytes("Curve.v1"), used) == expected);
 }
 
+// Detection parameters of version 1 have no algorithm: the sweep, whatever the curve had.
+TEST(Curve, TakesNothingFromItselfForAnOlderRecordInside) {
+  TestCurve written;
+  written.peakDetectParams = PeakDetectParams::DefaultMS();
+  std::string bytes = BytesOf(written);
+  const std::string inside = BytesOf(written.peakDetectParams);
+  const std::string older = GoldenBytes("PeakDetectParams.v1");
+  ASSERT_NE(bytes.find(inside), std::string::npos);
+  bytes.replace(bytes.find(inside), inside.size(), older);
+  TestCurve used;
+  used.peakDetectParams.FindFeatureAlgorithm = PeakDetectParams::Sorted;
+  EXPECT_EQ(FromBytes<TestCurve>(bytes, used).peakDetectParams, FromBytes<PeakDetectParams>(older));
+}
+
 TEST(Curve, IsEmptyByDefault) {
   const TestCurve c;
   EXPECT_EQ(c.id, Curve::ID_INVALID);

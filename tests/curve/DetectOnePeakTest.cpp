@@ -122,6 +122,15 @@ TEST(FindOnePeak, AppliesNoSelection) {
   EXPECT_EQ(FindOnePeak(curve, 7), 0);
 }
 
+// The taller neighbour is in the way and is found first.
+TEST(FindOnePeak, CountsNoPeaks) {
+  TestCurve curve = PeakCurve("0 8 9 8 5 6 7 20 30 40 20 0");
+  curve.peakDetectParams.PeakCntInUse = true;
+  curve.peakDetectParams.PeakCnt = 1;
+  EXPECT_EQ(FindOnePeak(curve, 2), 0);
+  EXPECT_EQ(Spans(curve.peaks), "0-2-4");
+}
+
 TEST(FindOnePeak, SearchesOutsideTheSearchRange) {
   TestCurve curve = PeakCurve(kThree);
   curve.peakDetectParams.FullSearch = false;

@@ -111,6 +111,17 @@ TEST(PeakDetectLog, TellsOfPartialOverlapsAtDebugLevel) {
   EXPECT_EQ(std::ranges::count(listening.Texts(), "PartialOverlap 5 7"), 1);
 }
 
+// A root logger that nobody has set up lets everything through, and log4cxx complains on
+// standard error about the first message.
+TEST(PeakDetectLog, SaysNothingToAHostThatHasNoLogging) {
+  ASSERT_TRUE(log4cxx::Logger::getRootLogger()->getAllAppenders().empty());
+  ASSERT_TRUE(log4cxx::Logger::getLogger("tbb")->isDebugEnabled());
+  testing::internal::CaptureStderr();
+  TestCurve curve = PeakCurve("0 5 9 5 0");
+  EXPECT_TRUE(Detect(curve).ok);
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}
+
 TEST(PeakDetectLog, SaysNothingAtWarnLevel) {
   const Listening listening(log4cxx::Level::getWarn());
   TestCurve curve = PeakCurve("0 4 9 4 0");

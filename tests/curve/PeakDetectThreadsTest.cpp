@@ -124,7 +124,7 @@ TestCurve NoisySpectrum(std::size_t n, std::uint32_t seed) {
 // Counts how often a thread enters the arena of the process.
 class Entries final : public tbb::task_scheduler_observer {
  public:
-  Entries() : tbb::task_scheduler_observer(SchedulerArena()) { observe(true); }
+  Entries() : tbb::task_scheduler_observer(*SchedulerArena()) { observe(true); }
   Entries(const Entries&) = delete;
   Entries& operator=(const Entries&) = delete;
   ~Entries() override { observe(false); }

@@ -2,6 +2,8 @@
 
 #include <log4cxx/appenderskeleton.h>
 #include <log4cxx/logger.h>
+#include <tbb/global_control.h>
+#include <tbb/info.h>
 #include <tbb/task_arena.h>
 
 #include <curve/TestCurve.h>
@@ -9,6 +11,7 @@
 #include <tslbl/curve/PeakStage.h>
 #include <tslbl/curve/Scheduler.h>
 #include <algorithm>
+#include <memory>
 #include <thread>
 
 using namespace TslBL;
@@ -200,6 +203,37 @@ TEST_F(SchedulerThreads, ReduceOnSeveralCallersAtOnce) {
     callers.emplace_back([&sum] { sum = SumUpTo(20000, With(EvalThreadingParams::AutoAffinity, 1)); });
   for (std::thread& caller : callers) caller.join();
   EXPECT_EQ(sums, std::vector<std::uint64_t>(4, 200010000u));
+}
+
+// A caller that waits for its own reduction may be given that of a caller without a thread.
+TEST_F(SchedulerThreads, ReduceForMoreCallersThanThereAreThreads) {
+  UseThreads(2);
+  std::vector<std::uint64_t> sums(16);
+  std::vector<std::thread> callers;
+  for (std::uint64_t& sum : sums)
+    callers.emplace_back([&sum] { sum = SumUpTo(20000, With(EvalThreadingParams::AutoAffinity, 1)); });
+  for (std::thread& caller : callers) caller.join();
+  EXPECT_EQ(sums, std::vector<std::uint64_t>(16, 200010000u));
+}
+
+TEST_F(SchedulerThreads, LeaveTheLimitOfTheHostAlone) {
+  using tbb::global_control;
+  const auto limit = [] { return global_control::active_value(global_control::max_allowed_parallelism); };
+  Remakes([](auto& p) { p.Auto = true; });
+  const std::size_t before = limit();
+  UseThreads(1);
+  EXPECT_EQ(limit(), before);
+  tbb::task_arena(1).execute([] { Remakes([](auto& p) { p.Auto = true; }); });
+  EXPECT_EQ(limit(), before);
+  EXPECT_EQ(TslBL::SchedulerThreads(), tbb::info::default_concurrency());
+}
+
+TEST_F(SchedulerThreads, OfAStageOutliveARemake) {
+  UseThreads(3);
+  const std::shared_ptr<tbb::task_arena> inUse = SchedulerArena();
+  UseThreads(5);
+  EXPECT_EQ(inUse->max_concurrency(), 3);
+  EXPECT_EQ(SchedulerArena()->max_concurrency(), 5);
 }
 
 TEST_F(SchedulerThreads, TakeTheGrainSizeForSimpleAlone) {

@@ -133,6 +133,14 @@ TEST(ChainFile, ASlipOfThePenIsNamedWithItsPlace) {
             detect + "/SN@InUse: \"perhaps\" is not a value for it");
 }
 
+TEST(ChainFile, SmoothingThatWouldSeemToHangIsRefused) {
+  EXPECT_EQ(ErrorOf(Changed("<Passes>1<", "<Passes>1000<")), "");
+  EXPECT_EQ(ErrorOf(Changed("<Passes>1<", "<Passes>1001<")),
+            "CurveEvals/CurveEval/Smooth/Passes: \"1001\" is more than 1000 passes");
+  EXPECT_EQ(ErrorOf(Changed("<Passes>1<", "<Passes>-1<")),
+            "CurveEvals/CurveEval/Smooth/Passes: \"-1\" is not a value for it");
+}
+
 TEST(ChainFile, AnUnknownCommandIsNamedWithItsPlace) {
   EXPECT_THAT(ErrorOf(Changed("Type=\"Smooth\"", "Type=\"Smoth\"")), HasSubstr("command 1"));
   EXPECT_THAT(ErrorOf(Changed("Type=\"Peak Detect\"", "Type=\"PeakDetect\"")), HasSubstr("command 2"));

@@ -12,7 +12,7 @@ namespace TslTool {
 class LineReader {
  public:
   // A longer line is no line of text: InputError.
-  static constexpr std::size_t kMaxLineBytes = 64 * 1024;
+  static constexpr std::size_t kMaxLineBytes = 64 * std::size_t{1024};
 
   explicit LineReader(ByteSource& source) : source_(source) {}
 

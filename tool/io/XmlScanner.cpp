@@ -10,7 +10,7 @@ namespace TslTool {
 
 namespace {
 
-constexpr std::size_t kChunk = 256 * 1024;
+constexpr std::size_t kChunk = 256 * std::size_t{1024};
 constexpr std::size_t kMaxDepth = 256;
 
 // memchr outruns a count of every character, since arrays are long lines.

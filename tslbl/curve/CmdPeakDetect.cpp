@@ -25,7 +25,8 @@ std::optional<SearchRange> QSearchRange(const Curve& curve) {
   const PeakDetectParams& p = curve.peakDetectParams;
   const std::vector<double>& x = curve.xAxis;
   if (p.FullSearch) return SearchRange{0, curve.QNumPoints() - 1};
-  if (p.SearchStart > p.SearchEnd) return std::nullopt;
+  // A limit that is no number is no range either.
+  if (!(p.SearchStart <= p.SearchEnd)) return std::nullopt;
   const auto first = std::ranges::lower_bound(x, p.SearchStart);
   const auto pastLast = std::ranges::upper_bound(x, p.SearchEnd);
   if (first >= pastLast) return std::nullopt;

@@ -5,6 +5,8 @@
 #include <tslbl/curve/SmoothRanges.h>
 #include <tslbl/curve/Step.h>
 #include <tslbl/curve/Steps.h>
+#include <algorithm>
+#include <cstring>
 
 namespace TslBL {
 namespace {
@@ -38,19 +40,26 @@ bool SmoothOneRange(const SmoothParams& p, const std::vector<double>& y, const S
   return false;
 }
 
-bool SmoothOnce(const SmoothParams& p, const std::vector<SmoothRange>& ranges, std::vector<double>& y) {
-  std::vector<double> out = y;  // points outside all ranges keep their value
-  for (const SmoothRange& range : ranges)
-    if (!SmoothOneRange(p, y, range, out)) return false;
-  y.swap(out);
-  return true;
+bool SmoothOnce(const SmoothParams& p, const std::vector<SmoothRange>& ranges, const std::vector<double>& y,
+                std::vector<double>& out) {
+  out = y;  // points outside all ranges keep their value
+  return std::ranges::all_of(ranges,
+                             [&](const SmoothRange& range) { return SmoothOneRange(p, y, range, out); });
+}
+
+bool SameBits(const std::vector<double>& a, const std::vector<double>& b) {
+  return std::memcmp(a.data(), b.data(), a.size() * sizeof(double)) == 0;
 }
 
 bool SmoothCurve(Curve& curve) {
   const std::vector<SmoothRange> ranges = BuildSmoothRanges(curve);
   std::vector<double>& y = curve.yAxis;
-  for (std::uint32_t pass = 0; pass < curve.smoothParams.Passes && !ranges.empty(); ++pass)
-    if (!SmoothOnce(curve.smoothParams, ranges, y)) return false;
+  std::vector<double> out;
+  for (std::uint32_t pass = 0; pass < curve.smoothParams.Passes; ++pass) {
+    if (!SmoothOnce(curve.smoothParams, ranges, y, out)) return false;
+    if (SameBits(y, out)) break;  // and so would all further passes
+    y.swap(out);
+  }
   for (double& amplitude : y) amplitude = amplitude < 0.0 ? 0.0 : amplitude;
   return true;
 }

@@ -5,6 +5,8 @@
 #include <tslbl/records/Archive.h>
 #include <algorithm>
 #include <cmath>
+#include <memory>
+#include <utility>
 
 namespace TslBL {
 namespace {
@@ -51,7 +53,7 @@ void Curve::Serialize(BinaryReader& reader) {
   // A failure half way must not leave half a curve.
   const std::unique_ptr<Curve> fresh(Clone());
   frame::ReadBinary(&frame::DescribeErased<Curve>, fresh.get(), reader);
-  *this = *fresh;
+  *this = std::move(*fresh);
 }
 
 void Curve::Serialize(BinaryWriter& writer) const {

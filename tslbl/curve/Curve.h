@@ -123,8 +123,8 @@ class TSLBL_API Curve : public ITslSerial {
 // The fields that Curve itself has.
 TSLBL_API void Describe(Archive& ar, Curve& c);
 
-// One peak in x-axis units. Throws std::runtime_error "Peak table is empty."; peakIdx must
-// be a row of the table.
+// One peak in x-axis units. Throws std::runtime_error "Peak table is empty.", and
+// std::out_of_range if peakIdx is no row of the table.
 TSLBL_API CurvePeak TranslateCurvePeak(const Curve& curve, std::uint32_t peakIdx);
 
 // The peak table as XML: nothing if the curve has not been peak-detected.

@@ -66,8 +66,8 @@ class TSLBL_API CurveEval : public frame::SerialAndXml {
   void Serialize(BinaryReader& reader) override;
   void Serialize(BinaryWriter& writer) const override;
   // An element "CurveEval" with the command's text in its attribute "Type", which is read
-  // with case. An absent attribute means the Empty command, a text of no command a default
-  // charge state deconvolution.
+  // with case. An absent attribute means the Empty command; a text of no command throws
+  // std::runtime_error "Invalid curve evaluation type.".
   void Serialize(XMLParser& parser) override;
   void Serialize(XMLBuilder& builder) const override;
   void Serialize(std::wstring& text) const override;

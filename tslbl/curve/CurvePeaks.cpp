@@ -4,6 +4,7 @@
 #include <tslbl/curve/Curve.h>
 #include <tslbl/curve/PeakLevels.h>
 #include <stdexcept>
+#include <string>
 
 namespace TslBL {
 namespace {
@@ -25,7 +26,10 @@ double SignalToNoiseAt(const Curve& curve, double idx, double amplitude) {
 
 CurvePeak TranslateCurvePeak(const Curve& curve, std::uint32_t peakIdx) {
   if (curve.peaks.empty()) throw std::runtime_error("Peak table is empty.");
-  const PeakInfo& p = curve.peaks.at(peakIdx);
+  if (peakIdx >= curve.peaks.size())
+    throw std::out_of_range("Peak " + std::to_string(peakIdx) + " of a table of " +
+                            std::to_string(curve.peaks.size()) + " peaks.");
+  const PeakInfo& p = curve.peaks[peakIdx];
   const auto x = [&curve](double idx) { return curve.FractionalIndexToXAxisVal(idx); };
   CurvePeak t;
   t.CentroidX = x(p.centroidIdx);

@@ -46,8 +46,7 @@ std::span<const CommandRow> CommandTable();
 
 // Null if there is no such command.
 const CommandRow* FindCommand(std::uint32_t type);
-// Compares with case. A text of no command is taken for charge state deconvolution, as
-// documents in the field rely on it.
+// Compares with case.
 const CommandRow* FindCommand(const std::wstring& text);
 
 }  // namespace TslBL

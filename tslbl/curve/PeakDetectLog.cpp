@@ -1,6 +1,8 @@
 #include <tslbl/curve/PeakDetectLog.h>
 
 #include <log4cxx/logger.h>
+
+#include <tslbl/closed/common/Log.h>
 #include <tslbl/curve/PeakLevels.h>
 
 namespace TslBL {
@@ -25,7 +27,8 @@ void DumpPeakInfo(const Curve& curve, const PeakInfo& row) {
 
 }  // namespace
 
-StageTimer::StageTimer(const wchar_t* name) : name_(name), on_(logger->isInfoEnabled()) {
+StageTimer::StageTimer(const wchar_t* name)
+    : name_(name), on_(TslCommon::IsHeard(logger, log4cxx::Level::getInfo())) {
   if (on_) start_ = std::chrono::steady_clock::now();
 }
 
@@ -34,13 +37,15 @@ StageTimer::~StageTimer() {
 }
 
 void LogFeatures(const Curve& curve, const FeatureRows& found) {
+  if (!TslCommon::IsHeard(logger, log4cxx::Level::getInfo())) return;
   if (logger->isDebugEnabled())
     for (const PeakInfo* row : found.list) DumpPeakInfo(curve, *row);
   LOG4CXX_INFO(logger, L"\tNumber of features found=\t" << found.list.size());
 }
 
 void LogPartialOverlap(std::uint32_t a, std::uint32_t b) {
-  LOG4CXX_DEBUG(logger, L"PartialOverlap " << a << L" " << b);
+  if (TslCommon::IsHeard(logger, log4cxx::Level::getDebug()))
+    LOG4CXX_DEBUG(logger, L"PartialOverlap " << a << L" " << b);
 }
 
 }  // namespace TslBL

@@ -2,10 +2,13 @@
 
 #include <log4cxx/logger.h>
 #include <tbb/global_control.h>
+#include <tbb/info.h>
 
+#include <tslbl/closed/common/Log.h>
 #include <tslbl/closed/common/XMLBuilder.h>
 #include <algorithm>
 #include <memory>
+#include <optional>
 #include <utility>
 
 namespace TslBL {
@@ -21,23 +24,20 @@ int ThreadCount(const AppThreadingParams& params) {
   return static_cast<int>(std::clamp(params.ThreadPoolSize, std::uint32_t{1}, kMostThreads));
 }
 
-std::size_t Parallelism(const AppThreadingParams& params) {
-  const int threads = params.Auto ? tbb::this_task_arena::max_concurrency() : ThreadCount(params);
-  return static_cast<std::size_t>(std::max(threads, 1));
-}
-
 struct Scheduler {
-  explicit Scheduler(const AppThreadingParams& params)
-      : limit(tbb::global_control::max_allowed_parallelism, Parallelism(params)),
-        arena(ThreadCount(params)) {}
+  explicit Scheduler(const AppThreadingParams& params) : arena(ThreadCount(params)) {
+    // The limit is the host's as well: it is only ever raised, for more threads than processors.
+    if (const int threads = ThreadCount(params); threads > tbb::info::default_concurrency())
+      limit.emplace(tbb::global_control::max_allowed_parallelism, static_cast<std::size_t>(threads));
+  }
 
-  tbb::global_control limit;
+  std::optional<tbb::global_control> limit;
   tbb::task_arena arena;
 };
 
 struct Process {
   AppThreadingParams params;
-  std::unique_ptr<Scheduler> scheduler = std::make_unique<Scheduler>(params);
+  std::shared_ptr<Scheduler> scheduler = std::make_shared<Scheduler>(params);
   std::uint64_t generation = 1;
 };
 
@@ -55,9 +55,12 @@ bool NeedsNewScheduler(const AppThreadingParams& now, const AppThreadingParams& 
 
 }  // namespace
 
-tbb::task_arena& SchedulerArena() { return TheProcess().scheduler->arena; }
+std::shared_ptr<tbb::task_arena> SchedulerArena() {
+  const std::shared_ptr<Scheduler>& scheduler = TheProcess().scheduler;
+  return {scheduler, &scheduler->arena};
+}
 std::uint64_t SchedulerGeneration() { return TheProcess().generation; }
-int SchedulerThreads() { return SchedulerArena().max_concurrency(); }
+int SchedulerThreads() { return SchedulerArena()->max_concurrency(); }
 
 AppThreadingParams GetMultiThreadingParams() { return TheProcess().params; }
 
@@ -65,13 +68,13 @@ void SetMultiThreadingParams(const AppThreadingParams& params) {
   Process& process = TheProcess();
   const bool remake = NeedsNewScheduler(process.params, params);
   process.params = params;
-  if (logger->isInfoEnabled()) {
+  if (TslCommon::IsHeard(logger, log4cxx::Level::getInfo())) {
     XMLBuilder builder;
     params.Serialize(builder);
     LOG4CXX_INFO(logger, L"SetThreadingParams " << builder.QXML());
   }
   if (!remake) return;
-  process.scheduler = std::make_unique<Scheduler>(params);
+  process.scheduler = std::make_shared<Scheduler>(params);
   ++process.generation;
 }
 

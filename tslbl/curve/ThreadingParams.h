@@ -38,7 +38,7 @@ struct TSLBL_API SelectPeaksThreadingParams : EvalThreadingParams {
 
 struct TSLBL_API AppThreadingParams : Record<AppThreadingParams> {
   bool Auto = true;                  // the scheduler chooses the number of threads
-  std::uint32_t ThreadPoolSize = 1;  // threads when Auto is off
+  std::uint32_t ThreadPoolSize = 1;  // threads when Auto is off; 0 counts as 1, beyond 256 as 256
   FindFeatureThreadingParams FindFeature;
   DescribePeaksThreadingParams DescribePeaks;
   SelectPeaksThreadingParams SelectPeaks;
@@ -48,8 +48,10 @@ TSLBL_API void Describe(Archive& ar, AppThreadingParams& p);
 // A copy of the process-wide record.
 TSLBL_API AppThreadingParams GetMultiThreadingParams();
 
-// Replaces it, and remakes the scheduler if the number of threads changes with it. Neither
-// function locks: for moments at which no detection runs.
+// Replaces it, and remakes the scheduler if the number of threads changes with it. A stage
+// of detection that runs keeps what it began with. Neither function locks: no other call of
+// them, and no beginning of a detection, at the same time. The limit that the host set for
+// oneTBB is raised for a pool of more threads than processors, and never lowered.
 TSLBL_API void SetMultiThreadingParams(const AppThreadingParams& params);
 
 }  // namespace TslBL

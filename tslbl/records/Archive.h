@@ -121,9 +121,11 @@ class TSLBL_API Archive {
   // A double that compares equal within `tolerance`, inclusive.
   virtual void Near(const Slot& slot, double& value, double tolerance);
 
-  // A record inside this one, with its own version and element.
+  // A record inside this one, with its own version and element. What an older binary form
+  // lacks has its default afterwards, whatever the record held.
   template <class R>
   void Nested(R& record) {
+    if (ReadingBinary()) record = R();
     NestedRecord(&record, {&DescribeAny<R>, &EqualAny<R>});
   }
   // A list: a count and the items in binary, an element with the items in it in XML.

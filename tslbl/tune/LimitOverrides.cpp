@@ -3,6 +3,7 @@
 #include <log4cxx/helpers/messagebuffer.h>
 #include <log4cxx/logger.h>
 
+#include <tslbl/closed/common/Log.h>
 #include <tslbl/closed/common/Text.h>
 #include <cmath>
 #include <filesystem>
@@ -18,7 +19,7 @@ bool IsSound(const Limits& row) { return !(row.Min > row.Max) && !(row.Step > st
 // Limits that a site has moved are the first thing to know when an instrument misbehaves.
 void LogFound(const std::wstring& path) {
   const log4cxx::LoggerPtr logger = log4cxx::Logger::getLogger("tslbl");
-  if (!logger->isWarnEnabled()) return;
+  if (!TslCommon::IsHeard(logger, log4cxx::Level::getWarn())) return;
   log4cxx::helpers::WideMessageBuffer message;
   message << L"Tune Field Limits Override Successful: " << path;
   logger->forcedLog(log4cxx::Level::getWarn(), message.str(message), LOG4CXX_LOCATION);

@@ -40,6 +40,14 @@ TEST(XMLBuilder, WritesAttributesAndTextOfTheOpenElement) {
   EXPECT_EQ(builder.QXML(), L"<Point Type=\"Single\" InUse=\"true\">1.5</Point>\n");
 }
 
+TEST(XMLBuilder, AnAttributeWrittenAgainIsReplaced) {
+  XMLBuilder builder;
+  builder.StartNode(L"a");
+  builder.WAttribute(L"x", L"1");
+  builder.WAttribute(L"x", L"2");
+  EXPECT_EQ(builder.QXML(), L"<a x=\"2\" />\n");
+}
+
 TEST(XMLBuilder, ShowsTheDocumentSoFar) {
   XMLBuilder builder;
   builder.StartNode(L"a");

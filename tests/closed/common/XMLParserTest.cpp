@@ -288,6 +288,31 @@ TEST(XMLParser, ReadsAFileInAnotherEncoding) {
   EXPECT_EQ(Child(parser, L"a"), L"5");
 }
 
+TEST(XMLParser, ReadsAFileInTheEncodingOfItsDeclaration) {
+  const File file("<?xml version='1.0' encoding='ISO-8859-1'?><a>\xB5</a>");
+  XMLParser parser;
+  ASSERT_TRUE(parser.LoadFile(file.Path()));
+  EXPECT_EQ(Child(parser, L"a"), L"\u00B5");
+}
+
+TEST(XMLParser, ReadsAWideTextAsItStandsWhateverItDeclares) {
+  const Parsed parser(L"<?xml version='1.0' encoding='ISO-8859-1'?><a>\u00B5</a>");
+  EXPECT_EQ(Child(parser, L"a"), L"\u00B5");
+}
+
+TEST(XMLParser, RefusesAZeroByteThatWouldHideTheRest) {
+  const File file(std::string("<a>1</a>\n\0<garbage", 19));
+  XMLParser parser;
+  EXPECT_FALSE(parser.LoadFile(file.Path()));
+  EXPECT_EQ(parser.QLoadError(), L"line 2, column 1: A zero byte");
+}
+
+TEST(XMLParser, TellsThatReadingFailedHalfWay) {
+  XMLParser parser;
+  EXPECT_FALSE(parser.LoadFile(L"/proc/self/mem"));  // a file whose first byte cannot be read
+  EXPECT_EQ(parser.QLoadError(), L"the file cannot be read");
+}
+
 TEST(XMLParser, TellsThatAFileCannotBeRead) {
   XMLParser parser;
   for (const wchar_t* path : {L"", L"/no/such/file.xml", L"/tmp"}) {

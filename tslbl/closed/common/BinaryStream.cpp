@@ -15,7 +15,7 @@ static_assert(std::numeric_limits<double>::is_iec559);
 namespace TslCommon {
 namespace {
 
-constexpr std::size_t kPiece = 64 * 1024;  // bytes taken on trust at a time
+constexpr std::size_t kPiece = 64 * std::size_t{1024};  // bytes taken on trust at a time
 
 template <class T>
 void WriteRaw(std::ostream& stream, const T& value) {

@@ -50,7 +50,7 @@ class TSLBL_API ComponentRegistry {
     std::unique_ptr<IComponent> component = Create(classId);
     T* wanted = dynamic_cast<T*>(component.get());
     if (wanted == nullptr) throw ComError{ComError::kNoInterface};
-    component.release();
+    static_cast<void>(component.release());  // `wanted` is the same object
     return std::unique_ptr<T>(wanted);
   }
 

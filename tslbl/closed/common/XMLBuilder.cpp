@@ -52,7 +52,10 @@ void XMLBuilder::WNode(const wchar_t* name, const std::wstring& text) const {
 }
 
 void XMLBuilder::WAttribute(const wchar_t* name, const std::wstring& text) const {
-  impl_->open.append_attribute(EncodeXmlName(name).c_str()).set_value(EncodeXmlAttribute(text).c_str());
+  const std::string encoded = EncodeXmlName(name);
+  pugi::xml_attribute attribute = impl_->open.attribute(encoded.c_str());
+  if (!attribute) attribute = impl_->open.append_attribute(encoded.c_str());
+  attribute.set_value(EncodeXmlAttribute(text).c_str());
 }
 
 void XMLBuilder::WText(const std::wstring& text) const {

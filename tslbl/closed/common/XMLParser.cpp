@@ -76,13 +76,21 @@ std::wstring Refusal(const pugi::xml_document& document, std::string_view bytes)
   return TooDeep(document) ? L"elements are nested too deeply" : L"";
 }
 
+// Whether the document is in characters of two or four bytes, by its mark or its first "<".
+bool IsWide(std::string_view bytes) {
+  return bytes.starts_with("\xFE\xFF") || bytes.starts_with("\xFF\xFE") ||
+         bytes.substr(0, 4).find('\0') != std::string_view::npos;
+}
+
 // A folder or a pipe is no document, and opening a pipe would wait for somebody to write.
 bool ReadWholeFile(const std::filesystem::path& file, std::string& bytes) {
   std::error_code ignored;
   if (!std::filesystem::is_regular_file(file, ignored)) return false;
   std::ifstream in(file, std::ios::binary);
-  bytes.assign(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-  return !in.fail();
+  char piece[65536];
+  while (in.read(piece, sizeof piece) || in.gcount() > 0)
+    bytes.append(piece, static_cast<std::size_t>(in.gcount()));
+  return in.eof() && !in.bad();
 }
 
 }  // namespace
@@ -97,6 +105,17 @@ struct XMLParser::Impl {
   pugi::xml_document document;
   std::vector<Level> levels;
   std::wstring loadError;
+
+  // Why the bytes are no document of ours; empty if they are.
+  std::wstring Load(std::string_view bytes, Coding coding) {
+    // What follows a zero byte would be left out without a word.
+    if (const auto zero = bytes.find('\0'); zero != std::string_view::npos && !IsWide(bytes))
+      return Place(bytes, static_cast<std::ptrdiff_t>(zero)) + L": A zero byte";
+    const auto encoding = coding == Coding::Utf8 ? pugi::encoding_utf8 : pugi::encoding_auto;
+    const auto result = document.load_buffer(bytes.data(), bytes.size(), kParseOptions, encoding);
+    if (!result) return Place(bytes, result.offset) + L": " + FromUtf8(result.description());
+    return Refusal(document, bytes);
+  }
 
   void Rewind() {
     levels.clear();
@@ -122,19 +141,17 @@ XMLParser::~XMLParser() = default;
 
 bool XMLParser::LoadFile(const std::wstring& path) {
   std::string bytes;
-  if (ReadWholeFile(ToUtf8(path), bytes)) return Accept(bytes);
+  if (ReadWholeFile(ToUtf8(path), bytes)) return Accept(bytes, Coding::OfTheDocument);
   impl_->document.reset();
   impl_->Rewind();
   impl_->loadError = L"the file cannot be read";
   return false;
 }
 
-bool XMLParser::LoadText(const std::wstring& xml) { return Accept(ToUtf8(xml)); }
+bool XMLParser::LoadText(const std::wstring& xml) { return Accept(ToUtf8(xml), Coding::Utf8); }
 
-bool XMLParser::Accept(std::string_view bytes) {
-  const auto result = impl_->document.load_buffer(bytes.data(), bytes.size(), kParseOptions);
-  impl_->loadError = result ? Refusal(impl_->document, bytes)
-                            : Place(bytes, result.offset) + L": " + FromUtf8(result.description());
+bool XMLParser::Accept(std::string_view bytes, Coding coding) {
+  impl_->loadError = impl_->Load(bytes, coding);
   if (!impl_->loadError.empty()) impl_->document.reset();
   impl_->Rewind();
   return impl_->loadError.empty();

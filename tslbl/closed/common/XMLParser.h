@@ -43,7 +43,10 @@ class TSLBL_API XMLParser {
   void EndList();
 
  private:
-  bool Accept(std::string_view bytes);
+  // How the bytes of a document stand for characters: as its declaration says, or in UTF-8
+  // whatever that says, where a text was wide before.
+  enum class Coding { OfTheDocument, Utf8 };
+  bool Accept(std::string_view bytes, Coding coding);
 
   struct Impl;
   std::unique_ptr<Impl> impl_;

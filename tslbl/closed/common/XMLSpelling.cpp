@@ -43,8 +43,8 @@ std::optional<wchar_t> CodeAt(std::wstring_view text) {
 bool IsTextCode(std::optional<wchar_t> c) { return c && (IsForbidden(*c) || *c == L'_'); }
 
 void AppendCode(std::wstring& out, wchar_t c) {
-  constexpr wchar_t kDigits[] = L"0123456789ABCDEF";
-  const auto value = static_cast<std::uint32_t>(c);
+  constexpr std::wstring_view kDigits = L"0123456789ABCDEF";
+  const auto value = static_cast<char32_t>(c);
   out += L"_x";
   for (int shift = value > 0xFFFF ? 28 : 12; shift >= 0; shift -= 4) out += kDigits[(value >> shift) & 0xF];
   out += L'_';

@@ -68,7 +68,7 @@ Distribution OneAtom(const Element& element, double threshold) {
                                      [](double s, const Isotope& isotope) { return s + isotope.abundance; });
   Distribution d;
   d.firstOffset = kept.front().massNumber - main.massNumber;
-  const auto size = static_cast<std::size_t>(kept.back().massNumber - kept.front().massNumber + 1);
+  const auto size = static_cast<std::size_t>(kept.back().massNumber - kept.front().massNumber) + 1;
   d.probability.assign(size, 0.0);
   d.mass.resize(size);
   std::iota(d.mass.begin(), d.mass.end(), static_cast<double>(d.firstOffset));

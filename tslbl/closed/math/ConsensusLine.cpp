@@ -141,8 +141,8 @@ RobustLine ConsensusLine(const SegmentData& segment, const RejectionRule& rule) 
   start.noise = FirstNoise(segment, low, rule);
   const SampleLine best = BestLine(segment, low, rule.width * start.noise);
   const double stride = static_cast<double>(segment.stride);
-  const double firstT =
-      static_cast<double>(segment.stride / 2) - 0.5 * static_cast<double>(segment.length - 1);
+  const std::size_t firstSample = segment.stride / 2;
+  const double firstT = static_cast<double>(firstSample) - 0.5 * static_cast<double>(segment.length - 1);
   start.line.slope = best.slope / stride;
   start.line.level = best.level - start.line.slope * firstT;
   return start;
