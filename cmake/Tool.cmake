@@ -13,7 +13,7 @@ add_library(tslbl_tool_parts STATIC ${tool_sources})
 target_include_directories(tslbl_tool_parts PUBLIC ${PROJECT_SOURCE_DIR})
 target_link_libraries(tslbl_tool_parts
   PUBLIC tslbl SQLite::SQLite3 fmt::fmt nlohmann_json::nlohmann_json ZLIB::ZLIB
-  PRIVATE tslbl_flags CLI11::CLI11 pugixml::pugixml PkgConfig::log4cxx Pwiz::pwiz)
+  PRIVATE TBB::tbb tslbl_flags CLI11::CLI11 pugixml::pugixml PkgConfig::log4cxx Pwiz::pwiz)
 
 add_executable(tslbl_tool tool/main.cpp)
 target_link_libraries(tslbl_tool PRIVATE tslbl_tool_parts tslbl_flags)

@@ -14,18 +14,16 @@ std::string ValueText(const std::vector<double>& values, std::size_t i) {
 
 }  // namespace
 
-CurveWriter::CurveWriter(const std::string& path) : output_(path) {
-  output_.Write("scan\trt_s\tmz\tamplitude\tbaseline\tnoise\n");
-}
+std::string CurveHead() { return "scan\trt_s\tmz\tamplitude\tbaseline\tnoise\n"; }
 
-void CurveWriter::Write(const LoadedSpectrum& loaded) {
+std::string CurvePart(const LoadedSpectrum& loaded) {
   const TslBL::Spectrum& s = *loaded.spectrum;
   const std::string time = std::isnan(loaded.rtSeconds) ? "" : fmt::format("{}", loaded.rtSeconds);
   std::string text;
   for (std::size_t i = 0; i < s.xAxis.size(); ++i)
     fmt::format_to(std::back_inserter(text), "{}\t{}\t{}\t{}\t{}\t{}\n", loaded.scan, time, s.xAxis[i],
                    ValueText(s.yAxis, i), ValueText(s.baseline, i), ValueText(s.noise, i));
-  output_.Write(text);
+  return text;
 }
 
 }  // namespace TslTool

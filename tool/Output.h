@@ -2,6 +2,9 @@
 // Where a command's result goes: standard output, or a file that appears whole or not at
 // all.
 
+#include <sys/types.h>
+
+#include <cstdint>
 #include <cstdio>
 #include <exception>
 #include <string>
@@ -21,10 +24,22 @@ class ReaderGone : public std::exception {
 // directly. Failures throw std::runtime_error with the file's name and the system's reason.
 class Output {
  public:
-  explicit Output(const std::string& path);
+  // How the file is named until Commit. Resumable: FILE.part, which stays if the process is
+  // killed and can be gone on with. Only one process at a time may write it.
+  enum class Beside { Passing, Resumable };
+
+  explicit Output(const std::string& path, Beside beside = Beside::Passing);
   ~Output();
   Output(const Output&) = delete;
   Output& operator=(const Output&) = delete;
+
+  // The name of the resumable file; empty without one.
+  std::string Part() const;
+  // Keeps the first `bytes` of the part that an earlier process left, to go on behind them.
+  // Without this the first Write replaces it.
+  void GoOnBehind(std::uint64_t bytes);
+  // The part stays, even though there will be no Commit.
+  void KeepPart();
 
   void Write(std::string_view text);
   // Everything was written; call it once, at the end.
@@ -32,11 +47,17 @@ class Output {
 
  private:
   void Open();
+  std::FILE* OpenBeside(mode_t mode);
+  void Begin();
   [[noreturn]] void Fail() const;
 
   std::string path_;
+  Beside beside_;
   std::string temporary_;  // empty: written to directly
   std::FILE* file_ = nullptr;
+  std::uint64_t kept_ = 0;  // bytes of an earlier process
+  bool begun_ = false;      // this one has written
+  bool keep_ = false;
 };
 
 // Whether two paths lead to one file, or would, were it there.

@@ -17,11 +17,8 @@ using Peaks = std::vector<TslBL::MZPeak>;
 
 class TableWriter final : public PeakWriter {
  public:
-  explicit TableWriter(Output& output) : output_(output) {}
-
-  void Write(const LoadedSpectrum& loaded, const Peaks& peaks) override {
-    std::string text = fmt::format("{}scan {}", first_ ? "" : "\n", loaded.scan);
-    first_ = false;
+  std::string Part(const LoadedSpectrum& loaded, const Peaks& peaks) const override {
+    std::string text = fmt::format("scan {}", loaded.scan);
     if (!std::isnan(loaded.rtSeconds)) text += fmt::format(", {:.3f} s", loaded.rtSeconds);
     text += fmt::format(", {} peak{}\n", peaks.size(), peaks.size() == 1 ? "" : "s");
     if (!peaks.empty())
@@ -31,24 +28,19 @@ class TableWriter final : public PeakWriter {
     for (const TslBL::MZPeak& p : peaks)
       text += fmt::format("{:>5} {:>11.4f} {:>12.6g} {:>12.6g} {:>9.4f} {:>10.1f} {:>9.4g}\n", ++number,
                           p.Mass, p.Ampl, p.Area, p.Width, p.Resolution, p.Signal2Noise);
-    output_.Write(text);
+    return text;
   }
-
- private:
-  Output& output_;
-  bool first_ = true;
+  std::string Between() const override { return "\n"; }
 };
 
 class TsvWriter final : public PeakWriter {
  public:
-  explicit TsvWriter(Output& output) : output_(output) {}
-
-  void Begin() override {
+  std::string Head() const override {
     std::string header = "scan\trt_s\tpeak";
     for (const PeakColumn& column : PeakColumns()) header += fmt::format("\t{}", column.name);
-    output_.Write(header + '\n');
+    return header + '\n';
   }
-  void Write(const LoadedSpectrum& loaded, const Peaks& peaks) override {
+  std::string Part(const LoadedSpectrum& loaded, const Peaks& peaks) const override {
     const std::string time = std::isnan(loaded.rtSeconds) ? "" : fmt::format("{}", loaded.rtSeconds);
     std::string text;
     std::size_t number = 0;
@@ -58,20 +50,15 @@ class TsvWriter final : public PeakWriter {
         std::visit([&text](auto value) { text += fmt::format("\t{}", value); }, column.value(peak));
       text += '\n';
     }
-    output_.Write(text);
+    return text;
   }
-
- private:
-  Output& output_;
 };
 
 // One array of spectra, a line each. What is no number in JSON is null.
 class JsonWriter final : public PeakWriter {
  public:
-  explicit JsonWriter(Output& output) : output_(output) {}
-
-  void Begin() override { output_.Write("["); }
-  void Write(const LoadedSpectrum& loaded, const Peaks& peaks) override {
+  std::string Head() const override { return "[\n"; }
+  std::string Part(const LoadedSpectrum& loaded, const Peaks& peaks) const override {
     nlohmann::ordered_json spectrum;
     spectrum["scan"] = loaded.scan;
     spectrum["rt_s"] = loaded.rtSeconds;
@@ -84,47 +71,39 @@ class JsonWriter final : public PeakWriter {
         std::visit([&](auto value) { row[column.name] = value; }, column.value(peak));
       rows.push_back(std::move(row));
     }
-    output_.Write((first_ ? "\n" : ",\n") + spectrum.dump());
-    first_ = false;
+    return spectrum.dump();
   }
-  void End() override { output_.Write("\n]\n"); }
-
- private:
-  Output& output_;
-  bool first_ = true;
+  std::string Between() const override { return ",\n"; }
+  std::string Tail() const override { return "\n]\n"; }
 };
 
 // An element "Scan" for each spectrum, with the library's own peak elements.
 class XmlWriter final : public PeakWriter {
  public:
-  explicit XmlWriter(Output& output) : output_(output) {}
-
-  void Begin() override { output_.Write("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<Scans>\n"); }
-  void Write(const LoadedSpectrum& loaded, const Peaks&) override {
+  std::string Head() const override { return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<Scans>\n"; }
+  std::string Part(const LoadedSpectrum& loaded, const Peaks&) const override {
     TslCommon::XMLBuilder builder;
     builder.StartNode(L"Scan");
     builder.WAttribute(L"Number", TslCommon::ToText(loaded.scan));
     if (!std::isnan(loaded.rtSeconds)) builder.WAttribute(L"RetentionTime", Wide(loaded.rtSeconds));
     TslBL::AddCurvePeaks(*loaded.spectrum, builder);
     builder.EndNode();
-    output_.Write(TslCommon::ToUtf8(builder.QXML()));
+    return TslCommon::ToUtf8(builder.QXML());
   }
-  void End() override { output_.Write("</Scans>\n"); }
+  std::string Tail() const override { return "</Scans>\n"; }
 
  private:
   static std::wstring Wide(double value) { return TslCommon::FromUtf8(fmt::format("{}", value)); }
-
-  Output& output_;
 };
 
 template <class Writer>
-std::unique_ptr<PeakWriter> Make(Output& output) {
-  return std::make_unique<Writer>(output);
+std::unique_ptr<PeakWriter> Make() {
+  return std::make_unique<Writer>();
 }
 
 struct Format {
   const char* name;
-  std::unique_ptr<PeakWriter> (*make)(Output& output);
+  std::unique_ptr<PeakWriter> (*make)();
 };
 constexpr Format kFormats[] = {{"table", Make<TableWriter>},
                                {"tsv", Make<TsvWriter>},
@@ -142,9 +121,9 @@ const std::vector<std::string>& PeakFormats() {
   return names;
 }
 
-std::unique_ptr<PeakWriter> MakePeakWriter(const std::string& format, Output& output) {
+std::unique_ptr<PeakWriter> MakePeakWriter(const std::string& format) {
   for (const Format& known : kFormats)
-    if (format == known.name) return known.make(output);
+    if (format == known.name) return known.make();
   throw std::logic_error("unknown format " + format);
 }
 

@@ -1,8 +1,6 @@
 #pragma once
-// Peak tables as text, one spectrum after the other: nothing is held back, so that a run of
-// any length goes through.
+// Peak tables as text: a head, a part for each spectrum, and a tail.
 
-#include <tool/Output.h>
 #include <tool/SpectrumSource.h>
 #include <tslbl/records/MZPeak.h>
 #include <memory>
@@ -14,14 +12,15 @@ namespace TslTool {
 class PeakWriter {
  public:
   virtual ~PeakWriter() = default;
-  virtual void Begin() {}
-  virtual void Write(const LoadedSpectrum& loaded, const std::vector<TslBL::MZPeak>& peaks) = 0;
-  virtual void End() {}
+  virtual std::string Head() const { return ""; }
+  // Any number of threads may ask for the parts of their spectra.
+  virtual std::string Part(const LoadedSpectrum& loaded, const std::vector<TslBL::MZPeak>& peaks) const = 0;
+  virtual std::string Between() const { return ""; }  // two parts
+  virtual std::string Tail() const { return ""; }
 };
 
-// The formats: "table" for reading, "tsv", "json" and "xml" for programs. `output` must
-// outlive the writer.
+// The formats: "table" for reading, "tsv", "json" and "xml" for programs.
 const std::vector<std::string>& PeakFormats();
-std::unique_ptr<PeakWriter> MakePeakWriter(const std::string& format, Output& output);
+std::unique_ptr<PeakWriter> MakePeakWriter(const std::string& format);
 
 }  // namespace TslTool

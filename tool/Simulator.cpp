@@ -193,9 +193,13 @@ TslBL::RawSpectrum Simulator::MakeScan(std::uint32_t index) const {
   }
   raw.info.Id = index + 1;
   raw.info.TuneId = kTuneId;
-  const double milliseconds = TslBL::DevTuneRules::QDuration(tune_) / 1000.0;
-  raw.info.TimeStamp = TslCommon::Truncate<std::uint32_t>(milliseconds * index + 0.5);
+  raw.info.TimeStamp = TimeStamp(index);
   return raw;
+}
+
+std::uint32_t Simulator::TimeStamp(std::uint32_t index) const {
+  const double milliseconds = TslBL::DevTuneRules::QDuration(tune_) / 1000.0;
+  return TslCommon::Truncate<std::uint32_t>(milliseconds * index + 0.5);
 }
 
 std::vector<TrueLine> Simulator::Truth(std::uint32_t index) const {

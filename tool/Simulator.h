@@ -32,8 +32,9 @@ class Simulator {
   std::uint32_t Scans() const { return scans_; }
   const TslBL::Tune& Tune() const { return tune_; }
 
-  // Scan `index`, counted from 0.
+  // Scan `index`, counted from 0, and the milliseconds at which it begins.
   TslBL::RawSpectrum MakeScan(std::uint32_t index) const;
+  std::uint32_t TimeStamp(std::uint32_t index) const;
   // What is in it, ascending by m/z: every line that stands apart at this resolution and is
   // at least 0.01 counts a point high.
   std::vector<TrueLine> Truth(std::uint32_t index) const;

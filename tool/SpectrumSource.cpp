@@ -31,20 +31,10 @@ class RunSpectra final : public SpectrumSource {
   RunSpectra(const std::string& file, const ScanFilter& filter)
       : file_(file), reader_(file, filter), all_(filter.WantsAll()) {}
 
-  bool Next(LoadedSpectrum& loaded) override {
-    if (!reader_.Next(number_, raw_)) return false;
-    if (raw_.counts.empty()) throw InputError(file_, PlaceOf(number_), "holds no points");
-    loaded.scan = number_;
-    loaded.rtSeconds = raw_.info.TimeStamp / 1000.0;
-    const TslBL::Tune& tune = reader_.TuneOf(number_, raw_);
-    try {
-      loaded.spectrum = FromCounts(tune, raw_);
-    } catch (const std::exception& e) {
-      throw InputError(file_, PlaceOf(number_), TuneText() + e.what());
-    }
-    if (!Ascends(loaded.spectrum->xAxis))
-      throw InputError(file_, PlaceOf(number_), TuneText() + "its calibration gives no ascending m/z");
-    return true;
+  std::function<LoadedSpectrum()> Next() override {
+    const auto scan = std::make_shared<PackedScan>();
+    if (!reader_.Next(*scan)) return {};
+    return [this, scan] { return Load(*scan); };
   }
   std::optional<std::uint64_t> Count() const override {
     return all_ ? std::optional(reader_.Count()) : std::nullopt;
@@ -56,13 +46,26 @@ class RunSpectra final : public SpectrumSource {
   }
 
  private:
-  std::string TuneText() const { return "tune " + std::to_string(raw_.info.TuneId) + ": "; }
+  LoadedSpectrum Load(const PackedScan& scan) const {
+    TslBL::RawSpectrum raw;
+    reader_.Unpack(scan, raw);
+    if (raw.counts.empty()) throw InputError(file_, PlaceOf(scan.number), "holds no points");
+    const TslBL::Tune& tune = reader_.TuneOf(scan.number, raw);
+    const std::string tuneText = "tune " + std::to_string(raw.info.TuneId) + ": ";
+    LoadedSpectrum loaded{scan.number, raw.info.TimeStamp / 1000.0, nullptr};
+    try {
+      loaded.spectrum = FromCounts(tune, raw);
+    } catch (const std::exception& e) {
+      throw InputError(file_, PlaceOf(scan.number), tuneText + e.what());
+    }
+    if (!Ascends(loaded.spectrum->xAxis))
+      throw InputError(file_, PlaceOf(scan.number), tuneText + "its calibration gives no ascending m/z");
+    return loaded;
+  }
 
   std::string file_;
   RunReader reader_;
   bool all_;
-  std::uint32_t number_ = 0;
-  TslBL::RawSpectrum raw_;
 };
 
 class ForeignSpectra final : public SpectrumSource {
@@ -72,55 +75,54 @@ class ForeignSpectra final : public SpectrumSource {
     scans_->SetFilter(filter);
   }
 
-  bool Next(LoadedSpectrum& loaded) override {
-    if (!scans_->Next(scan_)) return false;
-    Check();
-    loaded.scan = scan_.number;
-    loaded.rtSeconds = scan_.rtSeconds;
-    TslBL::RawSpectrum raw;
-    raw.info.Id = scan_.number;
-    raw.info.TimeStamp = TslCommon::Truncate<std::uint32_t>(
-        std::isnan(scan_.rtSeconds) ? 0.0 : scan_.rtSeconds * 1000.0 + 0.5);
-    for (const double amplitude : scan_.amplitude) raw.info.TIC += amplitude;
-    raw.counts = scan_.amplitude;
-    const double step = scan_.mz.size() > 1 ? scan_.mz[1] - scan_.mz[0] : 0.0;
-    loaded.spectrum.reset(TslBL::CreateSpectrum(raw, {}, {}, scan_.mz.front(), step, scan_.mz));
-    return true;
+  std::function<LoadedSpectrum()> Next() override {
+    const auto scan = std::make_shared<Scan>();
+    if (!scans_->Next(*scan)) return {};
+    return [this, scan] { return Load(*scan); };
   }
   std::optional<std::uint64_t> Count() const override { return all_ ? scans_->Count() : std::nullopt; }
   std::string Format() const override { return scans_->Format(); }
   std::vector<std::string> Warnings() const override { return scans_->Warnings(); }
 
  private:
-  void Check() const {
-    if (scan_.mz.empty()) throw InputError(file_, PlaceOf(scan_.number), "holds no points");
-    if (scan_.representation == Scan::Centroid)
-      throw InputError(file_, PlaceOf(scan_.number), "holds centroid data; peak detection needs a profile");
+  LoadedSpectrum Load(const Scan& scan) const {
+    Check(scan);
+    TslBL::RawSpectrum raw;
+    raw.info.Id = scan.number;
+    raw.info.TimeStamp =
+        TslCommon::Truncate<std::uint32_t>(std::isnan(scan.rtSeconds) ? 0.0 : scan.rtSeconds * 1000.0 + 0.5);
+    for (const double amplitude : scan.amplitude) raw.info.TIC += amplitude;
+    raw.counts = scan.amplitude;
+    const double step = scan.mz.size() > 1 ? scan.mz[1] - scan.mz[0] : 0.0;
+    LoadedSpectrum loaded{scan.number, scan.rtSeconds, nullptr};
+    loaded.spectrum.reset(TslBL::CreateSpectrum(raw, {}, {}, scan.mz.front(), step, scan.mz));
+    return loaded;
+  }
+
+  void Check(const Scan& scan) const {
+    if (scan.mz.empty()) throw InputError(file_, PlaceOf(scan.number), "holds no points");
+    if (scan.representation == Scan::Centroid)
+      throw InputError(file_, PlaceOf(scan.number), "holds centroid data; peak detection needs a profile");
   }
 
   std::string file_;
   std::unique_ptr<ScanSource> scans_;
   bool all_;
-  Scan scan_;
 };
 
 class DemonstrationSpectra final : public SpectrumSource {
  public:
   explicit DemonstrationSpectra(const ScanFilter& filter) : filter_(filter) {}
 
-  bool Next(LoadedSpectrum& loaded) override {
+  std::function<LoadedSpectrum()> Next() override {
     while (next_ < simulator_.Scans()) {
-      TslBL::RawSpectrum raw = simulator_.MakeScan(next_++);
+      const std::uint32_t index = next_++;
       Scan header;
-      header.number = next_;
-      header.rtSeconds = raw.info.TimeStamp / 1000.0;
-      if (!filter_.Wants(header)) continue;
-      loaded.scan = header.number;
-      loaded.rtSeconds = header.rtSeconds;
-      loaded.spectrum = FromCounts(simulator_.Tune(), raw);
-      return true;
+      header.number = index + 1;
+      header.rtSeconds = simulator_.TimeStamp(index) / 1000.0;
+      if (filter_.Wants(header)) return [this, index] { return Load(index); };
     }
-    return false;
+    return {};
   }
   std::optional<std::uint64_t> Count() const override {
     return filter_.WantsAll() ? std::optional<std::uint64_t>(simulator_.Scans()) : std::nullopt;
@@ -129,6 +131,11 @@ class DemonstrationSpectra final : public SpectrumSource {
   std::optional<double> MzStep() const override { return simulator_.Tune().ControlData.MZStepSize; }
 
  private:
+  LoadedSpectrum Load(std::uint32_t index) const {
+    TslBL::RawSpectrum raw = simulator_.MakeScan(index);
+    return {index + 1, raw.info.TimeStamp / 1000.0, FromCounts(simulator_.Tune(), raw)};
+  }
+
   ScanFilter filter_;
   Simulator simulator_;
   std::uint32_t next_ = 0;

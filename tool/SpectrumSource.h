@@ -5,6 +5,7 @@
 #include <tool/io/Scan.h>
 #include <tslbl/spectrum/Spectrum.h>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -22,8 +23,10 @@ class SpectrumSource {
  public:
   virtual ~SpectrumSource() = default;
 
-  // Fills `loaded` with the next spectrum; false when there is none left. Throws InputError.
-  virtual bool Next(LoadedSpectrum& loaded) = 0;
+  // The next spectrum, read but not yet unpacked and put on its m/z axis: that is done by
+  // calling what is returned, once, on any thread, while the source is there. Empty when
+  // there is none left. Both throw InputError.
+  virtual std::function<LoadedSpectrum()> Next() = 0;
   // How many spectra the source announces, if it does.
   virtual std::optional<std::uint64_t> Count() const = 0;
   virtual std::string Format() const = 0;

@@ -2,8 +2,6 @@
 
 #include <log4cxx/appenderskeleton.h>
 #include <log4cxx/logger.h>
-#include <tbb/global_control.h>
-#include <tbb/info.h>
 #include <tbb/task_arena.h>
 
 #include <curve/TestCurve.h>
@@ -214,18 +212,6 @@ TEST_F(SchedulerThreads, ReduceForMoreCallersThanThereAreThreads) {
     callers.emplace_back([&sum] { sum = SumUpTo(20000, With(EvalThreadingParams::AutoAffinity, 1)); });
   for (std::thread& caller : callers) caller.join();
   EXPECT_EQ(sums, std::vector<std::uint64_t>(16, 200010000u));
-}
-
-TEST_F(SchedulerThreads, LeaveTheLimitOfTheHostAlone) {
-  using tbb::global_control;
-  const auto limit = [] { return global_control::active_value(global_control::max_allowed_parallelism); };
-  Remakes([](auto& p) { p.Auto = true; });
-  const std::size_t before = limit();
-  UseThreads(1);
-  EXPECT_EQ(limit(), before);
-  tbb::task_arena(1).execute([] { Remakes([](auto& p) { p.Auto = true; }); });
-  EXPECT_EQ(limit(), before);
-  EXPECT_EQ(TslBL::SchedulerThreads(), tbb::info::default_concurrency());
 }
 
 TEST_F(SchedulerThreads, OfAStageOutliveARemake) {

@@ -13,9 +13,7 @@ namespace TslTest {
 inline TslTool::LoadedSpectrum LoadScan(std::uint32_t number) {
   TslTool::ScanFilter filter;
   filter.firstNumber = filter.lastNumber = number;
-  TslTool::LoadedSpectrum loaded;
-  TslTool::OpenSpectra("", filter)->Next(loaded);
-  return loaded;
+  return TslTool::OpenSpectra("", filter)->Next()();
 }
 
 inline TslTool::LoadedSpectrum EvaluatedScan(std::uint32_t number) {

@@ -135,5 +135,61 @@ TEST(SameFile, IsOneFileByWhateverName) {
   EXPECT_FALSE(TslTool::SameFile(folder + "/new", folder + "/newer"));
 }
 
+TEST(ResumableOutput, IsNamedAfterItsFileAndAppearsInCommit) {
+  const TempFile other("other", "");
+  const std::string path = other.Folder() + "/result";
+  Output output(path, Output::Beside::Resumable);
+  EXPECT_EQ(output.Part(), path + ".part");
+  output.Write("one\n");
+  output.Commit();
+  EXPECT_EQ(ReadFile(path), "one\n");
+  EXPECT_THAT(NamesIn(other.Folder()), ElementsAre("other", "result"));
+}
+
+TEST(ResumableOutput, StaysOnlyIfItIsKept) {
+  const TempFile other("other", "");
+  const std::string path = other.Folder() + "/result";
+  { Output(path, Output::Beside::Resumable).Write("one\n"); }
+  EXPECT_THAT(NamesIn(other.Folder()), ElementsAre("other"));
+  {
+    Output output(path, Output::Beside::Resumable);
+    output.Write("one\n");
+    output.KeepPart();
+  }
+  EXPECT_EQ(ReadFile(path + ".part"), "one\n");
+}
+
+TEST(ResumableOutput, IsGoneOnWithBehindWhatIsWhole) {
+  const TempFile part("result.part", "one\ntw");
+  const std::string path = part.Folder() + "/result";
+  Output output(path, Output::Beside::Resumable);
+  output.GoOnBehind(4);
+  output.Write("two\n");
+  output.Commit();
+  EXPECT_EQ(ReadFile(path), "one\ntwo\n");
+}
+
+TEST(ResumableOutput, IsReplacedByTheFirstBytesAndNotBefore) {
+  const TempFile part("result.part", "earlier\n");
+  const std::string path = part.Folder() + "/result";
+  { const Output unused(path, Output::Beside::Resumable); }
+  EXPECT_EQ(ReadFile(part.Path()), "earlier\n");
+  Output output(path, Output::Beside::Resumable);
+  output.Write("new\n");
+  output.Commit();
+  EXPECT_EQ(ReadFile(path), "new\n");
+}
+
+TEST(ResumableOutput, IsForOneProcessAtATime) {
+  const TempFile other("other", "");
+  const std::string path = other.Folder() + "/result";
+  Output output(path, Output::Beside::Resumable);
+  EXPECT_EQ(ErrorOf([&] { Output(path, Output::Beside::Resumable); }),
+            path + ".part: another process is writing it");
+  output.Write("one\n");
+  output.Commit();
+  EXPECT_EQ(ReadFile(path), "one\n");
+}
+
 }  // namespace
 }  // namespace TslTest

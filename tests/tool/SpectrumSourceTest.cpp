@@ -26,7 +26,7 @@ using TslTool::ScanFilter;
 std::vector<LoadedSpectrum> LoadAll(const std::string& file, const ScanFilter& filter = {}) {
   const auto source = OpenSpectra(file, filter);
   std::vector<LoadedSpectrum> all;
-  for (LoadedSpectrum one; source->Next(one);) all.push_back(std::move(one));
+  while (const auto load = source->Next()) all.push_back(load());
   return all;
 }
 

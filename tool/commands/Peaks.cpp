@@ -5,8 +5,10 @@
 #include <tool/ChainFile.h>
 #include <tool/ChainOptions.h>
 #include <tool/CurveWriter.h>
+#include <tool/EvaluateInOrder.h>
 #include <tool/Interrupt.h>
-#include <tool/PeakWriter.h>
+#include <tool/Output.h>
+#include <tool/PeakFile.h>
 #include <tool/Progress.h>
 #include <tool/commands/Commands.h>
 #include <tool/commands/ScanOptions.h>
@@ -14,7 +16,6 @@
 #include <tslbl/closed/common/Text.h>
 #include <tslbl/curve/CurveEval.h>
 #include <tslbl/curve/ThreadingParams.h>
-#include <tslbl/spectrum/PeakTable.h>
 #include <algorithm>
 #include <iostream>
 
@@ -26,6 +27,7 @@ struct PeaksArguments {
   ScanOptions scans;
   ChainOptions chain;
   bool showChain = false;
+  bool resume = false;
   std::string format = "table";
   std::string output;
   std::string curve;
@@ -84,44 +86,77 @@ int ShowChain(const std::vector<TslBL::CurveEval>& chain, const std::string& pat
 
 // Evaluates and writes all that the source hands out, and returns how many spectra that were.
 std::uint64_t EvaluateAll(const PeaksArguments& arguments, const std::string& name, SpectrumSource& source,
-                          const std::vector<TslBL::CurveEval>& chain) {
+                          const std::vector<TslBL::CurveEval>& chain, PeakFile& peaks) {
   const std::optional<RealRange> stretch = arguments.chain.NoiseStretch();
-  Output output(arguments.output);
-  const auto writer = MakePeakWriter(arguments.format, output);
-  std::unique_ptr<CurveWriter> curves;
-  if (!arguments.curve.empty()) curves = std::make_unique<CurveWriter>(arguments.curve);
+  std::optional<Output> curves;
+  if (!arguments.curve.empty()) curves.emplace(arguments.curve).Write(CurveHead());
   Progress progress(source.Count(), "scans");
-  LoadedSpectrum loaded;
-  std::uint64_t spectra = 0;
-  for (; source.Next(loaded); ++spectra) {
-    ThrowIfInterrupted();
-    if (spectra == 0) writer->Begin();
+  const auto evaluate = [&](LoadedSpectrum& loaded) {
     RequireStretch(name, stretch, loaded);
     Evaluate(name, chain, loaded);
-    writer->Write(loaded, TslBL::CreateMZPeakTable(*loaded.spectrum));
-    if (curves) curves->Write(loaded);
+    return SpectrumTexts{peaks.Part(loaded), curves ? CurvePart(loaded) : ""};
+  };
+  const auto write = [&](const SpectrumTexts& texts) {
+    peaks.Write(texts.peaks);
+    if (curves) curves->Write(texts.curve);
     progress.Step();
-  }
+  };
+  const std::uint64_t spectra = EvaluateInOrder(source, evaluate, write);
   if (spectra == 0) return 0;
-  writer->End();
-  output.Commit();
+  peaks.Commit();
   if (curves) curves->Commit();
   return spectra;
 }
 
-int RunPeaks(const PeaksArguments& arguments, const Options& options) {
-  RequireSafeFiles(arguments);
+// With many spectra each is evaluated by one thread; a single one may be large.
+void ShareThreads(const SpectrumSource& source) {
+  TslBL::AppThreadingParams params = TslBL::GetMultiThreadingParams();
+  const bool alone = source.Count() == 1;
+  params.FindFeature.EnableMultiThreading = alone;
+  params.DescribePeaks.EnableMultiThreading = alone;
+  params.SelectPeaks.EnableMultiThreading = alone;
+  TslBL::SetMultiThreadingParams(params);
+}
+
+void RequireResumable(const PeaksArguments& arguments) {
+  if (!arguments.resume) return;
+  if (!PeakFile::CanResume(arguments.format, arguments.output))
+    throw UsageError("--resume: only a table of --format tsv in an --output FILE can be gone on with");
+  if (!arguments.curve.empty()) throw UsageError("--resume: the --curve cannot be gone on with");
+}
+
+int EvaluateInput(const PeaksArguments& arguments, const Options& options, PeakFile& peaks) {
+  ScanFilter filter = arguments.scans.Filter();
+  if (arguments.resume) filter.firstNumber = std::max(filter.firstNumber, peaks.Resume());
   const std::string name = arguments.input.empty() ? "demonstration run" : arguments.input;
-  const ScanFilter filter = arguments.scans.Filter();
   const auto source = OpenSpectra(arguments.input, filter);
+  ShareThreads(*source);
   const std::vector<TslBL::CurveEval> chain = arguments.chain.Chain(options, source->MzStep());
-  if (arguments.showChain) return ShowChain(chain, arguments.output);
-  if (arguments.threads) UseThreads(*arguments.threads);
-  if (EvaluateAll(arguments, name, *source, chain) == 0)
+  if (EvaluateAll(arguments, name, *source, chain, peaks) == 0)
     throw InputError(name, "",
                      filter.WantsAll() ? "holds no spectrum" : "holds no spectrum that was asked for");
   Warn(*source, name);
   return kDone;
+}
+
+int ShowEffectiveChain(const PeaksArguments& arguments, const Options& options) {
+  const auto source = OpenSpectra(arguments.input, arguments.scans.Filter());
+  return ShowChain(arguments.chain.Chain(options, source->MzStep()), arguments.output);
+}
+
+int RunPeaks(const PeaksArguments& arguments, const Options& options) {
+  RequireSafeFiles(arguments);
+  RequireResumable(arguments);
+  if (arguments.showChain) return ShowEffectiveChain(arguments, options);
+  if (arguments.threads) UseThreads(*arguments.threads);
+  PeakFile peaks(arguments.format, arguments.output);
+  try {
+    return EvaluateInput(arguments, options, peaks);
+  } catch (...) {
+    const std::string part = WasInterrupted() ? peaks.KeepForLater() : "";
+    if (!part.empty()) std::cerr << "tslbl: " << part << " holds the scans so far; --resume goes on\n";
+    throw;
+  }
 }
 
 }  // namespace
@@ -138,6 +173,7 @@ Command PeaksCommand() {
           "  tslbl peaks                                   the demonstration run\n"
           "  tslbl peaks sample.run --scan 12              one scan as a table\n"
           "  tslbl peaks sample.run --rt 60-90 --format tsv --output peaks.tsv\n"
+          "  tslbl peaks sample.run --format tsv --output peaks.tsv --resume\n"
           "  tslbl peaks sample.mzML --smooth savgol:11:2 --sn 10\n"
           "  tslbl peaks --show-chain > chain.xml          the chain in effect, to be edited\n"
           "  tslbl peaks sample.txt --chain chain.xml\n"
@@ -152,6 +188,8 @@ Command PeaksCommand() {
             options.Value("-o,--output FILE", arguments->output, "Write the result to this file");
             options.Value("--curve FILE", arguments->curve,
                           "Write the evaluated curves, point by point, to this file");
+            options.Flag("--resume", arguments->resume,
+                         "Go on where --output FILE was interrupted, from what stands in FILE.part");
             options.Value("--threads N", arguments->threads,
                           "Number of threads [as many as the machine has]");
           },

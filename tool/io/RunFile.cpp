@@ -190,21 +190,38 @@ void RunReader::ReadTunes() {
 }
 
 bool RunReader::Next(std::uint32_t& number, TslBL::RawSpectrum& raw) {
-  const std::string behind = number == 0 ? "first scan" : "behind scan " + std::to_string(number);
+  PackedScan scan;
+  if (!Next(scan)) return false;
+  number = scan.number;
+  Unpack(scan, raw);
+  return true;
+}
+
+bool RunReader::Next(PackedScan& scan) {
+  const std::string behind = last_ == 0 ? "first scan" : "behind scan " + std::to_string(last_);
   if (!AtPlace(database_.File(), behind, [this] { return scans_->Next(); })) return false;
-  number = AtPlace(database_.File(), behind, [this] { return Unsigned32(*scans_, 0, "scan number"); });
-  AtPlace(database_.File(), PlaceOf(number), [&] {
-    raw.info.Id = Unsigned32(*scans_, 1, "id");
-    raw.info.TimeStamp = Unsigned32(*scans_, 2, "time stamp");
-    raw.info.TuneId = Unsigned32(*scans_, 3, "tune id");
-    raw.info.TIC = scans_->Real(4);
-    if (!std::isfinite(raw.info.TIC)) throw std::runtime_error("tic is not a finite number");
-    const std::uint32_t points = Unsigned32(*scans_, 5, "number of points");
-    UnpackCounts(scans_->Bytes(6), scans_->Bytes(7), points, raw.counts);
+  scan.number = AtPlace(database_.File(), behind, [this] { return Unsigned32(*scans_, 0, "scan number"); });
+  last_ = scan.number;
+  AtPlace(database_.File(), PlaceOf(scan.number), [&] {
+    scan.info.Id = Unsigned32(*scans_, 1, "id");
+    scan.info.TimeStamp = Unsigned32(*scans_, 2, "time stamp");
+    scan.info.TuneId = Unsigned32(*scans_, 3, "tune id");
+    scan.info.TIC = scans_->Real(4);
+    if (!std::isfinite(scan.info.TIC)) throw std::runtime_error("tic is not a finite number");
+    scan.points = Unsigned32(*scans_, 5, "number of points");
+    scan.encoding = scans_->Bytes(6);
+    scan.counts = scans_->Bytes(7);
+  });
+  return true;
+}
+
+void RunReader::Unpack(const PackedScan& scan, TslBL::RawSpectrum& raw) const {
+  AtPlace(database_.File(), PlaceOf(scan.number), [&] {
+    raw.info = scan.info;
+    UnpackCounts(scan.encoding, scan.counts, scan.points, raw.counts);
     if (!std::ranges::all_of(raw.counts, [](double c) { return std::isfinite(c); }))
       throw std::runtime_error("counts hold a value that is no number");
   });
-  return true;
 }
 
 const TslBL::Tune& RunReader::TuneOf(std::uint32_t number, const TslBL::RawSpectrum& raw) const {

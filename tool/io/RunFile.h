@@ -45,6 +45,15 @@ class RunWriter {
 // Removes a run that is of no use, with the companions that an unfinished one has.
 void RemoveRun(const std::string& file);
 
+// A scan as it stands in the file, its counts still packed.
+struct PackedScan {
+  std::uint32_t number = 0;
+  TslBL::RawSpectrumInfo info;
+  std::uint32_t points = 0;
+  std::string encoding;
+  std::string counts;
+};
+
 class RunReader {
  public:
   // Throws InputError if the file is no run, or damaged. Every scan is handed out unless
@@ -54,6 +63,10 @@ class RunReader {
   // Fills `raw` with the next scan; false when there is none left. Throws InputError that
   // names the scan.
   bool Next(std::uint32_t& number, TslBL::RawSpectrum& raw);
+  // The same in two steps, so that another thread can do the unpacking: Unpack may be called
+  // on any number of threads while the reader is there.
+  bool Next(PackedScan& scan);
+  void Unpack(const PackedScan& scan, TslBL::RawSpectrum& raw) const;
 
   std::uint64_t Count() const { return count_; }  // scans in the file, wanted or not
   const std::string& Title() const { return title_; }
@@ -70,6 +83,7 @@ class RunReader {
   std::uint64_t count_ = 0;
   std::map<std::uint32_t, TslBL::Tune> tunes_;
   std::unique_ptr<Statement> scans_;
+  std::uint32_t last_ = 0;  // number of the scan read last
 };
 
 }  // namespace TslTool

@@ -1,0 +1,92 @@
+// A table that was interrupted is gone on with.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <signal.h>
+
+#include <string>
+
+#include <tool/commands/DemoRun.h>
+
+namespace TslTest {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+const std::string& WholeTable() {
+  static const std::string table =
+      RunTool({"peaks", DemoRun::Get().Run(), "--format", "tsv"}).out;
+  return table;
+}
+
+Outcome Resume(const std::string& path, const Arguments& more = {}) {
+  Arguments words = {"peaks", DemoRun::Get().Run(), "--format", "tsv", "--output", path, "--resume"};
+  words.insert(words.end(), more.begin(), more.end());
+  return RunTool(words);
+}
+
+TEST(Resume, EndsWithTheSameTableWhereverItWasCut) {
+  for (const double fraction : {0.0, 0.001, 0.1, 0.35, 0.5, 0.77, 0.9999, 1.0}) {
+    const auto bytes = static_cast<std::size_t>(fraction * static_cast<double>(WholeTable().size()));
+    const TempFile part("peaks.tsv.part", WholeTable().substr(0, bytes));
+    const Outcome outcome = Resume(part.Folder() + "/peaks.tsv");
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
+    EXPECT_TRUE(ReadFile(part.Folder() + "/peaks.tsv") == WholeTable()) << bytes;
+    EXPECT_THAT(NamesIn(part.Folder()), ElementsAre("peaks.tsv"));
+  }
+}
+
+TEST(Resume, BeginsWhereNothingIsThere) {
+  const TempFile folder("x", "");
+  EXPECT_EQ(Resume(folder.Folder() + "/peaks.tsv").status, 0);
+  EXPECT_TRUE(ReadFile(folder.Folder() + "/peaks.tsv") == WholeTable());
+}
+
+TEST(Resume, RefusesAPartOfAnotherChainAndLeavesItAlone) {
+  const std::string half = WholeTable().substr(0, WholeTable().size() / 2);
+  const TempFile part("peaks.tsv.part", half);
+  const Outcome outcome = Resume(part.Folder() + "/peaks.tsv", {"--smooth", "off"});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_THAT(outcome.err, HasSubstr("/peaks.tsv.part: scan "));
+  EXPECT_THAT(outcome.err, HasSubstr("holds other peaks than this input and chain give"));
+  EXPECT_TRUE(ReadFile(part.Path()) == half);
+  EXPECT_THAT(NamesIn(part.Folder()), ElementsAre("peaks.tsv.part"));
+}
+
+TEST(Resume, IsForATableInAFile) {
+  const std::string run = DemoRun::Get().Run();
+  EXPECT_EQ(RunTool({"peaks", run, "--resume"}).status, 2);
+  EXPECT_EQ(RunTool({"peaks", run, "--resume", "--format", "tsv"}).status, 2);
+  EXPECT_EQ(RunTool({"peaks", run, "--resume", "-o", "/tmp/x", "--format", "json"}).status, 2);
+  EXPECT_EQ(RunTool({"peaks", run, "--resume", "-o", "/tmp/x", "--format", "tsv", "--curve", "/tmp/y"}).status, 2);
+}
+
+TEST(Resume, GoesOnAfterCtrlCAndAfterAKilledProcess) {
+  const TempFile folder("x", "");
+  const std::string run = folder.Folder() + "/long.run";
+  ASSERT_EQ(RunTool({"simulate", "--output", run, "--scans", "150"}).status, 0);
+  const std::string path = folder.Folder() + "/peaks.tsv";
+  const Arguments words = {"peaks", run, "--format", "tsv", "--output", path};
+  const std::string whole = RunTool({"peaks", run, "--format", "tsv"}).out;
+  for (const int signal : {SIGINT, SIGKILL}) {
+    Process process(ToolCommand(words));
+    ASSERT_TRUE(WaitUntil([&] { return ReadFile(path + ".part").size() > whole.size() / 5; }));
+    process.Signal(signal);
+    const Outcome outcome = process.Wait();
+    ASSERT_NE(outcome.status, 0);
+    if (signal == SIGINT) {
+      EXPECT_EQ(outcome.err,
+                "tslbl: " + path + ".part holds the scans so far; --resume goes on\ntslbl: interrupted\n");
+    }
+    EXPECT_THAT(NamesIn(folder.Folder()), ElementsAre("long.run", "peaks.tsv.part", "x"));
+    EXPECT_TRUE(whole.starts_with(ReadFile(path + ".part")));
+    Arguments again = words;
+    again.emplace_back("--resume");
+    EXPECT_EQ(RunTool(again).status, 0);
+    EXPECT_TRUE(ReadFile(path) == whole);
+    std::filesystem::remove(path);
+  }
+}
+
+}  // namespace
+}  // namespace TslTest
