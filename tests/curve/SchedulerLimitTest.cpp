@@ -39,7 +39,7 @@ TEST_F(SchedulerLimit, IsNotLoweredForASmallPool) {
   EXPECT_EQ(Limit(), before);
 }
 
-TEST_F(SchedulerLimit, IsRaisedForAPoolOfMoreThreadsThanProcessors) {
+TEST_F(SchedulerLimit, IsRaisedForAPoolBeyondTheProcessors) {
   Use(false, 100);
   EXPECT_EQ(Limit(), 100u);
   Use(true, 1);
