@@ -30,26 +30,25 @@ std::string ProgressText(std::uint64_t done, std::optional<std::uint64_t> total,
 }
 
 Progress::Progress(std::optional<std::uint64_t> total, std::string unit)
-    : total_(total),
-      unit_(std::move(unit)),
-      shown_(isatty(STDERR_FILENO) == 1),
-      start_(Clock::now()),
-      drawn_(start_) {}
+    : Progress(total, std::move(unit), isatty(STDERR_FILENO) == 1 ? stderr : nullptr) {}
+
+Progress::Progress(std::optional<std::uint64_t> total, std::string unit, std::FILE* screen)
+    : total_(total), unit_(std::move(unit)), screen_(screen), start_(Clock::now()), drawn_(start_) {}
 
 Progress::~Progress() {
-  if (shown_) std::fputs("\r\033[K", stderr);
+  if (screen_ != nullptr) std::fputs("\r\033[K", screen_);
 }
 
 void Progress::Step() {
   ++done_;
-  if (shown_ && Clock::now() - drawn_ >= kRedraw) Draw();
+  if (screen_ != nullptr && Clock::now() - drawn_ >= kRedraw) Draw();
 }
 
 void Progress::Draw() {
   drawn_ = Clock::now();
   const double seconds = std::chrono::duration<double>(drawn_ - start_).count();
-  std::fputs(("\r\033[K" + ProgressText(done_, total_, seconds, unit_)).c_str(), stderr);
-  std::fflush(stderr);
+  std::fputs(("\r\033[K" + ProgressText(done_, total_, seconds, unit_)).c_str(), screen_);
+  std::fflush(screen_);
 }
 
 }  // namespace TslTool

@@ -3,6 +3,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <cstdio>
 #include <optional>
 #include <string>
 
@@ -12,6 +13,8 @@ class Progress {
  public:
   // `total` items in all, if known; `unit` such as "scans".
   Progress(std::optional<std::uint64_t> total, std::string unit);
+  // The same on a screen of the caller's choice; null shows nothing.
+  Progress(std::optional<std::uint64_t> total, std::string unit, std::FILE* screen);
   // Takes the bar off the screen.
   ~Progress();
   Progress(const Progress&) = delete;
@@ -25,7 +28,7 @@ class Progress {
 
   std::optional<std::uint64_t> total_;
   std::string unit_;
-  bool shown_;
+  std::FILE* screen_;
   std::uint64_t done_ = 0;
   std::chrono::steady_clock::time_point start_;
   std::chrono::steady_clock::time_point drawn_;
