@@ -6,7 +6,7 @@
 #include <tool/Interrupt.h>
 #include <tslbl/curve/ThreadingParams.h>
 #include <exception>
-#include <memory>
+#include <vector>
 
 namespace TslTool {
 namespace {
@@ -17,7 +17,6 @@ struct Item {
   SpectrumTexts texts;
   std::exception_ptr failure;
 };
-using ItemPtr = std::shared_ptr<Item>;
 
 int Threads() {
   const TslBL::AppThreadingParams params = TslBL::GetMultiThreadingParams();
@@ -35,22 +34,27 @@ void Try(Item& item, Step step) {
   }
 }
 
+// Takes spectra from the source into a ring of as many items as may be in work. The pipeline
+// only passes pointers: what it holds when a failure ends it belongs to nobody there.
 class Reader {
  public:
-  explicit Reader(SpectrumSource& source) : source_(source) {}
+  Reader(SpectrumSource& source, std::size_t inWork) : source_(source), items_(inWork) {}
 
-  ItemPtr operator()(tbb::flow_control& control) {
+  Item* operator()(tbb::flow_control& control) {
     ThrowIfInterrupted();
-    auto item = std::make_shared<Item>();
-    if (!ended_) Try(*item, [&] { item->load = source_.Next(); });
-    const bool none = ended_ || (!item->load && !item->failure);
-    ended_ = none || item->failure;
+    Item& item = items_[next_++ % items_.size()];
+    item = {};
+    if (!ended_) Try(item, [&] { item.load = source_.Next(); });
+    const bool none = ended_ || (!item.load && !item.failure);
+    ended_ = none || item.failure;
     if (none) control.stop();
-    return item;
+    return &item;
   }
 
  private:
   SpectrumSource& source_;
+  std::vector<Item> items_;
+  std::size_t next_ = 0;
   bool ended_ = false;
 };
 
@@ -60,9 +64,11 @@ std::uint64_t EvaluateInOrder(SpectrumSource& source,
                               const std::function<SpectrumTexts(LoadedSpectrum&)>& evaluate,
                               const std::function<void(const SpectrumTexts&)>& write) {
   std::uint64_t spectra = 0;
-  Reader reader(source);
+  const int threads = Threads();
+  const std::size_t inWork = 2 * static_cast<std::size_t>(threads);
+  Reader reader(source, inWork);
   const auto read = [&reader](tbb::flow_control& control) { return reader(control); };
-  const auto work = [&](ItemPtr item) {
+  const auto work = [&](Item* item) {
     if (item->failure) return item;
     Try(*item, [&] {
       LoadedSpectrum loaded = item->load();
@@ -71,19 +77,17 @@ std::uint64_t EvaluateInOrder(SpectrumSource& source,
     item->load = nullptr;
     return item;
   };
-  const auto finish = [&](const ItemPtr& item) {
+  const auto finish = [&](Item* item) {
     ThrowIfInterrupted();
     if (item->failure) std::rethrow_exception(item->failure);
     write(item->texts);
     ++spectra;
   };
-  const int threads = Threads();
   tbb::task_arena(threads).execute([&] {
     using tbb::filter_mode;
-    tbb::parallel_pipeline(static_cast<std::size_t>(2 * threads),
-                           tbb::make_filter<void, ItemPtr>(filter_mode::serial_in_order, read) &
-                               tbb::make_filter<ItemPtr, ItemPtr>(filter_mode::parallel, work) &
-                               tbb::make_filter<ItemPtr, void>(filter_mode::serial_in_order, finish));
+    tbb::parallel_pipeline(inWork, tbb::make_filter<void, Item*>(filter_mode::serial_in_order, read) &
+                                       tbb::make_filter<Item*, Item*>(filter_mode::parallel, work) &
+                                       tbb::make_filter<Item*, void>(filter_mode::serial_in_order, finish));
   });
   return spectra;
 }
