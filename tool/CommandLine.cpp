@@ -100,9 +100,7 @@ int Tell(const CLI::App& app, const CLI::Success& success) {
   return std::cout.flush() ? kDone : Fail("standard output cannot be written", kFailed);
 }
 
-}  // namespace
-
-int RunCommandLine(int argc, char** argv, std::vector<Command> commands) {
+int ParseAndRun(int argc, char** argv, const std::vector<Command>& commands) {
   CLI::App app("Evaluates spectra of a single-quadrupole mass spectrometer.", "tslbl");
   app.set_version_flag("--version", "tslbl " TSLBL_VERSION);
   app.require_subcommand(0, 1);
@@ -123,8 +121,14 @@ int RunCommandLine(int argc, char** argv, std::vector<Command> commands) {
     return WrongUsage(e.what(), app);
   }
   for (std::size_t i = 0; i < commands.size(); ++i)
-    if (app.got_subcommand(commands[i].name)) return Guarded([&] { return commands[i].run(*options[i]); });
+    if (app.got_subcommand(commands[i].name)) return commands[i].run(*options[i]);
   return WrongUsage("a command is required", app);
+}
+
+}  // namespace
+
+int RunCommandLine(int argc, char** argv, std::vector<Command> commands) {
+  return Guarded([&] { return ParseAndRun(argc, argv, commands); });
 }
 
 }  // namespace TslTool

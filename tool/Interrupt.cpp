@@ -18,7 +18,8 @@ void CatchInterrupts() {
   action.sa_handler = OnSignal;
   action.sa_flags = static_cast<int>(SA_RESETHAND);  // and no SA_RESTART
   for (const int number : {SIGINT, SIGTERM, SIGHUP}) sigaction(number, &action, nullptr);
-  signal(SIGPIPE, SIG_IGN);
+  // A reader that has gone and a file that may not grow are failures to write like others.
+  for (const int number : {SIGPIPE, SIGXFSZ}) signal(number, SIG_IGN);
 }
 
 bool WasInterrupted() { return asked != 0; }

@@ -11,8 +11,8 @@ class Interrupted : public std::exception {
 };
 
 // From here on SIGINT, SIGTERM and SIGHUP set a flag and end a read or write that waits; a
-// second one ends the process at once. A reader of standard output that goes away shows as
-// a failed write.
+// second one ends the process at once. A reader of standard output that goes away, and a
+// file that has reached the largest size allowed, show as a failed write.
 void CatchInterrupts();
 
 // Whether the user asked to end.

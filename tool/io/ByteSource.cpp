@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
+#include <new>
 #include <vector>
 
 #include <tool/io/InputError.h>
@@ -56,6 +57,7 @@ std::size_t ByteSource::ReadOn(char* to, std::size_t size) {
   const int count = gzread(handle_.get(), to, asked);
   int status = Z_OK;
   const char* text = gzerror(handle_.get(), &status);
+  if (status == Z_MEM_ERROR) throw std::bad_alloc();
   if (status == Z_BUF_ERROR) throw InputError(file_, "", "the gzip data is cut off");
   if (status == Z_ERRNO) throw InputError(file_, "", std::string("cannot be read: ") + std::strerror(errno));
   if (count < 0 || (status != Z_OK && status != Z_STREAM_END)) {

@@ -30,6 +30,7 @@ constexpr const char* kSchema = R"sql(
 
 std::string RecordBytes(const TslBL::Tune& tune) {
   std::ostringstream out(std::ios::binary);
+  out.exceptions(std::ios::badbit);  // or memory that is short would cut the record
   TslCommon::BinaryWriter writer(out);
   tune.Serialize(writer);
   return out.str();

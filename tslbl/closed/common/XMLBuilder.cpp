@@ -4,7 +4,7 @@
 #include <tslbl/closed/common/XMLSpelling.h>
 #include <charconv>
 #include <pugixml.hpp>
-#include <sstream>
+#include <string>
 
 namespace TslCommon {
 namespace {
@@ -19,6 +19,15 @@ std::string FullPrecision(const std::vector<double>& values) {
   return text;
 }
 
+// A stream would take memory that is short for an end of the document.
+class TextWriter final : public pugi::xml_writer {
+ public:
+  void write(const void* data, std::size_t size) override {
+    text.append(static_cast<const char*>(data), size);
+  }
+  std::string text;
+};
+
 }  // namespace
 
 struct XMLBuilder::Impl {
@@ -30,11 +39,11 @@ XMLBuilder::XMLBuilder() : impl_(std::make_unique<Impl>()) {}
 XMLBuilder::~XMLBuilder() = default;
 
 std::wstring XMLBuilder::QXML() const {
-  std::ostringstream out;
+  TextWriter out;
   // Values stand in the tree with their markup escaped already.
   constexpr unsigned kFormat = pugi::format_indent | pugi::format_no_declaration | pugi::format_no_escapes;
   impl_->document.save(out, "  ", kFormat, pugi::encoding_utf8);
-  return FromUtf8(out.str());
+  return FromUtf8(out.text);
 }
 
 void XMLBuilder::StartNode(const wchar_t* name) const {

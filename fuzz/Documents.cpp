@@ -1,0 +1,117 @@
+// Everything that comes as text: each record as a document, the syringe catalogue, a chain file,
+// the rows of limits, sum formulas. The first byte picks the reader, the rest is the text. What
+// is read must be written as a document that reads as the same.
+
+#include <fuzz/Records.h>
+#include <tool/ChainFile.h>
+#include <tool/io/InputError.h>
+#include <tslbl/closed/common/ModulePath.h>
+#include <tslbl/closed/common/Text.h>
+#include <tslbl/closed/engines/Formula.h>
+#include <tslbl/curve/Curve.h>
+#include <tslbl/curve/ThreadingParams.h>
+#include <tslbl/records/MZPeakField.h>
+#include <tslbl/records/MZRange.h>
+#include <tslbl/records/OPDParams.h>
+#include <tslbl/tune/LimitOverrides.h>
+#include <tslbl/tune/SyringeList.h>
+#include <tslbl/tune/Tune.h>
+#include <cmath>
+
+using namespace TslBL;
+using namespace fuzz;
+
+namespace {
+
+template <class R>
+void Check(std::string_view text) {
+  R record;
+  if (ReadXml(TslCommon::FromUtf8(text), record)) RequireDocumentStays<R>(XmlOf(record));
+}
+
+void CheckSyringeList(std::string_view text) {
+  const std::wstring path = TslCommon::ModuleFolder(TslCommon::ModuleHandle()) + L"SyringeList.xml";
+  std::ofstream(TslCommon::ToUtf8(path), std::ios::binary) << text;
+  for (const SyringeManufacturer& maker : SyringeList::Load().Manufacturers)
+    Require(!(maker == SyringeManufacturer()), "a manufacturer has a name or models");
+}
+
+std::vector<CurveEval> LoadOrRefuse(const std::string& file) {
+  try {
+    return TslTool::LoadChain(file);
+  } catch (const TslTool::InputError& error) {
+    Require(error.File() == file && !error.Reason().empty(), "a refusal names the file and a reason");
+    return {};
+  }
+}
+
+void CheckChain(std::string_view text) {
+  const std::vector<CurveEval> chain = LoadOrRefuse(FileWith("chain.xml", text));
+  const std::string written = TslTool::ChainToXml(chain);
+  const std::vector<CurveEval> again = TslTool::LoadChain(FileWith("chain.xml", written));
+  Require(TslTool::ChainToXml(again) == written, "a written chain is read as the same");
+}
+
+void CheckLimits(std::string_view text) {
+  std::istringstream in{std::string(text)};
+  std::ostringstream rows;
+  rows.precision(17);
+  const LimitRows read = ReadLimitRows(in);
+  for (const auto& [field, row] : read) {
+    Require(std::isfinite(row.Min) && row.Min <= row.Max && row.Step <= row.Max - row.Min,
+            "limits are sound");
+    rows << field << ' ' << row.Min << ' ' << row.Max << ' ' << row.Step << '\n';
+  }
+  std::istringstream again(rows.str());
+  Require(ReadLimitRows(again) == read, "limits that were written are read as the same");
+}
+
+void CheckFormula(std::string_view text) {
+  Accepts([&] {
+    const TslMath::Composition composition = TslMath::ParseFormula(text);
+    Require(TslMath::MonoMass(composition) >= 0.0, "a formula has a mass");
+  });
+}
+
+struct Row {
+  const char* name;
+  void (*check)(std::string_view text);
+};
+
+// The corpus knows the rows by their numbers: new ones come last.
+constexpr Row kRows[] = {
+    {"AppThreadingParams", Check<AppThreadingParams>},
+    {"BaselineParams", Check<BaselineParams>},
+    {"Control", Check<Control>},
+    {"CurveEval", Check<CurveEval>},
+    {"CurvePeak", Check<CurvePeak>},
+    {"EvalThreadingParams", Check<EvalThreadingParams>},
+    {"IOPoint", Check<IOPoint>},
+    {"IonSource", Check<IonSource>},
+    {"MZCalPt", Check<MZCalPt>},
+    {"MZPeakField", Check<MZPeakField>},
+    {"MZRange", Check<MZRange>},
+    {"NoiseParams", Check<NoiseParams>},
+    {"OPDParams", Check<OPDParams>},
+    {"PeakDetectParams", Check<PeakDetectParams>},
+    {"Q1CalPt", Check<Q1CalPt>},
+    {"SmoothParams", Check<SmoothParams>},
+    {"Syringe", Check<Syringe>},
+    {"SyringeManufacturer", Check<SyringeManufacturer>},
+    {"SyringeModel", Check<SyringeModel>},
+    {"ThresholdParams", Check<ThresholdParams>},
+    {"Tune", Check<Tune>},
+    {"TuneInfo", Check<TuneInfo>},
+    {"SyringeList.xml", CheckSyringeList},
+    {"Chain file", CheckChain},
+    {"overrides.txt", CheckLimits},
+    {"Formula", CheckFormula},
+};
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  Input input(data, size);
+  kRows[input.Below(std::size(kRows))].check(input.Rest());
+  return 0;
+}
