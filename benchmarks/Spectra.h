@@ -1,10 +1,11 @@
 #pragma once
 // Spectra to measure on, and the yardstick: copying the same doubles.
 //
-// A benchmark that works on points ends with ReportPoints, so that all are told in points per second.
-// Register CopyPoints in the same file and the same run: its rate is what the memory allows.
+// Each benchmark tells its median time a point (ns_per_point) and over that of copying the same doubles in
+// the same run (x_copy).
 
 #include <benchmark/benchmark.h>
+#include <time.h>
 
 #include <algorithm>
 #include <cmath>
@@ -49,19 +50,79 @@ inline std::vector<double> Counts(std::uint32_t n = PointCount) {
   return y;
 }
 
-inline void ReportPoints(benchmark::State& state, std::uint32_t pointsPerRound = PointCount) {
-  state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(pointsPerRound));
+// What the thread has worked, in ns: time in which others had the processor does not count.
+inline double WorkedNanoseconds() {
+  timespec time{};
+  clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+  return 1e9 * static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec);
 }
 
-inline void CopyPoints(benchmark::State& state) {
-  const std::vector<double> y = Counts();
-  std::vector<double> out(y.size());
-  for (auto _ : state) {
-    std::memcpy(out.data(), y.data(), y.size() * sizeof(double));
-    benchmark::DoNotOptimize(out.data());
-    benchmark::ClobberMemory();
+// The time that work takes, in ns.
+template <class Work>
+double Nanoseconds(Work work) {
+  const double start = WorkedNanoseconds();
+  work();
+  return WorkedNanoseconds() - start;
+}
+
+inline double Median(std::vector<double> values) {
+  const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+  std::nth_element(values.begin(), middle, values.end());
+  return *middle;
+}
+
+// Short work is repeated within a round, so that reading the clock does not count.
+inline std::uint32_t RepeatsInARound(std::uint32_t points) { return std::max(1U, PointCount / points); }
+
+// What copying so many doubles takes, in ns: warm, the median of rounds of 20 million doubles in all.
+inline double CopyNanoseconds(std::uint32_t points) {
+  constexpr std::uint32_t allPoints = 20'000'000;
+  const std::vector<double> from(points, 1.0);
+  std::vector<double> to(points, 2.0);
+  const std::uint32_t repeats = RepeatsInARound(points);
+  std::vector<double> rounds(std::max(5U, allPoints / (points * repeats)));
+  for (double& round : rounds) {
+    round = Nanoseconds([&] {
+      for (std::uint32_t k = 0; k < repeats; ++k) {
+        std::memcpy(to.data(), from.data(), points * sizeof(double));
+        benchmark::DoNotOptimize(to.data());
+        benchmark::ClobberMemory();
+      }
+    });
   }
-  ReportPoints(state);
+  return Median(rounds) / repeats;
+}
+
+// Runs the work on `points` points and reports medians of its rounds, which other work on the machine hardly
+// moves: ns_per_point, and x_copy, its time over that of copying as many doubles, taken just before.
+template <class Work>
+void Measure(benchmark::State& state, std::uint32_t points, Work work) {
+  const double copy = CopyNanoseconds(points);
+  const std::uint32_t repeats = RepeatsInARound(points);
+  std::vector<double> rounds;
+  for (auto _ : state) {
+    rounds.push_back(Nanoseconds([&] {
+      for (std::uint32_t k = 0; k < repeats; ++k) {
+        work();
+        benchmark::ClobberMemory();
+      }
+    }));
+  }
+  const double call = Median(rounds) / repeats;
+  state.counters["ns_per_point"] = call / points;
+  state.counters["x_copy"] = call / copy;
+  state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(points) * repeats);
+}
+
+// Measures run(y, out) on the counts of a spectrum.
+template <class Run>
+void MeasureOnCounts(benchmark::State& state, std::uint32_t points, Run run) {
+  std::vector<double> y = Counts(points);
+  std::vector<double> out(points);
+  Measure(state, points, [&] {
+    run(y.data(), out.data());
+    benchmark::DoNotOptimize(out.data());
+  });
 }
 
 }  // namespace Spectra

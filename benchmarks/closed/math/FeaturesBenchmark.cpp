@@ -6,14 +6,15 @@
 
 namespace {
 
+constexpr std::uint32_t n = Spectra::PointCount;
+
 void Measure(benchmark::State& state, const std::vector<double>& y) {
   std::vector<TslMath::CurvePt> found;
-  for (auto _ : state) {
-    TslMath::FindFeatures(y.data(), Spectra::PointCount, 0, Spectra::PointCount, found);
+  Spectra::Measure(state, n, [&] {
+    TslMath::FindFeatures(y.data(), n, 0, n, found);
     benchmark::DoNotOptimize(found.data());
-  }
+  });
   state.counters["features"] = static_cast<double>(found.size());
-  Spectra::ReportPoints(state);
 }
 
 void FindFeaturesRaw(benchmark::State& state) { Measure(state, Spectra::Counts()); }
@@ -21,11 +22,10 @@ void FindFeaturesRaw(benchmark::State& state) { Measure(state, Spectra::Counts()
 void FindFeaturesSmoothed(benchmark::State& state) {
   const std::vector<double> y = Spectra::Counts();
   std::vector<double> smoothed(y.size());
-  TslMath::SmoothGaussian(y.data(), Spectra::PointCount, 0, Spectra::PointCount, 7, smoothed.data());
+  TslMath::SmoothGaussian(y.data(), n, 0, n, 7, smoothed.data());
   Measure(state, smoothed);
 }
 
-BENCHMARK(Spectra::CopyPoints)->Name("Features/CopyPoints");
 BENCHMARK(FindFeaturesRaw);
 BENCHMARK(FindFeaturesSmoothed);
 

@@ -6,14 +6,12 @@ namespace {
 
 void Normalize(benchmark::State& state) {
   const std::vector<double> y = Spectra::Counts();
-  for (auto _ : state) {
+  Spectra::Measure(state, Spectra::PointCount, [&] {
     const std::vector<double> scaled = TslMath::Normalize(y);
     benchmark::DoNotOptimize(scaled.data());
-  }
-  Spectra::ReportPoints(state);
+  });
 }
 
-BENCHMARK(Spectra::CopyPoints)->Name("Normalize/CopyPoints");
 BENCHMARK(Normalize);
 
 }  // namespace

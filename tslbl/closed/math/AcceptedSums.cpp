@@ -32,11 +32,10 @@ TSLBL_WIDE void SumLanes(const double* y, const double* mean, std::size_t groups
     around -= value;
     Lanes distance;
     Magnitude(point, distance);
-    LaneMask negative;
-    MarkNegative(around, negative);
     const LaneMask in = (distance <= limits.point) & (around <= limits.mean);
     const Lanes accepted = (Lanes)((LaneMask)point & in);
-    const Lanes below = (Lanes)((LaneMask)around & in & negative);
+    const Lanes low = around < 0.0 ? around : Lanes{};
+    const Lanes below = (Lanes)((LaneMask)low & in);
     n -= in;
     n1 += n;
     n2 += n1;

@@ -29,8 +29,8 @@
 // of the curve as it is; a segment full of them is bridged by its neighbours; a curve full of them gives NaN
 // or infinities. Nothing crashes or loops.
 //
-// Cost: O(n), whatever the parameters, in one thread; work memory of a few segments, for Adaptive of about n
-// values. Threads: no state is shared. Failure: std::bad_alloc only.
+// Cost: O(n), for Adaptive O(n log segSize), in one thread; work memory of a few segments, for Adaptive of
+// about n values. Threads: no state is shared. Failure: std::bad_alloc only.
 //
 // Who wants the noise with the baseline finds both in one pass in BaselineAndNoise.h.
 //

@@ -50,14 +50,17 @@ void CellCurve::Continue(const SegmentLine& left, double leftOrigin, const Segme
 }
 
 void CellCurve::DrawPoints(const std::vector<double>& cells, std::size_t n, double* out) const {
-  std::size_t cell = margin_ - 1;
-  std::size_t phase = CellSize - CellSize / 2 - firstPoint_;
-  for (std::size_t i = 0; i < n; ++cell, phase = 0) {
-    const double slope = (cells[cell + 1] - cells[cell]) / static_cast<double>(CellSize);
-    for (; phase < CellSize && i < n; ++phase, ++i) {
-      out[i] = cells[cell] + slope * static_cast<double>(phase);
-    }
-  }
+  const double* cell = cells.data() + margin_ - 1;
+  const auto draw = [&](std::size_t first, std::size_t last, double* to) {
+    const double slope = (cell[1] - cell[0]) / static_cast<double>(CellSize);
+    for (std::size_t phase = first; phase < last; ++phase)
+      *to++ = cell[0] + slope * static_cast<double>(phase);
+  };
+  const std::size_t phase = CellSize - CellSize / 2 - firstPoint_;
+  std::size_t i = std::min(n, CellSize - phase);
+  draw(phase, phase + i, out);
+  for (++cell; i + CellSize <= n; i += CellSize, ++cell) draw(0, CellSize, out + i);
+  if (i < n) draw(0, n - i, out + i);
 }
 
 }  // namespace TslMath

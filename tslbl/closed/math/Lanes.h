@@ -10,18 +10,28 @@
 #include <cstring>
 #include <limits>
 
-// The function is compiled twice, and the loader takes the version that the machine can run. The thread
-// sanitizer cannot run while the loader still chooses.
+// TSLBL_WIDE: the function is compiled twice, and the loader takes the version that the machine can run. The
+// thread sanitizer cannot run while the loader still chooses.
+//
+// TSLBL_WIDEST: the function is compiled for 512-bit registers alone. Call it if HasWidestRegisters(), and
+// otherwise one that does the same. It pays for functions that do much with each point by itself.
+//
+// A test that compiles a kernel for one kind of register alone defines the first two beforehand.
+//
+// TSLBL_INLINE: the function becomes part of each version of those above that call it.
 #if defined(__has_feature)
 #if __has_feature(thread_sanitizer)
 #define TSLBL_NO_CLONES
 #endif
 #endif
-#if defined(__x86_64__) && !defined(__SANITIZE_THREAD__) && !defined(TSLBL_NO_CLONES)
+#if defined(TSLBL_WIDE)
+#elif defined(__x86_64__) && !defined(__SANITIZE_THREAD__) && !defined(TSLBL_NO_CLONES)
 #define TSLBL_WIDE __attribute__((target_clones("avx2", "default")))
+#define TSLBL_WIDEST __attribute__((target("avx512f")))
 #else
 #define TSLBL_WIDE
 #endif
+#define TSLBL_INLINE inline __attribute__((always_inline))
 
 namespace TslMath {
 
@@ -32,13 +42,25 @@ using LaneMask = std::int64_t __attribute__((vector_size(LaneCount * sizeof(std:
 // Array length with room for a last group that is not full.
 constexpr std::size_t WholeGroups(std::size_t n) { return (n + LaneCount - 1) / LaneCount * LaneCount; }
 
-inline void Load(const double* from, Lanes& lanes) { std::memcpy(&lanes, from, sizeof lanes); }
-inline void Store(const Lanes& lanes, double* to) { std::memcpy(to, &lanes, sizeof lanes); }
+// Eight, for functions that are TSLBL_WIDEST.
+using WideLanes = double __attribute__((vector_size(2 * sizeof(Lanes))));
 
-// The magnitude, and marks of all-ones where a lane is below zero; both without a comparison of doubles.
+inline bool HasWidestRegisters() {
+#ifdef TSLBL_WIDEST
+  return __builtin_cpu_supports("avx512f");
+#else
+  return false;
+#endif
+}
+
+TSLBL_INLINE void Load(const double* from, Lanes& lanes) { std::memcpy(&lanes, from, sizeof lanes); }
+TSLBL_INLINE void Store(const Lanes& lanes, double* to) { std::memcpy(to, &lanes, sizeof lanes); }
+TSLBL_INLINE void Load(const double* from, WideLanes& lanes) { std::memcpy(&lanes, from, sizeof lanes); }
+TSLBL_INLINE void Store(const WideLanes& lanes, double* to) { std::memcpy(to, &lanes, sizeof lanes); }
+
+// The magnitude, without a comparison of doubles.
 inline void Magnitude(const Lanes& lanes, Lanes& result) {
   result = (Lanes)((LaneMask)lanes & std::numeric_limits<std::int64_t>::max());
 }
-inline void MarkNegative(const Lanes& lanes, LaneMask& result) { result = (LaneMask)lanes < 0; }
 
 }  // namespace TslMath

@@ -1,47 +1,90 @@
 #include <tslbl/closed/math/MovingExtrema.h>
 
+#include <tslbl/closed/math/Lanes.h>
 #include <algorithm>
 
 namespace TslMath {
 namespace {
 
 struct Lesser {
-  double operator()(double a, double b) const { return a < b ? a : b; }
+  TSLBL_INLINE double operator()(double a, double b) const { return a < b ? a : b; }
+  TSLBL_INLINE void Join(Lanes& a, const Lanes& b) const { a = a < b ? a : b; }
 };
 struct Greater {
-  double operator()(double a, double b) const { return a > b ? a : b; }
+  TSLBL_INLINE double operator()(double a, double b) const { return a > b ? a : b; }
+  TSLBL_INLINE void Join(Lanes& a, const Lanes& b) const { a = a > b ? a : b; }
 };
 
-// heads[i]: extremum from the start of i's block of `window` points to i; tails[i]: from i to the block's
-// end.
+// out[i] = pick(y[i], y[i + distance]) for i < count; out may be y.
 template <class Pick>
-void ScanBlocks(const double* y, std::size_t n, std::size_t window, ExtremaScratch& scratch, Pick pick) {
-  double* heads = scratch.heads.data();
-  double* tails = scratch.tails.data();
-  for (std::size_t begin = 0; begin < n; begin += window) {
-    const std::size_t last = std::min(begin + window, n) - 1;
-    double head = y[begin];
-    double tail = y[last];
-    for (std::size_t k = 0; k <= last - begin; ++k) {
-      heads[begin + k] = head = pick(y[begin + k], head);
-      tails[last - k] = tail = pick(y[last - k], tail);
-    }
+TSLBL_INLINE void JoinPairs(const double* y, std::size_t distance, std::size_t count, double* out,
+                            Pick pick) {
+  std::size_t i = 0;
+  for (; i + LaneCount <= count; i += LaneCount) {
+    Lanes near, far;
+    Load(y + i, near);
+    Load(y + i + distance, far);
+    pick.Join(near, far);
+    Store(near, out + i);
+  }
+  for (; i < count; ++i) out[i] = pick(y[i], y[i + distance]);
+}
+
+// The same twice in one pass: the picks of four values, `distance` apart.
+template <class Pick>
+TSLBL_INLINE void JoinFours(const double* y, std::size_t distance, std::size_t count, double* out,
+                            Pick pick) {
+  std::size_t i = 0;
+  for (; i + LaneCount <= count; i += LaneCount) {
+    Lanes joined[4];
+#pragma GCC unroll 4
+    for (std::size_t k = 0; k < 4; ++k) Load(y + i + k * distance, joined[k]);
+    pick.Join(joined[0], joined[1]);
+    pick.Join(joined[2], joined[3]);
+    pick.Join(joined[0], joined[2]);
+    Store(joined[0], out + i);
+  }
+  for (; i < count; ++i) {
+    out[i] = pick(pick(y[i], y[i + distance]), pick(y[i + 2 * distance], y[i + 3 * distance]));
   }
 }
 
-// A whole window is the tail of one block and the head of the next; a window cut off by an end of the curve
-// may lie within one block.
+// out[i] = extremum of y[i .. i+window-1], in windows of 4, 16, 64 ... points, the last two of which overlap.
+// `work` has n values; out may be y.
 template <class Pick>
-void JoinBlocks(std::size_t n, std::size_t half, const ExtremaScratch& scratch, double* out, Pick pick) {
-  const double* heads = scratch.heads.data();
-  const double* tails = scratch.tails.data();
-  const std::size_t window = 2 * half + 1;
-  const std::size_t lastBlock = (n - 1) / window * window;
-  for (std::size_t i = 0; i < half; ++i) out[i] = heads[std::min(i + half, n - 1)];
-  for (std::size_t i = half; i + half < n; ++i) out[i] = pick(tails[i - half], heads[i + half]);
-  for (std::size_t i = std::max(half, n - half); i < n; ++i) {
-    const std::size_t left = i - half;
-    out[i] = left >= lastBlock ? tails[left] : pick(tails[left], heads[n - 1]);
+TSLBL_INLINE void SlideInside(const double* y, std::size_t n, std::size_t window, double* work, double* out,
+                              Pick pick) {
+  std::size_t done = 1;
+  for (; 4 * done <= window; done *= 4) {
+    JoinFours(y, done, n - 4 * done + 1, work, pick);
+    y = work;
+  }
+  if (2 * done < window) {
+    JoinPairs(y, done, n - 2 * done + 1, work, pick);
+    y = work;
+    done *= 2;
+  }
+  JoinPairs(y, window - done, n - window + 1, out, pick);
+}
+
+TSLBL_WIDE void Slide(const double* y, std::size_t n, std::size_t window, double* work, double* out,
+                      Lesser pick) {
+  SlideInside(y, n, window, work, out, pick);
+}
+
+TSLBL_WIDE void Slide(const double* y, std::size_t n, std::size_t window, double* work, double* out,
+                      Greater pick) {
+  SlideInside(y, n, window, work, out, pick);
+}
+
+// Extrema of the first (last) 1, 2, 3 ... points: all that the windows need which an end of the curve cuts.
+template <class Pick>
+void ScanEnds(const double* y, std::size_t n, ExtremaScratch& scratch, Pick pick) {
+  double head = y[0];
+  double tail = y[n - 1];
+  for (std::size_t k = 0; k < scratch.heads.size(); ++k) {
+    scratch.heads[k] = head = pick(y[k], head);
+    scratch.tails[k] = tail = pick(y[n - 1 - k], tail);
   }
 }
 
@@ -50,10 +93,16 @@ void MovingExtremum(const double* y, std::size_t n, std::size_t length, double* 
                     Pick pick) {
   if (n == 0) return;
   const std::size_t half = std::min(length / 2, n - 1);
-  scratch.heads.resize(n);
-  scratch.tails.resize(n);
-  ScanBlocks(y, n, 2 * half + 1, scratch, pick);
-  JoinBlocks(n, half, scratch, out, pick);
+  const std::size_t window = 2 * half + 1;
+  scratch.heads.resize(std::min(n, 2 * half));
+  scratch.tails.resize(scratch.heads.size());
+  ScanEnds(y, n, scratch, pick);
+  if (n >= window) {
+    scratch.work.resize(n);
+    Slide(y, n, window, scratch.work.data(), out + half, pick);
+  }
+  for (std::size_t i = 0; i < half; ++i) out[i] = scratch.heads[std::min(i + half, n - 1)];
+  for (std::size_t i = std::max(half, n - half); i < n; ++i) out[i] = scratch.tails[n - 1 - i + half];
 }
 
 }  // namespace

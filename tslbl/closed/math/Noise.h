@@ -1,7 +1,8 @@
 #pragma once
 // The noise of a spectrum's background: one standard deviation, for every point or for a stretch.
 //
-// Arrays, parameters, ends, data that are not finite, cost, threads and failure are as in Baseline.h.
+// Arrays, parameters, ends, data that are not finite, cost, threads and failure are as in Baseline.h. But a
+// thread that has called APBNoise keeps up to 1 MB of work space until it ends.
 //
 // The noise is that of the background, not of the peaks on it: what a signal must exceed to be seen. It is
 // the standard deviation of the points that the baseline's kernel takes as background, corrected for the

@@ -14,6 +14,11 @@ void FillLastGroup(double* array, std::size_t length) {
   std::fill(array + length, array + WholeGroups(length), std::numeric_limits<double>::quiet_NaN());
 }
 
+TSLBL_WIDE void Subtract(const double* __restrict y, const double* __restrict shape, std::size_t n,
+                         double* __restrict out) {
+  for (std::size_t i = 0; i < n; ++i) out[i] = y[i] - shape[i];
+}
+
 // Up to this window each mean is summed anew: neighbouring means are summed side by side.
 constexpr std::size_t MaxDirectWindow = 16;
 
@@ -92,7 +97,7 @@ void SegmentLoader::LoadValues(std::size_t begin, std::size_t end) {
   if (shape_ == nullptr) {
     std::copy(y_ + first, y_ + last, to);
   } else {
-    for (std::size_t i = first; i < last; ++i) to[i - first] = y_[i] - shape_[i];
+    Subtract(y_ + first, shape_ + first, last - first, to);
   }
 }
 

@@ -1,3 +1,4 @@
+#include <tslbl/closed/math/Lanes.h>
 #include <tslbl/closed/math/Smoothing.h>
 #include <tslbl/closed/math/SymmetricFilter.h>
 
@@ -25,16 +26,52 @@ struct MeanWindow {
 
 double PointsAround(std::size_t half) { return static_cast<double>(2 * half + 1); }
 
+// Vectors of outputs summed side by side.
+constexpr std::size_t MeanLanes = 4;
+constexpr std::size_t MeanTile = MeanLanes * LaneCount;
+
+// sum[k] += weight * (what is `distance` points to the left + what is as far to the right), from y[k] on.
+TSLBL_INLINE void AddPair(const double* y, std::size_t distance, double weight, Lanes* sum) {
+#pragma GCC unroll 4
+  for (std::size_t k = 0; k < MeanLanes; ++k) {
+    Lanes left, right;
+    Load(y + k * LaneCount - distance, left);
+    Load(y + k * LaneCount + distance, right);
+    sum[k] += weight == 1 ? left + right : weight * (left + right);
+  }
+}
+
+// Outputs first .. last-1, a multiple of MeanTile, none of whose windows is cut.
+TSLBL_WIDE void MeansOfTiles(const double* y, std::size_t first, std::size_t last, const MeanWindow& window,
+                             double* out) {
+  const std::size_t full = window.Full();
+  const double width = window.Width();
+  for (std::size_t i = first; i < last; i += MeanTile) {
+    Lanes sum[MeanLanes];
+#pragma GCC unroll 4
+    for (std::size_t k = 0; k < MeanLanes; ++k) Load(y + i + k * LaneCount, sum[k]);
+    for (std::size_t j = 1; j <= full; ++j) AddPair(y + i, j, 1, sum);
+    if (window.halfWeightEnds) AddPair(y + i, window.half, 0.5, sum);
+#pragma GCC unroll 4
+    for (std::size_t k = 0; k < MeanLanes; ++k) Store(sum[k] / width, out + i + k * LaneCount);
+  }
+}
+
 void NarrowMean(const double* y, const SmoothStretch& stretch, const MeanWindow& window, double* out) {
+  const SmoothStretch inside = stretch.Inside(window.half);
+  SmoothStretch rest = inside;
+  if (!inside.Empty()) {
+    rest.first += (inside.last - inside.first) / MeanTile * MeanTile;
+    MeansOfTiles(y, inside.first, rest.first, window, out);
+  }
   std::vector<double> weight(window.half + 1, 1.0);
   if (window.halfWeightEnds) weight.back() = 0.5;
-  FilterSymmetric(y, stretch, weight, out);
+  FilterSymmetric(y, rest, weight, out);
+  for (std::size_t i = rest.first; i < rest.last; ++i) out[i] /= window.Width();
   for (const SmoothStretch& end : {stretch.LeftEnd(window.half), stretch.RightEnd(window.half)}) {
+    FilterSymmetric(y, end, weight, out);
     for (std::size_t i = end.first; i < end.last; ++i) out[i] /= PointsAround(end.HalfAt(i, window.half));
   }
-  const SmoothStretch inside = stretch.Inside(window.half);
-  const double width = window.Width();
-  for (std::size_t i = inside.first; i < inside.last; ++i) out[i] /= width;
 }
 
 // At an end each window holds the one before it and two more points.

@@ -1,9 +1,11 @@
+#include <tslbl/closed/math/Lanes.h>
+#include <tslbl/closed/math/MedianNetwork.h>
 #include <tslbl/closed/math/MedianWindow.h>
 #include <tslbl/closed/math/SmoothStretch.h>
 #include <tslbl/closed/math/Smoothing.h>
 
-#include <array>
-#include <utility>
+#include <cmath>
+#include <limits>
 
 namespace TslMath {
 namespace {
@@ -15,60 +17,6 @@ constexpr std::size_t MaxSortedWidth = 151;
 // Outputs for one sorting of the curve: so many windows that the window's own points weigh little.
 constexpr std::size_t WindowsPerSorting = 4;
 constexpr std::size_t MinOutputsPerSorting = 4096;
-
-struct Exchange {
-  std::size_t low;
-  std::size_t high;
-};
-
-// Batcher's odd-even merge sort, cut down to Width wires. (K. Batcher, Sorting networks and their
-// applications, 1968)
-template <typename Visit>
-constexpr void ForEachExchange(std::size_t width, Visit visit) {
-  for (std::size_t p = 1; p < width; p *= 2)
-    for (std::size_t k = p; k > 0; k /= 2)
-      for (std::size_t j = k % p; j + k < width; j += 2 * k)
-        for (std::size_t i = 0; i < k && i + j + k < width; ++i)
-          if ((i + j) / (2 * p) == (i + j + k) / (2 * p)) visit(Exchange{i + j, i + j + k});
-}
-
-constexpr std::size_t CountExchanges(std::size_t width) {
-  std::size_t count = 0;
-  ForEachExchange(width, [&](Exchange) { ++count; });
-  return count;
-}
-
-template <std::size_t Width>
-constexpr auto SortingNetwork() {
-  std::array<Exchange, CountExchanges(Width)> network{};
-  std::size_t count = 0;
-  ForEachExchange(Width, [&](Exchange exchange) { network[count++] = exchange; });
-  return network;
-}
-
-inline void Sort(double& low, double& high) {
-  const double a = low;
-  const double b = high;
-  low = b < a ? b : a;
-  high = b < a ? a : b;
-}
-
-// Only the middle wire is used, so the compiler drops every comparison that does not reach it.
-template <std::size_t Width, std::size_t... Steps>
-inline double NetworkMedian(const double* window, std::index_sequence<Steps...>) {
-  constexpr auto network = SortingNetwork<Width>();
-  double wire[Width];
-  for (std::size_t k = 0; k < Width; ++k) wire[k] = window[k];
-  (Sort(wire[network[Steps].low], wire[network[Steps].high]), ...);
-  return wire[Width / 2];
-}
-
-template <std::size_t Width>
-void NarrowMedian(const double* __restrict y, const SmoothStretch& inside, double* __restrict out) {
-  const std::make_index_sequence<CountExchanges(Width)> steps;
-  for (std::size_t i = inside.first; i < inside.last; ++i)
-    out[i] = NetworkMedian<Width>(y + (i - Width / 2), steps);
-}
 
 // The two ends of the window never move back as i grows.
 template <typename Window>
@@ -99,18 +47,33 @@ void WideMedian(const double* y, const SmoothStretch& stretch, std::size_t half,
   }
 }
 
-void NarrowMedianInside(const double* y, const SmoothStretch& inside, std::size_t half, double* out) {
-  switch (half) {
-    case 1:
-      return NarrowMedian<3>(y, inside, out);
-    case 2:
-      return NarrowMedian<5>(y, inside, out);
-    case 3:
-      return NarrowMedian<7>(y, inside, out);
-    case 4:
-      return NarrowMedian<9>(y, inside, out);
-    default:
-      return SortedMedian(y, inside, half, out);
+// Whether the samples have one order only: no NaN, nor a zero with a sign beside one without.
+TSLBL_WIDE void FindDoubtful(const double* y, std::size_t n, bool& found) {
+  constexpr double infinity = std::numeric_limits<double>::infinity();
+  constexpr std::int64_t negativeZero = std::numeric_limits<std::int64_t>::min();
+  LaneMask doubtful{};
+  std::size_t i = 0;
+  for (; i + LaneCount <= n; i += LaneCount) {
+    Lanes value;
+    Load(y + i, value);
+    doubtful |= ~(value <= infinity) | ((LaneMask)value == negativeZero);
+  }
+  found = (doubtful[0] | doubtful[1] | doubtful[2] | doubtful[3]) != 0;
+  for (; i < n; ++i) found |= std::isnan(y[i]) || (y[i] == 0 && std::signbit(y[i]));
+}
+
+// A stretch of whole narrow windows, in pieces: samples that a network cannot order spoil one piece only.
+void NarrowMedian(const double* y, const SmoothStretch& inside, std::size_t half, double* out) {
+  constexpr std::size_t pieceSize = 1024;
+  for (std::size_t i = inside.first; i < inside.last; i += pieceSize) {
+    const SmoothStretch piece{inside.n, i, std::min(inside.last, i + pieceSize)};
+    bool doubtful = piece.last - piece.first < LaneCount;
+    if (!doubtful) FindDoubtful(y + (piece.first - half), piece.last - piece.first + 2 * half, doubtful);
+    if (doubtful) {
+      SortedMedian(y, piece, half, out);
+    } else {
+      NetworkMedian(y, piece.first, piece.last, half, out);
+    }
   }
 }
 
@@ -126,7 +89,11 @@ void SmoothMedian(const double* y, std::uint32_t n, std::uint32_t start, std::ui
   const SmoothInput input(y, stretch, out);
   if (2 * half + 1 > MaxSortedWidth) return WideMedian(input.Data(), stretch, half, out);
   SortedMedian(input.Data(), stretch.LeftEnd(half), half, out);
-  NarrowMedianInside(input.Data(), stretch.Inside(half), half, out);
+  if (half <= MaxNetworkHalf) {
+    NarrowMedian(input.Data(), stretch.Inside(half), half, out);
+  } else {
+    SortedMedian(input.Data(), stretch.Inside(half), half, out);
+  }
   SortedMedian(input.Data(), stretch.RightEnd(half), half, out);
 }
 

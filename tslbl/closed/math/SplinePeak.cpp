@@ -1,6 +1,7 @@
 #include <tslbl/closed/math/SplinePeak.h>
 
 #include <tslbl/closed/math/CubicSegment.h>
+#include <tslbl/closed/math/IntervalBounds.h>
 
 #include <algorithm>
 #include <limits>
@@ -34,12 +35,17 @@ bool IsIndex(double x) { return x >= 0 && x <= std::numeric_limits<std::uint32_t
 
 SplinePeak::SplinePeak(const double* x, const double* y, std::uint32_t n)
     : count_(n), origin_(n > 0 ? x[0] : 0) {
-  if (count_ > InlineSamples) heap_.reset(new double[2 * count_]);
+  const std::size_t room = count_ + Beyond;
+  if (count_ > InlineSamples) heap_.reset(new double[4 * room]);
   y_ = heap_ ? heap_.get() : inline_.data();
-  curvature_ = y_ + count_;
+  curvature_ = y_ + room;
+  lower_ = curvature_ + room;
+  upper_ = lower_ + room;
   if (count_ == 0) return;
-  std::copy(y, y + count_, y_);
+  std::fill_n(std::copy(y, y + count_, y_), Beyond, 0.0);
+  std::fill_n(curvature_ + count_, Beyond, 0.0);
   SolveCurvatures();
+  BoundIntervals(y_, curvature_, count_ - 1, lower_, upper_);
   FindApex();
 }
 
@@ -49,24 +55,32 @@ SplinePeak::~SplinePeak() = default;
 // continuing the straight line of the curvatures. Those between follow from M[i-1] + 4 M[i] + M[i+1] = 6 *
 // second difference.
 void SplinePeak::SolveCurvatures() {
-  double* m = curvature_;
   const std::size_t n = count_;
+  const double* __restrict y = y_;
+  double* __restrict m = curvature_;
   if (n < 4) {
-    std::fill(m, m + n, n == 3 ? SecondDifference(y_, 1) : 0.0);
+    std::fill(m, m + n, n == 3 ? SecondDifference(y, 1) : 0.0);
     return;
   }
-  m[1] = SecondDifference(y_, 1);
-  m[n - 2] = SecondDifference(y_, n - 2);
+  m[1] = SecondDifference(y, 1);
+  m[n - 2] = SecondDifference(y, n - 2);
+  double known = m[1];
   for (std::size_t i = 2; i + 2 < n; ++i) {
-    m[i] = 6 * SecondDifference(y_, i) - (i == 2 ? m[1] : m[i - 1] * Pivots[i - 3]);
+    m[i] = 6 * SecondDifference(y, i) - known;
+    known = m[i] * Pivots[i - 2];
   }
-  for (std::size_t i = n - 3; i >= 2; --i) m[i] = (m[i] - m[i + 1]) * Pivots[i - 2];
+  known = m[n - 2];
+  for (std::size_t i = n - 3; i >= 2; --i) m[i] = known = (m[i] - known) * Pivots[i - 2];
   m[0] = 2 * m[1] - m[2];
   m[n - 1] = 2 * m[n - 2] - m[n - 3];
 }
 
-CubicSegment SplinePeak::Segment(std::size_t interval) const {
+inline CubicSegment SplinePeak::Segment(std::size_t interval) const {
   return {y_[interval], y_[interval + 1], curvature_[interval], curvature_[interval + 1]};
+}
+
+inline CubicSegment SplinePeak::Mirrored(std::size_t interval) const {
+  return {y_[interval + 1], y_[interval], curvature_[interval + 1], curvature_[interval]};
 }
 
 // The highest sample first: hardly any interval can then hold anything higher.
@@ -78,9 +92,9 @@ void SplinePeak::FindApex() {
   apexY_ = y_[highest];
   apex_ = highest + 1 == count_ && highest > 0 ? Place{highest - 1, 1} : Place{highest, 0};
   for (std::size_t i = 0; i + 1 < count_; ++i) {
+    if (!(upper_[i] > apexY_)) continue;
     const CubicSegment segment = Segment(i);
-    if (!(segment.UpperBound() > apexY_)) continue;
-    const CubicExtrema extrema = segment.Extrema();
+    const CubicSegment::Extrema extrema = segment.FindExtrema();
     for (int k = 0; k < extrema.count; ++k) {
       const double value = segment.Value(extrema.t[k]);
       if (!(value > apexY_)) continue;
@@ -99,7 +113,7 @@ double SplinePeak::Value(double offset) const {
 double SplinePeak::RightCrossing(double level) const {
   double from = apex_.t;
   for (std::size_t i = apex_.interval; i + 1 < count_; ++i) {
-    const double t = Segment(i).FirstBelow(level, from);
+    const double t = lower_[i] < level ? Segment(i).FirstBelow(level, from) : -1;
     if (t >= 0) return static_cast<double>(i) + t;
     from = 0;
   }
@@ -110,8 +124,7 @@ double SplinePeak::RightCrossing(double level) const {
 double SplinePeak::LeftCrossing(double level) const {
   double from = 1 - apex_.t;
   for (std::size_t i = std::min(apex_.interval + 1, count_ - 1); i > 0; --i) {
-    const CubicSegment mirrored(y_[i], y_[i - 1], curvature_[i], curvature_[i - 1]);
-    const double t = mirrored.FirstBelow(level, from);
+    const double t = lower_[i - 1] < level ? Mirrored(i - 1).FirstBelow(level, from) : -1;
     if (t >= 0) return static_cast<double>(i) - t;
     from = 0;
   }

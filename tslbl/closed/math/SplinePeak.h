@@ -57,6 +57,8 @@ class TSLBL_API SplinePeak {
 
  private:
   static constexpr std::size_t InlineSamples = 64;
+  // Bounds are found in whole groups of lanes, which reach beyond the last sample.
+  static constexpr std::size_t Beyond = 4;
 
   // A position, counted from the first sample, as the interval it lies in and the place in the interval.
   struct Place {
@@ -75,6 +77,7 @@ class TSLBL_API SplinePeak {
   void SolveCurvatures();
   void FindApex();
   CubicSegment Segment(std::size_t interval) const;
+  CubicSegment Mirrored(std::size_t interval) const;
   double Value(double offset) const;
   Part PartAbove(double level) const;
   double LeftCrossing(double level) const;
@@ -88,9 +91,11 @@ class TSLBL_API SplinePeak {
   double origin_;
   double* y_;
   double* curvature_;
+  double* lower_;  // bounds of the curve after each sample
+  double* upper_;
   Place apex_{0, 0};
   double apexY_ = 0;
-  std::array<double, 2 * InlineSamples> inline_;
+  std::array<double, 4 * (InlineSamples + Beyond)> inline_;
   std::unique_ptr<double[]> heap_;
 };
 

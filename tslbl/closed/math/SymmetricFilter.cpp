@@ -5,33 +5,73 @@
 namespace TslMath {
 namespace {
 
-// Outputs summed side by side: enough to keep the adders busy, few enough to stay in registers.
-constexpr std::size_t TileLanes = 4;
-constexpr std::size_t TileSize = TileLanes * LaneCount;
+// Vectors of outputs summed side by side: enough to keep the adders busy, few enough to stay in registers.
+constexpr std::size_t TileVectors = 4;
 
-// Outputs first .. last-1, a multiple of TileSize, none of whose windows is cut.
-TSLBL_WIDE void FilterWholeTiles(const double* y, std::size_t first, std::size_t last, const double* weight,
-                                 std::size_t half, double* out) {
-  for (std::size_t i = first; i < last; i += TileSize) {
-    Lanes sum[TileLanes];
+// Outputs first .. last-1, none of whose windows is cut.
+struct WholeTiles {
+  const double* y;
+  std::size_t first;
+  std::size_t last;
+  const double* weight;
+  std::size_t half;
+  double* out;
+};
+
+template <class Vector>
+constexpr std::size_t TileSize = TileVectors * sizeof(Vector) / sizeof(double);
+
+template <class Vector>
+TSLBL_INLINE void FilterTiles(const WholeTiles& tiles) {
+  constexpr std::size_t size = sizeof(Vector) / sizeof(double);
+  const double* weight = tiles.weight;
+  for (std::size_t i = tiles.first; i < tiles.last; i += TileSize<Vector>) {
+    const double* y = tiles.y + i;
+    Vector sum[TileVectors];
 #pragma GCC unroll 4
-    for (std::size_t k = 0; k < TileLanes; ++k) {
-      Load(y + i + k * LaneCount, sum[k]);
+    for (std::size_t k = 0; k < TileVectors; ++k) {
+      Load(y + k * size, sum[k]);
       sum[k] *= weight[0];
     }
-    for (std::size_t j = 1; j <= half; ++j) {
+    for (std::size_t j = 1; j <= tiles.half; ++j) {
 #pragma GCC unroll 4
-      for (std::size_t k = 0; k < TileLanes; ++k) {
-        Lanes left;
-        Lanes right;
-        Load(y + i - j + k * LaneCount, left);
-        Load(y + i + j + k * LaneCount, right);
+      for (std::size_t k = 0; k < TileVectors; ++k) {
+        Vector left;
+        Vector right;
+        Load(y + k * size - j, left);
+        Load(y + k * size + j, right);
         sum[k] += weight[j] * (left + right);
       }
     }
 #pragma GCC unroll 4
-    for (std::size_t k = 0; k < TileLanes; ++k) std::memcpy(out + i + k * LaneCount, &sum[k], sizeof sum[k]);
+    for (std::size_t k = 0; k < TileVectors; ++k) Store(sum[k], tiles.out + i + k * size);
   }
+}
+
+TSLBL_WIDE void FilterLanes(const WholeTiles& tiles) { FilterTiles<Lanes>(tiles); }
+#ifdef TSLBL_WIDEST
+TSLBL_WIDEST void FilterWideLanes(const WholeTiles& tiles) { FilterTiles<WideLanes>(tiles); }
+#endif
+
+template <class Vector>
+WholeTiles TilesFrom(std::size_t first, std::size_t last, const WholeTiles& all) {
+  return {all.y,      first,    first + (last - first) / TileSize<Vector> * TileSize<Vector>,
+          all.weight, all.half, all.out};
+}
+
+// Filters what it can of first .. last-1, wide tiles before narrower ones, and returns where it has stopped.
+std::size_t FilterWholeTiles(const WholeTiles& all) {
+  std::size_t first = all.first;
+#ifdef TSLBL_WIDEST
+  if (HasWidestRegisters()) {
+    const WholeTiles wide = TilesFrom<WideLanes>(first, all.last, all);
+    FilterWideLanes(wide);
+    first = wide.last;
+  }
+#endif
+  const WholeTiles narrow = TilesFrom<Lanes>(first, all.last, all);
+  FilterLanes(narrow);
+  return narrow.last;
 }
 
 // Distance j is within the window of the points j .. n-1-j only.
@@ -61,11 +101,7 @@ void FilterSymmetric(const double* y, const SmoothStretch& stretch, const std::v
                      double* out) {
   const std::size_t half = weight.size() - 1;
   SmoothStretch rest = stretch.Inside(half);
-  if (!rest.Empty()) {
-    const std::size_t tiled = rest.first + (rest.last - rest.first) / TileSize * TileSize;
-    FilterWholeTiles(y, rest.first, tiled, weight.data(), half, out);
-    rest.first = tiled;
-  }
+  if (!rest.Empty()) rest.first = FilterWholeTiles({y, rest.first, rest.last, weight.data(), half, out});
   FilterPointsInTiles(y, stretch.LeftEnd(half), weight, out);
   FilterPointsInTiles(y, rest, weight, out);
   FilterPointsInTiles(y, stretch.RightEnd(half), weight, out);

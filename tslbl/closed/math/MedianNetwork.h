@@ -1,0 +1,16 @@
+#pragma once
+// Medians of narrow windows by sorting networks: neighbouring windows are sorted side by side, without a
+// branch.
+#include <cstddef>
+
+namespace TslMath {
+
+// The widest window that a network pays for.
+constexpr std::size_t MaxNetworkHalf = 12;
+
+// out[i] = median of y[i-half .. i+half] for first <= i < last; 1 <= half <= MaxNetworkHalf, at least one
+// group of lanes of outputs. y is finite and has no zeros of both signs in one window, so that only one value
+// can be the median.
+void NetworkMedian(const double* y, std::size_t first, std::size_t last, std::size_t half, double* out);
+
+}  // namespace TslMath
