@@ -350,6 +350,7 @@ TEST(Cascade, LetsTheExceptionsOfOtherStepsPass) {
 TEST(ExecuteNoise, ReportsAnExceptionOfThePeaksAsAMessage) {
   TestCurve curve = Evaluated(B | N | P);
   curve.noiseParams.Auto = false;
+  curve.peakDetectParams.SNInUse = false;  // every ripple is a row, which takes memory
   curve.peaks = {};
   const FailingAllocations noMemory(curve.yAxis.size() * sizeof(double));
   EXPECT_EQ(RunOn(ExecuteNoise, curve), (Outcome{false, "noise", L"std::bad_alloc"}));

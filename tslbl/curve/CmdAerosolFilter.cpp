@@ -30,9 +30,10 @@ void RemoveSpikes(std::span<double> y, std::uint32_t width) {
 
 bool DoAerosolFilter(Curve& curve, Changed& changed, std::wstring&) {
   if (curve.yAxis.size() < kFewestPoints) return true;
+  // First, as it takes memory: no curve may have changed without it.
+  curve.evals.emplace_back(CurveEval::AerosolFilter());
   RemoveSpikes(curve.yAxis, 1);
   changed.yAxis = true;
-  curve.evals.emplace_back(CurveEval::AerosolFilter());
   return true;
 }
 

@@ -2,6 +2,7 @@
 // good.
 
 #include <tslbl/closed/math/Baseline.h>
+#include <tslbl/closed/math/BaselineAndNoise.h>
 #include <tslbl/curve/Commands.h>
 #include <tslbl/curve/Step.h>
 #include <tslbl/curve/Steps.h>
@@ -25,7 +26,8 @@ constexpr StepRule kBaselineSubtract = {
     .failure = 102,
 };
 
-bool ComputeBaseline(Curve& curve) {
+// `noise` is null, or as for DoBaseline.
+bool ComputeBaseline(Curve& curve, double* noise) {
   const BaselineParams& p = curve.baselineParams;
   const double* y = curve.yAxis.data();
   const std::uint32_t n = curve.QNumPoints();
@@ -37,13 +39,13 @@ bool ComputeBaseline(Curve& curve) {
   double* out = curve.baseline.data();
   switch (p.Alg) {
     case BaselineParams::VFBaseline:
-      TslMath::VFBaseline(y, n, p.SegSize, out);
+      TslMath::FollowValleys(y, n, p.SegSize, {out, noise});
       return true;
     case BaselineParams::Adaptive:
       TslMath::APBMorph(y, n, p.SegSize, p.Window, out);
       return true;
     case BaselineParams::LinearFitSD:
-      TslMath::LinearFitSDBaseline(y, n, p.SegSize, p.Points, p.Width, out);
+      TslMath::FitLinesSD(y, n, p.SegSize, p.Points, p.Width, {out, noise});
       return true;
   }
   return false;
@@ -54,7 +56,8 @@ bool SubtractBaseline(Curve& curve) {
   double* y = curve.yAxis.data();
   double* b = curve.baseline.data();
   for (std::size_t i = 0; i < curve.yAxis.size(); ++i) {
-    y[i] = y[i] > b[i] ? y[i] - b[i] : 0.0;
+    const double above = y[i] - b[i];
+    y[i] = above > 0.0 ? above : 0.0;
     b[i] = 0.0;
   }
   return true;
@@ -62,9 +65,14 @@ bool SubtractBaseline(Curve& curve) {
 
 }  // namespace
 
+bool DoBaseline(Curve& curve, Changed& changed, std::wstring& error, double* noise) {
+  return RunStep(
+      kBaseline, curve, changed, error, [noise](Curve& c) { return ComputeBaseline(c, noise); },
+      [](const Curve& c) { return CurveEval(c.baselineParams); });
+}
+
 bool DoBaseline(Curve& curve, Changed& changed, std::wstring& error) {
-  return RunStep(kBaseline, curve, changed, error, ComputeBaseline,
-                 [](const Curve& c) { return CurveEval(c.baselineParams); });
+  return DoBaseline(curve, changed, error, nullptr);
 }
 
 bool DoBaselineSubtract(Curve& curve, Changed& changed, std::wstring& error) {

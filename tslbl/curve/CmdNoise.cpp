@@ -67,17 +67,29 @@ bool ComputeNoise(Curve& curve) {
   return true;
 }
 
-}  // namespace
-
-bool DoNoise(Curve& curve, Changed& changed, std::wstring& error) {
+template <class Compute>
+bool RunNoise(Curve& curve, Changed& changed, std::wstring& error, Compute compute) {
   // The numerics of noise may fail on odd data; for the user that is a message.
   try {
-    return RunStep(kNoise, curve, changed, error, ComputeNoise,
+    return RunStep(kNoise, curve, changed, error, compute,
                    [](const Curve& c) { return CurveEval(c.noiseParams); });
   } catch (const std::exception& e) {
     error = TslNarrowToWideStr(e.what());
     return false;
   }
+}
+
+}  // namespace
+
+bool DoNoise(Curve& curve, Changed& changed, std::wstring& error) {
+  return RunNoise(curve, changed, error, ComputeNoise);
+}
+
+bool DoNoise(Curve& curve, Changed& changed, std::wstring& error, std::vector<double>& found) {
+  return RunNoise(curve, changed, error, [&found](Curve& c) {
+    c.noise.swap(found);
+    return true;
+  });
 }
 
 using NoiseImpl = EvalOf<EvalType::Noise, NoiseParams, DoNoise>;

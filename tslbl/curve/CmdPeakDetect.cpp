@@ -56,14 +56,18 @@ FeatureRows FindFeatureRows(const Curve& curve, const SearchRange& range) {
     found = FindFeaturesSorted(curve, range, true, AmplitudeFloor(curve, range));
   } else {
     const StageTimer timer(L"Find Features Sequential");
-    found = FindFeaturesSequential(curve, range);
+    found = FindFeaturesSequential(curve, range, timer.IsHeard() ? Features::All : Features::Promising);
   }
   LogFeatures(curve, found);
   return found;
 }
 
-// Copies the survivors into the curve's table.
+// Copies the survivors into the curve's table. The old one goes when there is memory for all.
 void StorePeaks(Curve& curve, const std::vector<PeakInfo*>& list, const LargestPeaks& largest) {
+  const auto lost = static_cast<std::size_t>(std::ranges::count(list, nullptr));
+  curve.peaks.reserve(list.size() - lost);
+  curve.peaks.clear();
+  curve.largestAreaIdx = curve.largestMaxIdx = curve.largestCentroidIdx = -1;
   for (const PeakInfo* row : list) {
     if (row == nullptr) continue;
     const auto place = static_cast<std::int32_t>(curve.peaks.size());
@@ -81,13 +85,13 @@ bool CurvePeakDetect(Curve& curve) {
   const std::size_t n = curve.yAxis.size();
   if (curve.baseline.size() != n || curve.noise.size() != n) return false;
 
-  curve.peaks.clear();
-  curve.largestAreaIdx = curve.largestMaxIdx = curve.largestCentroidIdx = -1;
   FeatureRows found = FindFeatureRows(curve, *range);
-  if (found.list.empty()) return true;
-  const LargestPeaks described = DescribePeaks(curve, found.list);
-  const LargestPeaks selected = SelectPeaks(curve, found.list, described);
-  StorePeaks(curve, found.list, selected);
+  LargestPeaks largest;
+  if (!found.list.empty()) {
+    largest = DescribePromisingPeaks(curve, found.list);
+    largest = SelectPeaks(curve, found.list, largest);
+  }
+  StorePeaks(curve, found.list, largest);
   return true;
 }
 

@@ -51,16 +51,20 @@ bool SameBits(const std::vector<double>& a, const std::vector<double>& b) {
   return std::memcmp(a.data(), b.data(), a.size() * sizeof(double)) == 0;
 }
 
+// The curve keeps its amplitudes until all passes are through: one that fails half way, as
+// memory may, must not leave it smoothed a little.
 bool SmoothCurve(Curve& curve) {
   const std::vector<SmoothRange> ranges = BuildSmoothRanges(curve);
-  std::vector<double>& y = curve.yAxis;
+  std::vector<double> y;  // empty before the first pass
   std::vector<double> out;
   for (std::uint32_t pass = 0; pass < curve.smoothParams.Passes; ++pass) {
-    if (!SmoothOnce(curve.smoothParams, ranges, y, out)) return false;
-    if (SameBits(y, out)) break;  // and so would all further passes
+    const std::vector<double>& from = y.empty() ? curve.yAxis : y;
+    if (!SmoothOnce(curve.smoothParams, ranges, from, out)) return false;
+    if (SameBits(from, out)) break;  // and so would all further passes
     y.swap(out);
   }
-  for (double& amplitude : y) amplitude = amplitude < 0.0 ? 0.0 : amplitude;
+  if (!y.empty()) curve.yAxis.swap(y);
+  for (double& amplitude : curve.yAxis) amplitude = amplitude < 0.0 ? 0.0 : amplitude;
   return true;
 }
 

@@ -3,7 +3,9 @@
 #include <tslbl/closed/common/BinaryStream.h>
 #include <tslbl/closed/common/XMLBuilder.h>
 #include <tslbl/closed/common/XMLParser.h>
+#include <tslbl/curve/Curve.h>
 #include <tslbl/curve/EvalImpl.h>
+#include <tslbl/curve/Steps.h>
 #include <algorithm>
 #include <stdexcept>
 
@@ -88,10 +90,22 @@ void CurveEval::Serialize(std::wstring& text) const {
   text = L"Cmd:\t" + TypeText() + L"\r\n" + params;
 }
 
+// A noise command right behind a baseline command may share the pass of that one.
 bool ExecuteCurveEvals(Curve& curve, const std::vector<CurveEval>& evals, Changed& changed,
                        std::wstring& error) {
-  return std::ranges::all_of(evals,
-                             [&](const CurveEval& eval) { return eval.Execute(curve, changed, error); });
+  for (auto eval = evals.begin(); eval != evals.end(); ++eval) {
+    const BaselineParams* baseline = eval->impl_->QBaselineParams();
+    const NoiseParams* noise =
+        baseline != nullptr && eval + 1 != evals.end() ? (eval + 1)->impl_->QNoiseParams() : nullptr;
+    if (noise == nullptr) {
+      if (!eval->Execute(curve, changed, error)) return false;
+    } else {
+      curve.SetParam(*baseline);
+      if (!DoBaselineAndNoise(curve, *noise, changed, error)) return false;
+      ++eval;
+    }
+  }
+  return true;
 }
 
 void CurveEvalsText(const std::vector<CurveEval>& evals, std::wstring& text) {

@@ -73,6 +73,9 @@ class TSLBL_API CurveEval : public frame::SerialAndXml {
   void Serialize(std::wstring& text) const override;
 
  private:
+  friend TSLBL_API bool ExecuteCurveEvals(Curve& curve, const std::vector<CurveEval>& evals, Changed& changed,
+                                          std::wstring& error);
+
   std::unique_ptr<EvalImpl> impl_;  // never null
 };
 

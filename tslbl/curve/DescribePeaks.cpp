@@ -3,12 +3,12 @@
 
 #include <tslbl/closed/common/Truncate.h>
 #include <tslbl/closed/math/SplinePeak.h>
+#include <tslbl/curve/HopelessPeaks.h>
 #include <tslbl/curve/PeakDetectLog.h>
 #include <tslbl/curve/PeakLevels.h>
 #include <tslbl/curve/PeakStage.h>
 #include <tslbl/curve/PeakStages.h>
 #include <cmath>
-#include <numeric>
 
 namespace TslBL {
 namespace {
@@ -32,12 +32,11 @@ class DescribePeak {
  public:
   explicit DescribePeak(const Curve& curve) : curve_(curve) {}
 
-  bool Keep(PeakInfo& p) {
+  bool Keep(PeakInfo& p) const {
     if (p.endIdx < p.startIdx || p.endIdx - p.startIdx + 1 < kFewestPoints) return false;
     const std::uint32_t count = p.endIdx - p.startIdx + 1;
-    indexes_.resize(count);
-    std::iota(indexes_.begin(), indexes_.end(), static_cast<double>(p.startIdx));
-    const TslMath::SplinePeak spline(indexes_.data(), curve_.yAxis.data() + p.startIdx, count);
+    const double first = p.startIdx;  // the points behind it follow one by one
+    const TslMath::SplinePeak spline(&first, curve_.yAxis.data() + p.startIdx, count);
     const double apexBaseline = curve_.baseline[p.apexIdx];
 
     spline.PeakMax(p.maxIdx, p.maxAmpl);
@@ -61,14 +60,37 @@ class DescribePeak {
   }
 
   const Curve& curve_;
-  std::vector<double> indexes_;  // kept from peak to peak
 };
+
+class DescribePromisingPeak {
+ public:
+  explicit DescribePromisingPeak(const Curve& curve) : describe_(curve), hopeless_(curve) {}
+
+  bool Keep(PeakInfo& p) {
+    const bool hopeless =
+        p.startIdx <= p.endIdx && !hopeless_.PassesAt(p.apexIdx) && hopeless_.Between(p.startIdx, p.endIdx);
+    return !hopeless && describe_.Keep(p);
+  }
+
+ private:
+  DescribePeak describe_;
+  HopelessPeaks hopeless_;
+};
+
+template <class Worker>
+LargestPeaks RunDescription(const Curve& curve, std::vector<PeakInfo*>& list) {
+  const StageTimer timer(L"Describe Peaks");
+  return RunStage(Worker(curve), list, GetMultiThreadingParams().DescribePeaks);
+}
 
 }  // namespace
 
 LargestPeaks DescribePeaks(const Curve& curve, std::vector<PeakInfo*>& list) {
-  const StageTimer timer(L"Describe Peaks");
-  return RunStage(DescribePeak(curve), list, GetMultiThreadingParams().DescribePeaks);
+  return RunDescription<DescribePeak>(curve, list);
+}
+
+LargestPeaks DescribePromisingPeaks(const Curve& curve, std::vector<PeakInfo*>& list) {
+  return RunDescription<DescribePromisingPeak>(curve, list);
 }
 
 }  // namespace TslBL

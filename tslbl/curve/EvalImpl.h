@@ -18,6 +18,9 @@ class TSLBL_API CurveEval::EvalImpl : public frame::SerialAndXml {
   // Whether the other is the same command with equal parameters.
   virtual bool Equals(const EvalImpl& other) const = 0;
   virtual bool Execute(Curve& curve, Changed& changed, std::wstring& error) const = 0;
+  // The parameters of a baseline or noise command, null of others.
+  virtual const BaselineParams* QBaselineParams() const { return nullptr; }
+  virtual const NoiseParams* QNoiseParams() const { return nullptr; }
 };
 
 // The numbers stand in binary streams and never change.

@@ -18,6 +18,11 @@ struct Cascade {
   bool Has(Curve::Status bits) const { return curve.CheckAllStatus(bits); }
   bool UsesThreshold() const { return curve.peakDetectParams.ThresholdInUse; }
 
+  bool BaselineAndNoise() { return DoBaselineAndNoise(curve, curve.noiseParams, changed, error); }
+  bool BaselineAndNoiseAgain() {
+    if (Has(Curve::STATUS_BASELINE) && Has(Curve::STATUS_NOISE)) return BaselineAndNoise();
+    return BaselineAgain() && NoiseAgain();
+  }
   bool BaselineAgain() { return !Has(Curve::STATUS_BASELINE) || Run(DoBaseline); }
   bool NoiseAgain() { return !Has(Curve::STATUS_NOISE) || Run(DoNoise); }
   bool PeaksAgain() { return !Has(Curve::STATUS_PEAKS) || Run(DoPeakDetect); }
@@ -27,7 +32,7 @@ struct Cascade {
 
 bool ExecuteSmooth(Curve& curve, Changed& changed, std::wstring& error) {
   Cascade c{curve, changed, error};
-  return c.Run(DoSmooth) && c.BaselineAgain() && c.NoiseAgain() && c.PeaksAgain();
+  return c.Run(DoSmooth) && c.BaselineAndNoiseAgain() && c.PeaksAgain();
 }
 
 bool ExecuteBaseline(Curve& curve, Changed& changed, std::wstring& error) {
@@ -58,13 +63,15 @@ bool ExecuteThreshold(Curve& curve, Changed& changed, std::wstring& error) {
 
 bool ExecuteThresholdSubtract(Curve& curve, Changed& changed, std::wstring& error) {
   Cascade c{curve, changed, error};
-  return c.Run(DoThresholdSubtract) && c.BaselineAgain() && c.NoiseAgain() && c.PeaksAgain();
+  return c.Run(DoThresholdSubtract) && c.BaselineAndNoiseAgain() && c.PeaksAgain();
 }
 
 bool ExecutePeakDetect(Curve& curve, Changed& changed, std::wstring& error) {
   Cascade c{curve, changed, error};
-  if (!c.Has(Curve::STATUS_BASELINE) && !c.Run(DoBaseline)) return false;
-  if (!c.Has(Curve::STATUS_NOISE) && !c.Run(DoNoise)) return false;
+  const bool hasBaseline = c.Has(Curve::STATUS_BASELINE);
+  const bool hasNoise = c.Has(Curve::STATUS_NOISE);
+  if (!hasBaseline && !(hasNoise ? c.Run(DoBaseline) : c.BaselineAndNoise())) return false;
+  if (hasBaseline && !hasNoise && !c.Run(DoNoise)) return false;
   if (c.UsesThreshold() && !c.Has(Curve::STATUS_THRESHOLD) && !c.Run(DoThreshold)) return false;
   return c.Run(DoPeakDetect);
 }

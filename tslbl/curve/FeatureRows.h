@@ -20,8 +20,12 @@ struct SearchRange {
   std::uint32_t last;
 };
 
+// All features, or those only that are not certain to fail the limits: some that are may be
+// left out, if that changes nothing for the others.
+enum class Features { All, Promising };
+
 // One sweep from left to right, on one thread or several with the same result.
-FeatureRows FindFeaturesSequential(const Curve& curve, const SearchRange& range);
+FeatureRows FindFeaturesSequential(const Curve& curve, const SearchRange& range, Features wanted);
 
 // Candidates taken tallest first, down to the amplitude `floor`. With `limit` it stops at
 // PeakCnt candidates if the parameters say so.

@@ -1,8 +1,10 @@
 #include <tslbl/curve/FindFeatures.h>
 
 #include <tslbl/curve/Execute.h>
+#include <tslbl/curve/HopelessPeaks.h>
 #include <tslbl/curve/PeakStarts.h>
 #include <algorithm>
+#include <limits>
 
 namespace TslBL {
 namespace {
@@ -10,28 +12,54 @@ namespace {
 // The sweep of one part.
 class Sweeper {
  public:
-  Sweeper(const CurveView& curve, double maxValley, std::ptrdiff_t begin, std::ptrdiff_t end,
-          std::vector<PeakFeature>& features)
-      : curve_(curve), maxValley_(maxValley), end_(end), starts_(curve, begin), features_(features) {
+  Sweeper(const CurveView& curve, double maxValley, const HopelessPeaks* hopeless, std::ptrdiff_t begin,
+          std::ptrdiff_t end, std::vector<PeakFeature>& features)
+      : curve_(curve),
+        maxValley_(maxValley),
+        hopeless_(hopeless),
+        end_(end),
+        first_(std::max<std::ptrdiff_t>(begin - 1, 0)),
+        bits_(curve, first_, end),
+        starts_(curve, bits_, first_),
+        features_(features) {
     p_ = FirstOf(begin);
   }
 
+  // From island to island: from where the curve rises above the baseline to where it falls
+  // back. No peak reaches across its shores, nor takes anything from one on another island.
   void Run() {
-    while (p_ < end_ && Step()) {
+    const auto isAbove = [](const PointBits& b) { return b.above; };
+    const auto isBelow = [](const PointBits& b) { return ~b.above; };
+    for (p_ = bits_.Next(p_, end_, isAbove); p_ < end_; p_ = bits_.Next(p_, end_, isAbove)) {
+      const std::ptrdiff_t first = std::max(bits_.Previous(p_ - 1, first_, isBelow), first_);
+      const std::ptrdiff_t end = bits_.Next(p_, end_, isBelow);
+      SweepIsland(first, std::min(end, curve_.n - 1), end);
+      p_ = end;
     }
   }
 
  private:
+  void SweepIsland(std::ptrdiff_t first, std::ptrdiff_t last, std::ptrdiff_t end) {
+    if (hopeless_ != nullptr && hopeless_->Between(first, last)) return;
+    bits_.Compare(first, last);
+    while (p_ < end && Step()) {
+    }
+  }
+
   std::ptrdiff_t FirstOf(std::ptrdiff_t begin) const;
   bool Step();
   bool MoveToApex();
   std::ptrdiff_t StartOf(std::ptrdiff_t apex, double valley);
   void FollowToEnd(PeakFeature& feature, double valley);
+  std::ptrdiff_t NextTurn(std::ptrdiff_t c, std::ptrdiff_t end) const;
 
   const CurveView& curve_;
   double maxValley_;
+  const HopelessPeaks* hopeless_;
   std::ptrdiff_t end_;
+  std::ptrdiff_t first_;
   std::ptrdiff_t p_ = 0;
+  BitsOfStretch bits_;
   PeakStarts starts_;
   std::vector<PeakFeature> taller_;  // the features not lower than any behind them
   std::vector<PeakFeature>& features_;
@@ -63,18 +91,13 @@ bool Sweeper::Step() {
   return true;
 }
 
-// Moves p to the next apex, the left end of a plateau, or to where the curve falls to the
-// baseline again. False if the part holds neither.
+// Moves p, a point above the baseline, to the next apex, the left end of a plateau, or to where
+// the curve falls to the baseline again. False if the part holds neither.
 bool Sweeper::MoveToApex() {
   const double* y = curve_.y;
   const std::ptrdiff_t last = end_ - 1;
-  while (p_ < end_ && !curve_.AboveBaseline(p_)) ++p_;
-  if (p_ == end_) return false;
-  for (; p_ < last; ++p_) {
-    if (!curve_.AboveBaseline(p_)) return true;
-    if ((p_ == 0 || y[p_ - 1] < y[p_]) && y[p_ + 1] <= y[p_]) return true;
-  }
-  return p_ == 0 || y[p_ - 1] < y[p_];
+  p_ = bits_.Next(p_, std::max(p_, last), [](const PointBits& b) { return b.apex | ~b.above; });
+  return p_ < last || p_ == 0 || y[p_ - 1] < y[p_];
 }
 
 // An earlier feature that reaches into the new one and is not lower keeps what it has. Those
@@ -85,18 +108,21 @@ std::ptrdiff_t Sweeper::StartOf(std::ptrdiff_t apex, double valley) {
   return taller_.empty() ? start : std::max(start, taller_.back().end);
 }
 
-// Walks right from the apex, past the end of the part if need be, sets the feature's end
-// and moves p behind it.
+// Walks right from the apex, sets the feature's end and moves p behind it. Between two of the
+// places where the curve begins to rise it only falls, so that it is lowest there.
 void Sweeper::FollowToEnd(PeakFeature& feature, double valley) {
   const double* y = curve_.y;
   const std::ptrdiff_t last = curve_.n - 1;
-  bool low = false;
+  double lowest = std::numeric_limits<double>::infinity();
   std::ptrdiff_t c = feature.apex;
   for (; c < last - 1; ++c) {
-    low = low || y[c + 1] <= valley;
-    const bool valleyBottom = low && y[c] < y[c + 2] && y[c] < y[c + 1];
-    const bool atBaseline = !curve_.AboveBaseline(c + 1);
-    const bool tallerNext = y[c] < y[c + 1] && y[c + 2] <= y[c + 1] && y[c + 1] > y[feature.apex];
+    c = NextTurn(c, last - 1);
+    if (c == last - 1) break;
+    if (c > feature.apex) lowest = std::min(lowest, y[c]);
+    const bool low = std::min(lowest, y[c + 1]) <= valley;
+    const bool valleyBottom = low && bits_.Has(c, &PointBits::rise);
+    const bool atBaseline = !bits_.Has(c + 1, &PointBits::above);
+    const bool tallerNext = bits_.Has(c + 1, &PointBits::apex) && y[c + 1] > y[feature.apex];
     if (valleyBottom || atBaseline || tallerNext) {
       feature.end = atBaseline && !valleyBottom ? c + 1 : c;
       p_ = c + 1;
@@ -107,10 +133,18 @@ void Sweeper::FollowToEnd(PeakFeature& feature, double valley) {
   p_ = c + 1;
 }
 
+// The first point from c on that is followed by a rise, an apex or one not above the baseline;
+// `end` if that comes first.
+std::ptrdiff_t Sweeper::NextTurn(std::ptrdiff_t c, std::ptrdiff_t end) const {
+  const std::ptrdiff_t next =
+      bits_.Next(c + 1, end + 1, [](const PointBits& b) { return b.apex | ~b.above; });
+  return bits_.Next(c, std::min(next - 1, end), [](const PointBits& b) { return b.rise; });
+}
+
 }  // namespace
 
 void FindFeatures::Sweep(std::ptrdiff_t begin, std::ptrdiff_t end) {
-  Sweeper(curve_, maxValley_, begin, end, features_).Run();
+  Sweeper(curve_, maxValley_, hopeless_, begin, end, features_).Run();
 }
 
 void FindFeatures::Join(const FindFeatures& right) {

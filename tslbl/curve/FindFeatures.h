@@ -13,6 +13,8 @@
 
 namespace TslBL {
 
+class HopelessPeaks;
+
 // Points of the curve: first, apex, last.
 struct PeakFeature {
   std::ptrdiff_t start = 0;
@@ -26,10 +28,12 @@ class TSLBL_API FindFeatures {
  public:
   // `curve` is the searched stretch, which must outlive the finder; a peak ends where a
   // valley falls below maxValley percent of its height.
-  FindFeatures(const CurveView& curve, double maxValley) : curve_(curve), maxValley_(maxValley) {}
+  // With `hopeless` features that are are left out, as far as that changes nothing for others.
+  FindFeatures(const CurveView& curve, double maxValley, const HopelessPeaks* hopeless = nullptr)
+      : curve_(curve), maxValley_(maxValley), hopeless_(hopeless) {}
 
   // An empty finder for another part of the same curve.
-  FindFeatures NewForPart() const { return {curve_, maxValley_}; }
+  FindFeatures NewForPart() const { return {curve_, maxValley_, hopeless_}; }
 
   // Sweeps the points from begin up to, not including, end. Either is an end of the curve
   // or a point where it rises from the baseline. Parts follow each other without a gap.
@@ -47,6 +51,7 @@ class TSLBL_API FindFeatures {
  private:
   CurveView curve_;
   double maxValley_;
+  const HopelessPeaks* hopeless_;
   std::vector<PeakFeature> features_;
 };
 

@@ -3,6 +3,7 @@
 
 #include <tslbl/curve/FeatureRows.h>
 #include <tslbl/curve/FindFeatures.h>
+#include <tslbl/curve/HopelessPeaks.h>
 #include <tslbl/curve/Scheduler.h>
 #include <algorithm>
 
@@ -73,12 +74,15 @@ void KeepTallest(std::vector<PeakFeature>& features, std::size_t count, const do
 
 }  // namespace
 
-FeatureRows FindFeaturesSequential(const Curve& curve, const SearchRange& range) {
+FeatureRows FindFeaturesSequential(const Curve& curve, const SearchRange& range, Features wanted) {
   const PeakDetectParams& p = curve.peakDetectParams;
   const FindFeatureThreadingParams threading = GetMultiThreadingParams().FindFeature;
   const CurveView view{curve.yAxis.data() + range.first, curve.baseline.data() + range.first,
                        static_cast<std::ptrdiff_t>(range.last - range.first) + 1};
-  SweepBody body(FindFeatures(view, p.MaxValley));
+  // A feature that fails may be among the tallest.
+  const HopelessPeaks hopeless(curve, range.first);
+  const bool leaveOut = wanted == Features::Promising && !p.PeakCntInUse && !hopeless.None();
+  SweepBody body(FindFeatures(view, p.MaxValley, leaveOut ? &hopeless : nullptr));
   const SweepRange whole(view, 0, view.n, Grain(threading));
   if (threading.GoesParallel(static_cast<std::size_t>(view.n))) {
     ParallelReduce<FindFeatures>(whole, body, threading);

@@ -16,6 +16,9 @@ class StageTimer {
   StageTimer& operator=(const StageTimer&) = delete;
   ~StageTimer();
 
+  // Whether anybody listens.
+  bool IsHeard() const { return on_; }
+
  private:
   const wchar_t* name_;
   bool on_;

@@ -7,6 +7,8 @@
 #include <tslbl/curve/Curve.h>
 #include <tslbl/curve/EvalImpl.h>
 #include <string>
+#include <type_traits>
+#include <vector>
 
 namespace TslBL {
 
@@ -31,19 +33,40 @@ inline bool MayRun(const StepRule& rule, const Curve& curve) {
   return rule.needsPoints == Points::Some || curve.xAxis.size() == curve.yAxis.size();
 }
 
-// Runs `compute(curve)`, which returns false if it cannot, and then stores in the history
-// what `command(curve)` returns. On failure `error` holds the rule's message.
+// An entry at the end of a curve's history, taken out again unless it is kept.
+class HistoryEntry {
+ public:
+  HistoryEntry(Curve& curve, const CurveEval& command) : evals_(curve.evals) { evals_.push_back(command); }
+  ~HistoryEntry() {
+    if (!kept_) evals_.pop_back();
+  }
+  HistoryEntry(const HistoryEntry&) = delete;
+  HistoryEntry& operator=(const HistoryEntry&) = delete;
+  void Keep() { kept_ = true; }
+
+ private:
+  std::vector<CurveEval>& evals_;
+  bool kept_ = false;
+};
+
+// Runs `compute(curve)`, which returns false if it cannot, with what `command(curve)` returns
+// in the history. On failure, also by an exception, it is not in the history, and `error`
+// holds the rule's message. The entry comes first, as it takes memory: no curve may have
+// changed without it.
 template <class Compute, class Command>
 bool RunStep(const StepRule& rule, Curve& curve, Changed& changed, std::wstring& error, Compute compute,
              Command command) {
-  if (!MayRun(rule, curve) || !compute(curve)) {
-    error = TslLoadString(ModuleHandle(), rule.failure);
-    return false;
+  if (MayRun(rule, curve)) {
+    HistoryEntry entry(curve, command(curve));
+    if (compute(curve)) {
+      entry.Keep();
+      curve.AddStatus(static_cast<Curve::Status>(rule.adds));
+      rule.mark(changed);
+      return true;
+    }
   }
-  curve.evals.push_back(command(curve));
-  curve.AddStatus(static_cast<Curve::Status>(rule.adds));
-  rule.mark(changed);
-  return true;
+  error = TslLoadString(ModuleHandle(), rule.failure);
+  return false;
 }
 
 using StepFunction = bool (*)(Curve& curve, Changed& changed, std::wstring& error);
@@ -66,6 +89,8 @@ class EvalOf final : public CurveEval::EvalImpl {
     curve.SetParam(params_);
     return step(curve, changed, error);
   }
+  const BaselineParams* QBaselineParams() const override { return As<BaselineParams>(); }
+  const NoiseParams* QNoiseParams() const override { return As<NoiseParams>(); }
   void Serialize(BinaryReader& reader) override { params_.Serialize(reader); }
   void Serialize(BinaryWriter& writer) const override { params_.Serialize(writer); }
   void Serialize(XMLParser& parser) override { params_.Serialize(parser); }
@@ -73,6 +98,12 @@ class EvalOf final : public CurveEval::EvalImpl {
   void Serialize(std::wstring& text) const override { params_.Serialize(text); }
 
  private:
+  template <class Wanted>
+  const Wanted* As() const {
+    if constexpr (std::is_same_v<Params, Wanted>) return &params_;
+    return nullptr;
+  }
+
   Params params_;
 };
 
