@@ -112,6 +112,15 @@ TEST(FindOnePeak, OfEqualRowsTheFirstIsTheLargestInWhateverOrderTheyCome) {
   }
 }
 
+TEST(FindOnePeak, ARowOfAnApexThatIsThereComesBeforeTheOldOne) {
+  TestCurve curve = PeakCurve(kThree);
+  ASSERT_EQ(FindOnePeak(curve, 7), 0);
+  ASSERT_EQ(FindOnePeak(curve, 2), 0);
+  EXPECT_EQ(FindOnePeak(curve, 7), 1);
+  EXPECT_EQ(Spans(curve.peaks), "0-2-4 5-7-9 5-7-9");
+  EXPECT_EQ(Largest(curve), (Three{1, 1, 1}));
+}
+
 TEST(FindOnePeak, AppliesNoSelection) {
   TestCurve curve = PeakCurve(kThree);
   PeakDetectParams& p = curve.peakDetectParams;

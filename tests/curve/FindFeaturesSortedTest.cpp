@@ -115,6 +115,19 @@ TEST(FindFeaturesSorted, TakesItsCandidatesFromTheSearchRangeAndTheirSpansFromTh
   }
 }
 
+TEST(FindFeaturesSorted, ARangeOfTwoPointsHoldsNoCandidate) {
+  TestCurve curve = SortedCurve("0 2 9 2 0 3 3 0");
+  curve.peakDetectParams.FullSearch = false;
+  for (int first = 0; first < 7; ++first) {
+    curve.peakDetectParams.SearchStart = first;
+    curve.peakDetectParams.SearchEnd = first + 1;
+    EXPECT_EQ(SpansFound(curve), "") << "from point " << first;
+  }
+  curve.peakDetectParams.SearchStart = 1;
+  curve.peakDetectParams.SearchEnd = 3;
+  EXPECT_EQ(SpansFound(curve), "0-2-4") << "three points hold one";
+}
+
 TEST(FindFeaturesSorted, StopsAtPeakCntRows) {
   RandomCurves random(33);
   for (int i = 0; i < 5000; ++i) {

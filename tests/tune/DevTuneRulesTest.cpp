@@ -7,6 +7,9 @@
 #include <limits>
 #include <random>
 #include <stdexcept>
+#include <string>
+
+#include "tune/BesideLibrary.h"
 
 namespace {
 
@@ -28,6 +31,16 @@ Tune Sim(double centre, double span, double step) {
   Tune tune = Scan(centre, span, step);
   tune.ControlData.Type = Control::Sim;
   return tune;
+}
+
+constexpr const char* kInvalidStep = "Invalid stepMDAC in DevTuneRules.cpp NumPulses";
+
+std::string PulsesOrMessage(const Tune& tune) {
+  try {
+    return std::to_string(DevTuneRules::QNumPulses(tune));
+  } catch (const std::runtime_error& e) {
+    return e.what();
+  }
 }
 
 TEST(NumPulses, CountsTheStepsOfTheMassDAC) {
@@ -87,12 +100,14 @@ TEST(NumPulses, OfAMassDACThatFallsWrapAround) {
 }
 
 TEST(NumPulses, OfAStepThatIsNoNumberThrow) {
-  try {
-    DevTuneRules::QNumPulses(Scan(100, 200, std::numeric_limits<double>::quiet_NaN()));
-    ADD_FAILURE() << "no exception";
-  } catch (const std::runtime_error& e) {
-    EXPECT_STREQ(e.what(), "Invalid stepMDAC in DevTuneRules.cpp NumPulses");
-  }
+  EXPECT_EQ(PulsesOrMessage(Scan(100, 200, std::numeric_limits<double>::quiet_NaN())), kInvalidStep);
+}
+
+// Some site's instrument has steps of 0.2 only: a tune with a smaller one cannot be run there.
+TEST(NumPulses, OfAStepFarBelowThatOfTheFieldThrow) {
+  const tests::BesideLibrary site("overrides.txt", "13 0.05 2995 0.2");
+  EXPECT_BESIDE_LIBRARY(site, PulsesOrMessage(Scan(100, 200, 0.05)) == kInvalidStep, "");
+  EXPECT_BESIDE_LIBRARY(site, PulsesOrMessage(Scan(100, 200, 0.1)) == "2001", "");
 }
 
 TEST(NumPulses, OfNumbersOutOfRangeDoNoHarm) {
