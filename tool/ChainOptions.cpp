@@ -49,9 +49,9 @@ class Words {
   std::size_t next_ = 1;
 };
 
-// Savitzky-Golay of order 2 over 1.25 widths of a quadrupole's line gives the best positions
-// and the fewest false peaks (see docs/numerics.md). Foreign profiles, whose lines may be a
-// few points wide, are smoothed gently.
+// Savitzky-Golay of order 2 over 1.25 widths of a quadrupole's line is the widest that keeps
+// neighbours 1 m/z apart; what it gives stands in docs/numerics.md. Foreign profiles, whose
+// lines may be a few points wide, are smoothed gently.
 std::string AutomaticSmooth(std::optional<double> mzStep) {
   constexpr double kWindow = 0.75;  // m/z
   constexpr double kFewest = 5.0;   // with fewer the polynomial passes through every point
