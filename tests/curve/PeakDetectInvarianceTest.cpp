@@ -52,10 +52,13 @@ TestCurve Detected(TestCurve curve) {
 }
 
 using Value = double PeakInfo::*;
-constexpr Value kPositions[] = {&PeakInfo::maxIdx,           &PeakInfo::centroidIdx,
-                                &PeakInfo::halfHeightLeftIdx, &PeakInfo::halfHeightRightIdx,
-                                &PeakInfo::areaStartIdx,      &PeakInfo::areaEndIdx};
-constexpr Value kAmplitudes[] = {&PeakInfo::apexAmpl,     &PeakInfo::maxAmpl,       &PeakInfo::maxBaseline,
+constexpr Value kPositions[] = {&PeakInfo::maxIdx,
+                                &PeakInfo::centroidIdx,
+                                &PeakInfo::halfHeightLeftIdx,
+                                &PeakInfo::halfHeightRightIdx,
+                                &PeakInfo::areaStartIdx,
+                                &PeakInfo::areaEndIdx};
+constexpr Value kAmplitudes[] = {&PeakInfo::apexAmpl,     &PeakInfo::maxAmpl,      &PeakInfo::maxBaseline,
                                  &PeakInfo::centroidAmpl, &PeakInfo::baselineAmpl, &PeakInfo::noiseAmpl};
 
 class PeakDetectInvariance : public testing::TestWithParam<PeakDetectParams::FindFeatureAlgorithms> {};
