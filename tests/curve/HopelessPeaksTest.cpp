@@ -110,6 +110,20 @@ TEST(HopelessPeaks, BothLimitsTogether) {
   }
 }
 
+TEST(HopelessPeaks, OfASearchRangeAreThoseOfTheWholeCurve) {
+  RandomCurves random(46);
+  for (int round = 0; round < 4000; ++round) {
+    const RandomCurve c = random.Next(120);
+    SCOPED_TRACE(c.Text());
+    TestCurve curve = CurveFrom(c, random);
+    curve.peakDetectParams.FullSearch = false;
+    curve.peakDetectParams.SearchStart = random.Below(static_cast<int>(c.y.size()));
+    curve.peakDetectParams.SearchEnd = curve.peakDetectParams.SearchStart + random.Below(80);
+    UseRatio(curve, static_cast<std::uint32_t>(random.Below(40)));
+    ExpectThoseThatPass(curve);
+  }
+}
+
 // The curve through the points rises above them: 0 0 10 10 0 0 has its top at 11.25.
 TEST(HopelessPeaks, ATopBetweenThePointsCounts) {
   TestCurve curve = PeakCurve("0 0 10 10 0 0");
