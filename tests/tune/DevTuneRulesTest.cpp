@@ -175,6 +175,17 @@ TEST(TuneLimits, OfMz) {
   EXPECT_EQ(DevTuneRules::QMaxMz(), 3000.0);
 }
 
+TEST(TuneLimits, OfTheSpanOfASim) {
+  double min = -1.0;
+  double max = -1.0;
+  double step = -1.0;
+  DevTuneRules::QLimitsSimWithSpan(min, max, step);
+  EXPECT_EQ(min, 0.2);
+  EXPECT_EQ(max, 1.0);
+  EXPECT_EQ(step, 0.2);
+  EXPECT_EQ(DevTuneRules::QSimWithSpanStepSize(), 0.1);
+}
+
 TEST(TranslateField, RoundsToUnitsOfTheField) {
   struct Row {
     TuneField::Id field;

@@ -87,6 +87,19 @@ TEST(SyringeListFile, WithADiameterThatIsNoNumberHasNone) {
   EXPECT_BESIDE_LIBRARY(site, SyringeList::Load().Manufacturers.at(0).Models.at(0) == SyringeModel(), "");
 }
 
+TEST(SyringeListFile, HoldsManufacturersWithoutANameOrModelsAndNoForeignElement) {
+  const BesideLibrary site("SyringeList.xml",
+                           "<Manufacturers><Manufacturer Name=\"A\"/><Manufacturer/><Note/>"
+                           "<Manufacturer Name=\"\"><Models/></Manufacturer><Manufacturer Name=\"B\"/>"
+                           "</Manufacturers>");
+  const auto names = [] {
+    std::wstring text;
+    for (const SyringeManufacturer& maker : SyringeList::Load().Manufacturers) text += maker.Name + L";";
+    return text;
+  };
+  EXPECT_BESIDE_LIBRARY(site, names() == L"A;;;B;", "");
+}
+
 TEST(SyringeListFile, IsReadAnewEachTime) {
   const BesideLibrary site;
   const auto written = [&] {

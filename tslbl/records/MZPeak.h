@@ -2,6 +2,9 @@
 // A peak of a spectrum as the user sees it: one flat row in m/z and amplitude, whether it
 // comes from the peak table or from a fit of overlapping peaks. A row holds all that it
 // says; it does not refer back to its spectrum.
+//
+// Area, width, resolution and limits of an overlap peak are those of the fitted Gaussian
+// as it is stored: its width counts points of the curve, not m/z.
 
 #include <tslbl/Export.h>
 #include <tslbl/records/CSSeries.h>

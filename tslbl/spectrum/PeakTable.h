@@ -15,8 +15,8 @@ namespace TslBL {
 TSLBL_API MZPeak TranslateMZPeak(const Spectrum& spectrum, std::uint32_t peakIdx);
 
 // An overlap peak, by its index among them. Area, width and limits are those of the fitted
-// Gaussian, centred on its m/z. Throws std::runtime_error "Overlap peak table is empty." and
-// "Out of range overlap peak index.".
+// Gaussian, centred on its m/z; its width is in points, as the fit stores it. Throws std::runtime_error
+// "Overlap peak table is empty." and "Out of range overlap peak index.".
 TSLBL_API MZPeak TranslateMZOverlapPeak(const Spectrum& spectrum, std::uint32_t opdIdx);
 
 // All rows of the peak table and then all overlap peaks, so that a row's place is its
@@ -24,7 +24,9 @@ TSLBL_API MZPeak TranslateMZOverlapPeak(const Spectrum& spectrum, std::uint32_t 
 TSLBL_API std::vector<MZPeak> CreateMZPeakTable(const Spectrum& spectrum);
 
 // The peak that spans a point; if there is none, one is searched for there with the
-// spectrum's parameters and added to the peak table. False if that finds none.
+// spectrum's parameters and added to the peak table. False if that finds none. Overlap
+// peaks keep their DataPeakId: whoever adds a row to a table that has any renumbers them
+// (RenumberDataPeakIds).
 TSLBL_API bool DetectOnePeak(Spectrum& spectrum, std::uint32_t curveIdx, MZPeak& peak);
 
 // The peak that spans a point: its data peak, or, if that is overlapped, the first overlap

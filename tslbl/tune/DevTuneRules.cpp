@@ -35,6 +35,14 @@ void DevTuneRules::QLimits(TuneField::Id field, double& min, double& max, double
 double DevTuneRules::QMinMz() { return FieldLimits().QLimits(TuneField::MZ).Min; }
 double DevTuneRules::QMaxMz() { return FieldLimits().QLimits(TuneField::MZ).Max; }
 
+void DevTuneRules::QLimitsSimWithSpan(double& min, double& max, double& step) {
+  min = 0.2;
+  max = 1.0;
+  step = 0.2;
+}
+
+double DevTuneRules::QSimWithSpanStepSize() { return 0.1; }
+
 std::int32_t DevTuneRules::TranslateField(TuneField::Id field, double value) {
   return TranslateField(Probes::ESI, field, value);
 }

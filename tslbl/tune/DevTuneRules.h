@@ -23,6 +23,11 @@ class TSLBL_API DevTuneRules : public Tune {
   static double QMinMz();
   static double QMaxMz();
 
+  // The limits of the span of a SIM, and the step of its scan, in m/z. The site cannot
+  // change them.
+  static void QLimitsSimWithSpan(double& min, double& max, double& step);
+  static double QSimWithSpanStepSize();
+
   // A value in units of the instrument: divided by the field's step and rounded, halves
   // away from zero; beyond 32 bits the nearest end. The first form takes the ESI limits.
   static std::int32_t TranslateField(TuneField::Id field, double value);

@@ -13,19 +13,12 @@ void Describe(Archive& ar, SyringeManufacturer& manufacturer) {
   }
 }
 
+void Describe(Archive& ar, SyringeList& list) { ar.List(L"Manufacturers", list.Manufacturers); }
+
 SyringeList SyringeList::Load() {
   SyringeList list;
   XMLParser parser;
-  if (!parser.LoadFile(ModuleFolder(ModuleHandle()) + L"SyringeList.xml")) return list;
-  int count = 0;
-  if (!parser.StartList(L"Manufacturers", count)) return list;
-  for (int i = 0; i < count; ++i) {
-    SyringeManufacturer manufacturer;
-    manufacturer.Serialize(parser);
-    // A foreign element between the manufacturers is none of them.
-    if (!(manufacturer == SyringeManufacturer())) list.Manufacturers.push_back(manufacturer);
-  }
-  parser.EndList();
+  if (parser.LoadFile(ModuleFolder(ModuleHandle()) + L"SyringeList.xml")) list.Serialize(parser);
   return list;
 }
 

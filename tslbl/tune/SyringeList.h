@@ -19,12 +19,13 @@ struct TSLBL_API SyringeManufacturer : XmlRecord<SyringeManufacturer> {
 };
 TSLBL_API void Describe(Archive& ar, SyringeManufacturer& manufacturer);
 
-struct TSLBL_API SyringeList {
+struct TSLBL_API SyringeList : XmlRecord<SyringeList> {
   std::vector<SyringeManufacturer> Manufacturers;
 
   // Reads the file anew. A file that is missing, unreadable or not well formed gives an
   // empty list.
   static SyringeList Load();
 };
+TSLBL_API void Describe(Archive& ar, SyringeList& list);
 
 }  // namespace TslBL
