@@ -1,21 +1,38 @@
 #include <tool/ChainFile.h>
 
+#include <fmt/format.h>
 #include <pugixml.hpp>
 
 #include <tool/io/InputError.h>
+#include <tool/io/Printable.h>
 #include <tslbl/closed/common/Text.h>
 #include <tslbl/closed/common/XMLBuilder.h>
 #include <tslbl/closed/common/XMLParser.h>
 #include <charconv>
 #include <cmath>
 #include <cstdlib>
+#include <limits>
+#include <string_view>
 
 namespace TslTool {
 namespace {
 
 constexpr const wchar_t* kList = L"CurveEvals";
-// Smoothing so often is a slip of the pen, and would seem to hang.
-constexpr int kMostPasses = 1000;
+constexpr std::size_t kLongestPlace = 200;
+
+// What the records take as it comes, but no user can mean: passes that would seem to hang,
+// orders that smooth nothing, segments without points.
+struct Bounds {
+  std::string_view place;
+  double least;
+  double most;
+};
+constexpr double kMost = std::numeric_limits<double>::max();
+constexpr Bounds kBounds[] = {
+    {"/Passes", 1, 1000},          {"/Order", 0, 100},     {"/Step@Size", 1, 4294967295.0},
+    {"/SegSize", 1, 4294967295.0}, {"/MaxValley", 0, 100}, {"/Retention", 0, 100},
+    {"/ManVal", -kMost, kMost},
+};
 
 // Two texts of one value: equal but for case, or equal numbers to the six digits that a
 // document keeps.
@@ -45,7 +62,7 @@ class ChainCheck {
   void Compare(const pugi::xml_node& written, const pugi::xml_node& taken, const std::string& place) const {
     for (const pugi::xml_attribute attribute : written.attributes()) {
       const pugi::xml_attribute twin = taken.attribute(attribute.name());
-      if (!twin) Refuse(place, "unknown attribute \"" + std::string(attribute.name()) + "\"");
+      if (!twin) Refuse(place, "unknown attribute \"" + Printable(attribute.name()) + "\"");
       RequireSame(place + "@" + attribute.name(), attribute.value(), twin.value());
     }
     RequireSame(place, Trimmed(written.child_value()), Trimmed(taken.child_value()));
@@ -53,7 +70,7 @@ class ChainCheck {
       if (child.type() != pugi::node_element) continue;
       const std::string name = child.name();
       const pugi::xml_node same = NextNamed(written, taken, child);
-      if (!same) Refuse(place, "unknown element \"" + name + "\"");
+      if (!same) Refuse(place, "unknown element \"" + Printable(name) + "\"");
       Compare(child, same, std::string(place).append("/").append(name));
     }
   }
@@ -71,13 +88,18 @@ class ChainCheck {
 
   void RequireSame(const std::string& place, const std::string& written, const std::string& taken) const {
     const bool same = SameValue(written, taken) || (written == "APB Morph" && taken == "Adaptive");
-    if (!same) Refuse(place, "\"" + written + "\" is not a value for it");
-    if (place.ends_with("/Passes") && std::strtod(taken.c_str(), nullptr) > kMostPasses)
-      Refuse(place, "\"" + written + "\" is more than " + std::to_string(kMostPasses) + " passes");
+    if (!same) Refuse(place, "\"" + Printable(written) + "\" is not a value for it");
+    for (const Bounds& bounds : kBounds) {
+      if (!place.ends_with(bounds.place)) continue;
+      const double value = std::strtod(taken.c_str(), nullptr);
+      if (!(bounds.least <= value && value <= bounds.most))
+        Refuse(place,
+               fmt::format("\"{}\" is not from {} to {}", Printable(written), bounds.least, bounds.most));
+    }
   }
 
   [[noreturn]] void Refuse(const std::string& place, const std::string& reason) const {
-    throw InputError(file_, place, reason);
+    throw InputError(file_, Printable(place, kLongestPlace), reason);
   }
 
   std::string file_;

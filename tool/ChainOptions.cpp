@@ -159,6 +159,10 @@ void AddNoise(std::vector<CurveEval>& chain, const std::string& text) {
   chain.emplace_back(p);
 }
 
+void RequirePositive(const std::string& option, std::optional<double> value) {
+  if (value && *value < 0.0) throw UsageError(option + ": it cannot be below 0");
+}
+
 void RequirePercent(const std::string& option, std::optional<double> value) {
   if (value && (*value < 0.0 || *value > 100.0)) throw UsageError(option + ": a percentage is from 0 to 100");
 }
@@ -233,6 +237,11 @@ std::optional<RealRange> ChainOptions::NoiseStretch() const {
   return StretchOf(words);
 }
 
+std::optional<RealRange> ChainOptions::SearchStretch() const {
+  if (range_.empty()) return std::nullopt;
+  return ParseRealRange("--range", range_);
+}
+
 std::vector<CurveEval> ChainOptions::FromSwitches(std::optional<double> mzStep) const {
   std::vector<CurveEval> chain;
   if (aerosol_) chain.emplace_back(CurveEval::AerosolFilter());
@@ -254,6 +263,11 @@ PeakDetectParams ChainOptions::PeakSearch() const {
   RequirePercent("--min-rel-ampl", minRelAmpl_);
   RequirePercent("--min-rel-area", minRelArea_);
   RequirePercent("--valley", valley_);
+  RequirePositive("--min-area", minArea_);
+  RequirePositive("--min-width", minWidth_);
+  RequirePositive("--max-width", maxWidth_);
+  if (minWidth_ && maxWidth_ && *maxWidth_ < *minWidth_)
+    throw UsageError("--max-width: it is below --min-width");
   if (maxPeaks_ == 0U) throw UsageError("--max-peaks: there must be at least one");
   PeakDetectParams p = PeakDetectParams::DefaultMS();
   p.ThresholdInUse = threshold_.has_value();
@@ -266,11 +280,10 @@ PeakDetectParams ChainOptions::PeakSearch() const {
   SetLimit(maxPeaks_, p.PeakCntInUse, p.PeakCnt);
   if (valley_) p.MaxValley = *valley_;
   SetPosition(p, position_);
-  if (!range_.empty()) {
-    const RealRange range = ParseRealRange("--range", range_);
+  if (const auto range = SearchStretch()) {
     p.FullSearch = false;
-    p.SearchStart = range.from;
-    p.SearchEnd = range.to;
+    p.SearchStart = range->from;
+    p.SearchEnd = range->to;
   }
   if (sorted_) p.FindFeatureAlgorithm = PeakDetectParams::Sorted;
   return p;

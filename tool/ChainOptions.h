@@ -23,6 +23,10 @@ class ChainOptions {
   // The stretch of m/z that the noise is to be measured on, if --noise names one. With fewer
   // than two points in it the library would take the whole spectrum for it.
   std::optional<RealRange> NoiseStretch() const;
+  // The file that --chain names; empty without it.
+  const std::string& File() const { return file_; }
+  // The stretch that --range names, if it is given.
+  std::optional<RealRange> SearchStretch() const;
 
  private:
   std::vector<TslBL::CurveEval> FromSwitches(std::optional<double> mzStep) const;

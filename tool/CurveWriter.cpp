@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <tool/Numbers.h>
 #include <cmath>
 #include <iterator>
 
@@ -9,7 +10,7 @@ namespace TslTool {
 namespace {
 
 std::string ValueText(const std::vector<double>& values, std::size_t i) {
-  return i < values.size() ? fmt::format("{}", values[i]) : std::string();
+  return i < values.size() ? fmt::format("{}", WithoutNaNSign(values[i])) : std::string();
 }
 
 }  // namespace

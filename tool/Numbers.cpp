@@ -3,6 +3,7 @@
 #include <tool/CommandLine.h>
 #include <charconv>
 #include <cmath>
+#include <limits>
 
 namespace TslTool {
 namespace {
@@ -61,6 +62,10 @@ RealRange ParseRealRange(const std::string& option, std::string_view text) {
 
 CountRange ParseCountRange(const std::string& option, std::string_view text) {
   return ParseRange<CountRange>(option, text, ParseCount);
+}
+
+double WithoutNaNSign(double value) {
+  return std::isnan(value) ? std::numeric_limits<double>::quiet_NaN() : value;
 }
 
 std::vector<std::string> SplitColons(std::string_view text) {

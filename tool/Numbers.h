@@ -26,6 +26,9 @@ struct CountRange {
 };
 CountRange ParseCountRange(const std::string& option, std::string_view text);
 
+// The same number; one that is none has no sign that could be printed.
+double WithoutNaNSign(double value);
+
 // The parts between colons.
 std::vector<std::string> SplitColons(std::string_view text);
 

@@ -1,5 +1,7 @@
 #include <tool/PeakColumns.h>
 
+#include <tool/Numbers.h>
+
 namespace TslTool {
 namespace {
 
@@ -8,7 +10,9 @@ using TslBL::MZPeak;
 template <auto field>
 ColumnValue Get(const MZPeak& peak) {
   using T = std::remove_cvref_t<decltype(peak.*field)>;
-  if constexpr (std::is_same_v<T, double> || std::is_same_v<T, bool>) {
+  if constexpr (std::is_same_v<T, double>) {
+    return WithoutNaNSign(peak.*field);
+  } else if constexpr (std::is_same_v<T, bool>) {
     return peak.*field;
   } else {
     return static_cast<std::int64_t>(peak.*field);

@@ -13,12 +13,16 @@ PeakFile::PeakFile(const std::string& format, const std::string& path)
     : writer_(MakePeakWriter(format)),
       output_(path, CanResume(format, path) ? Output::Beside::Resumable : Output::Beside::Passing) {}
 
-std::uint32_t PeakFile::Resume() {
-  if (output_.Part().empty()) return 0;
-  resumed_ = FindTableEnd(output_.Part(), writer_->Head());
-  if (!resumed_) return 0;
-  output_.GoOnBehind(resumed_->bytes);
-  return resumed_->scan;
+const std::optional<TableEnd>& PeakFile::Resume() {
+  if (!output_.Part().empty()) resumed_ = FindTableEnd(output_.Part(), writer_->Head());
+  if (resumed_) output_.GoOnBehind(resumed_->bytes);
+  return resumed_;
+}
+
+void PeakFile::RefuseToResume(std::uint32_t scan, const std::string& reason) {
+  output_.KeepPart();
+  throw InputError(output_.Part(), "scan " + std::to_string(scan),
+                   reason + "; without --resume it is begun anew");
 }
 
 std::string PeakFile::Part(const LoadedSpectrum& loaded) const {
@@ -26,10 +30,8 @@ std::string PeakFile::Part(const LoadedSpectrum& loaded) const {
 }
 
 void PeakFile::RequireSame(const std::string& part) {
-  if (part == resumed_->rows) return;
-  output_.KeepPart();
-  throw InputError(output_.Part(), "scan " + std::to_string(resumed_->scan),
-                   "holds other peaks than this input and chain give; without --resume it is begun anew");
+  if (part != resumed_->rows)
+    RefuseToResume(resumed_->scan, "holds other peaks than this input and chain give");
 }
 
 void PeakFile::Write(const std::string& part) {
@@ -48,7 +50,7 @@ void PeakFile::Commit() {
 }
 
 std::string PeakFile::KeepForLater() {
-  if (first_ && !resumed_) return "";
+  if (output_.Part().empty() || (first_ && !resumed_)) return "";
   output_.KeepPart();
   return output_.Part();
 }

@@ -18,10 +18,12 @@ class PeakFile {
   PeakFile(const std::string& format, const std::string& path);
 
   static bool CanResume(const std::string& format, const std::string& path);
-  // Goes on behind the scans that an earlier process finished. The last of these is to be
-  // written again, as proof that input and chain are still the same: returns its number, or
-  // 0 if there is nothing to go on with. Throws InputError.
-  std::uint32_t Resume();
+  // Goes on behind the scans that an earlier process finished, if there are any. The last of
+  // these is to be written again, as proof that input and chain are still the same. Throws
+  // InputError.
+  const std::optional<TableEnd>& Resume();
+  // What the earlier process wrote stays as it is. Throws InputError with that reason.
+  [[noreturn]] void RefuseToResume(std::uint32_t scan, const std::string& reason);
 
   std::string Part(const LoadedSpectrum& loaded) const;
   // Throws InputError if the first part after Resume is not what the earlier process wrote.

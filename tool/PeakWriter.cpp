@@ -1,6 +1,7 @@
 #include <tool/PeakWriter.h>
 
 #include <fmt/format.h>
+#include <tool/Numbers.h>
 #include <tool/PeakColumns.h>
 
 #include <tslbl/closed/common/Text.h>
@@ -26,8 +27,10 @@ class TableWriter final : public PeakWriter {
                           "area", "width", "resolution", "S/N");
     std::size_t number = 0;
     for (const TslBL::MZPeak& p : peaks)
-      text += fmt::format("{:>5} {:>11.4f} {:>12.6g} {:>12.6g} {:>9.4f} {:>10.1f} {:>9.4g}\n", ++number,
-                          p.Mass, p.Ampl, p.Area, p.Width, p.Resolution, p.Signal2Noise);
+      text +=
+          fmt::format("{:>5} {:>11.4f} {:>12.6g} {:>12.6g} {:>9.4f} {:>10.1f} {:>9.4g}\n", ++number,
+                      WithoutNaNSign(p.Mass), WithoutNaNSign(p.Ampl), WithoutNaNSign(p.Area),
+                      WithoutNaNSign(p.Width), WithoutNaNSign(p.Resolution), WithoutNaNSign(p.Signal2Noise));
     return text;
   }
   std::string Between() const override { return "\n"; }

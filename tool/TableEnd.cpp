@@ -26,14 +26,16 @@ std::optional<TableEnd> FindTableEnd(const std::string& file, const std::string&
 
   std::optional<TableEnd> whole;
   TableEnd open;
+  std::uint32_t first = 0;
   std::uint64_t at = line.size();
   // A line without its end was cut.
   for (std::uint64_t number = 2; std::getline(in, line) && !in.eof(); ++number) {
     const std::optional<std::uint32_t> scan = ScanOf(line);
     if (!scan) throw InputError(file, "line " + std::to_string(number), "is no row of a peak table");
     if (*scan != open.scan || open.rows.empty()) {
+      if (number == 2) first = *scan;
       if (!open.rows.empty()) whole = std::move(open);
-      open = {*scan, at, ""};
+      open = {*scan, first, at, ""};
     }
     open.rows += line + '\n';
     at += line.size() + 1;

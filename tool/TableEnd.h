@@ -10,6 +10,7 @@ namespace TslTool {
 // The last scan that is certainly whole, as rows of a later one follow.
 struct TableEnd {
   std::uint32_t scan = 0;
+  std::uint32_t first = 0;  // scan of the table
   std::uint64_t bytes = 0;  // of the table before that scan's rows
   std::string rows;         // of that scan, with their line ends
 };

@@ -136,9 +136,26 @@ TEST(ChainFile, ASlipOfThePenIsNamedWithItsPlace) {
 TEST(ChainFile, SmoothingThatWouldSeemToHangIsRefused) {
   EXPECT_EQ(ErrorOf(Changed("<Passes>1<", "<Passes>1000<")), "");
   EXPECT_EQ(ErrorOf(Changed("<Passes>1<", "<Passes>1001<")),
-            "CurveEvals/CurveEval/Smooth/Passes: \"1001\" is more than 1000 passes");
+            "CurveEvals/CurveEval/Smooth/Passes: \"1001\" is not from 1 to 1000");
   EXPECT_EQ(ErrorOf(Changed("<Passes>1<", "<Passes>-1<")),
             "CurveEvals/CurveEval/Smooth/Passes: \"-1\" is not a value for it");
+}
+
+TEST(ChainFile, ValuesThatNobodyCanMeanAreRefused) {
+  const std::string smooth = "CurveEvals/CurveEval/Smooth";
+  const std::string detect = "CurveEvals/CurveEval/PeakDetect";
+  EXPECT_EQ(ErrorOf(Changed("<Passes>1<", "<Passes>0<")), smooth + "/Passes: \"0\" is not from 1 to 1000");
+  EXPECT_EQ(ErrorOf(Changed("<Order>2<", "<Order>400000000<")),
+            smooth + "/Order: \"400000000\" is not from 0 to 100");
+  EXPECT_EQ(ErrorOf(Changed("Size=\"5\"", "Size=\"0\"")),
+            smooth + "/Steps/Step@Size: \"0\" is not from 1 to 4294967295");
+  EXPECT_EQ(ErrorOf(Changed("<MaxValley>25<", "<MaxValley>-50<")),
+            detect + "/MaxValley: \"-50\" is not from 0 to 100");
+}
+
+TEST(ChainFile, ADamagedValueCannotGarbleATerminal) {
+  EXPECT_EQ(ErrorOf(Changed("<Order>2<", "<Order>2\n\xc3\xa4<")),
+            "CurveEvals/CurveEval/Smooth/Order: \"2???\" is not a value for it");
 }
 
 TEST(ChainFile, AnUnknownCommandIsNamedWithItsPlace) {

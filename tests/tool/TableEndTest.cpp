@@ -29,6 +29,7 @@ TEST(TableEnd, IsTheLastScanBehindWhichAnotherOneBegins) {
   const auto end = EndOf(kHead + "3\ta\n7\tb\n7\tc\n8\td\n");
   ASSERT_TRUE(end);
   EXPECT_EQ(end->scan, 7U);
+  EXPECT_EQ(end->first, 3U);
   EXPECT_EQ(end->bytes, kHead.size() + 4);
   EXPECT_EQ(end->rows, "7\tb\n7\tc\n");
 }

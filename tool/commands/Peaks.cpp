@@ -55,15 +55,16 @@ void Evaluate(const std::string& input, const std::vector<TslBL::CurveEval>& cha
     throw InputError(input, "scan " + std::to_string(loaded.scan), TslCommon::ToUtf8(error));
 }
 
-void RequireStretch(const std::string& input, const std::optional<RealRange>& stretch,
+// `purpose` is what two points at least are needed for.
+void RequireStretch(const std::string& input, const std::optional<RealRange>& stretch, const char* purpose,
                     const LoadedSpectrum& loaded) {
   if (!stretch) return;
   const auto inside = std::ranges::count_if(loaded.spectrum->xAxis,
                                             [&](double x) { return stretch->from <= x && x <= stretch->to; });
   if (inside < 2)
-    throw InputError(input, "scan " + std::to_string(loaded.scan),
-                     fmt::format("there are no two points from m/z {} to {} to measure the noise on",
-                                 stretch->from, stretch->to));
+    throw InputError(
+        input, "scan " + std::to_string(loaded.scan),
+        fmt::format("there are no two points from m/z {} to {} {}", stretch->from, stretch->to, purpose));
 }
 
 void Warn(const SpectrumSource& source, const std::string& name) {
@@ -77,6 +78,11 @@ void RequireSafeFiles(const PeaksArguments& arguments) {
   RequireDistinct("--curve", arguments.curve, arguments.output, "the --output as well");
 }
 
+void WarnOfNoPeaks(const std::string& file, const std::vector<TslBL::CurveEval>& chain) {
+  if (std::ranges::none_of(chain, [](const auto& eval) { return eval.TypeText() == L"Peak Detect"; }))
+    std::cerr << "tslbl: " << file << ": no command \"Peak Detect\", so no peaks\n";
+}
+
 int ShowChain(const std::vector<TslBL::CurveEval>& chain, const std::string& path) {
   Output output(path);
   output.Write(ChainToXml(chain));
@@ -87,12 +93,14 @@ int ShowChain(const std::vector<TslBL::CurveEval>& chain, const std::string& pat
 // Evaluates and writes all that the source hands out, and returns how many spectra that were.
 std::uint64_t EvaluateAll(const PeaksArguments& arguments, const std::string& name, SpectrumSource& source,
                           const std::vector<TslBL::CurveEval>& chain, PeakFile& peaks) {
-  const std::optional<RealRange> stretch = arguments.chain.NoiseStretch();
+  const std::optional<RealRange> noise = arguments.chain.NoiseStretch();
+  const std::optional<RealRange> search = arguments.chain.SearchStretch();
   std::optional<Output> curves;
   if (!arguments.curve.empty()) curves.emplace(arguments.curve).Write(CurveHead());
   Progress progress(source.Count(), "scans");
   const auto evaluate = [&](LoadedSpectrum& loaded) {
-    RequireStretch(name, stretch, loaded);
+    RequireStretch(name, noise, "to measure the noise on", loaded);
+    RequireStretch(name, search, "to find peaks among", loaded);
     Evaluate(name, chain, loaded);
     return SpectrumTexts{peaks.Part(loaded), curves ? CurvePart(loaded) : ""};
   };
@@ -125,16 +133,42 @@ void RequireResumable(const PeaksArguments& arguments) {
   if (!arguments.curve.empty()) throw UsageError("--resume: the --curve cannot be gone on with");
 }
 
+// What an earlier process left of the scans that are wanted now. What it wrote must be what
+// comes first of them; scans without a peak do not show in a table, and are looked at again.
+std::unique_ptr<SpectrumSource> RestOf(const std::string& input, const ScanFilter& wanted,
+                                       const std::vector<TslBL::CurveEval>& chain, const TableEnd& done,
+                                       PeakFile& peaks) {
+  ScanFilter first = wanted;
+  first.firstNumber = std::max(wanted.firstNumber, done.first);
+  first.lastNumber = std::min(wanted.lastNumber, done.first);
+  if (!OpenSpectra(input, first)->Next()) peaks.RefuseToResume(done.first, "is not asked for");
+  const auto evaluate = [&](LoadedSpectrum& loaded) {
+    Evaluate(input, chain, loaded);
+    if (!loaded.spectrum->peaks.empty()) peaks.RefuseToResume(loaded.scan, "is asked for, and missing");
+    return SpectrumTexts();
+  };
+  ScanFilter before = wanted;
+  if (wanted.firstNumber < done.first) {
+    before.lastNumber = done.first - 1;
+    EvaluateInOrder(*OpenSpectra(input, before), evaluate, [](const SpectrumTexts&) {});
+  }
+  ScanFilter rest = wanted;
+  rest.firstNumber = std::max(wanted.firstNumber, done.scan);
+  return OpenSpectra(input, rest);
+}
+
 int EvaluateInput(const PeaksArguments& arguments, const Options& options, PeakFile& peaks) {
-  ScanFilter filter = arguments.scans.Filter();
-  if (arguments.resume) filter.firstNumber = std::max(filter.firstNumber, peaks.Resume());
+  const ScanFilter wanted = arguments.scans.Filter();
   const std::string name = arguments.input.empty() ? "demonstration run" : arguments.input;
-  const auto source = OpenSpectra(arguments.input, filter);
+  auto source = OpenSpectra(arguments.input, wanted);
   ShareThreads(*source);
   const std::vector<TslBL::CurveEval> chain = arguments.chain.Chain(options, source->MzStep());
+  WarnOfNoPeaks(arguments.chain.File(), chain);
+  if (arguments.resume)
+    if (const auto& done = peaks.Resume()) source = RestOf(arguments.input, wanted, chain, *done, peaks);
   if (EvaluateAll(arguments, name, *source, chain, peaks) == 0)
     throw InputError(name, "",
-                     filter.WantsAll() ? "holds no spectrum" : "holds no spectrum that was asked for");
+                     wanted.WantsAll() ? "holds no spectrum" : "holds no spectrum that was asked for");
   Warn(*source, name);
   return kDone;
 }
@@ -175,7 +209,7 @@ Command PeaksCommand() {
           "  tslbl peaks sample.run --rt 60-90 --format tsv --output peaks.tsv\n"
           "  tslbl peaks sample.run --format tsv --output peaks.tsv --resume\n"
           "  tslbl peaks sample.mzML --smooth savgol:11:2 --sn 10\n"
-          "  tslbl peaks --show-chain > chain.xml          the chain in effect, to be edited\n"
+          "  tslbl peaks sample.txt --show-chain > chain.xml   the chain in effect, to be edited\n"
           "  tslbl peaks sample.txt --chain chain.xml\n"
           "  tslbl peaks sample.run --scan 3 --curve curve.tsv   with smoothed amplitudes, baseline, noise\n",
       .declare =

@@ -43,8 +43,10 @@ std::vector<T> Uncompress(std::string_view bytes, std::uint64_t points) {
   T spare{};  // zlib wants a place to write to, also for no values
   auto size = static_cast<uLongf>(points * sizeof(T));
   auto* out = reinterpret_cast<Bytef*>(points > 0 ? values.data() : &spare);
-  const int result = uncompress(out, &size, reinterpret_cast<const Bytef*>(bytes.data()), bytes.size());
-  if (result != Z_OK || size != points * sizeof(T)) throw std::runtime_error("counts are damaged");
+  auto used = static_cast<uLong>(bytes.size());
+  const int result = uncompress2(out, &size, reinterpret_cast<const Bytef*>(bytes.data()), &used);
+  if (result != Z_OK || size != points * sizeof(T) || used != bytes.size())
+    throw std::runtime_error("counts are damaged");
   return values;
 }
 

@@ -1,5 +1,6 @@
 #include <tool/io/Sqlite.h>
 
+#include <cstring>
 #include <stdexcept>
 
 namespace TslTool {
@@ -17,7 +18,9 @@ Database::Database(const std::string& file, Mode mode) : file_(file) {
     sqlite3_busy_timeout(handle_, kPatience);
     return;
   }
-  const std::string reason = handle_ != nullptr ? sqlite3_errmsg(handle_) : "out of memory";
+  std::string reason = handle_ != nullptr ? sqlite3_errmsg(handle_) : "out of memory";
+  if (const int error = handle_ != nullptr ? sqlite3_system_errno(handle_) : 0; error != 0)
+    reason = std::string("cannot be opened: ") + std::strerror(error);
   sqlite3_close(handle_);
   throw std::runtime_error(file + ": " + reason);
 }

@@ -38,6 +38,23 @@ TEST(Ending, CtrlCLeavesNothingHalfWritten) {
   EXPECT_THAT(NamesIn(folder.Folder()), ElementsAre("in.txt", "x"));
 }
 
+TEST(Ending, CtrlCLeavesNothingOfAResultThatCannotBeGoneOnWith) {
+  const TempFile folder("x", "");
+  const std::string run = folder.Folder() + "/long.run";
+  ASSERT_EQ(RunTool({"simulate", "--output", run, "--scans", "250"}).status, 0);
+  for (const char* format : {"json", "xml", "table"}) {
+    Process process(ToolCommand({"peaks", run, "--format", format, "--smooth", "median:151", "--threads", "1",
+                                 "--output", folder.Folder() + "/peaks"}));
+    ASSERT_TRUE(WaitUntil([&] { return NamesIn(folder.Folder()).size() == 3; }));
+    usleep(50000);
+    process.Signal(SIGINT);
+    const Outcome outcome = process.Wait();
+    EXPECT_EQ(outcome.status, 1) << format;
+    EXPECT_EQ(outcome.err, "tslbl: interrupted\n");
+    EXPECT_THAT(NamesIn(folder.Folder()), ElementsAre("long.run", "x")) << format;
+  }
+}
+
 TEST(Ending, AReaderThatHasSeenEnoughIsNoError) {
   const TempFile folder("x", "");
   const Outcome outcome = RunShell("cd '" + folder.Folder() +

@@ -141,6 +141,29 @@ TEST(Peaks, AStretchForTheNoiseMustHoldPoints) {
                 ": scan 1: there are no two points from m/z 2000 to 3000 to measure the noise on\n");
 }
 
+TEST(Peaks, AStretchToSearchMustHoldPoints) {
+  const Outcome outcome = RunTool({"peaks", DemoRun::Get().Run(), "--scan", "5", "--range", "5000-6000"});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(outcome.err, "tslbl: " + DemoRun::Get().Run() +
+                             ": scan 5: there are no two points from m/z 5000 to 6000 to find peaks among\n");
+}
+
+TEST(Peaks, AChainThatFindsNoneSaysSo) {
+  const TempFile chain("chain.xml", "<CurveEvals/>");
+  const Outcome outcome = RunTool({"peaks", DemoRun::Get().Run(), "--scan", "5", "--chain", chain.Path()});
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.err, "tslbl: " + chain.Path() + ": no command \"Peak Detect\", so no peaks\n");
+}
+
+TEST(Peaks, NotANumberHasNoSign) {
+  const TempFile huge("a.txt", "100 1\n101 1e306\n102 1.7e308\n103 1e306\n104 1\n105 1\n106 1\n107 1\n");
+  for (const char* format : {"tsv", "table"}) {
+    const Outcome outcome = RunTool({"peaks", huge.Path(), "--format", format, "--smooth", "off"});
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
+    EXPECT_THAT(outcome.out, testing::Not(HasSubstr("-nan"))) << outcome.out;
+  }
+}
+
 TEST(Peaks, NamesWithBlanksAndLettersOfAllLanguagesAreNames) {
   const TempFile file("Ein Spektrum \xe2\x80\x93 \xc3\xa4\xe6\x95\xb0.mzML",
                       MzML(PlainSpectrum("scan=1", {100, 101, 102}, {1, 5, 2})));
@@ -178,6 +201,8 @@ TEST(Peaks, WrongUsageIsStatus2) {
       {{"peaks", "--threads", "0"}, "tslbl: --threads: there must be at least one"},
       {{"peaks", "--format", "csv"}, "tslbl: --format: \"csv\" is not one of table, tsv, json, xml"},
       {{"peaks", "--smooth", "boxcar"}, "tslbl: --smooth: \"boxcar\": it is not one of"},
+      {{"peaks", "--min-width", "-1"}, "tslbl: --min-width: it cannot be below 0"},
+      {{"peaks", "--min-width", "0.5", "--max-width", "0.1"}, "tslbl: --max-width: it is below --min-width"},
       {{"peaks", "--colour"}, "tslbl: The following argument was not expected: --colour"},
       {{"peaks", run, run}, "tslbl: The following argument was not expected: "},
       {{"peak"}, "tslbl: The following argument was not expected: peak"}};

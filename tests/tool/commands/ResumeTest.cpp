@@ -52,6 +52,38 @@ TEST(Resume, RefusesAPartOfAnotherChainAndLeavesItAlone) {
   EXPECT_THAT(NamesIn(part.Folder()), ElementsAre("peaks.tsv.part"));
 }
 
+TEST(Resume, RefusesAPartOfOtherScansAndLeavesItAlone) {
+  const std::string half = WholeTable().substr(0, WholeTable().size() / 2);
+  const TempFile part("peaks.tsv.part", half);
+  const Outcome fewer = Resume(part.Folder() + "/peaks.tsv", {"--scan", "2-20"});
+  EXPECT_EQ(fewer.status, 1);
+  EXPECT_THAT(fewer.err, HasSubstr("/peaks.tsv.part: scan 1: is not asked for; without"));
+  EXPECT_TRUE(ReadFile(part.Path()) == half);
+}
+
+TEST(Resume, RefusesAPartThatLacksTheFirstScans) {
+  const std::string table = RunTool({"peaks", DemoRun::Get().Run(), "--format", "tsv", "--scan", "3-9"}).out;
+  const TempFile part("peaks.tsv.part", table);
+  const Outcome outcome = Resume(part.Folder() + "/peaks.tsv");
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_THAT(outcome.err, HasSubstr("/peaks.tsv.part: scan 1: is asked for, and missing; without"));
+  EXPECT_TRUE(ReadFile(part.Path()) == table);
+  EXPECT_EQ(Resume(part.Folder() + "/peaks.tsv", {"--scan", "3-15"}).status, 0);
+}
+
+TEST(Resume, ScansWithoutAPeakDoNotShowInATable) {
+  // Nothing elutes in the first scans.
+  const Arguments strict = {"--threshold", "3e7"};
+  Arguments words = {"peaks", DemoRun::Get().Run(), "--format", "tsv"};
+  words.insert(words.end(), strict.begin(), strict.end());
+  const std::string whole = RunTool(words).out;
+  ASSERT_FALSE(LinesOf(whole).at(1).starts_with("1\t"));
+  const TempFile part("peaks.tsv.part", whole.substr(0, whole.size() - whole.size() / 4));
+  const Outcome outcome = Resume(part.Folder() + "/peaks.tsv", strict);
+  EXPECT_EQ(outcome.status, 0) << outcome.err;
+  EXPECT_TRUE(ReadFile(part.Folder() + "/peaks.tsv") == whole);
+}
+
 TEST(Resume, IsForATableInAFile) {
   const std::string run = DemoRun::Get().Run();
   EXPECT_EQ(RunTool({"peaks", run, "--resume"}).status, 2);
