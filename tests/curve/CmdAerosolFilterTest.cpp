@@ -51,6 +51,10 @@ TEST(RemoveSpikes, LeavesTwoAdjacentSpikes) {
   EXPECT_EQ(Filtered("0 0 100 100 0 0 0"), Values("0 0 100 100 0 0 0"));
 }
 
+TEST(RemoveSpikes, LeavesAPointForTheSpikeBehindIt) {
+  EXPECT_EQ(Filtered("0 -90 30 100 100 100"), Values("0 -90 30 100 100 100"));
+}
+
 TEST(RemoveSpikes, TakesTheTallerOfTwoIfTheMeanIsBelowATenthOfIt) {
   EXPECT_EQ(Filtered("0 0 500 100 0 0 0"), Values("0 0 500 100 0 0 0"));
   EXPECT_EQ(Filtered("0 0 1000 100 0 0 0"), Values("0 0 50 100 0 0 0"));

@@ -103,6 +103,17 @@ TEST(PeakDetectLog, DumpsEachFeatureAtDebugLevel) {
   EXPECT_EQ(std::ranges::count(listening.Texts(), "Feature 0 2 4 (100 103 106 0 9 0.5)"), 1);
 }
 
+TEST(PeakDetectLog, CountsFeaturesThatFailTheLimitsToo) {
+  TestCurve curve = PeakCurve("0 1 0 0 200 0 0 1 0");
+  curve.peakDetectParams.SNInUse = true;
+  const Listening listening(log4cxx::Level::getDebug());
+  ASSERT_TRUE(Detect(curve).ok);
+  EXPECT_EQ(Spans(curve.peaks), "3-4-5");
+  EXPECT_EQ(std::ranges::count_if(listening.Texts(),
+                                  [](const std::string& text) { return text.starts_with("Feature "); }),
+            3);
+}
+
 TEST(PeakDetectLog, TellsOfPartialOverlapsAtDebugLevel) {
   const Listening listening(log4cxx::Level::getDebug());
   TestCurve curve = PeakCurve("0 30 40 30 9 2 4 2 12 20 12 0");

@@ -75,11 +75,10 @@ std::ptrdiff_t Sweeper::FirstOf(std::ptrdiff_t begin) const {
   return other == curve_.n || y[other] > y[0] ? other : 0;
 }
 
-// Finds the next feature at or behind p and moves p behind it. Returns false when the sweep
-// has come to its end.
+// Finds the next feature of the island at or behind p and moves p behind it. Returns false
+// where there is none.
 bool Sweeper::Step() {
-  if (!MoveToApex()) return false;
-  if (!curve_.AboveBaseline(p_)) return p_ < end_ - 1;
+  if (!MoveToApex() || !curve_.AboveBaseline(p_)) return false;
 
   const double valley = CalcPeakValleyAmplitude(curve_.y[p_], curve_.baseline[p_], maxValley_);
   PeakFeature feature;
