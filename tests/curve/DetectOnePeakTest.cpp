@@ -121,6 +121,17 @@ TEST(FindOnePeak, ARowOfAnApexThatIsThereComesBeforeTheOldOne) {
   EXPECT_EQ(Largest(curve), (Three{1, 1, 1}));
 }
 
+TEST(FindOnePeak, ALargestThatIsNoRowIsReplaced) {
+  TestCurve curve = PeakCurve(kThree);
+  ASSERT_EQ(FindOnePeak(curve, 7), 0);
+  for (const std::int32_t none : {-1, 1, 5}) {
+    TestCurve odd = curve;
+    odd.largestAreaIdx = odd.largestMaxIdx = odd.largestCentroidIdx = none;
+    ASSERT_EQ(FindOnePeak(odd, 2), 0);
+    EXPECT_EQ(Largest(odd), (Three{0, 0, 0})) << none;
+  }
+}
+
 TEST(FindOnePeak, AppliesNoSelection) {
   TestCurve curve = PeakCurve(kThree);
   PeakDetectParams& p = curve.peakDetectParams;
