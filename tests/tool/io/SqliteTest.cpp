@@ -86,7 +86,7 @@ TEST(Sqlite, ErrorsNameTheFileAndTheReason) {
   EXPECT_EQ(ErrorOf([&] { Statement(f.database, "SELEC"); }),
             f.file.Path() + ": near \"SELEC\": syntax error");
   EXPECT_EQ(ErrorOf([] { Database("/no/such/db", Database::Mode::Create); }),
-            "/no/such/db: unable to open database file");
+            "/no/such/db: cannot be opened: No such file or directory");
 }
 
 TEST(Sqlite, ReadingWritesNothing) {
