@@ -5,8 +5,10 @@
 namespace TslMath {
 namespace {
 
-// Vectors of outputs summed side by side: enough to keep the adders busy, few enough to stay in registers.
-constexpr std::size_t TileVectors = 4;
+// Vectors of outputs summed side by side: enough to keep the adders busy, few enough to stay in registers, of
+// which there are twice as many where they are widest.
+template <class Vector>
+constexpr std::size_t TileVectors = sizeof(Vector) > sizeof(Lanes) ? 8 : 4;
 
 // Outputs first .. last-1, none of whose windows is cut.
 struct WholeTiles {
@@ -19,7 +21,7 @@ struct WholeTiles {
 };
 
 template <class Vector>
-constexpr std::size_t TileSize = TileVectors * sizeof(Vector) / sizeof(double);
+constexpr std::size_t TileSize = TileVectors<Vector> * sizeof(Vector) / sizeof(double);
 
 template <class Vector>
 TSLBL_INLINE void FilterTiles(const WholeTiles& tiles) {
@@ -27,15 +29,15 @@ TSLBL_INLINE void FilterTiles(const WholeTiles& tiles) {
   const double* weight = tiles.weight;
   for (std::size_t i = tiles.first; i < tiles.last; i += TileSize<Vector>) {
     const double* y = tiles.y + i;
-    Vector sum[TileVectors];
-#pragma GCC unroll 4
-    for (std::size_t k = 0; k < TileVectors; ++k) {
+    Vector sum[TileVectors<Vector>];
+#pragma GCC unroll 8
+    for (std::size_t k = 0; k < TileVectors<Vector>; ++k) {
       Load(y + k * size, sum[k]);
       sum[k] *= weight[0];
     }
     for (std::size_t j = 1; j <= tiles.half; ++j) {
-#pragma GCC unroll 4
-      for (std::size_t k = 0; k < TileVectors; ++k) {
+#pragma GCC unroll 8
+      for (std::size_t k = 0; k < TileVectors<Vector>; ++k) {
         Vector left;
         Vector right;
         Load(y + k * size - j, left);
@@ -43,8 +45,8 @@ TSLBL_INLINE void FilterTiles(const WholeTiles& tiles) {
         sum[k] += weight[j] * (left + right);
       }
     }
-#pragma GCC unroll 4
-    for (std::size_t k = 0; k < TileVectors; ++k) Store(sum[k], tiles.out + i + k * size);
+#pragma GCC unroll 8
+    for (std::size_t k = 0; k < TileVectors<Vector>; ++k) Store(sum[k], tiles.out + i + k * size);
   }
 }
 
