@@ -32,8 +32,9 @@ void Check(std::string_view text) {
 void CheckSyringeList(std::string_view text) {
   const std::wstring path = TslCommon::ModuleFolder(TslCommon::ModuleHandle()) + L"SyringeList.xml";
   std::ofstream(TslCommon::ToUtf8(path), std::ios::binary) << text;
-  for (const SyringeManufacturer& maker : SyringeList::Load().Manufacturers)
-    Require(!(maker == SyringeManufacturer()), "a manufacturer has a name or models");
+  const SyringeList list = SyringeList::Load();
+  RequireDocumentStays<SyringeList>(XmlOf(list));
+  Check<SyringeList>(text);
 }
 
 std::vector<CurveEval> LoadOrRefuse(const std::string& file) {
