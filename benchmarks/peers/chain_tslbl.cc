@@ -19,7 +19,7 @@ const std::map<std::string, Settings> kChains = {
     {"savgol 15, segment 250, S/N 5", {15, 250, 5}},
     {"savgol 17, segment 500, S/N 5", {17, 500, 5}},
     {"savgol 17, segment 500, S/N 6", {17, 500, 6}},
-    {"savgol 17, segment 500, S/N 8", {17, 500, 8}},
+    {"savgol 17, segment 500, S/N 10", {17, 500, 10}},
 };
 
 std::vector<CurveEval> MakeChain(const Settings& settings) {
