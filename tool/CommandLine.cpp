@@ -26,6 +26,16 @@ class CliOptions final : public Options {
   void Value(const std::string& names, std::string& value, const std::string& help) override {
     Add(names, value, help, [](const std::string&, const std::string& text) { return text; });
   }
+  void Values(const std::string& names, std::vector<std::string>& values, const std::string& help) override {
+    const std::size_t blank = names.find(' ');
+    const std::string typed = names.substr(0, blank);
+    const auto take = [&values, typed](const std::vector<std::string>& texts) {
+      if (std::ranges::find(texts, "") != texts.end()) throw UsageError(typed + ": the value is empty");
+      values = texts;
+    };
+    const std::string shown = blank == std::string::npos ? "" : names.substr(blank + 1);
+    app_.add_option_function<std::vector<std::string>>(typed, take, help)->type_name(shown);
+  }
   void Value(const std::string& names, std::optional<double>& value, const std::string& help) override {
     Add(names, value, help, ParseReal);
   }
@@ -88,10 +98,14 @@ int Guarded(const std::function<int()>& run) {
   }
 }
 
+// As the user typed it, from the program's name on.
+std::string NameOf(const CLI::App& app) {
+  const auto named = app.get_subcommands();
+  return app.get_name() + (named.empty() ? "" : " " + NameOf(*named.front()));
+}
+
 int WrongUsage(const std::string& message, const CLI::App& app) {
-  const auto commands = app.get_subcommands();
-  const std::string command = commands.empty() ? "" : " " + commands.front()->get_name();
-  return Fail(message + "\nRun 'tslbl" + command + " --help' for more information.", kWrongUsage);
+  return Fail(message + "\nRun '" + NameOf(app) + " --help' for more information.", kWrongUsage);
 }
 
 // The help or the version, which are results: a write that fails is a failure.
@@ -100,17 +114,45 @@ int Tell(const CLI::App& app, const CLI::Success& success) {
   return std::cout.flush() ? kDone : Fail("standard output cannot be written", kFailed);
 }
 
+// Commands beside what the parser knows of them.
+struct Declared {
+  CLI::App* app;
+  const Command* command;
+  std::unique_ptr<CliOptions> options;
+  std::vector<Declared> family;
+};
+
+std::vector<Declared> Declare(CLI::App& app, const std::vector<Command>& commands) {
+  std::vector<Declared> all;
+  for (const Command& command : commands) {
+    CLI::App* sub = app.add_subcommand(command.name, command.summary);
+    sub->footer(command.examples);
+    Declared& declared = all.emplace_back(Declared{sub, &command, std::make_unique<CliOptions>(*sub), {}});
+    if (command.family.empty()) {
+      command.declare(*declared.options);
+    } else {
+      sub->require_subcommand(0, 1);
+      declared.family = Declare(*sub, command.family);
+    }
+  }
+  return all;
+}
+
+// The command that was named, or null.
+const Declared* NamedOf(const std::vector<Declared>& all) {
+  for (const Declared& declared : all) {
+    if (!declared.app->parsed()) continue;
+    return declared.family.empty() ? &declared : NamedOf(declared.family);
+  }
+  return nullptr;
+}
+
 int ParseAndRun(int argc, char** argv, const std::vector<Command>& commands) {
   CLI::App app("Evaluates spectra of a single-quadrupole mass spectrometer.", "tslbl");
   app.set_version_flag("--version", "tslbl " TSLBL_VERSION);
   app.require_subcommand(0, 1);
   app.footer("'tslbl COMMAND --help' tells all about a command.");
-  std::vector<std::unique_ptr<CliOptions>> options;
-  for (const Command& command : commands) {
-    CLI::App* sub = app.add_subcommand(command.name, command.summary);
-    sub->footer(command.examples);
-    command.declare(*options.emplace_back(std::make_unique<CliOptions>(*sub)));
-  }
+  const std::vector<Declared> all = Declare(app, commands);
   try {
     app.parse(argc, argv);
   } catch (const CLI::Success& e) {
@@ -120,9 +162,9 @@ int ParseAndRun(int argc, char** argv, const std::vector<Command>& commands) {
   } catch (const UsageError& e) {
     return WrongUsage(e.what(), app);
   }
-  for (std::size_t i = 0; i < commands.size(); ++i)
-    if (app.got_subcommand(commands[i].name)) return commands[i].run(*options[i]);
-  return WrongUsage("a command is required", app);
+  const Declared* named = NamedOf(all);
+  if (named == nullptr) return WrongUsage("a command is required", app);
+  return named->command->run(*named->options);
 }
 
 }  // namespace

@@ -37,6 +37,9 @@ class Options {
 
   virtual void Flag(const std::string& names, bool& value, const std::string& help) = 0;
   virtual void Value(const std::string& names, std::string& value, const std::string& help) = 0;
+  // One value or more, up to the end of the line.
+  virtual void Values(const std::string& names, std::vector<std::string>& values,
+                      const std::string& help) = 0;
   virtual void Value(const std::string& names, std::optional<double>& value, const std::string& help) = 0;
   virtual void Value(const std::string& names, std::optional<std::uint32_t>& value,
                      const std::string& help) = 0;
@@ -48,13 +51,15 @@ class Options {
   virtual bool Given(const std::string& name) const = 0;
 };
 
-// A command, made afresh for each start of the program.
+// A command, made afresh for each start of the program: it runs, or it is a family of
+// commands, of which the user names one behind it.
 struct Command {
   std::string name;
   std::string summary;   // one line
   std::string examples;  // the end of its help
   std::function<void(Options&)> declare;
   std::function<int(const Options&)> run;  // returns the exit status
+  std::vector<Command> family = {};        // these have neither of the two above
 };
 
 // Parses the arguments, runs the command they name and returns the exit status: 0 done,

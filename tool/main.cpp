@@ -9,5 +9,5 @@ int main(int argc, char** argv) {
   using namespace TslTool;
   CatchInterrupts();
   LogWarningsToStandardError();
-  return RunCommandLine(argc, argv, {PeaksCommand(), SimulateCommand(), InfoCommand()});
+  return RunCommandLine(argc, argv, {PeaksCommand(), SimulateCommand(), InfoCommand(), TuneCommand()});
 }

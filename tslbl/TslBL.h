@@ -60,7 +60,9 @@
 #include <tslbl/tune/MZConvert.h>
 #include <tslbl/tune/MassAxis.h>
 #include <tslbl/tune/MassRange.h>
+#include <tslbl/tune/PLAutoFindPrefs.h>
 #include <tslbl/tune/Q1FieldConvert.h>
+#include <tslbl/tune/Settling.h>
 #include <tslbl/tune/SyringeList.h>
 #include <tslbl/tune/Tune.h>
 

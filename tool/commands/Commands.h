@@ -8,5 +8,6 @@ namespace TslTool {
 Command PeaksCommand();
 Command SimulateCommand();
 Command InfoCommand();
+Command TuneCommand();
 
 }  // namespace TslTool

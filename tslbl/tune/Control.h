@@ -16,6 +16,20 @@ namespace TslBL {
 struct TSLBL_API Control : Record<Control> {
   enum Types : std::uint32_t { Scan = 0, Sim = 1 };
   enum Q1MZTypes : std::uint32_t { RF_DC = 0, RF_Only = 1 };
+  // The spans of a SIM, in fifths of one m/z.
+  enum SimWithSpanTypes : std::uint32_t {
+    NoSpan = 0,
+    Span0_2 = 1,
+    Span0_4 = 2,
+    Span0_6 = 3,
+    Span0_8 = 4,
+    Span1_0 = 5,
+    Span1_2 = 6,
+    Span1_4 = 7,
+    Span1_6 = 8,
+    Span1_8 = 9,
+    Span2_0 = 10,
+  };
 
   Types Type = Scan;
   double MZLow = 0.0;

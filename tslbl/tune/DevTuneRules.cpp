@@ -1,32 +1,53 @@
 #include <tslbl/tune/DevTuneRules.h>
 
 #include <tslbl/closed/common/Truncate.h>
-#include <tslbl/tune/FieldLimits.h>
-#include <tslbl/tune/MZConvert.h>
-#include <tslbl/tune/MassRange.h>
-#include <stdexcept>
+#include <tslbl/tune/DefaultTune.h>
+#include <tslbl/tune/SimSpans.h>
+#include <tslbl/tune/SyringeList.h>
+#include <utility>
 
 namespace TslBL {
 namespace {
 
-constexpr double kSmallestStep = 0.05;  // m/z
-
-// Wide, so that differences hold.
-std::int64_t Hundredths(double mz) { return Truncate<std::int32_t>(mz * 100 + 0.5); }
-
-std::uint32_t WholeDAC(const MZConvert& convert, double mz) {
-  return static_cast<std::uint32_t>(Truncate<std::int32_t>(convert.MZToDAC(mz)));
-}
-
-Limits LimitsOf(Probes::ProbeTypes probe, TuneField::Id field) {
-  return FieldLimits().QLimits(probe, static_cast<int>(field));
+// A site without a catalogue, or with one that cannot be read, has tunes without a syringe.
+Syringe FirstOfCatalogue() {
+  Syringe syringe;
+  try {
+    const SyringeList list = SyringeList::Load();
+    if (list.Manufacturers.empty()) return syringe;
+    const SyringeManufacturer& manufacturer = list.Manufacturers.front();
+    syringe.Manufacturer = manufacturer.Name;
+    if (!manufacturer.Models.empty()) syringe.Model = manufacturer.Models.front();
+  } catch (...) {
+    return Syringe();
+  }
+  return syringe;
 }
 
 }  // namespace
 
+DevTuneRules::DevTuneRules(Probes::ProbeTypes probe) {
+  Info = DefaultTuneInfo();
+  ControlData = DefaultControl();
+  Source = DefaultIonSource(probe, PolarityPositive);
+  CalculateInitialSettlingDelay();
+  SyringeData = FirstOfCatalogue();
+  MZCalPts = DefaultMZCalPts();
+  Q1CalPts = DefaultQ1CalPts();
+}
+
+DevTuneRules& DevTuneRules::operator=(const Tune& tune) {
+  Tune::operator=(tune);
+  Modified = false;
+  LastError.clear();
+  return *this;
+}
+
+void DevTuneRules::QLastError(std::wstring& error) { error = std::exchange(LastError, {}); }
+
 void DevTuneRules::QLimits(TuneField::Id field, double& min, double& max, double& step,
                            Probes::ProbeTypes probe) {
-  const Limits limits = LimitsOf(probe, field);
+  const Limits limits = FieldLimits().QLimits(probe, static_cast<int>(field));
   min = limits.Min;
   max = limits.Max;
   step = limits.Step;
@@ -48,31 +69,20 @@ std::int32_t DevTuneRules::TranslateField(TuneField::Id field, double value) {
 }
 
 std::int32_t DevTuneRules::TranslateField(Probes::ProbeTypes probe, TuneField::Id field, double value) {
-  const double units = value / LimitsOf(probe, field).Step;
+  const double units = value / FieldLimits().QLimits(probe, static_cast<int>(field)).Step;
   return Truncate<std::int32_t>(units + (value < 0.0 ? -0.5 : 0.5));
 }
 
-std::uint32_t DevTuneRules::QNumPulses(const Tune& tune) {
-  const auto [low, high] = QMassRange(tune);
-  const double wanted = tune.ControlData.MZStepSize;
-  const double step = wanted < kSmallestStep ? kSmallestStep : wanted;
-  if (Hundredths(high) - Hundredths(low) < Hundredths(step)) return 1;
-
-  const MZConvert convert(tune.MZCalPts);
-  const std::uint32_t lowDAC = WholeDAC(convert, low);
-  const std::uint32_t highDAC = WholeDAC(convert, high);
-  const double unit = LimitsOf(tune.Source.Type, TuneField::MZStepSize).Step;
-  const auto stepMDAC = Truncate<std::int32_t>(step / unit + 0.5);
-  if (stepMDAC < 1) throw std::runtime_error("Invalid stepMDAC in DevTuneRules.cpp NumPulses");
-  return (highDAC - lowDAC) / static_cast<std::uint32_t>(stepMDAC) + 1;
+double DevTuneRules::QMZHi() const {
+  return ControlData.Type == Control::Scan ? ControlData.MZHi : LimitsOf(TuneField::MZHi).Max;
 }
 
-double DevTuneRules::QDuration(const Tune& tune) {
-  const Control& control = tune.ControlData;
-  const std::uint32_t pulses = QNumPulses(tune);
-  return ((pulses - 1) * control.StepSettleDelay + pulses * control.PulseCountDelay +
-          control.InitSettleDelay) *
-         control.ScansPerSpec;
+Control::SimWithSpanTypes DevTuneRules::QSimWithSpan() const {
+  for (std::uint32_t code = Control::Span0_2; code <= Control::Span2_0; ++code)
+    if (ControlData.MZHi == kSimSpans[code]) return static_cast<Control::SimWithSpanTypes>(code);
+  return Control::NoSpan;
 }
+
+double DevTuneRules::QSamplesPerMass() const { return Truncate<std::int32_t>(1.0 / ControlData.MZStepSize); }
 
 }  // namespace TslBL

@@ -1,7 +1,7 @@
 #include <tslbl/tune/Settling.h>
 
 #include <tslbl/closed/common/Truncate.h>
-#include <tslbl/records/Common.h>
+#include <tslbl/tune/Q1FieldConvert.h>
 #include <algorithm>
 #include <cmath>
 
@@ -27,6 +27,12 @@ std::int32_t OfLens(double volts) {
 std::uint32_t SettlingDelay(double high, double low, double capExitChange) {
   return static_cast<std::uint32_t>(
       std::max(OfMassAxis(std::abs(high - low)), OfLens(std::abs(capExitChange))));
+}
+
+double CapExitAt(const Tune& tune, double mz) {
+  const IOPoint& lens = tune.ControlData.CapExit;
+  if (lens.Type == IOPoint::SingleType) return lens.Single;
+  return Q1FieldConvert(tune.Q1CalPts, TuneField::CapExit).MZToFieldVal(mz);
 }
 
 }  // namespace TslBL

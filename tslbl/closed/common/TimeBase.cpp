@@ -2,6 +2,7 @@
 
 #include <tslbl/closed/common/Text.h>
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <cstdlib>
 #include <limits>
@@ -47,6 +48,11 @@ std::int32_t MinutesToMS(double minutes) {
   constexpr double kLow = std::numeric_limits<std::int32_t>::min();
   constexpr double kHigh = std::numeric_limits<std::int32_t>::max();
   return static_cast<std::int32_t>(std::clamp(std::round(minutes * 60000.0), kLow, kHigh));
+}
+
+std::int64_t UnixSecondsNow() {
+  const auto now = std::chrono::system_clock::now().time_since_epoch();
+  return std::chrono::duration_cast<std::chrono::seconds>(now).count();
 }
 
 }  // namespace TslCommon

@@ -29,4 +29,7 @@ TSLBL_API std::wstring MSToString(std::int32_t ms, const wchar_t* format);
 // Rounded to the nearest millisecond; beyond 32 bits the nearest end, 0 for a NaN.
 TSLBL_API std::int32_t MinutesToMS(double minutes);
 
+// Seconds since the beginning of 1970, UTC.
+TSLBL_API std::int64_t UnixSecondsNow();
+
 }  // namespace TslCommon

@@ -1,0 +1,13 @@
+#pragma once
+// In what two tunes differ.
+
+#include <tslbl/tune/Tune.h>
+#include <string>
+#include <vector>
+
+namespace TslTool {
+
+// Lines "FIELD: A -> B"; none for tunes that compare equal.
+std::vector<std::string> TuneDiff(const TslBL::Tune& a, const TslBL::Tune& b);
+
+}  // namespace TslTool

@@ -1,0 +1,82 @@
+#include <tool/tune/TuneEdit.h>
+
+#include <fmt/format.h>
+
+#include <tool/CommandLine.h>
+#include <tool/Numbers.h>
+#include <tool/tune/LensCurves.h>
+#include <tool/tune/TuneFields.h>
+#include <tslbl/closed/common/Text.h>
+#include <algorithm>
+
+namespace TslTool {
+namespace {
+
+using TslBL::DevTuneRules;
+using ErrTypes = DevTuneRules::ErrTypes;
+
+bool SameText(std::string_view a, std::string_view b) {
+  return TslCommon::EqualsIgnoreCase(TslCommon::FromUtf8(a), TslCommon::FromUtf8(b));
+}
+
+const LensField& FindLens(const std::string& name) {
+  const auto found =
+      std::ranges::find_if(LensFields(), [&](const LensField& f) { return SameText(f.name, name); });
+  if (found == LensFields().end()) throw UsageError("\"" + name + "\" is no lens that can follow m/z");
+  return *found;
+}
+
+// "LENS@MZ".
+ErrTypes SetAtCalibrant(DevTuneRules& rules, const std::string& name, const std::string& text) {
+  const auto at = name.find('@');
+  const LensField& lens = FindLens(name.substr(0, at));
+  const double mz = ParseReal(name, name.substr(at + 1));
+  if (SameText(text, "none")) return rules.RemoveQ1CalPtField(mz, lens.id);
+  return rules.WQ1CalPtField(mz, lens.id, ParseReal(name, text));
+}
+
+// One after the other a tune would pass through ranges that nobody wants.
+ErrTypes SetRange(DevTuneRules& rules, const std::string& name, const std::string& text) {
+  const RealRange range = ParseRealRange(name, text);
+  std::wstring former;
+  rules.QLastError(former);
+  const ErrTypes high = rules.WMZRange(range.from, range.to);
+  // The writer tells of a bad low end by its text alone.
+  return rules.QMZLow() == range.from ? high : DevTuneRules::Error;
+}
+
+ErrTypes SetField(DevTuneRules& rules, const std::string& name, const std::string& text) {
+  if (name.find('@') != std::string::npos) return SetAtCalibrant(rules, name, text);
+  if (SameText(name, "MZRange")) return SetRange(rules, name, text);
+  if (SameText(name, "SamplesPerMass")) return rules.WSamplesPerMass(ParseReal(name, text));
+  const TuneField& field = FindTuneField(rules, name);
+  if (field.set == nullptr) throw UsageError(fmt::format("{} cannot be set", field.name));
+  return field.set(rules, field.name, text);
+}
+
+// A setting that another kind of probe keeps in its place must not be changed by mistake.
+std::string WrongProbe(const DevTuneRules& rules, const std::string& name) {
+  if (name.find('@') != std::string::npos || SameText(name, "MZRange") || SameText(name, "SamplesPerMass"))
+    return "";
+  const TuneField& field = FindTuneField(rules, name);
+  const bool isOfProbe = field.of == FieldOf::Esi || field.of == FieldOf::Apci;
+  if (!isOfProbe || HasField(rules, field)) return "";
+  return fmt::format("the tune is for a probe of kind {}, which has no such field",
+                     TslCommon::ToUtf8(TslBL::Probes::GetNameNoId(rules.QIonSourceType())));
+}
+
+}  // namespace
+
+EditResult Edit(DevTuneRules& rules, const std::string& edit) {
+  const auto equals = edit.find('=');
+  if (equals == std::string::npos || equals == 0) throw UsageError("\"" + edit + "\" is not FIELD=VALUE");
+  const std::string name = edit.substr(0, equals);
+  if (const std::string reason = WrongProbe(rules, name); !reason.empty()) return {true, reason};
+  const ErrTypes result = SetField(rules, name, edit.substr(equals + 1));
+  if (result == DevTuneRules::NoError) return {false, ""};
+  std::wstring text;
+  rules.QLastError(text);
+  return {result == DevTuneRules::Error, TslCommon::ToUtf8(text)};
+}
+
+}  // namespace TslTool

@@ -1,0 +1,14 @@
+#pragma once
+// All that the rules find in a tune.
+
+#include <tslbl/tune/Tune.h>
+#include <string>
+#include <vector>
+
+namespace TslTool {
+
+// Lines "FIELD: TEXT": what would keep the tune from the instrument, then settings that no
+// writer would take, such as a vaporizer that is lukewarm; each once.
+std::vector<std::string> TuneFaults(const TslBL::Tune& tune);
+
+}  // namespace TslTool

@@ -1,0 +1,43 @@
+#pragma once
+// The fields of a tune as a user names, sees and sets them.
+
+#include <tslbl/tune/DevTuneRules.h>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace TslTool {
+
+// Which tunes have a field.
+enum class FieldOf { Every, Esi, Apci, Scan, Sim };
+
+struct TuneField {
+  const char* name;
+  TslBL::TuneField::Id id;  // its display name and limits
+  const char* unit;
+  FieldOf of;
+  // As text that `set` takes again.
+  std::string (*show)(const TslBL::DevTuneRules& rules);
+  // Through the field's writer. Throws UsageError with the name for a text that is no such
+  // value. Null for a field that only shows.
+  TslBL::DevTuneRules::ErrTypes (*set)(TslBL::DevTuneRules& rules, const std::string& name,
+                                       const std::string& text);
+  // Gives the field's writer what is there already. Null without a check of its own.
+  TslBL::DevTuneRules::ErrTypes (*keep)(TslBL::DevTuneRules& rules);
+};
+
+struct FieldGroup {
+  const char* title;
+  std::span<const TuneField> fields;
+};
+
+// All of them, in the order of a tune.
+std::span<const FieldGroup> TuneFieldGroups();
+
+// Throws UsageError, with the nearest names, if there is no such field. Of the fields of
+// one name, that of this tune. Case does not matter.
+const TuneField& FindTuneField(const TslBL::Tune& tune, std::string_view name);
+
+bool HasField(const TslBL::Tune& tune, const TuneField& field);
+
+}  // namespace TslTool

@@ -1,0 +1,240 @@
+#include <tool/tune/TunePlot.h>
+
+#include <fmt/format.h>
+
+#include <tool/tune/LensCurves.h>
+#include <tslbl/tune/MassRange.h>
+#include <algorithm>
+#include <cmath>
+#include <functional>
+#include <optional>
+
+namespace TslTool {
+namespace {
+
+using TslBL::Tune;
+
+constexpr double kPanelWidth = 460;
+constexpr double kPanelHeight = 200;
+constexpr double kLeft = 64;  // of the axis, within its panel
+constexpr double kTop = 30;
+constexpr double kAxisWidth = 376;
+constexpr double kAxisHeight = 126;
+constexpr double kHeader = 56;
+constexpr int kColumns = 2;
+constexpr int kSamples = 400;
+// The second is dashed as well, for those who cannot tell the colours apart.
+constexpr const char* kStrokes[] = {"stroke=\"#1f5fa8\"", "stroke=\"#c4510e\" stroke-dasharray=\"6 3\""};
+constexpr const char* kFills[] = {"#1f5fa8", "#c4510e"};
+
+struct Range {
+  double low;
+  double high;
+
+  double Part(double at) const { return (at - low) / (high - low); }
+  void Include(double value) {
+    low = std::min(low, value);
+    high = std::max(high, value);
+  }
+  // Air at both ends; a level curve has some, too.
+  Range Padded(double share) const {
+    const double air = high > low ? (high - low) * share : std::max(1.0, std::abs(high) * 0.1);
+    return {low - air, high + air};
+  }
+};
+
+using Curve = std::function<std::optional<double>(const Tune& tune, double mz)>;
+using Points = std::vector<std::pair<double, double>>;
+
+struct Panel {
+  std::string title;
+  Curve curve;
+  std::function<Points(const Tune& tune)> marks;
+};
+
+std::string Escaped(const std::string& text) {
+  std::string escaped;
+  for (const char c : text) {
+    if (c == '<') {
+      escaped += "&lt;";
+    } else if (c == '&') {
+      escaped += "&amp;";
+    } else {
+      // Other control characters have no place in a document.
+      escaped += static_cast<unsigned char>(c) < 0x20 ? ' ' : c;
+    }
+  }
+  return escaped;
+}
+
+std::string Text(double x, double y, const char* anchor, int size, const std::string& text) {
+  return fmt::format("<text x=\"{:.1f}\" y=\"{:.1f}\" text-anchor=\"{}\" font-size=\"{}\">{}</text>\n", x, y,
+                     anchor, size, Escaped(text));
+}
+
+// A step of 1, 2 or 5 times a power of ten that divides a range into some four parts.
+double TickStep(const Range& range) {
+  const double rough = (range.high - range.low) / 4.0;
+  const double power = std::pow(10.0, std::floor(std::log10(rough)));
+  for (const double factor : {1.0, 2.0, 5.0})
+    if (rough <= factor * power) return factor * power;
+  return 10.0 * power;
+}
+
+std::vector<double> Ticks(const Range& range) {
+  const double step = TickStep(range);
+  std::vector<double> ticks;
+  for (double k = std::ceil(range.low / step); k * step <= range.high; ++k) ticks.push_back(k * step);
+  return ticks;
+}
+
+std::string TickText(double value, double step) {
+  const int decimals = std::max(0, static_cast<int>(std::ceil(-std::log10(step) - 1e-9)));
+  return fmt::format("{:.{}f}", value == 0.0 ? 0.0 : value, decimals);
+}
+
+class Axes {
+ public:
+  Axes(double x, double y, const Range& mz, const Range& values)
+      : left_(x + kLeft), top_(y + kTop), mz_(mz), values_(values) {}
+
+  double X(double mz) const { return left_ + kAxisWidth * mz_.Part(mz); }
+  double Y(double value) const { return top_ + kAxisHeight * (1.0 - values_.Part(value)); }
+
+  std::string Frame(const std::string& title) const {
+    std::string svg = fmt::format(
+        "<rect x=\"{:.1f}\" y=\"{:.1f}\" width=\"{}\" height=\"{}\" fill=\"none\" stroke=\"#888\"/>\n", left_,
+        top_, kAxisWidth, kAxisHeight);
+    for (const double tick : Ticks(mz_)) {
+      svg += Grid(X(tick), top_, X(tick), top_ + kAxisHeight);
+      svg += Text(X(tick), top_ + kAxisHeight + 15, "middle", 11, TickText(tick, TickStep(mz_)));
+    }
+    for (const double tick : Ticks(values_)) {
+      svg += Grid(left_, Y(tick), left_ + kAxisWidth, Y(tick));
+      svg += Text(left_ - 6, Y(tick) + 4, "end", 11, TickText(tick, TickStep(values_)));
+    }
+    svg += Text(left_, top_ - 8, "start", 13, title);
+    return svg + Text(left_ + kAxisWidth, top_ + kAxisHeight + 30, "end", 11, "m/z");
+  }
+
+ private:
+  static std::string Grid(double x1, double y1, double x2, double y2) {
+    return fmt::format("<line x1=\"{:.1f}\" y1=\"{:.1f}\" x2=\"{:.1f}\" y2=\"{:.1f}\" stroke=\"#e2e2e2\"/>\n",
+                       x1, y1, x2, y2);
+  }
+
+  double left_, top_;
+  Range mz_, values_;
+};
+
+// The points of the curve that the tune's range has.
+Points MarksOf(const Tune& tune, const Panel& panel) {
+  const auto [low, high] = TslBL::QMassRange(tune);
+  Points marks = panel.marks(tune);
+  std::erase_if(marks,
+                [low = low, high = high](const auto& mark) { return mark.first < low || mark.first > high; });
+  return marks;
+}
+
+// Evenly, and at the points of the curve, so that no corner is cut.
+std::vector<double> PlacesFor(const Tune& tune, const Panel& panel) {
+  const auto [low, high] = TslBL::QMassRange(tune);
+  std::vector<double> places;
+  for (int i = 0; i <= kSamples; ++i) places.push_back(low + (high - low) * i / kSamples);
+  for (const auto& [at, value] : MarksOf(tune, panel)) places.push_back(at);
+  std::ranges::sort(places);
+  return places;
+}
+
+std::string Line(const PlottedTune& plotted, const Panel& panel, const Axes& axes, std::size_t colour) {
+  std::string path;
+  bool on = false;
+  for (const double at : PlacesFor(plotted.tune, panel)) {
+    const auto value = panel.curve(plotted.tune, at);
+    if (value) path += fmt::format("{}{:.2f} {:.2f}", on ? "L" : "M", axes.X(at), axes.Y(*value));
+    on = value.has_value();
+  }
+  std::string svg =
+      fmt::format("<path d=\"{}\" fill=\"none\" stroke-width=\"1.6\" {}/>\n", path, kStrokes[colour]);
+  for (const auto& [at, value] : MarksOf(plotted.tune, panel)) {
+    const auto drawn = panel.curve(plotted.tune, at);
+    if (drawn)
+      svg += fmt::format("<circle cx=\"{:.2f}\" cy=\"{:.2f}\" r=\"3\" fill=\"{}\"/>\n", axes.X(at),
+                         axes.Y(*drawn), kFills[colour]);
+  }
+  return svg;
+}
+
+std::string Draw(const Panel& panel, const std::vector<PlottedTune>& tunes, const Range& mz, double x,
+                 double y) {
+  std::optional<Range> values;
+  for (const PlottedTune& plotted : tunes) {
+    for (const double at : PlacesFor(plotted.tune, panel)) {
+      const auto value = panel.curve(plotted.tune, at);
+      if (!value || !std::isfinite(*value)) continue;
+      if (!values) values = Range{*value, *value};
+      values->Include(*value);
+    }
+  }
+  if (!values) return Text(x + kLeft, y + kTop - 8, "start", 13, panel.title + ": no points");
+  const Axes axes(x, y, mz, values->Padded(0.08));
+  std::string svg = axes.Frame(panel.title);
+  for (std::size_t i = 0; i < tunes.size(); ++i) svg += Line(tunes[i], panel, axes, i);
+  return svg;
+}
+
+std::vector<Panel> Panels() {
+  std::vector<Panel> panels;
+  for (const LensField& field : LensFields()) {
+    panels.push_back({fmt::format("{}, {}", field.name, field.unit),
+                      [&field](const Tune& tune, double mz) { return LensAt(tune, field, mz); },
+                      [&field](const Tune& tune) { return LensPoints(tune, field); }});
+  }
+  panels.push_back(
+      {"settling after a move from the low end, us", SettlingTo, [](const Tune&) { return Points(); }});
+  return panels;
+}
+
+Range MZOf(const std::vector<PlottedTune>& tunes) {
+  const auto [low, high] = TslBL::QMassRange(tunes.front().tune);
+  Range mz{low, high};
+  for (const PlottedTune& plotted : tunes) {
+    const auto [from, to] = TslBL::QMassRange(plotted.tune);
+    mz.Include(from);
+    mz.Include(to);
+  }
+  return mz.high > mz.low ? mz : Range{mz.low - 1.0, mz.high + 1.0};
+}
+
+std::string Legend(const std::vector<PlottedTune>& tunes) {
+  std::string svg;
+  for (std::size_t i = 0; i < tunes.size(); ++i) {
+    const double x = kLeft + kPanelWidth * static_cast<double>(i);
+    svg += fmt::format("<line x1=\"{}\" y1=\"28\" x2=\"{}\" y2=\"28\" stroke-width=\"2.5\" {}/>\n", x, x + 34,
+                       kStrokes[i]);
+    svg += Text(x + 42, 33, "start", 15, tunes[i].label);
+  }
+  return svg;
+}
+
+}  // namespace
+
+std::string TunePlot(const std::vector<PlottedTune>& tunes) {
+  const std::vector<Panel> panels = Panels();
+  const Range mz = MZOf(tunes);
+  const double width = kColumns * kPanelWidth;
+  const double height = kHeader + kPanelHeight * std::ceil(static_cast<double>(panels.size()) / kColumns);
+  std::string svg = fmt::format(
+      "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"{0}\" height=\"{1}\" viewBox=\"0 0 {0} {1}\" "
+      "font-family=\"sans-serif\" fill=\"#222\">\n<rect width=\"100%\" height=\"100%\" fill=\"#fff\"/>\n",
+      width, height);
+  svg += Legend(tunes);
+  for (std::size_t i = 0; i < panels.size(); ++i) {
+    const double x = kPanelWidth * static_cast<double>(i % kColumns);
+    const double y = kHeader + kPanelHeight * static_cast<double>(i / kColumns);
+    svg += Draw(panels[i], tunes, mz, x, y);
+  }
+  return svg + "</svg>\n";
+}
+
+}  // namespace TslTool

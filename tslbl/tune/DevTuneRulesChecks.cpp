@@ -1,0 +1,143 @@
+// The rules of a tune, one check each.
+
+#include <tslbl/closed/common/Message.h>
+#include <tslbl/closed/common/Truncate.h>
+#include <tslbl/tune/DevTuneRules.h>
+#include <tslbl/tune/PointTable.h>
+#include <tslbl/tune/Q1FieldConvert.h>
+#include <tslbl/tune/RuleMessages.h>
+#include <cmath>
+
+namespace TslBL {
+namespace {
+
+using ErrTypes = DevTuneRules::ErrTypes;
+constexpr ErrTypes NoError = DevTuneRules::NoError;
+constexpr ErrTypes Warning = DevTuneRules::Warning;
+constexpr ErrTypes Error = DevTuneRules::Error;
+
+bool IsOutside(double value, double low, double high) { return value < low || value > high; }
+
+std::wstring OutOfRange(const std::wstring& label, double low, double high) {
+  return FillMessage(kOutOfRange, label, low, high);
+}
+
+// A calibrated lens without points does nothing, and counts as 0 volts.
+double CurveValue(const Q1FieldConvert& curve, double mz) {
+  double value = 0.0;
+  std::wstring ignored;
+  curve.MZToFieldVal(mz, value, ignored);
+  return value;
+}
+
+struct Ends {
+  double low;
+  double high;
+};
+
+// A lens at both ends of the range, or twice at the centre of a SIM.
+Ends EndsOf(const Tune& tune, TuneField::Id field, const IOPoint& lens) {
+  if (lens.Type == IOPoint::SingleType) return {lens.Single, lens.Single};
+  const Control& control = tune.ControlData;
+  const Q1FieldConvert curve(tune.Q1CalPts, field);
+  const double low = CurveValue(curve, control.MZLow);
+  return {low, control.Type == Control::Scan ? CurveValue(curve, control.MZHi) : low};
+}
+
+}  // namespace
+
+Limits DevTuneRules::LimitsOf(TuneField::Id field) const {
+  return FieldLimits().QLimits(Source.Type, static_cast<int>(field));
+}
+
+ErrTypes DevTuneRules::Fail(unsigned text) const {
+  LastError = TslLoadString(ModuleHandle(), text);
+  return Error;
+}
+
+ErrTypes DevTuneRules::CheckLimits(Probes::ProbeTypes probe, TuneField::Id field, double value,
+                                   const std::wstring& label, std::wstring& lastError) {
+  const Limits limits = FieldLimits().QLimits(probe, static_cast<int>(field));
+  if (!IsOutside(value, limits.Min, limits.Max)) return NoError;
+  lastError = OutOfRange(label, limits.Min, limits.Max);
+  return Error;
+}
+
+ErrTypes DevTuneRules::CheckLimits(TuneField::Id field, double value) const {
+  const Limits limits = LimitsOf(field);
+  return CheckLimits(field, value, limits.Min, limits.Max);
+}
+
+ErrTypes DevTuneRules::CheckLimits(TuneField::Id field, double value, double low, double high) const {
+  if (!IsOutside(value, low, high)) return NoError;
+  LastError = OutOfRange(TuneField::FieldToString(field), low, high);
+  return Error;
+}
+
+ErrTypes DevTuneRules::CheckIOPoint(TuneField::Id field, const IOPoint& point) const {
+  ErrTypes result = CheckLimits(TuneField::IOPointType, point.Type);
+  if (result == NoError && point.Type == IOPoint::SingleType) {
+    result =
+        CheckLimits(Source.Type, field, point.Single, TslLoadString(ModuleHandle(), kSingleValue), LastError);
+  } else if (result == NoError && point.Type == IOPoint::CalibratedType) {
+    Pairs pairs;
+    QFieldQ1CalPts(field, pairs);
+    if (pairs.size() < 2) {
+      Fail(kTooFewQ1CalPts);
+      result = Warning;
+    }
+  }
+  if (result != NoError) LastError = FillText(L"%s - %s", TuneField::FieldToString(field), LastError);
+  return result;
+}
+
+ErrTypes DevTuneRules::CheckSimSpanRange(double span) const {
+  const bool isOdd = Truncate<std::int32_t>(span * 10.0) % 2 != 0;
+  return IsOutside(span, 0.0, 2.0) || isOdd ? Fail(kBadSpan) : NoError;
+}
+
+ErrTypes DevTuneRules::CheckMZCalPts(const std::vector<MZCalPt>& points) const {
+  if (points.size() < 2) return Fail(kTooFewMZCalPts);
+  PointTable sorted;
+  for (const MZCalPt& point : points) sorted.emplace_back(point.MZ, point.MassDAC);
+  SortByAbscissa(sorted);
+  const auto refuse = [&](std::size_t i) {
+    LastError = FillMessage(kBadMZCalPt, i, LastError);
+    return Error;
+  };
+  for (std::size_t i = 0; i < sorted.size(); ++i) {
+    const auto& [mz, massDAC] = sorted[i];
+    if (CheckLimits(TuneField::MZ, mz) == Error || CheckLimits(TuneField::MassDAC, massDAC) == Error)
+      return refuse(i);
+  }
+  for (std::size_t i = 1; i < sorted.size(); ++i) {
+    const bool rises = sorted[i - 1].first < sorted[i].first && sorted[i - 1].second < sorted[i].second;
+    if (rises) continue;
+    Fail(kMZCalPtsNotRising);
+    return refuse(i);
+  }
+  return NoError;
+}
+
+ErrTypes DevTuneRules::CheckCapExitSkimmer() const {
+  constexpr double kMost = 370.0;
+  const Ends capExit = EndsOf(*this, TuneField::CapExit, ControlData.CapExit);
+  const Ends skimmer = EndsOf(*this, TuneField::Skimmer, ControlData.Skimmer);
+  const bool far = capExit.low - skimmer.low > kMost || capExit.high - skimmer.high > kMost;
+  return far ? Fail(kCapExitFarFromSkimmer) : NoError;
+}
+
+ErrTypes DevTuneRules::CheckSyringe(const Syringe& syringe) const {
+  constexpr double kLeastDiameter = 0.46;
+  constexpr double kMostDiameter = 10.3;
+  constexpr double kMostFlow = 999.0;
+  const double diameter = syringe.Model.Diameter;
+  // A diameter that is no number is none.
+  if (std::isnan(diameter) || IsOutside(diameter, kLeastDiameter, kMostDiameter)) {
+    LastError = OutOfRange(TuneField::FieldToString(TuneField::Diameter), kLeastDiameter, kMostDiameter);
+    return Error;
+  }
+  return CheckLimits(TuneField::FlowRate, syringe.FlowRate, 0.0, kMostFlow);
+}
+
+}  // namespace TslBL
