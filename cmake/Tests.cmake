@@ -21,7 +21,7 @@ function(tslbl_add_tests name prefix)
   target_compile_definitions(${name} PRIVATE TSLBL_TEST_DATA="${PROJECT_SOURCE_DIR}/tests/data")
   target_link_libraries(${name} PRIVATE tslbl_flags GTest::gtest GTest::gmock GTest::gtest_main)
   # Tests are compiled far more often than run: the quickest way to a program that is checked.
-  target_compile_options(${name} PRIVATE $<$<CONFIG:Release>:-O0>
+  target_compile_options(${name} PRIVATE "$<$<CONFIG:Release,RelWithDebInfo>:-O0>"
     "$<$<CXX_COMPILER_ID:Clang>:SHELL:-Xclang -fno-pch-timestamp>")
   target_precompile_headers(${name} PRIVATE <gtest/gtest.h> <algorithm> <cmath> <fstream> <functional> <map> <string>
                                             <sstream> <vector>)
