@@ -43,7 +43,8 @@ DevTuneRules& DevTuneRules::operator=(const Tune& tune) {
   return *this;
 }
 
-void DevTuneRules::QLastError(std::wstring& error) { error = std::exchange(LastError, {}); }
+void DevTuneRules::QLastError(std::wstring& error) const { error = QLastError(); }
+std::wstring DevTuneRules::QLastError() const { return std::exchange(LastError, {}); }
 
 void DevTuneRules::QLimits(TuneField::Id field, double& min, double& max, double& step,
                            Probes::ProbeTypes probe) {

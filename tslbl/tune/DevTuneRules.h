@@ -5,8 +5,13 @@
 // against the limits of its field and the rules of the instrument, and changes the tune
 // only if the value may stand. Voltages are in volts, delays in microseconds, m/z in m/z.
 //
-// A value, one thread at a time: even a check keeps its text. Nothing here throws unless
-// it says so.
+// A value, one thread at a time: even a check keeps its text.
+//
+// Two calibration points of one m/z leave a curve open between them. What has to know its
+// value there throws std::runtime_error "Divide by zero error": Validate and what it
+// stands on, CheckCapExitSkimmer, the timing. A field number that names no field, which a
+// damaged file may hold, throws VexException from any check of it. Nothing else throws
+// unless it says so.
 
 #include <tslbl/Export.h>
 #include <tslbl/tune/FieldLimits.h>
@@ -27,14 +32,15 @@ class TSLBL_API DevTuneRules : public Tune {
   enum ErrTypes : std::uint32_t {
     NoError = 0,  // accepted
     Warning = 1,  // accepted and written, with a text to be read
-    Error = 2,    // refused; the tune is unchanged
+    Error = 2,    // refused; the tune is unchanged, unless the writer says otherwise
   };
   using Pairs = std::vector<std::pair<double, double>>;  // m/z, value
 
-  // The default tune of a probe. It has never been saved: it counts as modified.
+  // The default tune of a probe. Its settling delay has been worked out for it, so that it
+  // counts as modified.
   explicit DevTuneRules(Probes::ProbeTypes probe);
   // A tune as it is, unchecked and not modified.
-  explicit DevTuneRules(const Tune& tune) : Tune(tune) {}
+  DevTuneRules(const Tune& tune) : Tune(tune) {}
   // Takes another tune, unchecked; nothing of this one stays.
   DevTuneRules& operator=(const Tune& tune);
 
@@ -42,7 +48,8 @@ class TSLBL_API DevTuneRules : public Tune {
   void ClearModified() { Modified = false; }
   // Hands over the text of the last failure or warning and forgets it. A success in
   // between does not.
-  void QLastError(std::wstring& error);
+  void QLastError(std::wstring& error) const;
+  std::wstring QLastError() const;
 
   // ---- Limits ------------------------------------------------------------------------
 
@@ -64,7 +71,7 @@ class TSLBL_API DevTuneRules : public Tune {
 
   // Whether a value lies within limits, both ends included; a NaN passes. A message names
   // the value by `label`, or else by the field. The first form is without a tune and its
-  // last error. Throws VexException for a field without a name whose value fails.
+  // last error.
   static ErrTypes CheckLimits(Probes::ProbeTypes probe, TuneField::Id field, double value,
                               const std::wstring& label, std::wstring& lastError);
   ErrTypes CheckLimits(TuneField::Id field, double value) const;
@@ -76,17 +83,15 @@ class TSLBL_API DevTuneRules : public Tune {
   // Two points at least, which rise in both m/z and mass DAC.
   ErrTypes CheckMZCalPts(const std::vector<MZCalPt>& points) const;
   // The capillary exit may stand 370 volts above the skimmer, and below it by any amount.
-  // Throws std::runtime_error "Divide by zero error" if either has two points of one m/z
-  // there.
   ErrTypes CheckCapExitSkimmer() const;
   // Diameter and flow rate.
   ErrTypes CheckSyringe(const Syringe& syringe) const;
 
   // All of the tune but its syringe; what any check finds, a warning too, is an error.
-  // Throws as QDuration and CheckCapExitSkimmer do.
+  // Throws as QDuration does, too.
   ErrTypes Validate() const;
-  // All that Validate would find, one after the other, and what it would throw; empty for
-  // a tune that it accepts. Throws nothing.
+  // All that Validate would find, one after the other, and, as a fault, what it would
+  // throw; empty for a tune that it accepts.
   struct Fault {
     TuneField::Id field;
     std::wstring text;
@@ -132,7 +137,7 @@ class TSLBL_API DevTuneRules : public Tune {
   // Another probe brings its own source defaults, at the present polarity.
   ErrTypes WIonSourceType(Probes::ProbeTypes probe);
   ErrTypes WCylinder(std::int32_t volts);
-  // The sign that does not send ions back into the probe, if it is an APCI one.
+  // Of the sign of the ions. A probe without a corona takes 0 alone.
   ErrTypes WCoronaVoltage(std::int32_t volts);
   ErrTypes WEndPlate(std::int32_t volts);
   ErrTypes WCapEnter(std::int32_t volts);
@@ -234,8 +239,8 @@ class TSLBL_API DevTuneRules : public Tune {
   ErrTypes WMZCalPts(const std::vector<MZCalPt>& points);
 
   // ---- Q1 step calibration -------------------------------------------------------------
-  // A calibrant is found by its m/z, within 1e-6. None of these marks the tune as modified.
-  // Those on a field refuse one that cannot follow m/z.
+  // A calibrant is found by its m/z, within 1e-6. Changes of the table do not mark the tune
+  // as modified. What is done to a field is refused for one that cannot follow m/z.
 
   // m/z and name of every calibrant, in the order of the list, which is not sorted.
   std::vector<std::pair<double, std::wstring>> QQ1CalPts() const;
@@ -254,7 +259,8 @@ class TSLBL_API DevTuneRules : public Tune {
   ErrTypes WQ1CalPtField(double mz, TuneField::Id field, double value);
   ErrTypes RemoveQ1CalPtField(double mz, TuneField::Id field);
   // Stores what a ramp of a field found: its best single value, through the field's writer,
-  // and, for a field that can follow m/z, its curve.
+  // and then, for a field that can follow m/z, its curve. A curve that is refused leaves
+  // the value written.
   ErrTypes WRampResults(TuneField::Id field, double value, const Pairs& pairs);
 
   // ---- Syringe -------------------------------------------------------------------------

@@ -69,7 +69,8 @@ ErrTypes DevTuneRules::CheckLimits(TuneField::Id field, double value) const {
 }
 
 ErrTypes DevTuneRules::CheckLimits(TuneField::Id field, double value, double low, double high) const {
-  if (!IsOutside(value, low, high)) return NoError;
+  // Of a number that names no field no value is good: its missing name throws.
+  if (TuneField::IsField(field) && !IsOutside(value, low, high)) return NoError;
   LastError = OutOfRange(TuneField::FieldToString(field), low, high);
   return Error;
 }
@@ -101,20 +102,15 @@ ErrTypes DevTuneRules::CheckMZCalPts(const std::vector<MZCalPt>& points) const {
   PointTable sorted;
   for (const MZCalPt& point : points) sorted.emplace_back(point.MZ, point.MassDAC);
   SortByAbscissa(sorted);
-  const auto refuse = [&](std::size_t i) {
-    LastError = FillMessage(kBadMZCalPt, i, LastError);
-    return Error;
-  };
   for (std::size_t i = 0; i < sorted.size(); ++i) {
     const auto& [mz, massDAC] = sorted[i];
-    if (CheckLimits(TuneField::MZ, mz) == Error || CheckLimits(TuneField::MassDAC, massDAC) == Error)
-      return refuse(i);
-  }
-  for (std::size_t i = 1; i < sorted.size(); ++i) {
-    const bool rises = sorted[i - 1].first < sorted[i].first && sorted[i - 1].second < sorted[i].second;
-    if (rises) continue;
-    Fail(kMZCalPtsNotRising);
-    return refuse(i);
+    ErrTypes result = CheckLimits(TuneField::MZ, mz);
+    if (result == NoError) result = CheckLimits(TuneField::MassDAC, massDAC);
+    const bool rises = i == 0 || (sorted[i - 1].first < mz && sorted[i - 1].second < massDAC);
+    if (result == NoError && !rises) result = Fail(kMZCalPtsNotRising);
+    if (result == NoError) continue;
+    LastError = FillMessage(kBadMZCalPt, i, LastError);
+    return Error;
   }
   return NoError;
 }

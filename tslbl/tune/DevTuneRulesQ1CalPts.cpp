@@ -20,9 +20,13 @@ bool IsSameMZ(double a, double b) { return std::abs(a - b) <= 1e-6; }
 
 std::wstring NameOfMZ(double mz) { return FillText(L"MZ %.2f", mz); }
 
-// A ramp below zero must be refused by the limits, not wrap around to a good value.
+// A ramp without a result, or below zero where nothing is, must be refused by the limits:
+// no such number may turn into a good one.
+std::int32_t Whole(double value) {
+  return std::isnan(value) ? std::numeric_limits<std::int32_t>::min() : Truncate<std::int32_t>(value);
+}
 std::uint32_t Unsigned(double value) {
-  return value <= -1.0 ? std::numeric_limits<std::uint32_t>::max() : Truncate<std::uint32_t>(value);
+  return value > -1.0 ? Truncate<std::uint32_t>(value) : std::numeric_limits<std::uint32_t>::max();
 }
 
 IOPoint WithSingle(IOPoint point, double value) {
@@ -95,8 +99,8 @@ ErrTypes DevTuneRules::ChangeQ1CalPtMZ(double mz, double newMZ) {
 }
 
 ErrTypes DevTuneRules::QFieldQ1CalPts(TuneField::Id field, Pairs& pairs) const {
-  pairs.clear();
   if (CheckSteppable(field) == Error) return Error;
+  pairs.clear();
   for (const Q1CalPt& point : Q1CalPts) {
     const auto entry = point.Fields.find(field);
     if (entry != point.Fields.end()) pairs.emplace_back(point.MZ, entry->second);
@@ -161,11 +165,11 @@ ErrTypes DevTuneRules::WriteRamped(TuneField::Id field, double value) {
   const Control& c = ControlData;
   switch (field) {
     case TuneField::Cylinder:
-      return WCylinder(Truncate<std::int32_t>(value));
+      return WCylinder(Whole(value));
     case TuneField::EndPlate:
-      return WEndPlate(Truncate<std::int32_t>(value));
+      return WEndPlate(Whole(value));
     case TuneField::CapEnter:
-      return WCapEnter(Truncate<std::int32_t>(value));
+      return WCapEnter(Whole(value));
     case TuneField::DryGasTemp:
       return WDryGasTemp(Unsigned(value));
     case TuneField::ApciVapTemp:
@@ -187,9 +191,9 @@ ErrTypes DevTuneRules::WriteRamped(TuneField::Id field, double value) {
     case TuneField::Q0Exit2:
       return WQ0Exit2(WithSingle(c.Q0Exit2, value));
     case TuneField::HEDynode:
-      return WHEDynode(Truncate<std::int32_t>(value));
+      return WHEDynode(Whole(value));
     case TuneField::DetectorGain:
-      return WDetectorGain(Truncate<std::int32_t>(value));
+      return WDetectorGain(Whole(value));
     case TuneField::SignalThreshold:
       return WSignalThreshold(Unsigned(value));
     case TuneField::Q1Resolution:

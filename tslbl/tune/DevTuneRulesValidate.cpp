@@ -40,12 +40,10 @@ class DevTuneRules::Faults {
  public:
   Faults(const DevTuneRules& rules, std::vector<Fault>* all) : rules_(rules), all_(all) {}
 
-  bool Any() const { return any_; }
   // Takes note of a check of `field`, and tells whether to go on. A lens that is asked to
   // follow m/z and cannot must not reach the instrument: a warning counts.
   bool Holds(TuneField::Id field, ErrTypes result) {
     if (result == NoError) return true;
-    any_ = true;
     if (all_ == nullptr) return false;
     all_->push_back({field, rules_.LastError});
     return true;
@@ -62,7 +60,6 @@ class DevTuneRules::Faults {
  private:
   const DevTuneRules& rules_;
   std::vector<Fault>* all_;
-  bool any_ = false;
 };
 
 struct DevTuneRules::Step {

@@ -111,8 +111,10 @@ const PointTags& Tags() {
 
 }  // namespace
 
+bool TuneField::IsField(Id field) { return Find(field) != nullptr; }
+
 std::wstring TuneField::FieldToString(Id field) {
-  if (Find(field) == nullptr) {
+  if (!IsField(field)) {
     throw VexException(L"Field to string map for field id " + ToText(std::uint32_t{field}) +
                        L" does not exist.");
   }

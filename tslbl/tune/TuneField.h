@@ -74,6 +74,8 @@ struct TSLBL_API TuneField {
     ApciNebGas = 56,
   };
 
+  // Whether a number names a field.
+  static bool IsField(Id field);
   // The name that a user knows. Throws VexException for a number that names no field.
   static std::wstring FieldToString(Id field);
   // The tag in documents; "Unknown" for a field without one.
