@@ -2,7 +2,9 @@
 // whatever version they claim. What is read must survive writing and reading to the bit, and
 // have a dump and a document; what is refused must leave the record as it was.
 
+#include <fuzz/AutoFindPrefs.h>
 #include <fuzz/Records.h>
+#include <fuzz/TuneRules.h>
 #include <tslbl/closed/common/ITslXML.h>
 #include <tslbl/curve/ThreadingParams.h>
 #include <tslbl/records/CSSeries.h>
@@ -57,6 +59,11 @@ void Check(std::string_view bytes) {
   if constexpr (std::is_base_of_v<TslCommon::ITslXML, R>) CheckDocument(record);
 }
 
+void CheckRules(std::string_view bytes) {
+  Tune tune;
+  if (ReadBytes(bytes, tune)) CheckTuneRules(tune);
+}
+
 struct Row {
   const char* name;
   void (*check)(std::string_view bytes);
@@ -92,6 +99,8 @@ constexpr Row kRows[] = {
     {"Tune", Check<Tune>},
     {"TuneInfo", Check<TuneInfo>},
     {"PeakInfo", Check<PeakInfo>},
+    {"PLAutoFindPrefs", CheckPrefsBytes},
+    {"Tune rules", CheckRules},
 };
 
 }  // namespace

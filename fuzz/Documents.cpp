@@ -1,8 +1,10 @@
 // Everything that comes as text: each record as a document, the syringe catalogue, a chain file,
-// the rows of limits, sum formulas. The first byte picks the reader, the rest is the text. What
-// is read must be written as a document that reads as the same.
+// the rows of limits, sum formulas; and the rules of a tune that came so. The first byte picks the reader,
+// the rest is the text. What is read must be written as a document that reads as the same.
 
+#include <fuzz/AutoFindPrefs.h>
 #include <fuzz/Records.h>
+#include <fuzz/TuneRules.h>
 #include <tool/ChainFile.h>
 #include <tool/io/InputError.h>
 #include <tslbl/closed/common/ModulePath.h>
@@ -74,6 +76,14 @@ void CheckFormula(std::string_view text) {
   });
 }
 
+void CheckPrefs(std::string_view text) { CheckPrefsDocument(TslCommon::FromUtf8(text)); }
+
+// A short document is a sound tune: what it lacks stands as in a new one.
+void CheckRules(std::string_view text) {
+  Tune tune = DevTuneRules(Probes::ESI);
+  if (ReadXml(TslCommon::FromUtf8(text), tune)) CheckTuneRules(tune);
+}
+
 struct Row {
   const char* name;
   void (*check)(std::string_view text);
@@ -107,6 +117,8 @@ constexpr Row kRows[] = {
     {"Chain file", CheckChain},
     {"overrides.txt", CheckLimits},
     {"Formula", CheckFormula},
+    {"PLAutoFindPrefs", CheckPrefs},
+    {"Tune rules", CheckRules},
 };
 
 }  // namespace
