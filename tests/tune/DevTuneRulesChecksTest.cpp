@@ -167,8 +167,8 @@ TEST(CheckSimSpanRange, LooksAtTenthsOnly) {
 }
 
 TEST(CheckSimSpanRange, IsNoOther) {
-  for (const double span :
-       {-0.2, -1e-9, 0.1, 0.19, 0.3, 0.5, 0.7, 0.9, 1.1, 1.3, 1.5, 1.7, 1.9, 2.01, 2.2, 1e300, kInfinity})
+  for (const double span : {-0.2, -1e-9, 0.1, 0.19, 0.199, 1.99, 0.3, 0.5, 0.7, 0.9, 1.1, 1.3, 1.5, 1.7, 1.9,
+                            2.01, 2.2, 1e300, kInfinity})
     EXPECT_EQ(SpanTold(span), L"Sim with Span value must be either No Span, 0.2, 0.4, 0.6, 0.8, or 1.0.")
         << span;
 }

@@ -240,6 +240,13 @@ TEST(LastErrorText, IsHandedOverOnce) {
   EXPECT_EQ(text, L"");
 }
 
+TEST(LastErrorText, IsHandedOverAsAValueToo) {
+  DevTuneRules rules = Unmarked();
+  rules.WScansPerSpec(0);
+  EXPECT_EQ(rules.QLastError(), L"Scans Per Spectrum is out of range.  Valid values are 1.00 to 65535.00.");
+  EXPECT_EQ(rules.QLastError(), L"");
+}
+
 TEST(LastErrorText, OutlivesASuccess) {
   DevTuneRules rules = Unmarked();
   rules.WScansPerSpec(0);

@@ -103,6 +103,10 @@ TEST(Q1CalPtRows, AreTwoBeyondAMillionth) {
               kNotFound, {Named(100, L"a"), Named(100.0000011, L"b")});
 }
 
+TEST(Q1CalPtRows, AreOneUpToAMillionth) {
+  ExpectTable({Named(0, L"a")}, [](DevTuneRules& r) { return r.DelQ1CalPt(1e-6); }, kNoError, L"", {});
+}
+
 TEST(Q1CalPtRows, AreDeletedInPlace) {
   const std::vector<Q1CalPt> all = Table();
   ExpectTable(all, [](DevTuneRules& r) { return r.DelQ1CalPt(100); }, kNoError, L"", {all[0], all[2]});

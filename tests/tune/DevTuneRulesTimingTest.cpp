@@ -125,6 +125,32 @@ TEST(Duration, OfAnInvalidStepThrows) {
   EXPECT_THROW(DevTuneRules::QDuration(tune), std::runtime_error);
 }
 
+// More than 20 counts to the m/z, so that a width just below the step holds a step of counts.
+Tune Steep(double low, double high, double step) {
+  Tune tune = Range(low, high, 0);
+  tune.ControlData.MZStepSize = step;
+  tune.MZCalPts = {{L"", 5, 100}, {L"", 3000, 65535}};
+  return tune;
+}
+
+TEST(NumPulses, RoundEndsAndStepToHundredths) {
+  EXPECT_EQ(DevTuneRules::QNumPulses(Steep(100.004, 100.496, 0.5)), 2u) << "0.50 wide when rounded";
+  EXPECT_EQ(DevTuneRules::QNumPulses(Steep(100, 100.49497, 0.5)), 1u) << "0.49 wide when rounded";
+}
+
+TEST(NumPulses, RoundTheStepToCounts) {
+  Tune tune = Range(100, 200, 0);
+  tune.ControlData.MZStepSize = 0.124725;  // 2.4945 counts
+  EXPECT_EQ(DevTuneRules::QNumPulses(tune), 1001u);
+  tune.ControlData.MZStepSize = 0.12525;  // 2.505
+  EXPECT_EQ(DevTuneRules::QNumPulses(tune), 667u);
+}
+
+TEST(TranslateField, RoundsJustBelowHalfAUnitDown) {
+  EXPECT_EQ(DevTuneRules::TranslateField(TuneField::CapExit, 160.495), 160);
+  EXPECT_EQ(DevTuneRules::TranslateField(TuneField::CapExit, -160.495), -160);
+}
+
 TEST(SettlingDelay, BeginsAndEndsAtItsEdges) {
   struct Row {
     double span, change;

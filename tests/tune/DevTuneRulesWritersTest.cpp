@@ -128,6 +128,7 @@ std::vector<Writer> SourceWriters() {
                       Source("CoronaVoltage", &R::WCoronaVoltage, &S::Cylinder, L"Corona Voltage", 0, 6000))),
       For(kApci, With(Negative, Source("CoronaVoltage", &R::WCoronaVoltage, &S::Cylinder, L"Corona Voltage",
                                        -6000, 0))),
+      For(kEsiKinds, Source("CoronaVoltage", &R::WCoronaVoltage, &S::Cylinder, L"Corona Voltage", 0, 0)),
       Of("EndPlateTemp", &R::WEndPlateTemp, &Tune::Source, &S::EndPlateTemp, L"Endplate Temperature", 0, 3),
       Source("DryGasTemp", &R::WDryGasTemp, &S::DryGasTemp, L"Drying Gas Temp.", 25, 350),
       For(kApci, Source("ApciVapTemp", &R::WApciVapTemp, &S::ApciVapTemp, L"APCI Vaporizer Temp.", 25, 350)),

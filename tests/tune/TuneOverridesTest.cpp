@@ -168,6 +168,17 @@ TEST(TuneOverrides, OfAStepMayMakeTheDurationUnknown) {
   EXPECT_BESIDE_LIBRARY(site, thrown(), "");
 }
 
+// However fine the site's steps are, a scan has none below five hundredths.
+TEST(TuneOverrides, OfAFineStepCountScansByFiveHundredths) {
+  const BesideLibrary site("overrides.txt", "13 0.001 2995 0.001");
+  const auto pulses = [] {
+    DevTuneRules rules = Unmarked();
+    return rules.WMZRange(100, 200) == kNoError && rules.WMZStepSize(0.001) == kNoError &&
+           DevTuneRules::QNumPulses(rules) == 2000 / 50 + 1;
+  };
+  EXPECT_BESIDE_LIBRARY(site, pulses(), "");
+}
+
 TEST(TuneOverrides, OfTheVaporizerSayWhereItIsOff) {
   const BesideLibrary site("overrides.txt", "6 20.9 400 5");
   const auto off = [] {
