@@ -7,6 +7,10 @@
 #include <fuzz/TuneRules.h>
 #include <tool/ChainFile.h>
 #include <tool/io/InputError.h>
+#include <tool/tune/TuneDiff.h>
+#include <tool/tune/TuneFaults.h>
+#include <tool/tune/TuneFile.h>
+#include <tool/tune/TuneSheet.h>
 #include <tslbl/closed/common/ModulePath.h>
 #include <tslbl/closed/common/Text.h>
 #include <tslbl/closed/engines/Formula.h>
@@ -53,6 +57,24 @@ void CheckChain(std::string_view text) {
   const std::string written = TslTool::ChainToXml(chain);
   const std::vector<CurveEval> again = TslTool::LoadChain(FileWith("chain.xml", written));
   Require(TslTool::ChainToXml(again) == written, "a written chain is read as the same");
+}
+
+// A file that is no document is held for a binary tune.
+void CheckTuneFile(std::string_view text) {
+  const std::string file = FileWith("tune.xml", text);
+  Tune tune;
+  try {
+    tune = TslTool::LoadTune(file).tune;
+  } catch (const TslTool::InputError& error) {
+    return Require(error.File() == file && !error.Reason().empty(), "a refusal names the file and a reason");
+  }
+  const Tune kept = TslTool::ThroughForm(tune, TslTool::TuneForm::Xml);
+  const std::string written = TslTool::TuneBytes(kept, TslTool::TuneForm::Xml);
+  const Tune again = TslTool::LoadTune(FileWith("tune.xml", written)).tune;
+  Require(TslTool::TuneBytes(again, TslTool::TuneForm::Xml) == written, "a written tune is read as the same");
+  TslTool::TuneDiff(tune, kept);
+  Require(!TslTool::TuneSheet(tune).empty() && TslTool::TuneFaults(again) == TslTool::TuneFaults(kept),
+          "equal tunes have equal faults");
 }
 
 void CheckLimits(std::string_view text) {
@@ -119,6 +141,7 @@ constexpr Row kRows[] = {
     {"Formula", CheckFormula},
     {"PLAutoFindPrefs", CheckPrefs},
     {"Tune rules", CheckRules},
+    {"Tune file", CheckTuneFile},
 };
 
 }  // namespace

@@ -32,12 +32,19 @@ constexpr Bounds kBounds[] = {
     {"/ManVal", -kMost, kMost},
 };
 
+// "Step[2]@Size" as "Step@Size".
+std::string WithoutNumbers(std::string place) {
+  for (auto begin = place.find('['); begin != std::string::npos; begin = place.find('['))
+    place.erase(begin, place.find(']', begin) - begin + 1);
+  return place;
+}
+
 // Older names of a value are taken as their present ones.
 std::string Refuse(const DocumentValue& value) {
   const bool isOlder = value.written == "APB Morph" && value.taken == "Adaptive";
   if (const std::string reason = RefuseOther(value); !reason.empty() && !isOlder) return reason;
   for (const Bounds& bounds : kBounds) {
-    if (!value.place.ends_with(bounds.place)) continue;
+    if (!WithoutNumbers(value.place).ends_with(bounds.place)) continue;
     const double number = std::strtod(value.taken.c_str(), nullptr);
     if (!(bounds.least <= number && number <= bounds.most))
       return fmt::format("\"{}\" is not from {} to {}", Printable(value.written), bounds.least, bounds.most);

@@ -5,6 +5,7 @@
 #include <tslbl/closed/common/Text.h>
 #include <charconv>
 #include <cmath>
+#include <string_view>
 
 namespace TslTool {
 namespace {
@@ -20,7 +21,7 @@ bool SameValue(const std::string& written, const std::string& taken) {
   if (TslCommon::EqualsIgnoreCase(TslCommon::FromUtf8(written), TslCommon::FromUtf8(taken))) return true;
   double a = 0.0;
   double b = 0.0;
-  if (!IsNumber(written, a)) return false;
+  if (!IsNumber(written, a) || !std::isfinite(a)) return false;
   if (IsNumber(taken, b)) return std::abs(a - b) <= 1e-5 * std::abs(a);
   return taken == (a != 0.0 ? "true" : "false");
 }
@@ -31,13 +32,31 @@ std::string Trimmed(const std::string& text) {
   return text.substr(first, text.find_last_not_of(" \t\r\n") - first + 1);
 }
 
-// The element of `taken` with the name and, among those of that name, the place of `child`.
+// Which of the elements of its name an element is, from 1.
+int NumberOf(const pugi::xml_node& child) {
+  int number = 1;
+  for (pugi::xml_node before = child.previous_sibling(child.name()); before;
+       before = before.previous_sibling(child.name()))
+    ++number;
+  return number;
+}
+
+// The element of `taken` with the name of `child` and its place among those of that name.
+// Entries that are kept in an order of their own are found by their attribute "Name".
 pugi::xml_node TwinOf(const pugi::xml_node& child, const pugi::xml_node& taken) {
   pugi::xml_node twin = taken.child(child.name());
-  for (pugi::xml_node before = child.parent().child(child.name()); before != child && twin;
-       before = before.next_sibling(child.name()))
-    twin = twin.next_sibling(child.name());
-  return twin;
+  for (int number = NumberOf(child); number > 1 && twin; --number) twin = twin.next_sibling(child.name());
+  const char* name = child.attribute("Name").value();
+  if (*name == '\0' || std::string_view(twin.attribute("Name").value()) == name) return twin;
+  const pugi::xml_node same = taken.find_child_by_attribute(child.name(), "Name", name);
+  return same ? same : twin;
+}
+
+// With its number, if there are several of its name.
+std::string PlaceOf(const pugi::xml_node& child) {
+  const std::string name = child.name();
+  const bool isOne = !child.previous_sibling(child.name()) && !child.next_sibling(child.name());
+  return isOne ? name : name + "[" + std::to_string(NumberOf(child)) + "]";
 }
 
 class DocumentCheck {
@@ -55,8 +74,9 @@ class DocumentCheck {
     for (const pugi::xml_node child : written.children()) {
       if (child.type() != pugi::node_element) continue;
       const pugi::xml_node twin = TwinOf(child, taken);
-      if (!twin) Refuse(place, "unknown element \"" + Printable(child.name()) + "\"");
-      Compare(child, twin, std::string(place).append("/").append(child.name()));
+      const char* what = taken.child(child.name()) ? "one element too many: \"" : "unknown element \"";
+      if (!twin) Refuse(place, what + Printable(child.name()) + "\"");
+      Compare(child, twin, std::string(place).append("/").append(PlaceOf(child)));
     }
   }
 

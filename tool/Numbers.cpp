@@ -52,10 +52,6 @@ std::uint32_t ParseCount(const std::string& option, std::string_view text) {
   return Parse<std::uint32_t>(option, text, "a whole number from 0 to 4294967295");
 }
 
-std::int32_t ParseInteger(const std::string& option, std::string_view text) {
-  return Parse<std::int32_t>(option, text, "a whole number from -2147483648 to 2147483647");
-}
-
 std::uint64_t ParseLongCount(const std::string& option, std::string_view text) {
   return Parse<std::uint64_t>(option, text, "a whole number from 0 to 18446744073709551615");
 }

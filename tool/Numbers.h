@@ -11,7 +11,6 @@ namespace TslTool {
 // All throw UsageError with the option's name and the text that is wrong.
 double ParseReal(const std::string& option, std::string_view text);
 std::uint32_t ParseCount(const std::string& option, std::string_view text);
-std::int32_t ParseInteger(const std::string& option, std::string_view text);
 std::uint64_t ParseLongCount(const std::string& option, std::string_view text);
 
 struct RealRange {

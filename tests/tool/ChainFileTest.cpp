@@ -114,8 +114,8 @@ std::string Changed(const std::string& from, const std::string& to) {
 }
 
 TEST(ChainFile, ASlipOfThePenIsNamedWithItsPlace) {
-  const std::string smooth = "CurveEvals/CurveEval/Smooth";
-  const std::string detect = "CurveEvals/CurveEval/PeakDetect";
+  const std::string smooth = "CurveEvals/CurveEval[1]/Smooth";
+  const std::string detect = "CurveEvals/CurveEval[2]/PeakDetect";
   EXPECT_EQ(ErrorOf(Changed("<Order>2</Order>", "<Ordre>2</Ordre>")), smooth + ": unknown element \"Ordre\"");
   EXPECT_EQ(ErrorOf(Changed("<Order>2<", "<Order>two<")), smooth + "/Order: \"two\" is not a value for it");
   EXPECT_EQ(ErrorOf(Changed("<Order>2<", "<Order>-2<")), smooth + "/Order: \"-2\" is not a value for it");
@@ -136,14 +136,14 @@ TEST(ChainFile, ASlipOfThePenIsNamedWithItsPlace) {
 TEST(ChainFile, SmoothingThatWouldSeemToHangIsRefused) {
   EXPECT_EQ(ErrorOf(Changed("<Passes>1<", "<Passes>1000<")), "");
   EXPECT_EQ(ErrorOf(Changed("<Passes>1<", "<Passes>1001<")),
-            "CurveEvals/CurveEval/Smooth/Passes: \"1001\" is not from 1 to 1000");
+            "CurveEvals/CurveEval[1]/Smooth/Passes: \"1001\" is not from 1 to 1000");
   EXPECT_EQ(ErrorOf(Changed("<Passes>1<", "<Passes>-1<")),
-            "CurveEvals/CurveEval/Smooth/Passes: \"-1\" is not a value for it");
+            "CurveEvals/CurveEval[1]/Smooth/Passes: \"-1\" is not a value for it");
 }
 
 TEST(ChainFile, ValuesThatNobodyCanMeanAreRefused) {
-  const std::string smooth = "CurveEvals/CurveEval/Smooth";
-  const std::string detect = "CurveEvals/CurveEval/PeakDetect";
+  const std::string smooth = "CurveEvals/CurveEval[1]/Smooth";
+  const std::string detect = "CurveEvals/CurveEval[2]/PeakDetect";
   EXPECT_EQ(ErrorOf(Changed("<Passes>1<", "<Passes>0<")), smooth + "/Passes: \"0\" is not from 1 to 1000");
   EXPECT_EQ(ErrorOf(Changed("<Order>2<", "<Order>400000000<")),
             smooth + "/Order: \"400000000\" is not from 0 to 100");
@@ -155,7 +155,7 @@ TEST(ChainFile, ValuesThatNobodyCanMeanAreRefused) {
 
 TEST(ChainFile, ADamagedValueCannotGarbleATerminal) {
   EXPECT_EQ(ErrorOf(Changed("<Order>2<", "<Order>2\n\xc3\xa4<")),
-            "CurveEvals/CurveEval/Smooth/Order: \"2???\" is not a value for it");
+            "CurveEvals/CurveEval[1]/Smooth/Order: \"2???\" is not a value for it");
 }
 
 TEST(ChainFile, AnUnknownCommandIsNamedWithItsPlace) {

@@ -9,5 +9,7 @@ Command PeaksCommand();
 Command SimulateCommand();
 Command InfoCommand();
 Command TuneCommand();
+// A member of its family.
+Command TuneSetCommand();
 
 }  // namespace TslTool

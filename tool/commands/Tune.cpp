@@ -3,18 +3,18 @@
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
-#include <tool/Numbers.h>
+#include <tool/FileLock.h>
 #include <tool/Output.h>
 #include <tool/commands/Commands.h>
 #include <tool/io/InputError.h>
 #include <tool/tune/TuneDiff.h>
-#include <tool/tune/TuneEdit.h>
 #include <tool/tune/TuneFaults.h>
-#include <tool/tune/TuneFields.h>
 #include <tool/tune/TuneFile.h>
 #include <tool/tune/TunePlot.h>
 #include <tool/tune/TuneSheet.h>
+#include <tool/tune/TuneStore.h>
 #include <tslbl/closed/common/Text.h>
+#include <tslbl/tune/DevTuneRules.h>
 #include <algorithm>
 #include <filesystem>
 #include <iostream>
@@ -24,22 +24,6 @@ namespace {
 
 using TslBL::DevTuneRules;
 using TslBL::Tune;
-
-void Tell(const std::string& text) {
-  Output output("");
-  output.Write(text);
-  output.Commit();
-}
-
-void Warn(const std::string& text) { fmt::print(stderr, "tslbl: {}\n", text); }
-
-void Save(const Tune& tune, TuneForm form, const std::string& file) {
-  Output output(file);
-  output.Write(TuneBytes(tune, form));
-  output.Commit();
-  for (const std::string& line : TuneDiff(tune, ThroughForm(tune, form)))
-    Warn(fmt::format("{}: this form does not keep all of it: {}", file, line));
-}
 
 TuneForm FormFor(const std::string& to, const std::string& file) {
   return to.empty() ? FormOfName(file) : to == "xml" ? TuneForm::Xml : TuneForm::Binary;
@@ -71,10 +55,15 @@ struct NewArguments {
 int RunNew(const NewArguments& arguments) {
   Require(arguments.output, "--output");
   RequireForm(arguments.to);
-  if (std::filesystem::exists(arguments.output))
-    throw std::runtime_error(arguments.output + ": is there already, and may be somebody's tune");
   const DevTuneRules rules(arguments.probe == "apci" ? TslBL::Probes::APCI : TslBL::Probes::ESI);
-  Save(rules, FormFor(arguments.to, arguments.output), arguments.output);
+  TakeName(arguments.output);
+  try {
+    Save(rules, FormFor(arguments.to, arguments.output), arguments.output);
+  } catch (...) {
+    std::filesystem::remove(arguments.output);
+    throw;
+  }
+  WarnOfFaults(arguments.output, {}, rules);
   return kDone;
 }
 
@@ -108,7 +97,7 @@ int RunShow(const ShowArguments& arguments) {
   for (const std::string& file : arguments.files) {
     if (!arguments.plot.empty() && SameFile(file, arguments.plot))
       throw UsageError("--plot: " + arguments.plot + " is a tune to be shown");
-    const Tune tune = LoadTune(file).tune;
+    const Tune tune = Load(file);
     tunes.push_back({tune, fmt::format("{} ({})", TslCommon::ToUtf8(tune.Info.Name), file)});
   }
   if (!arguments.plot.empty()) {
@@ -152,12 +141,12 @@ int RunCheck(const std::vector<std::string>& files) {
   int status = kDone;
   for (const std::string& file : files) {
     try {
-      for (const std::string& fault : TuneFaults(LoadTune(file).tune)) {
+      for (const std::string& fault : TuneFaults(Load(file))) {
         Tell(fmt::format("{}: {}\n", file, fault));
         status = kFailed;
       }
     } catch (const InputError& e) {
-      Warn(e.what());
+      std::cerr << "tslbl: " << e.what() << std::endl;
       status = kFailed;
     }
   }
@@ -175,79 +164,11 @@ Command CheckCommand() {
           .run = [files](const Options&) { return RunCheck(*files); }};
 }
 
-// ---- set -------------------------------------------------------------------------------
-
-std::string SettableFields() {
-  std::string text;
-  for (const FieldGroup& group : TuneFieldGroups()) {
-    std::vector<std::string> names;
-    for (const TuneField& field : group.fields)
-      if (field.set != nullptr && (names.empty() || names.back() != field.name))
-        names.emplace_back(field.name);
-    text += fmt::format("  {}:\n", group.title);
-    std::string line;
-    for (const std::string& name : names) {
-      if (line.size() + name.size() > 76) text += "   " + std::exchange(line, "") + '\n';
-      line += ' ' + name;
-    }
-    text += "   " + line + '\n';
-  }
-  return text;
-}
-
-int RunSet(const std::string& file, const std::vector<std::string>& edits) {
-  if (file.empty()) throw UsageError("FILE is missing");
-  if (edits.empty()) throw UsageError("FIELD=VALUE is missing");
-  const TuneFile loaded = LoadTune(file);
-  DevTuneRules rules(loaded.tune);
-  for (const std::string& edit : edits) {
-    const EditResult result = Edit(rules, edit);
-    if (result.refused) throw std::runtime_error(fmt::format("{}: {}: {}", file, edit, result.text));
-    if (!result.text.empty()) Warn(fmt::format("{}: {}: {}", file, edit, result.text));
-  }
-  if (rules == loaded.tune) {
-    Warn(file + ": the values are those that it has; it stays as it is");
-    return kDone;
-  }
-  rules.WLastSavedNow();
-  Save(rules, loaded.form, file);
-  return kDone;
-}
-
-Command SetCommand() {
-  auto words = std::make_shared<std::vector<std::string>>();
-  return {.name = "set",
-          .summary = "Changes fields of a tune, as far as the rules allow",
-          .examples =
-              "The changes are made in their order, each under the rules as the ones before left the\n"
-              "tune. A value that a rule refuses is told with the rule's message, the exit status is 1\n"
-              "and the file stays as it was.\n\n"
-              "Fields:\n" +
-              SettableFields() +
-              "A lens takes a number, or \"calibrated\" to follow m/z by the Q1 step calibration;\n"
-              "LENS@MZ is its value at the calibrant of that m/z, none if the value is \"none\".\n"
-              "Switches take on and off. InitSettleDelay=auto sets what the m/z range and the\n"
-              "capillary exit need. MZRange=LOW-HIGH sets both ends. SamplesPerMass sets the step.\n"
-              "Model takes MAKE/MODEL of the catalogue of syringes, Diameter any other syringe.\n\n"
-              "Examples:\n"
-              "  tslbl tune set esi.xml MZLow=100 MZHi=1000 InitSettleDelay=auto\n"
-              "  tslbl tune set esi.xml CapExit=calibrated CapExit@118=95 'Comment=after venting'\n",
-          .declare =
-              [words](Options& options) {
-                options.Values("FILE FIELD=VALUE", *words, "The tune, and what to change");
-              },
-          .run =
-              [words](const Options&) {
-                if (words->empty()) throw UsageError("FILE is missing");
-                return RunSet(words->front(), {words->begin() + 1, words->end()});
-              }};
-}
-
 // ---- diff ------------------------------------------------------------------------------
 
 int RunDiff(const std::vector<std::string>& files) {
   if (files.size() != 2) throw UsageError("FILE: two tunes are compared");
-  const std::vector<std::string> lines = TuneDiff(LoadTune(files[0]).tune, LoadTune(files[1]).tune);
+  const std::vector<std::string> lines = TuneDiff(Load(files[0]), Load(files[1]));
   for (const std::string& line : lines) Tell(line + '\n');
   return lines.empty() ? kDone : kFailed;
 }
@@ -277,7 +198,7 @@ int RunConvert(const ConvertArguments& arguments) {
   RequireForm(arguments.to);
   if (SameFile(arguments.input, arguments.output))
     throw UsageError("--output: " + arguments.output + " is the tune to be converted");
-  Save(LoadTune(arguments.input).tune, FormFor(arguments.to, arguments.output), arguments.output);
+  Save(Load(arguments.input), FormFor(arguments.to, arguments.output), arguments.output);
   return kDone;
 }
 
@@ -287,7 +208,7 @@ Command ConvertCommand() {
           .summary = "Turns a tune into a document or a binary file",
           .examples =
               "Older binary tunes are made current. What a form does not keep is told: a document\n"
-              "holds six digits of a number.\n\n"
+              "holds six digits of a number. A file that is there already is replaced.\n\n"
               "Examples:\n"
               "  tslbl tune convert old.tune --output tune.xml\n"
               "  tslbl tune convert tune.xml --output tune.bin --to binary\n",
@@ -303,15 +224,15 @@ Command ConvertCommand() {
 }  // namespace
 
 Command TuneCommand() {
-  return {
-      .name = "tune",
-      .summary = "Makes, shows, checks, changes, compares and converts tunes",
-      .examples =
-          "A tune is a document (XML) or a binary file; which one is seen from its content.\n"
-          "'tslbl tune COMMAND --help' tells all about a command.",
-      .declare = {},
-      .run = {},
-      .family = {NewCommand(), ShowCommand(), CheckCommand(), SetCommand(), DiffCommand(), ConvertCommand()}};
+  return {.name = "tune",
+          .summary = "Makes, shows, checks, changes, compares and converts tunes",
+          .examples =
+              "A tune is a document (XML) or a binary file; which one is seen from its content.\n"
+              "'tslbl tune COMMAND --help' tells all about a command.",
+          .declare = {},
+          .run = {},
+          .family = {NewCommand(), ShowCommand(), CheckCommand(), TuneSetCommand(), DiffCommand(),
+                     ConvertCommand()}};
 }
 
 }  // namespace TslTool

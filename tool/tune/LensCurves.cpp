@@ -4,6 +4,7 @@
 #include <tslbl/tune/Q1FieldConvert.h>
 #include <tslbl/tune/Settling.h>
 #include <algorithm>
+#include <cmath>
 #include <stdexcept>
 
 namespace TslTool {
@@ -43,7 +44,7 @@ std::optional<double> LensAt(const Tune& tune, const LensField& field, double mz
   } catch (const std::runtime_error&) {
     return std::nullopt;
   }
-  return value;
+  return std::isfinite(value) ? std::optional(value) : std::nullopt;
 }
 
 std::vector<std::pair<double, double>> LensPoints(const Tune& tune, const LensField& field) {

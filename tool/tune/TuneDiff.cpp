@@ -7,6 +7,8 @@
 #include <tslbl/closed/common/Text.h>
 #include <algorithm>
 #include <map>
+#include <string_view>
+#include <utility>
 
 namespace TslTool {
 namespace {
@@ -21,16 +23,20 @@ std::string Line(const std::string& what, const std::string& a, const std::strin
 }
 
 // A setting of one kind of tune has no value in the other.
-std::string ShownIn(const Tune& tune, const TuneField& field) {
-  return HasField(tune, field) ? field.show(DevTuneRules(tune)) : "-";
+std::string ShownIn(const Tune& tune, const FieldGroup& group, std::string_view name) {
+  for (const TuneField& field : group.fields)
+    if (field.name == name && HasField(tune, field)) return field.show(DevTuneRules(tune));
+  return "-";
 }
 
 void AddFields(const Tune& a, const Tune& b, std::vector<std::string>& lines) {
   for (const FieldGroup& group : TuneFieldGroups()) {
+    std::string_view before;
     for (const TuneField& field : group.fields) {
-      if (!HasField(a, field) && !HasField(b, field)) continue;
-      const std::string ofA = ShownIn(a, field);
-      const std::string ofB = ShownIn(b, field);
+      // The rows of one name stand together.
+      if (std::exchange(before, field.name) == field.name) continue;
+      const std::string ofA = ShownIn(a, group, field.name);
+      const std::string ofB = ShownIn(b, group, field.name);
       if (ofA != ofB) lines.push_back(Line(field.name, ofA, ofB));
     }
   }
@@ -90,25 +96,40 @@ std::vector<Lens> Lenses() {
   return lenses;
 }
 
-bool SeenApart(const TslBL::IOPoint& a, const TslBL::IOPoint& b) {
-  return a.Type != b.Type || (a.Type == TslBL::IOPoint::SingleType && a.Single != b.Single);
-}
+struct LensNumber {
+  const char* name;
+  double TslBL::IOPoint::*number;
+};
+constexpr LensNumber kLensNumbers[] = {{"Single", &TslBL::IOPoint::Single},
+                                       {"Calibrated", &TslBL::IOPoint::Calibrated},
+                                       {"Start", &TslBL::IOPoint::Start},
+                                       {"End", &TslBL::IOPoint::End},
+                                       {"StepSize", &TslBL::IOPoint::StepSize}};
 
-std::string Stored(const TslBL::IOPoint& lens) {
-  return fmt::format("single {} calibrated {} function {} to {} by {}", lens.Single, lens.Calibrated,
-                     lens.Start, lens.End, lens.StepSize);
-}
-
-// What no sheet shows: numbers of a lens that are not in use, settings of the other kind
-// of probe.
-void AddHidden(const Tune& a, const Tune& b, std::vector<std::string>& lines) {
+// Numbers of a lens that are stored but not in use.
+void AddStored(const Tune& a, const Tune& b, std::vector<std::string>& lines) {
   for (const Lens& lens : Lenses()) {
     const TslBL::IOPoint& ofA = a.ControlData.*lens.lens;
     const TslBL::IOPoint& ofB = b.ControlData.*lens.lens;
-    if (!SeenApart(ofA, ofB) && !(ofA == ofB))
-      lines.push_back(Line(fmt::format("{} (stored)", lens.name), Stored(ofA), Stored(ofB)));
+    for (const auto& [name, number] : kLensNumbers) {
+      const bool inUse = number == &TslBL::IOPoint::Single && ofA.Type == TslBL::IOPoint::SingleType &&
+                         ofB.Type == TslBL::IOPoint::SingleType;
+      if (!inUse && ofA.*number != ofB.*number)
+        lines.push_back(Line(fmt::format("{}.{}", lens.name, name), fmt::format("{}", ofA.*number),
+                             fmt::format("{}", ofB.*number)));
+    }
   }
-  if (lines.empty() && !(a == b)) lines.emplace_back("values that neither sheet shows differ");
+}
+
+// Settings that the other kind of probe has, and this one stores without using.
+void AddOfOtherProbe(const Tune& a, const Tune& b, std::vector<std::string>& lines) {
+  if (a.Source.Type == TslBL::Probes::APCI || b.Source.Type == TslBL::Probes::APCI) return;
+  const auto add = [&](const char* name, double ofA, double ofB) {
+    if (ofA != ofB) lines.push_back(Line(name, fmt::format("{}", ofA), fmt::format("{}", ofB)));
+  };
+  add("CoronaCurrent (APCI)", a.Source.CoronaCurrent, b.Source.CoronaCurrent);
+  add("ControlByCurrent (APCI)", a.Source.ControlByCurrent, b.Source.ControlByCurrent);
+  add("ApciVapTemp (APCI)", a.Source.ApciVapTemp, b.Source.ApciVapTemp);
 }
 
 }  // namespace
@@ -118,7 +139,9 @@ std::vector<std::string> TuneDiff(const Tune& a, const Tune& b) {
   AddFields(a, b, lines);
   AddMZCalPts(a, b, lines);
   AddQ1CalPts(a, b, lines);
-  AddHidden(a, b, lines);
+  AddStored(a, b, lines);
+  AddOfOtherProbe(a, b, lines);
+  if (lines.empty() && !(a == b)) lines.emplace_back("the tunes differ in what no line tells");
   return lines;
 }
 

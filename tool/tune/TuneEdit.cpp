@@ -1,6 +1,7 @@
 #include <tool/tune/TuneEdit.h>
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
 #include <tool/CommandLine.h>
 #include <tool/Numbers.h>
@@ -8,6 +9,7 @@
 #include <tool/tune/TuneFields.h>
 #include <tslbl/closed/common/Text.h>
 #include <algorithm>
+#include <iterator>
 
 namespace TslTool {
 namespace {
@@ -45,10 +47,19 @@ ErrTypes SetRange(DevTuneRules& rules, const std::string& name, const std::strin
   return rules.QMZLow() == range.from ? high : DevTuneRules::Error;
 }
 
+// The rules take any other number for 10, which nobody who types one means.
+ErrTypes SetSamplesPerMass(DevTuneRules& rules, const std::string& name, const std::string& text) {
+  constexpr double kOffered[] = {20, 10, 6, 5, 4};
+  const double samples = ParseReal(name, text);
+  if (std::ranges::find(kOffered, samples) == std::end(kOffered))
+    throw UsageError(name + ": \"" + text + "\" is not one of 20, 10, 6, 5, 4");
+  return rules.WSamplesPerMass(samples);
+}
+
 ErrTypes SetField(DevTuneRules& rules, const std::string& name, const std::string& text) {
   if (name.find('@') != std::string::npos) return SetAtCalibrant(rules, name, text);
   if (SameText(name, "MZRange")) return SetRange(rules, name, text);
-  if (SameText(name, "SamplesPerMass")) return rules.WSamplesPerMass(ParseReal(name, text));
+  if (SameText(name, "SamplesPerMass")) return SetSamplesPerMass(rules, name, text);
   const TuneField& field = FindTuneField(rules, name);
   if (field.set == nullptr) throw UsageError(fmt::format("{} cannot be set", field.name));
   return field.set(rules, field.name, text);
@@ -66,6 +77,17 @@ std::string WrongProbe(const DevTuneRules& rules, const std::string& name) {
 }
 
 }  // namespace
+
+std::string ShownOf(const DevTuneRules& rules, const std::string& edit) {
+  const std::string name = edit.substr(0, edit.find('='));
+  if (const auto at = name.find('@'); at != std::string::npos) {
+    const auto points = LensPoints(rules, FindLens(name.substr(0, at)));
+    return fmt::format("{}", points);
+  }
+  if (SameText(name, "MZRange")) return fmt::format("{}-{}", rules.QMZLow(), rules.QMZHi());
+  if (SameText(name, "SamplesPerMass")) return fmt::format("{}", rules.QSamplesPerMass());
+  return FindTuneField(rules, name).show(rules);
+}
 
 EditResult Edit(DevTuneRules& rules, const std::string& edit) {
   const auto equals = edit.find('=');

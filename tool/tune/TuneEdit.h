@@ -15,4 +15,7 @@ struct EditResult {
 // such field, a text that is no value for it.
 EditResult Edit(TslBL::DevTuneRules& rules, const std::string& edit);
 
+// How the field of a change stands.
+std::string ShownOf(const TslBL::DevTuneRules& rules, const std::string& edit);
+
 }  // namespace TslTool

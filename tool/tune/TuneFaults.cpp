@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <tool/tune/LensCurves.h>
 #include <tool/tune/TuneFields.h>
 #include <tslbl/closed/common/Text.h>
 #include <algorithm>
@@ -50,6 +51,17 @@ void AddRefusals(const TslBL::Tune& tune, Collector& faults) {
   }
 }
 
+// Where two calibrants share one m/z the curve of a lens has no value.
+void AddOpenCurves(const TslBL::Tune& tune, Collector& faults) {
+  for (const LensField& lens : LensFields()) {
+    const auto points = LensPoints(tune, lens);
+    const auto twin = std::ranges::adjacent_find(points, {}, [](const auto& point) { return point.first; });
+    if (twin != points.end())
+      faults.Add(lens.name,
+                 TslCommon::FromUtf8(fmt::format("{} has two calibrants at m/z {}", lens.name, twin->first)));
+  }
+}
+
 }  // namespace
 
 std::vector<std::string> TuneFaults(const TslBL::Tune& tune) {
@@ -57,7 +69,9 @@ std::vector<std::string> TuneFaults(const TslBL::Tune& tune) {
   DevTuneRules rules(tune);
   for (const DevTuneRules::Fault& fault : rules.QFaults()) faults.Add(NameOf(tune, fault.field), fault.text);
   AddRefusals(tune, faults);
-  if (!tune.SyringeData.Manufacturer.empty() && rules.CheckSyringe(tune.SyringeData) == DevTuneRules::Error) {
+  AddOpenCurves(tune, faults);
+  if (!(tune.SyringeData == TslBL::Syringe()) &&
+      rules.CheckSyringe(tune.SyringeData) == DevTuneRules::Error) {
     std::wstring text;
     rules.QLastError(text);
     faults.Add("Diameter", text);

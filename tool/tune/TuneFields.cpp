@@ -6,8 +6,13 @@
 #include <tool/CommandLine.h>
 #include <tool/Numbers.h>
 #include <tslbl/closed/common/Text.h>
+#include <tslbl/closed/common/Truncate.h>
 #include <algorithm>
+#include <cmath>
 #include <ctime>
+#include <limits>
+#include <type_traits>
+#include <utility>
 #include <vector>
 
 namespace TslTool {
@@ -49,7 +54,7 @@ std::string Shown(double value) { return fmt::format("{}", value == 0.0 ? 0.0 : 
 std::string Shown(std::int32_t value) { return fmt::format("{}", value); }
 std::string Shown(std::uint32_t value) { return fmt::format("{}", value); }
 std::string Shown(bool value) { return value ? "on" : "off"; }
-std::string Shown(const std::wstring& value) { return TslCommon::ToUtf8(value); }
+std::string Shown(const std::wstring& value) { return OnOneLine(TslCommon::ToUtf8(value)); }
 std::string Shown(const IOPoint& lens) {
   switch (lens.Type) {
     case IOPoint::SingleType:
@@ -68,19 +73,29 @@ requires std::is_enum_v<E> std::string Shown(E value) {
 }
 
 void Parse(const std::string& name, const std::string& text, double& value) { value = ParseReal(name, text); }
+// A number of any size, so that one beyond the type meets the limits of its field: no
+// field reaches the ends of the type.
+template <class Int>
+Int ParseWhole(const std::string& name, const std::string& text) {
+  const double value = ParseReal(name, text);
+  if (value != std::trunc(value)) throw UsageError(name + ": \"" + text + "\" is not a whole number");
+  const bool isBelowUnsigned = std::is_unsigned_v<Int> && value < 0.0;
+  return isBelowUnsigned ? std::numeric_limits<Int>::max() : TslCommon::Truncate<Int>(value);
+}
 void Parse(const std::string& name, const std::string& text, std::int32_t& value) {
-  value = ParseInteger(name, text);
+  value = ParseWhole<std::int32_t>(name, text);
 }
 void Parse(const std::string& name, const std::string& text, std::uint32_t& value) {
-  value = ParseCount(name, text);
+  value = ParseWhole<std::uint32_t>(name, text);
 }
 void Parse(const std::string& name, const std::string& text, bool& value) {
   if (!SameText(text, "on") && !SameText(text, "off"))
     throw UsageError(name + ": \"" + text + "\" is not one of on, off");
   value = SameText(text, "on");
 }
-void Parse(const std::string&, const std::string& text, std::wstring& value) {
+void Parse(const std::string& name, const std::string& text, std::wstring& value) {
   value = TslCommon::FromUtf8(text);
+  if (TslCommon::ToUtf8(value) != text) throw UsageError(name + ": the text is not UTF-8");
 }
 void Parse(const std::string& name, const std::string& text, IOPoint& lens) {
   if (SameText(text, "calibrated")) {
@@ -118,9 +133,23 @@ ErrTypes Keep(DevTuneRules& rules) {
   return (rules.*Write)(value);
 }
 
+template <class T>
+std::string NamesOf() {
+  if constexpr (std::is_same_v<T, bool>) {
+    return "on, off";
+  } else if constexpr (std::is_enum_v<T>) {
+    return fmt::format("{}", fmt::join(kNames<T>, ", "));
+  } else {
+    return "";
+  }
+}
+
+template <auto Query>
+using TypeOf = std::remove_cvref_t<decltype((std::declval<const DevTuneRules&>().*Query)())>;
+
 template <auto Query, auto Write>
 constexpr TuneField Row(const char* name, Id id, const char* unit, FieldOf of = FieldOf::Every) {
-  return {name, id, unit, of, Show<Query>, Set<Query, Write>, Keep<Query, Write>};
+  return {name, id, unit, of, Show<Query>, Set<Query, Write>, Keep<Query, Write>, NamesOf<TypeOf<Query>>};
 }
 
 std::string ShowLastSave(const DevTuneRules& rules) {
@@ -130,6 +159,12 @@ std::string ShowLastSave(const DevTuneRules& rules) {
   if (gmtime_r(&seconds, &utc) == nullptr || std::strftime(text, sizeof text, "%F %TZ", &utc) == 0)
     return fmt::format("{} s", seconds);
   return text;
+}
+
+// What came with a scan's high end is no span.
+std::string ShowSpan(const DevTuneRules& rules) {
+  const bool isSpan = rules.QSimWithSpan() != Control::NoSpan || rules.ControlData.MZHi == 0.0;
+  return isSpan ? Shown(rules.QSimWithSpan()) : "no span: " + Shown(rules.ControlData.MZHi);
 }
 
 // "auto" is what the m/z range and the capillary exit need.
@@ -150,7 +185,8 @@ ErrTypes SetModel(DevTuneRules& rules, const std::string& name, const std::strin
 
 std::string ShowModel(const DevTuneRules& rules) {
   const std::string make = Shown(rules.QSyringeManufacturer());
-  return make.empty() ? "" : make + "/" + Shown(rules.QSyringeModel());
+  const std::string model = Shown(rules.QSyringeModel());
+  return model.empty() ? make : make + "/" + model;
 }
 
 using R = DevTuneRules;
@@ -158,7 +194,7 @@ using R = DevTuneRules;
 constexpr TuneField kRecord[] = {
     Row<&R::QName, &R::WName>("Name", Id::Name, ""),
     Row<&R::QComment, &R::WComment>("Comment", Id::Comment, ""),
-    {"LastSave", Id::LastSave, "", FieldOf::Every, ShowLastSave, nullptr, nullptr},
+    {"LastSave", Id::LastSave, "", FieldOf::Every, ShowLastSave, nullptr, nullptr, NamesOf<double>},
 };
 constexpr TuneField kSource[] = {
     Row<&R::QIonSourceType, &R::WIonSourceType>("SourceType", Id::SourceType, ""),
@@ -187,10 +223,11 @@ constexpr TuneField kAcquisition[] = {
     Row<&R::QPolarityType, &R::WPolarityType>("PolarityType", Id::PolarityType, ""),
     Row<&R::QMZLow, &R::WMZLow>("MZLow", Id::MZLow, "m/z"),
     Row<&R::QMZHi, &R::WMZHi>("MZHi", Id::MZHi, "m/z", FieldOf::Scan),
-    Row<&R::QSimWithSpan, &R::WSimWithSpan>("SimWithSpan", Id::MZHi, "m/z", FieldOf::Sim),
+    {"SimWithSpan", Id::MZHi, "m/z", FieldOf::Sim, ShowSpan, Set<&R::QSimWithSpan, &R::WSimWithSpan>, nullptr,
+     NamesOf<Control::SimWithSpanTypes>},
     Row<&R::QMZStepSize, &R::WMZStepSize>("MZStepSize", Id::MZStepSize, "m/z"),
     {"InitSettleDelay", Id::InitSettleDelay, "us", FieldOf::Every, Show<&R::QInitSettleDelay>,
-     SetInitSettleDelay, Keep<&R::QInitSettleDelay, &R::WInitSettleDelay>},
+     SetInitSettleDelay, Keep<&R::QInitSettleDelay, &R::WInitSettleDelay>, NamesOf<double>},
     Row<&R::QStepSettleDelay, &R::WStepSettleDelay>("StepSettleDelay", Id::StepSettleDelay, "us"),
     Row<&R::QPulseCountDelay, &R::WPulseCountDelay>("PulseCountDelay", Id::PulseCountDelayScan, "us",
                                                     FieldOf::Scan),
@@ -209,7 +246,7 @@ constexpr TuneField kIonPath[] = {
     Row<&R::QQ1Resolution, &R::WQ1Resolution>("Q1Resolution", Id::Q1Resolution, "%"),
     Row<&R::QQ1CoarseResolution, &R::WQ1CoarseResolution>("Q1CoarseResolution", Id::Q1CoarseResolution, "%"),
     Row<&R::QQ1Offset, &R::WQ1Offset>("Q1Offset", Id::Q1Offset, "V"),
-    {"Q1Enter", Id::Q1Enter, "V", FieldOf::Every, Show<&R::QQ1Enter>, nullptr, nullptr},
+    {"Q1Enter", Id::Q1Enter, "V", FieldOf::Every, Show<&R::QQ1Enter>, nullptr, nullptr, NamesOf<double>},
     Row<&R::QQ1IonGuide, &R::WQ1IonGuide>("Q1IonGuide", Id::Q1IonGuide, "V"),
     Row<&R::QQ1PolePolarity, &R::WQ1PolePolarity>("Q1PolePolarity", Id::Q1PolePolarity, ""),
     Row<&R::QHEDynode, &R::WHEDynode>("HEDynode", Id::HEDynode, "V"),
@@ -217,9 +254,9 @@ constexpr TuneField kIonPath[] = {
     Row<&R::QSignalThreshold, &R::WSignalThreshold>("SignalThreshold", Id::SignalThreshold, ""),
 };
 constexpr TuneField kSyringe[] = {
-    {"Model", Id::Model, "", FieldOf::Every, ShowModel, SetModel, nullptr},
+    {"Model", Id::Model, "", FieldOf::Every, ShowModel, SetModel, nullptr, NamesOf<double>},
     {"Diameter", Id::Diameter, "mm", FieldOf::Every, Show<&R::QSyringeDiameter>,
-     Set<&R::QSyringeDiameter, &R::WSyringeCustom>, nullptr},
+     Set<&R::QSyringeDiameter, &R::WSyringeCustom>, nullptr, NamesOf<double>},
     Row<&R::QSyringeFlow, &R::WSyringeFlow>("FlowRate", Id::FlowRate, ""),
 };
 constexpr FieldGroup kGroups[] = {{"Tune", kRecord},
@@ -272,6 +309,20 @@ bool HasField(const Tune& tune, const TuneField& field) {
       return tune.ControlData.Type != Control::Scan;
   }
   return false;
+}
+
+std::string DisplayName(const TuneField& field) {
+  // A span stands in the place of the high end.
+  const bool isSpan = field.of == FieldOf::Sim && field.id == Id::MZHi;
+  return isSpan ? "SIM Span" : TslCommon::ToUtf8(TslBL::TuneField::FieldToString(field.id));
+}
+
+std::string ValueNames(const TuneField& field) { return field.names(); }
+
+std::string OnOneLine(std::string text) {
+  std::ranges::replace_if(
+      text, [](unsigned char c) { return c < 0x20 || c == 0x7F; }, '?');
+  return text;
 }
 
 const TuneField& FindTuneField(const Tune& tune, std::string_view name) {

@@ -13,7 +13,7 @@ enum class FieldOf { Every, Esi, Apci, Scan, Sim };
 
 struct TuneField {
   const char* name;
-  TslBL::TuneField::Id id;  // its display name and limits
+  TslBL::TuneField::Id id;  // its limits, and its display name
   const char* unit;
   FieldOf of;
   // As text that `set` takes again.
@@ -24,6 +24,8 @@ struct TuneField {
                                        const std::string& text);
   // Gives the field's writer what is there already. Null without a check of its own.
   TslBL::DevTuneRules::ErrTypes (*keep)(TslBL::DevTuneRules& rules);
+  // See ValueNames.
+  std::string (*names)();
 };
 
 struct FieldGroup {
@@ -39,5 +41,13 @@ std::span<const FieldGroup> TuneFieldGroups();
 const TuneField& FindTuneField(const TslBL::Tune& tune, std::string_view name);
 
 bool HasField(const TslBL::Tune& tune, const TuneField& field);
+
+std::string DisplayName(const TuneField& field);
+
+// The values that a field of names takes, such as "on, off"; empty for another field.
+std::string ValueNames(const TuneField& field);
+
+// Text from a file as it may stand on a terminal or in a line.
+std::string OnOneLine(std::string text);
 
 }  // namespace TslTool

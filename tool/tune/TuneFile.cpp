@@ -11,7 +11,10 @@
 #include <tslbl/closed/common/XMLBuilder.h>
 #include <tslbl/closed/common/XMLParser.h>
 #include <tslbl/closed/common/XMLResultException.h>
+#include <algorithm>
+#include <iterator>
 #include <sstream>
+#include <string_view>
 
 namespace TslTool {
 namespace {
@@ -66,10 +69,26 @@ std::string Refuse(const DocumentValue& value) {
   return isName ? "" : reason;
 }
 
-Tune FromDocument(const std::string& file, const std::string& bytes) {
+// What the tune would be written with, and the document is without. Lists may be short.
+void AddMissing(const pugi::xml_node& written, const pugi::xml_node& taken, const std::string& place,
+                std::vector<std::string>& missing) {
+  for (const pugi::xml_node child : taken.children()) {
+    if (child.type() != pugi::node_element) continue;
+    const std::string at = place + "/" + child.name();
+    const pugi::xml_node twin = written.child(child.name());
+    if (!twin) {
+      missing.push_back(at);
+    } else if (at != "Tune/MZCalPts" && at != "Tune/Q1CalPts") {
+      AddMissing(twin, child, at, missing);
+    }
+  }
+}
+
+TuneFile FromDocument(const std::string& file, const std::string& bytes) {
   TslCommon::XMLParser parser;
   pugi::xml_document written;
-  const pugi::xml_parse_result parsed = written.load_buffer(bytes.data(), bytes.size());
+  const pugi::xml_parse_result parsed =
+      written.load_buffer(bytes.data(), bytes.size(), pugi::parse_default | pugi::parse_doctype);
   std::ostringstream utf8;
   written.save(utf8, "", pugi::format_raw | pugi::format_no_declaration, pugi::encoding_utf8);
   // The library's own reader says what is wrong, with line and column.
@@ -84,9 +103,26 @@ Tune FromDocument(const std::string& file, const std::string& bytes) {
   }
   pugi::xml_document taken;
   taken.load_string(ToXml(tune).c_str());
+  std::vector<std::string> missing;
+  AddMissing(written.child("Tune"), taken.document_element(), "Tune", missing);
   AddOtherProbe(taken, tune);
   CheckDocument(file, written.child("Tune"), taken.document_element(), Refuse);
-  return tune;
+  return {tune, TuneForm::Xml, missing};
+}
+
+// A number that is none passes every limit.
+void RequireFinite(const std::string& file, const pugi::xml_node& node, const std::string& place) {
+  static constexpr std::string_view kNames[] = {"Name", "Comment", "Manufacturer"};
+  const auto check = [&](const char* name, const std::string& text, const std::string& at) {
+    const bool isFinite = text != "nan" && text != "-nan" && text != "inf" && text != "-inf";
+    if (!isFinite && std::ranges::find(kNames, name) == std::end(kNames))
+      throw InputError(file, at, "\"" + text + "\" is no number that an instrument takes");
+  };
+  for (const pugi::xml_attribute attribute : node.attributes())
+    check(attribute.name(), attribute.value(), place + "@" + attribute.name());
+  check(node.name(), node.child_value(), place);
+  for (const pugi::xml_node child : node.children())
+    if (child.type() == pugi::node_element) RequireFinite(file, child, place + "/" + child.name());
 }
 
 Tune FromBinary(const std::string& file, const std::string& bytes) {
@@ -102,6 +138,9 @@ Tune FromBinary(const std::string& file, const std::string& bytes) {
   if (end != static_cast<std::streamoff>(bytes.size()))
     throw InputError(file, fmt::format("byte {}", static_cast<std::streamoff>(end)),
                      fmt::format("{} bytes behind the tune", bytes.size() - static_cast<std::size_t>(end)));
+  pugi::xml_document shown;
+  shown.load_string(ToXml(tune).c_str());
+  RequireFinite(file, shown.document_element(), "Tune");
   return tune;
 }
 
@@ -117,8 +156,8 @@ std::string ToBinary(const Tune& tune) {
 TuneFile LoadTune(const std::string& file) {
   const std::string bytes = ReadAll(file);
   if (bytes.empty()) throw InputError(file, "", "the file is empty");
-  if (IsDocument(bytes)) return {FromDocument(file, bytes), TuneForm::Xml};
-  return {FromBinary(file, bytes), TuneForm::Binary};
+  if (IsDocument(bytes)) return FromDocument(file, bytes);
+  return {FromBinary(file, bytes), TuneForm::Binary, {}};
 }
 
 std::string TuneBytes(const Tune& tune, TuneForm form) {

@@ -4,6 +4,7 @@
 #include <tslbl/tune/Tune.h>
 #include <cstdint>
 #include <string>
+#include <vector>
 
 namespace TslTool {
 
@@ -12,11 +13,13 @@ enum class TuneForm { Xml, Binary };
 struct TuneFile {
   TslBL::Tune tune;
   TuneForm form;
+  // Elements that a document lacks, as "Tune/Control/Skimmer"; they count as 0 or empty.
+  std::vector<std::string> missing;
 };
 
 // Older binary versions are made current. Throws InputError for a file that cannot be
-// read, that holds no tune or more than one, and for an element of a document that no tune
-// has or a value that would not be taken as it stands.
+// read, that holds no tune or more than one, for an element of a document that no tune has,
+// for a value that would not be taken as it stands, and for a number that is none.
 TuneFile LoadTune(const std::string& file);
 
 std::string TuneBytes(const TslBL::Tune& tune, TuneForm form);

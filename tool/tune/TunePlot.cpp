@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <tool/tune/LensCurves.h>
+#include <tslbl/closed/common/Text.h>
 #include <tslbl/tune/MassRange.h>
 #include <algorithm>
 #include <cmath>
@@ -36,9 +37,12 @@ struct Range {
     low = std::min(low, value);
     high = std::max(high, value);
   }
-  // Air at both ends; a level curve has some, too.
+  // Air at both ends; a level curve has some, too, and one that is level as far as an axis
+  // can show.
   Range Padded(double share) const {
-    const double air = high > low ? (high - low) * share : std::max(1.0, std::abs(high) * 0.1);
+    const double size = std::max(std::abs(low), std::abs(high));
+    const bool isLevel = !(high - low > 1e-9 * size);
+    const double air = isLevel ? std::max(1.0, size * 0.1) : (high - low) * share;
     return {low - air, high + air};
   }
 };
@@ -53,18 +57,24 @@ struct Panel {
 };
 
 std::string Escaped(const std::string& text) {
-  std::string escaped;
-  for (const char c : text) {
-    if (c == '<') {
-      escaped += "&lt;";
-    } else if (c == '&') {
-      escaped += "&amp;";
+  std::wstring escaped;
+  for (const wchar_t c : TslCommon::FromUtf8(text)) {
+    if (c == L'<') {
+      escaped += L"&lt;";
+    } else if (c == L'&') {
+      escaped += L"&amp;";
     } else {
-      // Other control characters have no place in a document.
-      escaped += static_cast<unsigned char>(c) < 0x20 ? ' ' : c;
+      // Others have no place in a document.
+      escaped += c < 0x20 || c == 0xFFFE || c == 0xFFFF ? L' ' : c;
     }
   }
-  return escaped;
+  return TslCommon::ToUtf8(escaped);
+}
+
+std::string Shortened(const std::string& text) {
+  constexpr std::size_t kLongest = 44;
+  const std::wstring wide = TslCommon::FromUtf8(text);
+  return wide.size() <= kLongest ? text : TslCommon::ToUtf8(wide.substr(0, kLongest)) + "...";
 }
 
 std::string Text(double x, double y, const char* anchor, int size, const std::string& text) {
@@ -72,9 +82,9 @@ std::string Text(double x, double y, const char* anchor, int size, const std::st
                      anchor, size, Escaped(text));
 }
 
-// A step of 1, 2 or 5 times a power of ten that divides a range into some four parts.
+// A step of 1, 2 or 5 times a power of ten that divides a range into two to six parts.
 double TickStep(const Range& range) {
-  const double rough = (range.high - range.low) / 4.0;
+  const double rough = (range.high - range.low) / 6.0;
   const double power = std::pow(10.0, std::floor(std::log10(rough)));
   for (const double factor : {1.0, 2.0, 5.0})
     if (rough <= factor * power) return factor * power;
@@ -82,14 +92,18 @@ double TickStep(const Range& range) {
 }
 
 std::vector<double> Ticks(const Range& range) {
+  constexpr int kMost = 8;
   const double step = TickStep(range);
+  const double first = std::ceil(range.low / step);
   std::vector<double> ticks;
-  for (double k = std::ceil(range.low / step); k * step <= range.high; ++k) ticks.push_back(k * step);
+  for (int i = 0; i < kMost && (first + i) * step <= range.high; ++i) ticks.push_back((first + i) * step);
   return ticks;
 }
 
 std::string TickText(double value, double step) {
-  const int decimals = std::max(0, static_cast<int>(std::ceil(-std::log10(step) - 1e-9)));
+  const double digits = std::ceil(-std::log10(step) - 1e-9);
+  const int decimals = digits > 0.0 && digits < 12.0 ? static_cast<int>(digits) : 0;
+  if (std::abs(value) >= 1e7) return fmt::format("{:.3g}", value);
   return fmt::format("{:.{}f}", value == 0.0 ? 0.0 : value, decimals);
 }
 
@@ -154,6 +168,9 @@ std::string Line(const PlottedTune& plotted, const Panel& panel, const Axes& axe
     if (value) path += fmt::format("{}{:.2f} {:.2f}", on ? "L" : "M", axes.X(at), axes.Y(*value));
     on = value.has_value();
   }
+  // A range of one m/z is a dot.
+  const auto [low, high] = TslBL::QMassRange(plotted.tune);
+  const auto only = low == high ? panel.curve(plotted.tune, low) : std::nullopt;
   std::string svg =
       fmt::format("<path d=\"{}\" fill=\"none\" stroke-width=\"1.6\" {}/>\n", path, kStrokes[colour]);
   for (const auto& [at, value] : MarksOf(plotted.tune, panel)) {
@@ -162,7 +179,20 @@ std::string Line(const PlottedTune& plotted, const Panel& panel, const Axes& axe
       svg += fmt::format("<circle cx=\"{:.2f}\" cy=\"{:.2f}\" r=\"3\" fill=\"{}\"/>\n", axes.X(at),
                          axes.Y(*drawn), kFills[colour]);
   }
+  if (only)
+    svg += fmt::format("<circle cx=\"{:.2f}\" cy=\"{:.2f}\" r=\"4\" fill=\"{}\"/>\n", axes.X(low),
+                       axes.Y(*only), kFills[colour]);
   return svg;
+}
+
+// Which of two tunes has nothing to draw.
+std::string WithoutPoints(const Panel& panel, const std::vector<PlottedTune>& tunes) {
+  std::string text;
+  for (const PlottedTune& plotted : tunes) {
+    const auto [low, high] = TslBL::QMassRange(plotted.tune);
+    if (!panel.curve(plotted.tune, low)) text += "; no points: " + Shortened(plotted.label);
+  }
+  return text;
 }
 
 std::string Draw(const Panel& panel, const std::vector<PlottedTune>& tunes, const Range& mz, double x,
@@ -178,7 +208,7 @@ std::string Draw(const Panel& panel, const std::vector<PlottedTune>& tunes, cons
   }
   if (!values) return Text(x + kLeft, y + kTop - 8, "start", 13, panel.title + ": no points");
   const Axes axes(x, y, mz, values->Padded(0.08));
-  std::string svg = axes.Frame(panel.title);
+  std::string svg = axes.Frame(panel.title + WithoutPoints(panel, tunes));
   for (std::size_t i = 0; i < tunes.size(); ++i) svg += Line(tunes[i], panel, axes, i);
   return svg;
 }
@@ -203,7 +233,9 @@ Range MZOf(const std::vector<PlottedTune>& tunes) {
     mz.Include(from);
     mz.Include(to);
   }
-  return mz.high > mz.low ? mz : Range{mz.low - 1.0, mz.high + 1.0};
+  // One m/z has a neighbourhood of its own size.
+  const double air = mz.high > mz.low ? 0.0 : 1.0;
+  return Range{mz.low - air, mz.high + air}.Padded(0.0);
 }
 
 std::string Legend(const std::vector<PlottedTune>& tunes) {
@@ -212,7 +244,7 @@ std::string Legend(const std::vector<PlottedTune>& tunes) {
     const double x = kLeft + kPanelWidth * static_cast<double>(i);
     svg += fmt::format("<line x1=\"{}\" y1=\"28\" x2=\"{}\" y2=\"28\" stroke-width=\"2.5\" {}/>\n", x, x + 34,
                        kStrokes[i]);
-    svg += Text(x + 42, 33, "start", 15, tunes[i].label);
+    svg += Text(x + 42, 33, "start", 15, Shortened(tunes[i].label));
   }
   return svg;
 }

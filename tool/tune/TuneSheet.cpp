@@ -19,27 +19,40 @@ namespace {
 using TslBL::DevTuneRules;
 using TslBL::Tune;
 
+// The sign that the rules leave to the voltages of an APCI source.
+void CutToSign(const Tune& tune, TslBL::TuneField::Id id, TslBL::Limits& limits) {
+  using Id = TslBL::TuneField::Id;
+  const bool attracts = id == Id::EndPlate || id == Id::CapEnter;
+  if (tune.Source.Type != TslBL::Probes::APCI || (!attracts && id != Id::CoronaVoltage)) return;
+  const bool positive = tune.ControlData.PolarityType == TslBL::PolarityPositive;
+  (positive == attracts ? limits.Max : limits.Min) = 0.0;
+}
+
 std::string Limits(const Tune& tune, const TuneField& field) {
-  if (field.of == FieldOf::Sim && field.id == TslBL::TuneField::MZHi) return "";
-  const TslBL::Limits limits = TslBL::FieldLimits().QLimits(tune.Source.Type, static_cast<int>(field.id));
-  // An enumeration shows by its names.
-  const bool isNumber = *field.unit != '\0' || limits.Max > 7;
-  if (limits == TslBL::Limits{} || !isNumber) return "";
-  return fmt::format("{} to {} by {}", limits.Min, limits.Max, limits.Step);
+  if (!ValueNames(field).empty()) return "";
+  TslBL::Limits limits = TslBL::FieldLimits().QLimits(tune.Source.Type, static_cast<int>(field.id));
+  const bool isSyringe = field.id == TslBL::TuneField::Diameter || field.id == TslBL::TuneField::FlowRate;
+  if (isSyringe) DevTuneRules::QLimitsSyringe(field.id, limits.Min, limits.Max);
+  if (limits == TslBL::Limits{}) return "";
+  CutToSign(tune, field.id, limits);
+  const std::string ends = fmt::format("{} to {}", limits.Min, limits.Max);
+  return isSyringe ? ends : fmt::format("{} by {}", ends, limits.Step);
+}
+
+bool IsNumber(const std::string& text) {
+  return text.find_first_not_of("-+.e0123456789") == std::string::npos;
 }
 
 std::string FieldRow(const DevTuneRules& rules, const TuneField& field) {
   const std::string value = field.show(rules);
-  const std::string unit = value.empty() ? "" : field.unit;
-  return fmt::format("  {:<19} {:<26} {:>10} {:<6} {}\n", field.name,
-                     TslCommon::ToUtf8(TslBL::TuneField::FieldToString(field.id)), value, unit,
+  const char* unit = value.empty() || !IsNumber(value) ? "" : field.unit;
+  return fmt::format("  {:<19} {:<26} {:>10} {:<6} {}\n", field.name, DisplayName(field), value, unit,
                      Limits(rules, field));
 }
 
 // A text for a user may be long: no columns behind it.
 std::string TextRow(const DevTuneRules& rules, const TuneField& field) {
-  return fmt::format("  {:<19} {:<26} {}\n", field.name,
-                     TslCommon::ToUtf8(TslBL::TuneField::FieldToString(field.id)), field.show(rules));
+  return fmt::format("  {:<19} {:<26} {}\n", field.name, DisplayName(field), field.show(rules));
 }
 
 bool IsText(const TuneField& field) {
@@ -63,7 +76,8 @@ std::string Fields(const Tune& tune) {
 std::string MZCalibration(const Tune& tune) {
   std::string text = fmt::format("m/z calibration\n  {:>10} {:>10}  {}\n", "m/z", "mass DAC", "name");
   for (const TslBL::MZCalPt& point : tune.MZCalPts)
-    text += fmt::format("  {:>10} {:>10}  {}\n", point.MZ, point.MassDAC, TslCommon::ToUtf8(point.Name));
+    text += fmt::format("  {:>10} {:>10}  {}\n", point.MZ, point.MassDAC,
+                        OnOneLine(TslCommon::ToUtf8(point.Name)));
   return text + '\n';
 }
 
@@ -105,7 +119,7 @@ std::string Q1Calibration(const Tune& tune) {
       text += entry == point.Fields.end() ? fmt::format(" {:>12}", "-")
                                           : fmt::format(" {:>12.6g}", entry->second);
     }
-    text += "  " + TslCommon::ToUtf8(point.Name);
+    text += "  " + OnOneLine(TslCommon::ToUtf8(point.Name));
   }
   return text + "\n\n";
 }
@@ -120,12 +134,23 @@ std::string TimingRow(const char* label, const std::function<std::string()>& val
   return fmt::format("  {:<19} {}\n", label, shown);
 }
 
+// The instrument counts microseconds in 32 bits.
+std::string Duration(const Tune& tune) {
+  const TslBL::Control& c = tune.ControlData;
+  const double pulses = DevTuneRules::QNumPulses(tune);
+  const double exact =
+      ((pulses - 1.0) * c.StepSettleDelay + pulses * c.PulseCountDelay + c.InitSettleDelay) * c.ScansPerSpec;
+  const double counted = DevTuneRules::QDuration(tune);
+  const std::string text = fmt::format("{} ms", exact / 1000.0);
+  return exact == counted ? text
+                          : fmt::format("{}, which the instrument counts as {} ms", text, counted / 1000.0);
+}
+
 std::string Timing(const Tune& tune) {
   const auto needed = SettlingTo(tune, TslBL::QMassRange(tune).second);
   return "Timing\n" +
          TimingRow("steps of a scan", [&] { return fmt::format("{}", DevTuneRules::QNumPulses(tune)); }) +
-         TimingRow("a spectrum",
-                   [&] { return fmt::format("{} ms", DevTuneRules::QDuration(tune) / 1000.0); }) +
+         TimingRow("a spectrum", [&] { return Duration(tune); }) +
          TimingRow("scan speed", [&] { return fmt::format("{} m/z per s", tune.QScanSpeed()); }) +
          TimingRow("settling needed",
                    [&] { return needed ? fmt::format("{} us", *needed) : std::string("cannot be told"); });

@@ -65,6 +65,12 @@ void DevTuneRules::QLimitsSimWithSpan(double& min, double& max, double& step) {
 
 double DevTuneRules::QSimWithSpanStepSize() { return 0.1; }
 
+void DevTuneRules::QLimitsSyringe(TuneField::Id field, double& min, double& max) {
+  const bool isDiameter = field == TuneField::Diameter;
+  min = isDiameter ? 0.46 : 0.0;
+  max = isDiameter ? 10.3 : 999.0;
+}
+
 std::int32_t DevTuneRules::TranslateField(TuneField::Id field, double value) {
   return TranslateField(Probes::ESI, field, value);
 }

@@ -62,6 +62,8 @@ class TSLBL_API DevTuneRules : public Tune {
   // change them.
   static void QLimitsSimWithSpan(double& min, double& max, double& step);
   static double QSimWithSpanStepSize();
+  // Of the diameter and the flow rate of a syringe; the site cannot change these either.
+  static void QLimitsSyringe(TuneField::Id field, double& min, double& max);
   // A value in units of the instrument: divided by the field's step and rounded, halves
   // away from zero; beyond 32 bits the nearest end. The first form takes the ESI limits.
   static std::int32_t TranslateField(TuneField::Id field, double value);

@@ -12,9 +12,6 @@ namespace TslBL {
 namespace {
 
 using ErrTypes = DevTuneRules::ErrTypes;
-constexpr ErrTypes NoError = DevTuneRules::NoError;
-constexpr ErrTypes Warning = DevTuneRules::Warning;
-constexpr ErrTypes Error = DevTuneRules::Error;
 
 bool IsOutside(double value, double low, double high) { return value < low || value > high; }
 
@@ -124,16 +121,14 @@ ErrTypes DevTuneRules::CheckCapExitSkimmer() const {
 }
 
 ErrTypes DevTuneRules::CheckSyringe(const Syringe& syringe) const {
-  constexpr double kLeastDiameter = 0.46;
-  constexpr double kMostDiameter = 10.3;
-  constexpr double kMostFlow = 999.0;
-  const double diameter = syringe.Model.Diameter;
+  double low = 0.0;
+  double high = 0.0;
+  QLimitsSyringe(TuneField::Diameter, low, high);
   // A diameter that is no number is none.
-  if (std::isnan(diameter) || IsOutside(diameter, kLeastDiameter, kMostDiameter)) {
-    LastError = OutOfRange(TuneField::FieldToString(TuneField::Diameter), kLeastDiameter, kMostDiameter);
-    return Error;
-  }
-  return CheckLimits(TuneField::FlowRate, syringe.FlowRate, 0.0, kMostFlow);
+  const double diameter = std::isnan(syringe.Model.Diameter) ? -1.0 : syringe.Model.Diameter;
+  if (CheckLimits(TuneField::Diameter, diameter, low, high) == Error) return Error;
+  QLimitsSyringe(TuneField::FlowRate, low, high);
+  return CheckLimits(TuneField::FlowRate, syringe.FlowRate, low, high);
 }
 
 }  // namespace TslBL

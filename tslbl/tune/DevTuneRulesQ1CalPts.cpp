@@ -13,8 +13,6 @@ namespace TslBL {
 namespace {
 
 using ErrTypes = DevTuneRules::ErrTypes;
-constexpr ErrTypes NoError = DevTuneRules::NoError;
-constexpr ErrTypes Error = DevTuneRules::Error;
 
 bool IsSameMZ(double a, double b) { return std::abs(a - b) <= 1e-6; }
 

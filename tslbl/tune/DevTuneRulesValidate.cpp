@@ -15,8 +15,6 @@ namespace TslBL {
 namespace {
 
 using ErrTypes = DevTuneRules::ErrTypes;
-constexpr ErrTypes NoError = DevTuneRules::NoError;
-constexpr ErrTypes Error = DevTuneRules::Error;
 
 struct Setting {
   template <class T>
@@ -70,7 +68,7 @@ struct DevTuneRules::Step {
 std::span<const DevTuneRules::Step> DevTuneRules::Steps() {
   static constexpr Step kSteps[] = {{TuneField::SourceType, &DevTuneRules::SourceHolds},
                                     {TuneField::ControlType, &DevTuneRules::AcquisitionHolds},
-                                    {TuneField::MZStepSize, &DevTuneRules::DurationHolds},
+                                    {TuneField::MZCalPts, &DevTuneRules::DurationHolds},
                                     {TuneField::ScansPerSpec, &DevTuneRules::IonPathHolds},
                                     {TuneField::CapExit, &DevTuneRules::CapExitHolds},
                                     {TuneField::EndPlate, &DevTuneRules::DistancesHold},
@@ -170,10 +168,11 @@ bool DevTuneRules::CapExitHolds(Faults& faults) const {
 bool DevTuneRules::DistancesHold(Faults& faults) const {
   constexpr std::int64_t kFarthestEndPlate = 1000;
   constexpr std::int64_t kFarthestCylinder = 6000;
+  const TuneField::Id cylinder = Source.Type == Probes::APCI ? TuneField::CoronaVoltage : TuneField::Cylinder;
   const bool near = Distance(Source.EndPlate, Source.CapEnter) <= kFarthestEndPlate;
   if (!near && !faults.Holds(TuneField::EndPlate, Fail(kEndPlateFarFromCapEnter))) return false;
   return Distance(Source.Cylinder, Source.EndPlate) <= kFarthestCylinder ||
-         faults.Holds(TuneField::Cylinder, Fail(kCylinderFarFromEndPlate));
+         faults.Holds(cylinder, Fail(kCylinderFarFromEndPlate));
 }
 
 bool DevTuneRules::MZCalibrationHolds(Faults& faults) const {

@@ -14,8 +14,6 @@ namespace TslBL {
 namespace {
 
 using ErrTypes = DevTuneRules::ErrTypes;
-constexpr ErrTypes NoError = DevTuneRules::NoError;
-constexpr ErrTypes Error = DevTuneRules::Error;
 
 // The first of the tune's own ways to do it: what a file holds may be the smallest integer,
 // which has no opposite.

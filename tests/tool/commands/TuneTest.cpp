@@ -1,6 +1,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+
 #include <filesystem>
 #include <string>
 
@@ -107,7 +109,8 @@ TEST_F(TuneTest, SetChangesFieldsInTheFormOfTheFile) {
     RunTool({"tune", "convert", Path(name), "--output", Path("before.bin")});
     const Outcome outcome = RunTool({"tune", "set", Path(name), "MZLow=100", "MZHi=200.5", "Name=A B"});
     EXPECT_EQ(outcome.status, 0);
-    EXPECT_EQ(outcome.out + outcome.err, "");
+    EXPECT_EQ(outcome.out, "Name: New Tune -> A B\nMZLow: 5 -> 100\nMZHi: 3000 -> 200.5\n");
+    EXPECT_EQ(outcome.err, "");
     EXPECT_THAT(LinesOf(RunTool({"tune", "diff", Path("before.bin"), Path(name)}).out),
                 testing::IsSupersetOf({"Name: New Tune -> A B", "MZLow: 5 -> 100", "MZHi: 3000 -> 200.5"}));
   }
@@ -146,6 +149,69 @@ TEST_F(TuneTest, SetTellsAWarningAndWrites) {
   EXPECT_THAT(ReadFile(Path("esi.xml")), HasSubstr("Type=\"Calibrated\""));
 }
 
+TEST_F(TuneTest, SetTellsWhatALaterChangeTurnedBack) {
+  const Outcome outcome = RunTool({"tune", "set", Path("apci.tune"), "ApciNebGas=off", "ApciVapTemp=300"});
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.err,
+            "tslbl: warning: " + Path("apci.tune") + ": ApciNebGas=off: a later change made it on\n");
+}
+
+TEST_F(TuneTest, SetTellsWhatTheRulesFindThen) {
+  const Outcome outcome = RunTool({"tune", "set", Path("esi.xml"), "Cylinder=6000"});
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.out, "Cylinder: -3500 -> 6000\n");
+  EXPECT_EQ(outcome.err, "tslbl: warning: " + Path("esi.xml") +
+                             ": the rules do not accept this tune: Cylinder: Endplate and cylinder can be at "
+                             "most 6000 volts apart.\n");
+}
+
+TEST_F(TuneTest, SetChangesRegularFilesOnly) {
+  ASSERT_EQ(mkfifo(Path("fifo").c_str(), 0600), 0);
+  const Outcome outcome = RunTool({"tune", "set", Path("fifo"), "MZLow=7"});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_THAT(outcome.err, HasSubstr(Path("fifo") + ": is no regular file"));
+}
+
+TEST_F(TuneTest, SeveralSetsAtOnceLoseNothing) {
+  for (int round = 0; round < 5; ++round) {
+    const std::string low = "MZLow=" + std::to_string(100 + round);
+    const std::string skimmer = "Skimmer=" + std::to_string(30 + round);
+    Process first(ToolCommand({"tune", "set", Path("esi.xml"), low}));
+    Process second(ToolCommand({"tune", "set", Path("esi.xml"), skimmer}));
+    EXPECT_EQ(first.Wait().status + second.Wait().status, 0);
+    const std::string text = ReadFile(Path("esi.xml"));
+    EXPECT_THAT(text, HasSubstr("<MZLow>" + std::to_string(100 + round) + "<"));
+    EXPECT_THAT(text, HasSubstr("<IOPt Type=\"Single\">" + std::to_string(30 + round) + "<"));
+  }
+}
+
+TEST_F(TuneTest, OneOfSeveralNewTunesTakesTheName) {
+  for (int round = 0; round < 5; ++round) {
+    const std::string file = Path("new" + std::to_string(round));
+    Process first(ToolCommand({"tune", "new", "--output", file}));
+    Process second(ToolCommand({"tune", "new", "--probe", "apci", "--output", file}));
+    EXPECT_EQ(first.Wait().status + second.Wait().status, 1);
+  }
+}
+
+TEST_F(TuneTest, AWarningThatCannotBeShownChangesNothingElse) {
+  const Outcome outcome =
+      RunShell("exec $TSLBL tune set '" + Path("esi.xml") + "' CapExit=calibrated 2>/dev/full");
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_THAT(ReadFile(Path("esi.xml")), HasSubstr("Type=\"Calibrated\""));
+}
+
+TEST_F(TuneTest, WhatADocumentLacksIsTold) {
+  std::string text = ReadFile(Path("esi.xml"));
+  const std::size_t begin = text.find("<HEDynode>");
+  text.erase(begin, text.find("</HEDynode>") + 11 - begin);
+  std::ofstream(Path("esi.xml")) << text;
+  const Outcome outcome = RunTool({"tune", "check", Path("esi.xml")});
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.err, "tslbl: warning: " + Path("esi.xml") +
+                             ": the document lacks Tune/Control/HEDynode, which count as 0 or empty\n");
+}
+
 TEST_F(TuneTest, SetOnAFullDiskKeepsTheTune) {
   const std::string before = ReadFile(Path("esi.xml"));
   const Outcome outcome =
@@ -177,7 +243,7 @@ TEST_F(TuneTest, ConvertTellsWhatIsLost) {
   const Outcome outcome = RunTool({"tune", "convert", Path("apci.tune"), "--output", Path("a.xml")});
   EXPECT_EQ(outcome.status, 0);
   EXPECT_EQ(outcome.err,
-            "tslbl: " + Path("a.xml") + ": this form does not keep all of it: Q1Enter: 10 -> 0\n");
+            "tslbl: warning: " + Path("a.xml") + ": a document does not keep Q1Enter: 10 -> 0\n");
 }
 
 TEST_F(TuneTest, ConvertDoesNotGoOverItsInput) {

@@ -38,9 +38,7 @@ TEST(TuneDiff, EachDifferenceIsALine) {
       {[](Tune& t) { t.ControlData.CapExit.Single = 1.0 / 3.0; }, "CapExit: 160 -> 0.3333333333333333"},
       {[](Tune& t) { t.ControlData.Skimmer.Type = IOPoint::CalibratedType; }, "Skimmer: 18 -> calibrated"},
       {[](Tune& t) { t.ControlData.Q1Enter.Single = 0; }, "Q1Enter: 10 -> 0"},
-      {[](Tune& t) { t.ControlData.Q1Offset.StepSize = 2; },
-       "Q1Offset (stored): single -1 calibrated 0 function 0 to 0 by 0 -> single -1 calibrated 0 function 0 "
-       "to 0 by 2"},
+      {[](Tune& t) { t.ControlData.Q1Offset.StepSize = 2; }, "Q1Offset.StepSize: 0 -> 2"},
       {[](Tune& t) { t.SyringeData.FlowRate = 7; }, "FlowRate: 0 -> 7"},
       {[](Tune& t) { t.MZCalPts[1].MassDAC = 60001; },
        "MZCalPts 2: m/z 3000 DAC 60000 Default High -> m/z 3000 DAC 60001 Default High"},
@@ -50,7 +48,7 @@ TEST(TuneDiff, EachDifferenceIsALine) {
       {[](Tune& t) { t.Q1CalPts[0].Fields.erase(TslBL::TuneField::CapExit); },
        "Q1CalPts 1 (m/z 39) CapExit: 100 -> -"},
       {[](Tune& t) { t.Q1CalPts[4].MZ = 2722; }, "Q1CalPts 5 (m/z 2721) m/z: 2721 -> 2722"},
-      {[](Tune& t) { t.Source.CoronaCurrent = 9; }, "values that neither sheet shows differ"},
+      {[](Tune& t) { t.Source.CoronaCurrent = 9; }, "CoronaCurrent (APCI): 0 -> 9"},
   };
   Tune before = DevTuneRules(Probes::ESI);
   before.Info.LastSave = 1000000000;
@@ -71,6 +69,15 @@ TEST(TuneDiff, AFieldOfOneKindOfTuneIsMissingInTheOther) {
                           "ControlByCurrent: - -> off", "CoronaCurrent: - -> 0", "ApciVapTemp: - -> 0",
                           "Neb1GasPres: 60 -> -", "ApciAuxGas: - -> 60", "ApciNebGas: - -> off",
                           "CalValveOn: off -> -"));
+}
+
+TEST(TuneDiff, TheDwellOfAScanAndOfASimIsOneField) {
+  DevTuneRules scan(Probes::ESI);
+  DevTuneRules sim = scan;
+  sim.WControlType(TslBL::Control::Sim);
+  sim.ControlData.PulseCountDelay = 20;
+  EXPECT_THAT(TuneDiff(scan, sim), testing::IsSupersetOf({"PulseCountDelay: 1000 -> 20", "MZHi: 3000 -> -",
+                                                          "SimWithSpan: - -> no span: 3000"}));
 }
 
 }  // namespace

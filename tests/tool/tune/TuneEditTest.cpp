@@ -142,6 +142,20 @@ TEST(TuneEdit, ARefusedValueTellsTheRule) {
             "refused: APCI Aux Gas Pressure must be 0 or greater than 14");
 }
 
+TEST(TuneEdit, ANumberBeyondItsTypeMeetsTheLimitsOfItsField) {
+  const DevTuneRules esi(Probes::ESI);
+  const std::string refusal =
+      "refused: Step Settling Delay is out of range.  Valid values are 0.00 to 4095.00.";
+  for (const char* value : {"-1", "4294967296", "1e300"})
+    EXPECT_EQ(After(esi, std::string("StepSettleDelay=") + value), refusal);
+  EXPECT_EQ(After(esi, "HEDynode=-1e12"),
+            "refused: High Energy Dynode is out of range.  Valid values are -10000.00 to 10000.00.");
+}
+
+TEST(TuneEdit, WholeNumbersMayBeWrittenInAnyWay) {
+  EXPECT_EQ(After(DevTuneRules(Probes::ESI), "Cylinder=-1e3"), "-1000");
+}
+
 TEST(TuneEdit, AWarningIsToldAndWritten) {
   DevTuneRules rules(Probes::ESI);
   rules.ClearQ1CalPts();
@@ -220,8 +234,9 @@ TEST(TuneEdit, WhatIsNoChangeIsWrongUsage) {
         Row{"MZLow=", "MZLow: \"\" is not a number"},
         Row{"MZLow=5,5", "MZLow: \"5,5\" is not a number"},
         Row{"MZLow=nan", "MZLow: \"nan\" is not a finite number"},
-        Row{"Cylinder=1.5", "Cylinder: \"1.5\" is not a whole number from -2147483648 to 2147483647"},
-        Row{"DryGasTemp=-5", "DryGasTemp: \"-5\" is not a whole number from 0 to 4294967295"},
+        Row{"Cylinder=1.5", "Cylinder: \"1.5\" is not a whole number"},
+        Row{"SamplesPerMass=7", "SamplesPerMass: \"7\" is not one of 20, 10, 6, 5, 4"},
+        Row{"Name=\xff", "Name: the text is not UTF-8"},
         Row{"Neb2GasOn=yes", "Neb2GasOn: \"yes\" is not one of on, off"},
         Row{"PolarityType=up", "PolarityType: \"up\" is not one of positive, negative"},
         Row{"SourceType=MALDI", "SourceType: \"MALDI\" is not one of ESI, APCI, low-flow ESI"},

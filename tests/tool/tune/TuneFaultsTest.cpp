@@ -93,21 +93,35 @@ TEST(TuneFaults, WhatStopsAStepIsToldAndTheOthersGoOn) {
   tune.ControlData.MZLow = 100;
   tune.Source.EndPlate = -4000;
   const auto faults = TuneFaults(tune);
-  EXPECT_THAT(faults, testing::Contains("MZStepSize: Divide by zero error"));
+  EXPECT_THAT(faults, testing::Contains("MZCalPts: Divide by zero error"));
   EXPECT_THAT(faults, testing::Contains(
                           "EndPlate: Endplate and capillary entrance can be at most 1000 volts apart."));
   EXPECT_THAT(faults,
               testing::Contains(testing::StartsWith("MZCalPts: m/z calibration point 1 is invalid.")));
 }
 
-TEST(TuneFaults, ASyringeThatIsNamedIsChecked) {
+TEST(TuneFaults, ASyringeIsCheckedIfThereIsOne) {
   Tune tune = Esi();
   tune.SyringeData.Manufacturer = L"Hamilton";
   tune.SyringeData.Model.Diameter = 20;
   EXPECT_THAT(TuneFaults(tune),
               ElementsAre("Diameter: Syringe Diameter is out of range.  Valid values are 0.46 to 10.30."));
-  tune.SyringeData.Manufacturer.clear();
-  EXPECT_THAT(TuneFaults(tune), IsEmpty());
+  tune.SyringeData = {};
+  EXPECT_THAT(TuneFaults(tune), IsEmpty()) << "a tune may be without";
+}
+
+TEST(TuneFaults, TwoCalibrantsOfOneMzLeaveACurveOpen) {
+  Tune tune = Esi();
+  tune.ControlData.Skimmer.Type = IOPoint::CalibratedType;
+  tune.Q1CalPts[1].MZ = tune.Q1CalPts[0].MZ;
+  EXPECT_THAT(TuneFaults(tune), ElementsAre("Skimmer: Skimmer has two calibrants at m/z 39"));
+}
+
+TEST(TuneFaults, ACoronaFarFromTheEndPlateIsOfTheCorona) {
+  Tune tune = Apci();
+  tune.Source.Cylinder = 5000;
+  EXPECT_THAT(TuneFaults(tune),
+              ElementsAre("CoronaVoltage: Endplate and cylinder can be at most 6000 volts apart."));
 }
 
 }  // namespace

@@ -1,7 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <random>
+#include <cmath>
 #include <string>
 
 #include <tool/io/InputError.h>
@@ -127,12 +127,62 @@ TEST(TuneFile, ABadValueIsNamedWithItsPlace) {
         Row{"<MZHi>3000</MZHi>", "<MZHigh>3000</MZHigh>", "Tune/Control: unknown element \"MZHigh\""},
         Row{"IOPt Type=\"Single\"", "IOPt Type=\"Fixed\"",
             "Tune/Control/CapExit/IOPt@Type: \"Fixed\" is not"},
-        Row{"MassDAC=\"100\"", "MassDAC=\"lots\"", "Tune/MZCalPts/MZCal@MassDAC: \"lots\" is not"},
-        Row{"MassDAC=\"100\"", "MassDAQ=\"100\"", "Tune/MZCalPts/MZCal: unknown attribute \"MassDAQ\""},
+        Row{"MassDAC=\"100\"", "MassDAC=\"lots\"", "Tune/MZCalPts/MZCal[1]@MassDAC: \"lots\" is not"},
+        Row{"MassDAC=\"100\"", "MassDAQ=\"100\"", "Tune/MZCalPts/MZCal[1]: unknown attribute \"MassDAQ\""},
         Row{"Name=\"CapExit\"", "Name=\"CapExt\"",
-            "Tune/Q1CalPts/Q1Cal/IOPtFlds/IOPtFld@Name: \"CapExt\" is not"}}) {
+            "Tune/Q1CalPts/Q1Cal[1]/IOPtFlds/IOPtFld[1]@Name: \"CapExt\" is not"}}) {
     EXPECT_THAT(ErrorOf(Replaced(Xml(), from, to)), HasSubstr(message));
   }
+}
+
+TEST(TuneFile, ANumberThatIsNoneIsRefused) {
+  for (const char* none : {"inf", "-inf", "infinity", "nan", "1e999"}) {
+    EXPECT_THAT(ErrorOf(Replaced(Xml(), ">160<", ">" + std::string(none) + "<")),
+                HasSubstr("Tune/Control/CapExit/IOPt: \"" + std::string(none) + "\" is not a value for it"));
+  }
+  Tune tune = DevTuneRules(Probes::ESI);
+  tune.ControlData.MZHi = std::nan("");
+  EXPECT_THAT(ErrorOf(TuneBytes(tune, TuneForm::Binary)),
+              HasSubstr("Tune/Control/MZHi: \"nan\" is no number that an instrument takes"));
+  tune.ControlData.MZHi = 3000;
+  tune.MZCalPts[0].MZ = -HUGE_VAL;
+  EXPECT_THAT(ErrorOf(TuneBytes(tune, TuneForm::Binary)), HasSubstr("MZCal@MZ: \"-inf\" is no number"));
+}
+
+TEST(TuneFile, ANameMayLookLikeNoNumber) {
+  Tune tune = DevTuneRules(Probes::ESI);
+  tune.Info.Name = L"inf";
+  tune.MZCalPts[0].Name = L"nan";
+  EXPECT_EQ(Load(TuneBytes(tune, TuneForm::Binary)), tune);
+}
+
+TEST(TuneFile, FieldsOfACalibrantMayStandInAnyOrder) {
+  const std::string a = "<IOPtFld Name=\"CapExit\">100</IOPtFld>";
+  const std::string b = "<IOPtFld Name=\"Skimmer\">25</IOPtFld>";
+  const auto with = [](const std::string& fields) {
+    return Load("<Tune><Q1CalPts><Q1Cal MZ=\"39\"><IOPtFlds>" + fields +
+                "</IOPtFlds></Q1Cal></Q1CalPts></Tune>");
+  };
+  EXPECT_EQ(with(a + b), with(b + a));
+  EXPECT_EQ(with(b + a).Q1CalPts.at(0).Fields.size(), 2u);
+}
+
+TEST(TuneFile, AnElementTooManyIsRefused) {
+  EXPECT_EQ(ErrorOf(Replaced(Xml(), "<MZLow>5</MZLow>", "<MZLow>5</MZLow><MZLow>6</MZLow>")),
+            "Tune/Control: one element too many: \"MZLow\"");
+}
+
+TEST(TuneFile, ADocumentTypeIsRefused) {
+  EXPECT_NE(ErrorOf("<!DOCTYPE x [<!ENTITY a \"b\">]>" + Xml().substr(Xml().find("<Tune>"))), "");
+}
+
+TEST(TuneFile, ElementsThatADocumentLacksAreListed) {
+  const TempFile file("a.xml",
+                      Replaced(Replaced(Xml(), "<MZLow>5</MZLow>", ""), "<HEDynode>-7000</HEDynode>", ""));
+  EXPECT_EQ(TslTool::LoadTune(file.Path()).missing,
+            (std::vector<std::string>{"Tune/Control/MZLow", "Tune/Control/HEDynode"}));
+  file.Write(Xml());
+  EXPECT_TRUE(TslTool::LoadTune(file.Path()).missing.empty());
 }
 
 TEST(TuneFile, WhatIsNoTuneIsRefused) {

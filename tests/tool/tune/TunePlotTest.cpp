@@ -95,6 +95,37 @@ TEST(TunePlot, ALabelMayHoldAnyCharacter) {
   EXPECT_NE(svg.find("&lt;a> &amp;  \"b\""), std::string::npos);
 }
 
+TEST(TunePlot, ASimWithoutSpanIsADot) {
+  Tune tune = DevTuneRules(Probes::ESI);
+  tune.ControlData.Type = Control::Sim;
+  tune.ControlData.MZLow = 500;
+  tune.ControlData.MZHi = 0;
+  EXPECT_EQ(CountOf(TunePlot({{tune, "a"}}), "<circle "), 10u);
+}
+
+TEST(TunePlot, OfTwoTunesTheOneWithoutPointsIsNamed) {
+  Tune open = Calibrated();
+  open.Q1CalPts.clear();
+  EXPECT_EQ(CountOf(TunePlot({{Calibrated(), "good"}, {open, "open"}}), ">CapExit, V; no points: open<"), 1u);
+}
+
+TEST(TunePlot, ALongLabelIsCut) {
+  const std::string svg = TunePlot({{DevTuneRules(Probes::ESI), std::string(1000, 'x')}});
+  EXPECT_EQ(CountOf(svg, ">" + std::string(44, 'x') + "...<"), 1u);
+}
+
+TEST(TunePlot, AnAxisHasTicksWhateverItsEnds) {
+  for (const double high : {1e-300, 1e-9, 100.0, 9007199254740992.0, 1e17}) {
+    Tune tune = Calibrated();
+    tune.ControlData.MZLow = high;
+    tune.ControlData.MZHi = high;
+    tune.ControlData.Skimmer.Single = high;
+    const std::string svg = TunePlot({{tune, "a"}});
+    EXPECT_GE(CountOf(svg, "text-anchor=\"middle\""), 20u) << high;
+    EXPECT_LE(CountOf(svg, "text-anchor=\"middle\""), 80u) << high;
+  }
+}
+
 // What a damaged file may hold.
 TEST(TunePlot, RangesThatAreNoneEnd) {
   for (const double bad : {HUGE_VAL, -HUGE_VAL, std::nan(""), 1e308}) {

@@ -86,6 +86,41 @@ TEST(TuneSheet, TimingThatCannotBeToldSaysWhy) {
       HasSubstr("scan speed          cannot be told: QScanSpeed: settle delay + pulse count equals zero.\n"));
 }
 
+TEST(TuneSheet, ASpectrumBeyondTheInstrumentsCountIsTold) {
+  DevTuneRules rules(Probes::ESI);
+  rules.WPulseCountDelay(2000000);
+  EXPECT_THAT(
+      TuneSheet(rules),
+      HasSubstr("  a spectrum          59902003.795 ms, which the instrument counts as 4067428.947 ms\n"));
+}
+
+TEST(TuneSheet, VoltagesOfAnApciSourceHaveTheLimitsOfTheirSign) {
+  DevTuneRules rules(Probes::APCI);
+  EXPECT_THAT(TuneSheet(rules), HasSubstr("-2000 V      -5000 to 0 by 1\n"));
+  EXPECT_THAT(TuneSheet(rules), HasSubstr("0 V      0 to 6000 by 1\n"));
+  rules.WPolarityType(TslBL::PolarityNegative);
+  EXPECT_THAT(TuneSheet(rules), HasSubstr("2000 V      0 to 5000 by 1\n"));
+  EXPECT_THAT(TuneSheet(rules), HasSubstr("0 V      -6000 to 0 by 1\n"));
+}
+
+TEST(TuneSheet, ASyringeHasLimits) {
+  const std::string sheet = TuneSheet(DevTuneRules(Probes::ESI));
+  EXPECT_THAT(sheet, HasSubstr("mm     0.46 to 10.3\n"));
+  EXPECT_THAT(sheet, HasSubstr("0        0 to 999\n"));
+}
+
+TEST(TuneSheet, ASpanThatIsNoneSaysWhatItIs) {
+  DevTuneRules rules(Probes::ESI);
+  rules.WControlType(Control::Sim);
+  EXPECT_THAT(TuneSheet(rules), HasSubstr("SIM Span                   no span: 3000\n"));
+}
+
+TEST(TuneSheet, NamesCannotGarbleATerminal) {
+  DevTuneRules rules(Probes::ESI);
+  rules.WName(L"a\x1b[31m\nb");
+  EXPECT_THAT(TuneSheet(rules), HasSubstr("Tune Record Name           a?[31m?b\n"));
+}
+
 TEST(TuneSheet, EndsWithWhatTheRulesSay) {
   Tune tune = DevTuneRules(Probes::ESI);
   EXPECT_THAT(TuneSheet(tune), testing::EndsWith("\nThe rules accept it.\n"));
