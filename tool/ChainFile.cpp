@@ -42,7 +42,7 @@ std::string WithoutNumbers(std::string place) {
 // Older names of a value are taken as their present ones.
 std::string Refuse(const DocumentValue& value) {
   const bool isOlder = value.written == "APB Morph" && value.taken == "Adaptive";
-  if (const std::string reason = RefuseOther(value); !reason.empty() && !isOlder) return reason;
+  if (std::string reason = RefuseOther(value); !reason.empty() && !isOlder) return reason;
   for (const Bounds& bounds : kBounds) {
     if (!WithoutNumbers(value.place).ends_with(bounds.place)) continue;
     const double number = std::strtod(value.taken.c_str(), nullptr);

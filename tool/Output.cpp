@@ -67,6 +67,9 @@ void Output::Open() {
   } else if (access(path_.c_str(), W_OK) == 0) {
     path_ = Resolved(path_);
     file_ = OpenBeside(there.st_mode & 0777);
+    // Whoever may give files away, root, must not lock a file's owner out.
+    if (file_ != nullptr) [[maybe_unused]]
+      const int ignored = fchown(fileno(file_), there.st_uid, there.st_gid);
   }
 }
 
@@ -116,8 +119,10 @@ void Output::Fail() const {
 bool SameFile(const std::string& a, const std::string& b) {
   namespace fs = std::filesystem;
   std::error_code unknown;
-  const auto whole = [&](const std::string& path) {
-    return fs::weakly_canonical(fs::absolute(path), unknown);
+  const auto whole = [](const std::string& path) {
+    std::error_code untold;  // of a pipe, for one
+    const fs::path target = fs::weakly_canonical(fs::absolute(path), untold);
+    return untold ? fs::absolute(path) : target;
   };
   return fs::equivalent(a, b, unknown) || whole(a) == whole(b);
 }

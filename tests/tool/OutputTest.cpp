@@ -59,6 +59,20 @@ TEST(Output, AnExistingFileIsReplacedWholeAndKeepsItsPermissions) {
   EXPECT_EQ(now.st_mode & 0777, 0640U);
 }
 
+TEST(Output, AnExistingFileKeepsItsOwner) {
+  const TempFile file("a", "before");
+  // Only root can make somebody else the owner; for others this stays their own file.
+  const uid_t owner = geteuid() == 0 ? 65534 : geteuid();
+  ASSERT_EQ(chown(file.Path().c_str(), owner, static_cast<gid_t>(-1)), 0);
+  Output output(file.Path());
+  output.Write("after");
+  output.Commit();
+  struct stat there = {};
+  stat(file.Path().c_str(), &there);
+  EXPECT_EQ(there.st_uid, owner);
+  EXPECT_EQ(ReadFile(file.Path()), "after");
+}
+
 TEST(Output, AnExistingFileIsKeptOnFailure) {
   const TempFile file("result", "old\n");
   { Output(file.Path()).Write("new\n"); }

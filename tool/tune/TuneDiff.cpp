@@ -78,7 +78,7 @@ void AddQ1CalPts(const Tune& a, const Tune& b, std::vector<std::string>& lines) 
     for (const auto& [name, value] : inB) inA.try_emplace(name, "-");
     for (const auto& [name, value] : inA) {
       const std::string other = inB.contains(name) ? inB[name] : "-";
-      if (value != other) lines.push_back(Line(place + " " + name, value, other));
+      if (value != other) lines.push_back(Line(fmt::format("{} {}", place, name), value, other));
     }
   }
 }

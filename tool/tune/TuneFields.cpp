@@ -20,9 +20,7 @@ namespace {
 
 using TslBL::Control;
 using TslBL::DevTuneRules;
-using TslBL::IonSource;
 using TslBL::IOPoint;
-using TslBL::PolarityTypes;
 using TslBL::Probes;
 using TslBL::Tune;
 using Id = TslBL::TuneField::Id;
@@ -38,9 +36,9 @@ constexpr std::nullptr_t kNames = nullptr;
 template <>
 constexpr std::string_view kNames<Probes::ProbeTypes>[] = {"ESI", "APCI", "low-flow ESI"};
 template <>
-constexpr std::string_view kNames<PolarityTypes>[] = {"positive", "negative"};
+constexpr std::string_view kNames<TslBL::PolarityTypes>[] = {"positive", "negative"};
 template <>
-constexpr std::string_view kNames<IonSource::TempLevels>[] = {"off", "low", "medium", "high"};
+constexpr std::string_view kNames<TslBL::IonSource::TempLevels>[] = {"off", "low", "medium", "high"};
 template <>
 constexpr std::string_view kNames<Control::Types>[] = {"scan", "SIM"};
 template <>

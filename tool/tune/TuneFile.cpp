@@ -62,7 +62,7 @@ void AddOtherProbe(pugi::xml_document& taken, Tune tune) {
 // A probe is written with its number, and may be read without.
 std::string Refuse(const DocumentValue& value) {
   using TslBL::Probes;
-  const std::string reason = RefuseOther(value);
+  std::string reason = RefuseOther(value);
   if (reason.empty() || !value.place.ends_with("/Source/Type")) return reason;
   const std::wstring written = TslCommon::FromUtf8(value.written);
   const bool isName = TslCommon::EqualsIgnoreCase(written, Probes::GetNameNoId(Probes::GetId(written)));

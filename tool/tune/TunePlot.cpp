@@ -168,9 +168,10 @@ std::string Line(const PlottedTune& plotted, const Panel& panel, const Axes& axe
     if (value) path += fmt::format("{}{:.2f} {:.2f}", on ? "L" : "M", axes.X(at), axes.Y(*value));
     on = value.has_value();
   }
-  // A range of one m/z is a dot.
+  // A range that is hardly wider than its line is a dot.
+  constexpr double kNarrow = 4.0;
   const auto [low, high] = TslBL::QMassRange(plotted.tune);
-  const auto only = low == high ? panel.curve(plotted.tune, low) : std::nullopt;
+  const auto only = axes.X(high) - axes.X(low) < kNarrow ? panel.curve(plotted.tune, low) : std::nullopt;
   std::string svg =
       fmt::format("<path d=\"{}\" fill=\"none\" stroke-width=\"1.6\" {}/>\n", path, kStrokes[colour]);
   for (const auto& [at, value] : MarksOf(plotted.tune, panel)) {
@@ -262,9 +263,9 @@ std::string TunePlot(const std::vector<PlottedTune>& tunes) {
       width, height);
   svg += Legend(tunes);
   for (std::size_t i = 0; i < panels.size(); ++i) {
+    const std::size_t row = i / kColumns;
     const double x = kPanelWidth * static_cast<double>(i % kColumns);
-    const double y = kHeader + kPanelHeight * static_cast<double>(i / kColumns);
-    svg += Draw(panels[i], tunes, mz, x, y);
+    svg += Draw(panels[i], tunes, mz, x, kHeader + kPanelHeight * static_cast<double>(row));
   }
   return svg + "</svg>\n";
 }

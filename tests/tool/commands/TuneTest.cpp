@@ -246,6 +246,12 @@ TEST_F(TuneTest, ConvertTellsWhatIsLost) {
             "tslbl: warning: " + Path("a.xml") + ": a document does not keep Q1Enter: 10 -> 0\n");
 }
 
+TEST_F(TuneTest, ConvertGoesFromPipeToPipe) {
+  const Outcome outcome = RunShell("cat '" + Path("apci.tune") +
+                                   "' | $TSLBL tune convert /dev/stdin --output /dev/stdout --to xml | cat");
+  EXPECT_THAT(outcome.out, StartsWith("<?xml"));
+}
+
 TEST_F(TuneTest, ConvertDoesNotGoOverItsInput) {
   RunRefused({"tune", "convert", Path("esi.xml"), "--output", Path("esi.xml"), "--to", "binary"}, 2,
              Path("esi.xml"));

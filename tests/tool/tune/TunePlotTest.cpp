@@ -103,6 +103,13 @@ TEST(TunePlot, ASimWithoutSpanIsADot) {
   EXPECT_EQ(CountOf(TunePlot({{tune, "a"}}), "<circle "), 10u);
 }
 
+TEST(TunePlot, ANarrowRangeBesideAWideOneIsADot) {
+  Tune narrow = DevTuneRules(Probes::ESI);
+  narrow.ControlData.MZLow = 500;
+  narrow.ControlData.MZHi = 501;
+  EXPECT_EQ(CountOf(TunePlot({{DevTuneRules(Probes::ESI), "wide"}, {narrow, "narrow"}}), "<circle "), 10u);
+}
+
 TEST(TunePlot, OfTwoTunesTheOneWithoutPointsIsNamed) {
   Tune open = Calibrated();
   open.Q1CalPts.clear();
