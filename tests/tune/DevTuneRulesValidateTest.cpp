@@ -366,6 +366,17 @@ TEST(QFaults, NameTheFieldOfEach) {
                                         TuneField::MZCalPts, TuneField::Q1CalPts}));
 }
 
+TEST(QFaults, OfACoronaFarFromTheEndPlateNameTheCorona) {
+  for (const auto& [probe, field] :
+       {std::pair{Probes::APCI, TuneField::CoronaVoltage}, std::pair{Probes::ESI, TuneField::Cylinder}}) {
+    Tune tune = DevTuneRules(probe);
+    tune.Source.Cylinder = tune.Source.EndPlate > -3000 ? 5000 : 2000;
+    const std::vector<DevTuneRules::Fault> faults = DevTuneRules(tune).QFaults();
+    ASSERT_EQ(faults.size(), 1u);
+    EXPECT_EQ(faults.front().field, field);
+  }
+}
+
 TEST(QFaults, HoldWhatWouldBeThrown) {
   Tune tune = Unmarked();
   tune.ControlData.MZStepSize = std::numeric_limits<double>::quiet_NaN();
