@@ -29,15 +29,12 @@ double Background(double mz) { return 40.0 * std::exp(-mz / 300.0) + 8.0; }
 double LineShape(double distance) { return std::exp(-0.5 * distance * distance / (kSigma * kSigma)); }
 
 TslBL::Tune DemonstrationTune() {
-  TslBL::Tune tune;
+  TslBL::Tune tune = TslBL::DevTuneRules(TslBL::Probes::ESI);
   tune.Info.Name = L"Demonstration";
   tune.Info.Comment = L"The demonstration instrument of tslbl";
-  tune.Source.Cylinder = -3500;
-  tune.Source.EndPlate = -5000;
-  tune.Source.CapEnter = -6000;
-  tune.Source.DryGasTemp = 170;
-  tune.Source.DryGasFlow = 12.0;
-  tune.Source.Neb1GasPres = 60;
+  // Neither the day nor the site's catalogue of syringes makes another run.
+  tune.Info.LastSave = 0;
+  tune.SyringeData = {};
   TslBL::Control& control = tune.ControlData;
   control.MZLow = 100.0;
   control.MZHi = 1100.0;
@@ -45,16 +42,6 @@ TslBL::Tune DemonstrationTune() {
   control.InitSettleDelay = 1800;
   control.PulseCountDelay = 50;
   control.ScansPerSpec = 4;
-  control.CapExit.Single = 160.0;
-  control.Skimmer.Single = 18.0;
-  control.Q0RFAmpl.Single = 600.0;
-  control.Q0Offset.Single = -8.0;
-  control.Q0Exit1.Single = -0.4;
-  control.Q0Exit2.Single = -90.0;
-  control.HEDynode = -7000;
-  control.DetectorGain = -1400;
-  control.Q1Offset.Single = -1.0;
-  control.Q1IonGuide.Single = -12.6;
   // Not quite straight, as no real scale is.
   tune.MZCalPts = {{L"Low", 5.0, 100.0},
                    {L"Calibrant 1", 322.0481, 6439.6},

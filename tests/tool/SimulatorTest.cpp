@@ -85,6 +85,12 @@ const TrueLine& LineAt(const std::vector<TrueLine>& truth, const std::string& co
   return *line;
 }
 
+TEST(Simulator, ItsTuneIsOneThatTheInstrumentTakes) {
+  TslBL::DevTuneRules rules(TslTool::Simulator(1, 1).Tune());
+  EXPECT_TRUE(rules.QFaults().empty());
+  EXPECT_FALSE(rules.CalculateInitialSettlingDelay()) << "it rests as long as it must";
+}
+
 TEST(Simulator, EqualSeedsMakeEqualScans) {
   EXPECT_EQ(Simulator(5, 9).MakeScan(3), Simulator(5, 9).MakeScan(3));
   EXPECT_NE(Simulator(5, 9).MakeScan(3).counts, Simulator(5, 10).MakeScan(3).counts);

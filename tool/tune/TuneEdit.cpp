@@ -17,10 +17,6 @@ namespace {
 using TslBL::DevTuneRules;
 using ErrTypes = DevTuneRules::ErrTypes;
 
-bool SameText(std::string_view a, std::string_view b) {
-  return TslCommon::EqualsIgnoreCase(TslCommon::FromUtf8(a), TslCommon::FromUtf8(b));
-}
-
 const LensField& FindLens(const std::string& name) {
   const auto found =
       std::ranges::find_if(LensFields(), [&](const LensField& f) { return SameText(f.name, name); });

@@ -26,10 +26,6 @@ using TslBL::Tune;
 using Id = TslBL::TuneField::Id;
 using ErrTypes = DevTuneRules::ErrTypes;
 
-bool SameText(std::string_view a, std::string_view b) {
-  return TslCommon::EqualsIgnoreCase(TslCommon::FromUtf8(a), TslCommon::FromUtf8(b));
-}
-
 // The names of the values of an enumeration; the index is the value.
 template <class E>
 constexpr std::nullptr_t kNames = nullptr;
@@ -307,6 +303,10 @@ bool HasField(const Tune& tune, const TuneField& field) {
       return tune.ControlData.Type != Control::Scan;
   }
   return false;
+}
+
+bool SameText(std::string_view a, std::string_view b) {
+  return TslCommon::EqualsIgnoreCase(TslCommon::FromUtf8(a), TslCommon::FromUtf8(b));
 }
 
 std::string DisplayName(const TuneField& field) {

@@ -47,6 +47,9 @@ std::string DisplayName(const TuneField& field);
 // The values that a field of names takes, such as "on, off"; empty for another field.
 std::string ValueNames(const TuneField& field);
 
+// Names and values are typed in any case.
+bool SameText(std::string_view a, std::string_view b);
+
 // Text from a file as it may stand on a terminal or in a line.
 std::string OnOneLine(std::string text);
 
