@@ -5,6 +5,7 @@
 #include <tslbl/closed/common/Text.h>
 #include <charconv>
 #include <cmath>
+#include <map>
 #include <string_view>
 
 namespace TslTool {
@@ -32,20 +33,17 @@ std::string Trimmed(const std::string& text) {
   return text.substr(first, text.find_last_not_of(" \t\r\n") - first + 1);
 }
 
-// Which of the elements of its name an element is, from 1.
-int NumberOf(const pugi::xml_node& child) {
-  int number = 1;
-  for (pugi::xml_node before = child.previous_sibling(child.name()); before;
-       before = before.previous_sibling(child.name()))
-    ++number;
-  return number;
-}
+// What came so far of the elements of one name.
+struct Seen {
+  int number = 0;
+  pugi::xml_node twin;
+};
 
-// The element of `taken` with the name of `child` and its place among those of that name.
-// Entries that are kept in an order of their own are found by their attribute "Name".
-pugi::xml_node TwinOf(const pugi::xml_node& child, const pugi::xml_node& taken) {
-  pugi::xml_node twin = taken.child(child.name());
-  for (int number = NumberOf(child); number > 1 && twin; --number) twin = twin.next_sibling(child.name());
+// The next element of `taken` with the name of `child`. Entries that are kept in an order of
+// their own are found by their attribute "Name".
+pugi::xml_node TwinOf(const pugi::xml_node& child, const pugi::xml_node& taken, Seen& seen) {
+  seen.twin = ++seen.number == 1 ? taken.child(child.name()) : seen.twin.next_sibling(child.name());
+  const pugi::xml_node twin = seen.twin;
   const char* name = child.attribute("Name").value();
   if (*name == '\0' || std::string_view(twin.attribute("Name").value()) == name) return twin;
   const pugi::xml_node same = taken.find_child_by_attribute(child.name(), "Name", name);
@@ -53,10 +51,10 @@ pugi::xml_node TwinOf(const pugi::xml_node& child, const pugi::xml_node& taken) 
 }
 
 // With its number, if there are several of its name.
-std::string PlaceOf(const pugi::xml_node& child) {
+std::string PlaceOf(const pugi::xml_node& child, int number) {
   const std::string name = child.name();
-  const bool isOne = !child.previous_sibling(child.name()) && !child.next_sibling(child.name());
-  return isOne ? name : name + "[" + std::to_string(NumberOf(child)) + "]";
+  const bool isOne = number == 1 && !child.next_sibling(child.name());
+  return isOne ? name : name + "[" + std::to_string(number) + "]";
 }
 
 class DocumentCheck {
@@ -71,12 +69,14 @@ class DocumentCheck {
       Judge(place + "@" + attribute.name(), attribute.value(), twin.value());
     }
     Judge(place, written.child_value(), taken.child_value());
+    std::map<std::string_view, Seen> all;
     for (const pugi::xml_node child : written.children()) {
       if (child.type() != pugi::node_element) continue;
-      const pugi::xml_node twin = TwinOf(child, taken);
+      Seen& seen = all[child.name()];
+      const pugi::xml_node twin = TwinOf(child, taken, seen);
       const char* what = taken.child(child.name()) ? "one element too many: \"" : "unknown element \"";
       if (!twin) Refuse(place, what + Printable(child.name()) + "\"");
-      Compare(child, twin, std::string(place).append("/").append(PlaceOf(child)));
+      Compare(child, twin, std::string(place).append("/").append(PlaceOf(child, seen.number)));
     }
   }
 

@@ -34,9 +34,10 @@ FileLock::FileLock(const std::string& file) {
     descriptor_ = open(file.c_str(), O_RDONLY | O_CLOEXEC);
     if (descriptor_ < 0) Fail(file, std::string("cannot be opened: ") + std::strerror(errno));
     const bool locked = flock(descriptor_, LOCK_EX) == 0;
-    if (!locked && errno == EINTR) Fail(file, "interrupted");
-    if (!locked || IsAt(descriptor_, file)) return;
+    const bool interrupted = !locked && errno == EINTR;
+    if (!interrupted && (!locked || IsAt(descriptor_, file))) return;
     close(descriptor_);
+    if (interrupted) Fail(file, "interrupted");
   }
 }
 

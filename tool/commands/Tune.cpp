@@ -60,7 +60,8 @@ int RunNew(const NewArguments& arguments) {
   try {
     Save(rules, FormFor(arguments.to, arguments.output), arguments.output);
   } catch (...) {
-    std::filesystem::remove(arguments.output);
+    std::error_code ignored;
+    std::filesystem::remove(arguments.output, ignored);
     throw;
   }
   WarnOfFaults(arguments.output, {}, rules);

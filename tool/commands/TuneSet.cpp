@@ -74,7 +74,7 @@ int RunSet(const std::string& file, const std::vector<std::string>& edits) {
   if (file.empty()) throw UsageError("FILE is missing");
   if (edits.empty()) throw UsageError("FIELD=VALUE is missing");
   const FileLock lock(file);
-  const TuneFile loaded = LoadTune(file);
+  const TuneFile loaded = LoadAndTell(file);
   DevTuneRules rules(loaded.tune);
   EditAll(file, edits, rules);
   const std::vector<std::string> changes = TuneDiff(loaded.tune, rules);

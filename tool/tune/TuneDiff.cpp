@@ -43,7 +43,7 @@ void AddFields(const Tune& a, const Tune& b, std::vector<std::string>& lines) {
 }
 
 std::string ShownPoint(const TslBL::MZCalPt& point) {
-  return fmt::format("m/z {} DAC {} {}", point.MZ, point.MassDAC, TslCommon::ToUtf8(point.Name));
+  return fmt::format("m/z {} DAC {} {}", point.MZ, point.MassDAC, OnOneLine(TslCommon::ToUtf8(point.Name)));
 }
 
 void AddMZCalPts(const Tune& a, const Tune& b, std::vector<std::string>& lines) {
@@ -56,13 +56,14 @@ void AddMZCalPts(const Tune& a, const Tune& b, std::vector<std::string>& lines) 
 }
 
 std::string NameOf(TslBL::TuneField::Id id) {
-  return TslCommon::ToUtf8(TslBL::TuneField::FieldToPointTag(id));
+  const std::string tag = TslCommon::ToUtf8(TslBL::TuneField::FieldToPointTag(id));
+  return tag == "Unknown" ? fmt::format("field {}", std::uint32_t{id}) : tag;
 }
 
 // A calibrant in words; each of its settings by name.
 std::map<std::string, std::string> Settings(const Q1CalPt* point) {
   if (point == nullptr) return {};
-  std::map<std::string, std::string> settings = {{"name", TslCommon::ToUtf8(point->Name)},
+  std::map<std::string, std::string> settings = {{"name", OnOneLine(TslCommon::ToUtf8(point->Name))},
                                                  {"m/z", fmt::format("{}", point->MZ)}};
   for (const auto& [id, value] : point->Fields) settings[NameOf(id)] = fmt::format("{}", value);
   return settings;

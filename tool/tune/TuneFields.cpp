@@ -163,7 +163,7 @@ std::string ShowSpan(const DevTuneRules& rules) {
 
 // "auto" is what the m/z range and the capillary exit need.
 ErrTypes SetInitSettleDelay(DevTuneRules& rules, const std::string& name, const std::string& text) {
-  if (!SameText(text, "auto")) return rules.WInitSettleDelay(ParseCount(name, text));
+  if (!SameText(text, "auto")) return rules.WInitSettleDelay(ParseWhole<std::uint32_t>(name, text));
   rules.CalculateInitialSettlingDelay();
   return DevTuneRules::NoError;
 }

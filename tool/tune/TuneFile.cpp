@@ -22,7 +22,7 @@ namespace {
 using TslBL::Tune;
 
 // A tune takes a few kilobytes.
-constexpr std::size_t kLargest = 64 << 20;
+constexpr std::size_t kLargest = 1 << 20;
 
 std::string ReadAll(const std::string& file) {
   ByteSource source(file);

@@ -43,16 +43,21 @@ bool IsNumber(const std::string& text) {
   return text.find_first_not_of("-+.e0123456789") == std::string::npos;
 }
 
+std::string Ended(std::string row) {
+  row.erase(row.find_last_not_of(' ') + 1);
+  return row + '\n';
+}
+
 std::string FieldRow(const DevTuneRules& rules, const TuneField& field) {
   const std::string value = field.show(rules);
   const char* unit = value.empty() || !IsNumber(value) ? "" : field.unit;
-  return fmt::format("  {:<19} {:<26} {:>10} {:<6} {}\n", field.name, DisplayName(field), value, unit,
-                     Limits(rules, field));
+  return Ended(fmt::format("  {:<19} {:<26} {:>10} {:<6} {}", field.name, DisplayName(field), value, unit,
+                           Limits(rules, field)));
 }
 
 // A text for a user may be long: no columns behind it.
 std::string TextRow(const DevTuneRules& rules, const TuneField& field) {
-  return fmt::format("  {:<19} {:<26} {}\n", field.name, DisplayName(field), field.show(rules));
+  return Ended(fmt::format("  {:<19} {:<26} {}", field.name, DisplayName(field), field.show(rules)));
 }
 
 bool IsText(const TuneField& field) {
@@ -69,7 +74,6 @@ std::string Fields(const Tune& tune) {
       if (HasField(tune, field)) text += IsText(field) ? TextRow(rules, field) : FieldRow(rules, field);
     text += '\n';
   }
-  while (text.find(" \n") != std::string::npos) text.erase(text.find(" \n"), 1);
   return text;
 }
 

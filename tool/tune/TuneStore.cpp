@@ -16,13 +16,15 @@ using TslBL::Tune;
 // One that cannot be shown must not undo what was done.
 void Warn(const std::string& text) { std::cerr << "tslbl: warning: " << text << std::endl; }
 
-Tune Load(const std::string& file) {
-  const TuneFile loaded = LoadTune(file);
+TuneFile LoadAndTell(const std::string& file) {
+  TuneFile loaded = LoadTune(file);
   if (!loaded.missing.empty())
     Warn(fmt::format("{}: the document lacks {}, which count as 0 or empty", file,
                      fmt::join(loaded.missing, ", ")));
-  return loaded.tune;
+  return loaded;
 }
+
+Tune Load(const std::string& file) { return LoadAndTell(file).tune; }
 
 void Save(const Tune& tune, TuneForm form, const std::string& file) {
   Output output(file);

@@ -10,7 +10,9 @@ namespace TslTool {
 // A line on standard error; never fails.
 void Warn(const std::string& text);
 
-// Tells what the document lacks. Throws as LoadTune does.
+// As LoadTune; tells what the document lacks.
+TuneFile LoadAndTell(const std::string& file);
+// The tune of it.
 TslBL::Tune Load(const std::string& file);
 
 // Tells what this form does not keep. Throws as Output does.

@@ -15,8 +15,7 @@ namespace {
 
 using ErrTypes = DevTuneRules::ErrTypes;
 
-// The first of the tune's own ways to do it: what a file holds may be the smallest integer,
-// which has no opposite.
+// A file may hold the smallest integer, which has no opposite.
 std::int32_t Opposite(std::int32_t volts) {
   return static_cast<std::int32_t>(0u - static_cast<std::uint32_t>(volts));
 }
@@ -112,7 +111,8 @@ ErrTypes DevTuneRules::WIonSourceType(Probes::ProbeTypes probe) {
 
 // The end plate of an APCI source draws the ions on: it cannot take their sign.
 ErrTypes DevTuneRules::WEndPlate(std::int32_t volts) {
-  // Its text stays where a site's limits leave no voltage of that sign.
+  // Its text is there whatever the sign makes of the value: a site may have moved the limits
+  // to one side of zero.
   const ErrTypes within = CheckLimits(TuneField::EndPlate, volts);
   const ErrTypes result = Source.Type == Probes::APCI ? CheckAttracts(TuneField::EndPlate, volts) : within;
   return result == Error ? Error : Write(Source.EndPlate, volts);

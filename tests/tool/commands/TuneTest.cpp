@@ -212,6 +212,13 @@ TEST_F(TuneTest, WhatADocumentLacksIsTold) {
                              ": the document lacks Tune/Control/HEDynode, which count as 0 or empty\n");
 }
 
+TEST_F(TuneTest, SetTellsWhatTheDocumentLacked) {
+  std::ofstream(Path("short.xml")) << "<Tune><Control><MZLow>100</MZLow></Control></Tune>";
+  const Outcome outcome = RunTool({"tune", "set", Path("short.xml"), "Name=A"});
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_THAT(outcome.err, HasSubstr(Path("short.xml") + ": the document lacks Tune/Info, "));
+}
+
 TEST_F(TuneTest, SetOnAFullDiskKeepsTheTune) {
   const std::string before = ReadFile(Path("esi.xml"));
   const Outcome outcome =

@@ -71,6 +71,15 @@ TEST(TuneDiff, AFieldOfOneKindOfTuneIsMissingInTheOther) {
                           "CalValveOn: off -> -"));
 }
 
+TEST(TuneDiff, FieldsOfACalibrantWithoutATagAreToldByNumber) {
+  const Tune before = DevTuneRules(Probes::ESI);
+  Tune after = before;
+  after.Q1CalPts[0].Fields[TslBL::TuneField::HEDynode] = 1;
+  after.Q1CalPts[0].Fields[TslBL::TuneField::SourceType] = 2;
+  EXPECT_THAT(TuneDiff(before, after),
+              ElementsAre("Q1CalPts 1 (m/z 39) field 0: - -> 2", "Q1CalPts 1 (m/z 39) field 28: - -> 1"));
+}
+
 TEST(TuneDiff, TheDwellOfAScanAndOfASimIsOneField) {
   DevTuneRules scan(Probes::ESI);
   DevTuneRules sim = scan;

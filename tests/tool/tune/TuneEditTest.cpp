@@ -148,6 +148,8 @@ TEST(TuneEdit, ANumberBeyondItsTypeMeetsTheLimitsOfItsField) {
       "refused: Step Settling Delay is out of range.  Valid values are 0.00 to 4095.00.";
   for (const char* value : {"-1", "4294967296", "1e300"})
     EXPECT_EQ(After(esi, std::string("StepSettleDelay=") + value), refusal);
+  EXPECT_EQ(After(esi, "InitSettleDelay=-1"),
+            "refused: Initial Settling Delay is out of range.  Valid values are 0.00 to 5000000.00.");
   EXPECT_EQ(After(esi, "HEDynode=-1e12"),
             "refused: High Energy Dynode is out of range.  Valid values are -10000.00 to 10000.00.");
 }

@@ -210,6 +210,11 @@ TEST(TuneFile, ADocumentCutAnywhereIsRefused) {
   for (std::size_t size = 1; size < end; size += 97) EXPECT_NE(ErrorOf(text.substr(0, size)), "") << size;
 }
 
+TEST(TuneFile, AFileBeyondAnyTuneIsRefused) {
+  EXPECT_EQ(Load(Xml() + std::string(900000, '\n')), Load(Xml()));
+  EXPECT_EQ(ErrorOf(Xml() + std::string(1 << 20, '\n')), ": the file is too large for a tune");
+}
+
 TEST(TuneFile, AMissingFileOrAFolderIsNamed) {
   const TempFile file("a.tune", "");
   EXPECT_THROW(TslTool::LoadTune(file.Path() + ".none"), TslTool::InputError);
