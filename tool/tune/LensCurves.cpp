@@ -29,22 +29,27 @@ constexpr LensField kLenses[] = {
 
 const IOPoint& LensOf(const Tune& tune, const LensField& field) { return tune.ControlData.*field.lens; }
 
+// Two points of one m/z leave a curve open between them.
+template <class Evaluate>
+std::optional<double> Defined(Evaluate evaluate) {
+  try {
+    const double value = evaluate();
+    return std::isfinite(value) ? std::optional(value) : std::nullopt;
+  } catch (const std::runtime_error&) {
+    return std::nullopt;
+  }
+}
+
 }  // namespace
 
 std::span<const LensField> LensFields() { return kLenses; }
 
-std::optional<double> LensAt(const Tune& tune, const LensField& field, double mz) {
+MZCurve LensCurve(const Tune& tune, const LensField& field) {
   const IOPoint& lens = LensOf(tune, field);
-  if (lens.Type == IOPoint::SingleType) return lens.Single;
-  double value = 0.0;
-  std::wstring ignored;
-  try {
-    const TslBL::Q1FieldConvert curve(tune.Q1CalPts, field.id);
-    if (!curve.MZToFieldVal(mz, value, ignored)) return std::nullopt;
-  } catch (const std::runtime_error&) {
-    return std::nullopt;
-  }
-  return std::isfinite(value) ? std::optional(value) : std::nullopt;
+  if (lens.Type == IOPoint::SingleType) return [single = lens.Single](double) { return single; };
+  const TslBL::Q1FieldConvert curve(tune.Q1CalPts, field.id);
+  if (curve.Empty()) return [](double) { return std::nullopt; };
+  return [curve](double mz) { return Defined([&] { return curve.MZToFieldVal(mz); }); };
 }
 
 std::vector<std::pair<double, double>> LensPoints(const Tune& tune, const LensField& field) {
@@ -58,13 +63,16 @@ std::vector<std::pair<double, double>> LensPoints(const Tune& tune, const LensFi
   return points;
 }
 
-std::optional<double> SettlingTo(const Tune& tune, double mz) {
+MZCurve SettlingCurve(const Tune& tune) {
   const double low = TslBL::QMassRange(tune).first;
-  try {
-    return TslBL::SettlingDelay(mz, low, TslBL::CapExitAt(tune, mz) - TslBL::CapExitAt(tune, low));
-  } catch (const std::runtime_error&) {
-    return std::nullopt;
-  }
+  const IOPoint& lens = tune.ControlData.CapExit;
+  const bool isSingle = lens.Type == IOPoint::SingleType;
+  // A lens of one value does not change on the way.
+  const TslBL::Q1FieldConvert curve(isSingle ? std::vector<TslBL::Q1CalPt>() : tune.Q1CalPts, Id::CapExit);
+  return [low, curve](double mz) {
+    return Defined(
+        [&] { return TslBL::SettlingDelay(mz, low, curve.MZToFieldVal(mz) - curve.MZToFieldVal(low)); });
+  };
 }
 
 }  // namespace TslTool

@@ -47,12 +47,11 @@ struct Range {
   }
 };
 
-using Curve = std::function<std::optional<double>(const Tune& tune, double mz)>;
 using Points = std::vector<std::pair<double, double>>;
 
 struct Panel {
   std::string title;
-  Curve curve;
+  std::function<MZCurve(const Tune& tune)> curve;
   std::function<Points(const Tune& tune)> marks;
 };
 
@@ -141,76 +140,77 @@ class Axes {
   Range mz_, values_;
 };
 
-// The points of the curve that the tune's range has.
-Points MarksOf(const Tune& tune, const Panel& panel) {
-  const auto [low, high] = TslBL::QMassRange(tune);
-  Points marks = panel.marks(tune);
-  std::erase_if(marks,
-                [low = low, high = high](const auto& mark) { return mark.first < low || mark.first > high; });
-  return marks;
+// What one tune has in one panel, each value worked out once.
+struct Trace {
+  std::vector<std::pair<double, std::optional<double>>> line;
+  std::vector<std::pair<double, std::optional<double>>> marks;
+  std::string label;
+};
+
+Trace MakeTrace(const PlottedTune& plotted, const Panel& panel) {
+  const auto [low, high] = TslBL::QMassRange(plotted.tune);
+  const MZCurve curve = panel.curve(plotted.tune);
+  Trace trace;
+  trace.label = plotted.label;
+  // Evenly, and at the points of the curve that the range has, so that no corner is cut.
+  for (int i = 0; i <= kSamples; ++i)
+    trace.line.emplace_back(low + (high - low) * i / kSamples, std::nullopt);
+  for (const auto& [at, value] : panel.marks(plotted.tune)) {
+    if (at < low || at > high) continue;
+    trace.line.emplace_back(at, std::nullopt);
+    trace.marks.emplace_back(at, curve(at));
+  }
+  std::ranges::sort(trace.line, {}, [](const auto& point) { return point.first; });
+  for (auto& [at, value] : trace.line) value = curve(at);
+  return trace;
 }
 
-// Evenly, and at the points of the curve, so that no corner is cut.
-std::vector<double> PlacesFor(const Tune& tune, const Panel& panel) {
-  const auto [low, high] = TslBL::QMassRange(tune);
-  std::vector<double> places;
-  for (int i = 0; i <= kSamples; ++i) places.push_back(low + (high - low) * i / kSamples);
-  for (const auto& [at, value] : MarksOf(tune, panel)) places.push_back(at);
-  std::ranges::sort(places);
-  return places;
+bool IsEmpty(const Trace& trace) {
+  return std::ranges::none_of(trace.line, [](const auto& point) { return point.second.has_value(); });
 }
 
-std::string Line(const PlottedTune& plotted, const Panel& panel, const Axes& axes, std::size_t colour) {
+std::string Dot(const Axes& axes, double mz, const std::optional<double>& value, int radius,
+                std::size_t colour) {
+  if (!value) return "";
+  return fmt::format("<circle cx=\"{:.2f}\" cy=\"{:.2f}\" r=\"{}\" fill=\"{}\"/>\n", axes.X(mz),
+                     axes.Y(*value), radius, kFills[colour]);
+}
+
+std::string Line(const Trace& trace, const Axes& axes, std::size_t colour) {
+  constexpr double kNarrow = 4.0;
   std::string path;
   bool on = false;
-  for (const double at : PlacesFor(plotted.tune, panel)) {
-    const auto value = panel.curve(plotted.tune, at);
+  for (const auto& [at, value] : trace.line) {
     if (value) path += fmt::format("{}{:.2f} {:.2f}", on ? "L" : "M", axes.X(at), axes.Y(*value));
     on = value.has_value();
   }
-  // A range that is hardly wider than its line is a dot.
-  constexpr double kNarrow = 4.0;
-  const auto [low, high] = TslBL::QMassRange(plotted.tune);
-  const auto only = axes.X(high) - axes.X(low) < kNarrow ? panel.curve(plotted.tune, low) : std::nullopt;
   std::string svg =
       fmt::format("<path d=\"{}\" fill=\"none\" stroke-width=\"1.6\" {}/>\n", path, kStrokes[colour]);
-  for (const auto& [at, value] : MarksOf(plotted.tune, panel)) {
-    const auto drawn = panel.curve(plotted.tune, at);
-    if (drawn)
-      svg += fmt::format("<circle cx=\"{:.2f}\" cy=\"{:.2f}\" r=\"3\" fill=\"{}\"/>\n", axes.X(at),
-                         axes.Y(*drawn), kFills[colour]);
-  }
-  if (only)
-    svg += fmt::format("<circle cx=\"{:.2f}\" cy=\"{:.2f}\" r=\"4\" fill=\"{}\"/>\n", axes.X(low),
-                       axes.Y(*only), kFills[colour]);
+  for (const auto& [at, value] : trace.marks) svg += Dot(axes, at, value, 3, colour);
+  // A range that is hardly wider than its line is a dot.
+  const auto& [low, first] = trace.line.front();
+  if (axes.X(trace.line.back().first) - axes.X(low) < kNarrow) svg += Dot(axes, low, first, 4, colour);
   return svg;
-}
-
-// Which of two tunes has nothing to draw.
-std::string WithoutPoints(const Panel& panel, const std::vector<PlottedTune>& tunes) {
-  std::string text;
-  for (const PlottedTune& plotted : tunes) {
-    const auto [low, high] = TslBL::QMassRange(plotted.tune);
-    if (!panel.curve(plotted.tune, low)) text += "; no points: " + Shortened(plotted.label);
-  }
-  return text;
 }
 
 std::string Draw(const Panel& panel, const std::vector<PlottedTune>& tunes, const Range& mz, double x,
                  double y) {
+  std::vector<Trace> traces;
   std::optional<Range> values;
+  std::string title = panel.title;
   for (const PlottedTune& plotted : tunes) {
-    for (const double at : PlacesFor(plotted.tune, panel)) {
-      const auto value = panel.curve(plotted.tune, at);
+    const Trace& trace = traces.emplace_back(MakeTrace(plotted, panel));
+    if (IsEmpty(trace)) title += tunes.size() > 1 ? "; no points: " + Shortened(trace.label) : ": no points";
+    for (const auto& [at, value] : trace.line) {
       if (!value || !std::isfinite(*value)) continue;
       if (!values) values = Range{*value, *value};
       values->Include(*value);
     }
   }
-  if (!values) return Text(x + kLeft, y + kTop - 8, "start", 13, panel.title + ": no points");
+  if (!values) return Text(x + kLeft, y + kTop - 8, "start", 13, title);
   const Axes axes(x, y, mz, values->Padded(0.08));
-  std::string svg = axes.Frame(panel.title + WithoutPoints(panel, tunes));
-  for (std::size_t i = 0; i < tunes.size(); ++i) svg += Line(tunes[i], panel, axes, i);
+  std::string svg = axes.Frame(title);
+  for (std::size_t i = 0; i < traces.size(); ++i) svg += Line(traces[i], axes, i);
   return svg;
 }
 
@@ -218,11 +218,11 @@ std::vector<Panel> Panels() {
   std::vector<Panel> panels;
   for (const LensField& field : LensFields()) {
     panels.push_back({fmt::format("{}, {}", field.name, field.unit),
-                      [&field](const Tune& tune, double mz) { return LensAt(tune, field, mz); },
+                      [&field](const Tune& tune) { return LensCurve(tune, field); },
                       [&field](const Tune& tune) { return LensPoints(tune, field); }});
   }
   panels.push_back(
-      {"settling after a move from the low end, us", SettlingTo, [](const Tune&) { return Points(); }});
+      {"settling after a move from the low end, us", SettlingCurve, [](const Tune&) { return Points(); }});
   return panels;
 }
 

@@ -104,8 +104,9 @@ std::string LensesOverMZ(const Tune& tune) {
     const bool isSingle = (tune.ControlData.*field.lens).Type == TslBL::IOPoint::SingleType;
     text += fmt::format("\n  {:<14} {:<11}", fmt::format("{}, {}", field.name, field.unit),
                         isSingle ? "single" : "calibrated");
+    const MZCurve curve = LensCurve(tune, field);
     for (const double mz : places) {
-      const auto value = LensAt(tune, field, mz);
+      const auto value = curve(mz);
       text += value ? fmt::format(" {:>9.6g}", *value) : fmt::format(" {:>9}", "-");
     }
   }
@@ -151,7 +152,7 @@ std::string Duration(const Tune& tune) {
 }
 
 std::string Timing(const Tune& tune) {
-  const auto needed = SettlingTo(tune, TslBL::QMassRange(tune).second);
+  const auto needed = SettlingCurve(tune)(TslBL::QMassRange(tune).second);
   return "Timing\n" +
          TimingRow("steps of a scan", [&] { return fmt::format("{}", DevTuneRules::QNumPulses(tune)); }) +
          TimingRow("a spectrum", [&] { return Duration(tune); }) +
