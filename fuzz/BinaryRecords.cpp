@@ -6,7 +6,7 @@
 #include <fuzz/Records.h>
 #include <fuzz/TuneRules.h>
 #include <tslbl/closed/common/ITslXML.h>
-#include <tslbl/curve/ThreadingParams.h>
+#include <tslbl/detect/ThreadingParams.h>
 #include <tslbl/records/CSSeries.h>
 #include <tslbl/records/MZPeak.h>
 #include <tslbl/records/MZPeakField.h>

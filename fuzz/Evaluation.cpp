@@ -3,8 +3,8 @@
 // the curve keeps one entry a point, and its peaks lie inside it, in order.
 
 #include <fuzz/Records.h>
-#include <tslbl/curve/DetectOnePeak.h>
 #include <tslbl/curve/Execute.h>
+#include <tslbl/detect/DetectOnePeak.h>
 #include <tslbl/spectrum/PeakTable.h>
 #include <tslbl/spectrum/Spectrum.h>
 #include <cmath>

@@ -1,8 +1,8 @@
 // Runs: the bytes of the database, and the packed counts of a scan. The first byte picks.
 
 #include <fuzz/Input.h>
+#include <tool/frame/InputError.h>
 #include <tool/io/Counts.h>
-#include <tool/io/InputError.h>
 #include <tool/io/OpenScans.h>
 #include <tool/io/RunMaker.h>
 #include <cmath>

@@ -5,7 +5,7 @@
 #include <zlib.h>
 
 #include <fuzz/Input.h>
-#include <tool/io/InputError.h>
+#include <tool/frame/InputError.h>
 #include <tool/io/OpenScans.h>
 #include <cmath>
 #include <functional>

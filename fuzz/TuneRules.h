@@ -2,7 +2,7 @@
 // The rules of a tune, held against any tune, for the fuzz targets.
 
 #include <fuzz/Records.h>
-#include <tslbl/tune/DevTuneRules.h>
+#include <tslbl/tune/rules/DevTuneRules.h>
 #include <string>
 
 namespace fuzz {

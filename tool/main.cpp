@@ -1,9 +1,9 @@
 // tslbl: the command-line tool. Its commands stand in tool/commands, one file each.
 
-#include <tool/CommandLine.h>
-#include <tool/Interrupt.h>
-#include <tool/Log.h>
 #include <tool/commands/Commands.h>
+#include <tool/frame/CommandLine.h>
+#include <tool/frame/Interrupt.h>
+#include <tool/frame/Log.h>
 
 int main(int argc, char** argv) {
   using namespace TslTool;

@@ -22,14 +22,14 @@
 #include <tslbl/closed/common/XMLParser.h>
 #include <tslbl/closed/common/XMLResultException.h>
 
-#include <tslbl/closed/math/Baseline.h>
-#include <tslbl/closed/math/BaselineAndNoise.h>
-#include <tslbl/closed/math/Features.h>
-#include <tslbl/closed/math/GaussPeak.h>
-#include <tslbl/closed/math/Noise.h>
 #include <tslbl/closed/math/Normalize.h>
-#include <tslbl/closed/math/Smoothing.h>
-#include <tslbl/closed/math/SplinePeak.h>
+#include <tslbl/closed/math/baseline/Baseline.h>
+#include <tslbl/closed/math/baseline/BaselineAndNoise.h>
+#include <tslbl/closed/math/baseline/Noise.h>
+#include <tslbl/closed/math/peak/Features.h>
+#include <tslbl/closed/math/peak/GaussPeak.h>
+#include <tslbl/closed/math/peak/SplinePeak.h>
+#include <tslbl/closed/math/smooth/Smoothing.h>
 
 #include <tslbl/closed/engines/IsotopePattern.h>
 
@@ -45,17 +45,16 @@
 #include <tslbl/curve/Curve.h>
 #include <tslbl/curve/CurveEval.h>
 #include <tslbl/curve/CurvePeak.h>
-#include <tslbl/curve/DetectOnePeak.h>
 #include <tslbl/curve/Execute.h>
-#include <tslbl/curve/FindPeak.h>
 #include <tslbl/curve/NoiseParams.h>
 #include <tslbl/curve/PeakDetectParams.h>
 #include <tslbl/curve/PeakInfo.h>
 #include <tslbl/curve/SmoothParams.h>
-#include <tslbl/curve/ThreadingParams.h>
 #include <tslbl/curve/ThresholdParams.h>
+#include <tslbl/detect/DetectOnePeak.h>
+#include <tslbl/detect/FindPeak.h>
+#include <tslbl/detect/ThreadingParams.h>
 
-#include <tslbl/tune/DevTuneRules.h>
 #include <tslbl/tune/FieldLimits.h>
 #include <tslbl/tune/MZConvert.h>
 #include <tslbl/tune/MassAxis.h>
@@ -65,6 +64,7 @@
 #include <tslbl/tune/Settling.h>
 #include <tslbl/tune/SyringeList.h>
 #include <tslbl/tune/Tune.h>
+#include <tslbl/tune/rules/DevTuneRules.h>
 
 #include <tslbl/spectrum/CountRate.h>
 #include <tslbl/spectrum/CreateSpectrum.h>

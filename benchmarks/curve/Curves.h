@@ -5,7 +5,7 @@
 #include <tslbl/curve/CurveEval.h>
 #include <tslbl/curve/PeakDetectParams.h>
 #include <tslbl/curve/SmoothParams.h>
-#include <tslbl/curve/ThreadingParams.h>
+#include <tslbl/detect/ThreadingParams.h>
 #include <tslbl/spectrum/Spectrum.h>
 #include <stdexcept>
 #include <vector>

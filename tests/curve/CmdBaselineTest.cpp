@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <curve/TestCurve.h>
-#include <tslbl/closed/math/Baseline.h>
+#include <tslbl/closed/math/baseline/Baseline.h>
 #include <cmath>
 #include <stdexcept>
 

@@ -2,7 +2,7 @@
 
 #include <curve/FailingAllocations.h>
 #include <curve/TestCurve.h>
-#include <tslbl/closed/math/Noise.h>
+#include <tslbl/closed/math/baseline/Noise.h>
 #include <tslbl/curve/Execute.h>
 #include <cmath>
 

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <curve/TestCurve.h>
-#include <tslbl/closed/math/Smoothing.h>
+#include <tslbl/closed/math/smooth/Smoothing.h>
 #include <cmath>
 
 using namespace TslBL;

@@ -7,8 +7,8 @@
 
 #include <sys/stat.h>
 
-#include <tslbl/tune/DevTuneRules.h>
 #include <tslbl/tune/TuneField.h>
+#include <tslbl/tune/rules/DevTuneRules.h>
 #include <sstream>
 #include <utility>
 

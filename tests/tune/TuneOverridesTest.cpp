@@ -1,7 +1,7 @@
 #include <stdexcept>
 
+#include <tune/rules/Rules.h>
 #include "tune/BesideLibrary.h"
-#include "tune/Rules.h"
 
 // The limits of a site count for the rules of a tune as the built-in ones do. Each test runs in
 // a process of its own.

@@ -1,7 +1,7 @@
 #pragma once
 // The commands of the tool, one file each.
 
-#include <tool/CommandLine.h>
+#include <tool/frame/CommandLine.h>
 
 namespace TslTool {
 

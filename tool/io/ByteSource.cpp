@@ -9,7 +9,7 @@
 #include <new>
 #include <vector>
 
-#include <tool/io/InputError.h>
+#include <tool/frame/InputError.h>
 
 namespace TslTool {
 

@@ -1,6 +1,6 @@
 #include <tool/io/LineReader.h>
 
-#include <tool/io/InputError.h>
+#include <tool/frame/InputError.h>
 
 #include <algorithm>
 

@@ -1,10 +1,10 @@
 #include <tool/io/MzMLFile.h>
 
+#include <tool/frame/InputError.h>
+#include <tool/frame/Printable.h>
 #include <tool/io/Axis.h>
-#include <tool/io/InputError.h>
 #include <tool/io/MzMLText.h>
 #include <tool/io/Oddities.h>
-#include <tool/io/Printable.h>
 #include <tool/io/XmlScanner.h>
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #include <tool/io/MzMLText.h>
-#include <tool/io/Printable.h>
 
+#include <tool/frame/Printable.h>
 #include <algorithm>
 #include <array>
 #include <stdexcept>

@@ -1,7 +1,7 @@
 #include <tool/io/OpenScans.h>
 
+#include <tool/frame/InputError.h>
 #include <tool/io/ByteSource.h>
-#include <tool/io/InputError.h>
 #include <tool/io/MzMLFile.h>
 #include <tool/io/TextFile.h>
 

@@ -1,7 +1,7 @@
 #include <tool/io/RunFile.h>
 
+#include <tool/frame/InputError.h>
 #include <tool/io/Counts.h>
-#include <tool/io/InputError.h>
 #include <tslbl/Version.h>
 #include <tslbl/closed/common/BinaryStream.h>
 #include <tslbl/closed/common/Text.h>

@@ -1,9 +1,9 @@
 #include <tool/io/TextFile.h>
 
+#include <tool/frame/InputError.h>
+#include <tool/frame/Printable.h>
 #include <tool/io/Axis.h>
-#include <tool/io/InputError.h>
 #include <tool/io/LineReader.h>
-#include <tool/io/Printable.h>
 
 #include <algorithm>
 #include <charconv>

@@ -1,7 +1,7 @@
 #include <tool/io/XmlScanner.h>
 
-#include <tool/io/InputError.h>
-#include <tool/io/Printable.h>
+#include <tool/frame/InputError.h>
+#include <tool/frame/Printable.h>
 
 #include <algorithm>
 #include <utility>

@@ -1,8 +1,8 @@
 // The baseline step, and the subtraction that takes the baseline out of the amplitudes for
 // good.
 
-#include <tslbl/closed/math/Baseline.h>
-#include <tslbl/closed/math/BaselineAndNoise.h>
+#include <tslbl/closed/math/baseline/Baseline.h>
+#include <tslbl/closed/math/baseline/BaselineAndNoise.h>
 #include <tslbl/curve/Commands.h>
 #include <tslbl/curve/Step.h>
 #include <tslbl/curve/Steps.h>

@@ -1,7 +1,7 @@
 // The noise step: a noise amplitude for every point.
 
 #include <tslbl/closed/common/Text.h>
-#include <tslbl/closed/math/Noise.h>
+#include <tslbl/closed/math/baseline/Noise.h>
 #include <tslbl/curve/Commands.h>
 #include <tslbl/curve/Step.h>
 #include <tslbl/curve/Steps.h>

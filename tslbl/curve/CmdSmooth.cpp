@@ -1,6 +1,6 @@
 // The smooth step: the amplitudes are replaced by smoothed ones.
 
-#include <tslbl/closed/math/Smoothing.h>
+#include <tslbl/closed/math/smooth/Smoothing.h>
 #include <tslbl/curve/Commands.h>
 #include <tslbl/curve/SmoothRanges.h>
 #include <tslbl/curve/Step.h>

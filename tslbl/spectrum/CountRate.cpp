@@ -1,8 +1,8 @@
 #include <tslbl/spectrum/CountRate.h>
 
 #include <tslbl/spectrum/RawSpectrum.h>
-#include <tslbl/tune/DevTuneRules.h>
 #include <tslbl/tune/Tune.h>
+#include <tslbl/tune/rules/DevTuneRules.h>
 #include <numeric>
 
 namespace TslBL {

@@ -3,10 +3,10 @@
 #include <tslbl/closed/common/StringTable.h>
 #include <tslbl/closed/common/TimeBase.h>
 #include <tslbl/closed/common/Truncate.h>
-#include <tslbl/tune/DevTuneRules.h>
 #include <tslbl/tune/MZConvert.h>
 #include <tslbl/tune/MassAxis.h>
 #include <tslbl/tune/Tune.h>
+#include <tslbl/tune/rules/DevTuneRules.h>
 #include <memory>
 #include <utility>
 

@@ -1,6 +1,6 @@
 // How overlap peaks are numbered, grouped, looked up and taken out.
 
-#include <tslbl/curve/FindPeak.h>
+#include <tslbl/detect/FindPeak.h>
 #include <tslbl/spectrum/Spectrum.h>
 #include <algorithm>
 

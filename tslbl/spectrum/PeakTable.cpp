@@ -1,9 +1,9 @@
 #include <tslbl/spectrum/PeakTable.h>
 
 #include <tslbl/closed/common/Truncate.h>
-#include <tslbl/closed/math/GaussPeak.h>
-#include <tslbl/curve/DetectOnePeak.h>
+#include <tslbl/closed/math/peak/GaussPeak.h>
 #include <tslbl/curve/PeakLevels.h>
+#include <tslbl/detect/DetectOnePeak.h>
 #include <stdexcept>
 
 namespace TslBL {

@@ -1,7 +1,7 @@
 // Each filter, baseline and noise on 1000 to 10 million points: the time a point must not grow with them.
-#include <tslbl/closed/math/Baseline.h>
-#include <tslbl/closed/math/Noise.h>
-#include <tslbl/closed/math/Smoothing.h>
+#include <tslbl/closed/math/baseline/Baseline.h>
+#include <tslbl/closed/math/baseline/Noise.h>
+#include <tslbl/closed/math/smooth/Smoothing.h>
 
 #include <Spectra.h>
 

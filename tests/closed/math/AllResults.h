@@ -1,10 +1,10 @@
 // All that the kernels make of a curve, in one array: what their variants must agree on. It belongs to the
 // namespace that TslMath is when this is included, so no #pragma once.
-#include <tslbl/closed/math/Baseline.h>
-#include <tslbl/closed/math/BaselineAndNoise.h>
-#include <tslbl/closed/math/Noise.h>
-#include <tslbl/closed/math/Smoothing.h>
-#include <tslbl/closed/math/SplinePeak.h>
+#include <tslbl/closed/math/baseline/Baseline.h>
+#include <tslbl/closed/math/baseline/BaselineAndNoise.h>
+#include <tslbl/closed/math/baseline/Noise.h>
+#include <tslbl/closed/math/peak/SplinePeak.h>
+#include <tslbl/closed/math/smooth/Smoothing.h>
 
 #include <algorithm>
 #include <cstdint>

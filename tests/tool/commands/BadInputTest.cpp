@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include <tool/ChainFile.h>
+#include <tool/chain/ChainFile.h>
 #include <tool/commands/DemoRun.h>
 #include <tool/io/MzMLMaker.h>
 #include <tslbl/curve/SmoothParams.h>

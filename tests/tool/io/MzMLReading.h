@@ -1,7 +1,7 @@
 #pragma once
 // What the tests of mzML reading share.
 
-#include <tool/io/InputError.h>
+#include <tool/frame/InputError.h>
 #include <tool/io/MzMLMaker.h>
 #include <tool/io/OpenScans.h>
 #include <tool/io/TempFile.h>

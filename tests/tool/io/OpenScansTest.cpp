@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include <tool/io/InputError.h>
+#include <tool/frame/InputError.h>
 #include <tool/io/OpenScans.h>
 #include <tool/io/TempFile.h>
 

@@ -4,11 +4,11 @@
 #include <string>
 #include <vector>
 
-#include <tool/Simulator.h>
-#include <tool/io/InputError.h>
+#include <tool/frame/InputError.h>
 #include <tool/io/RunFile.h>
 #include <tool/io/Sqlite.h>
 #include <tool/io/TempFile.h>
+#include <tool/simulate/Simulator.h>
 
 namespace TslTest {
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include <tool/io/InputError.h>
+#include <tool/frame/InputError.h>
 #include <tool/io/OpenScans.h>
 #include <tool/io/TempFile.h>
 

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include <tool/io/InputError.h>
+#include <tool/frame/InputError.h>
 #include <tool/io/TempFile.h>
 #include <tool/io/XmlScanner.h>
 

@@ -1,0 +1,35 @@
+// The finding of features alone, on a smoothed spectrum: all of them, and those only that are
+// not certain to fail a signal-to-noise ratio of 5.
+#include <curve/Curves.h>
+#include <tslbl/detect/FindFeatures.h>
+#include <tslbl/detect/HopelessPeaks.h>
+
+namespace {
+
+using namespace TslBL;
+
+void Find(benchmark::State& state, bool leaveOut) {
+  const auto points = static_cast<std::uint32_t>(state.range(0));
+  Spectrum spectrum = Spectra::CountsSpectrum(points);
+  std::vector<CurveEval> chain = Spectra::UsualChain();
+  chain.pop_back();
+  Spectra::Run(spectrum, chain);
+  spectrum.peakDetectParams.SN = 5;
+  const HopelessPeaks hopeless(spectrum);
+  const CurveView view{spectrum.yAxis.data(), spectrum.baseline.data(), static_cast<std::ptrdiff_t>(points)};
+  std::size_t features = 0;
+  Spectra::Measure(state, points, [&] {
+    FindFeatures finder(view, 50.0, leaveOut ? &hopeless : nullptr);
+    finder.Sweep(0, view.n);
+    features = finder.Settled().size();
+  });
+  state.counters["features"] = static_cast<double>(features);
+}
+
+void FindFeaturesSequential(benchmark::State& state) { Find(state, false); }
+void FindFeaturesPromising(benchmark::State& state) { Find(state, true); }
+
+BENCHMARK(FindFeaturesSequential)->Arg(Spectra::PointCount)->RangeMultiplier(10)->Range(1'000, 10'000'000);
+BENCHMARK(FindFeaturesPromising)->Arg(Spectra::PointCount)->RangeMultiplier(10)->Range(1'000, 10'000'000);
+
+}  // namespace

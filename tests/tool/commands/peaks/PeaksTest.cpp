@@ -1,0 +1,245 @@
+#include <fmt/format.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <filesystem>
+#include <nlohmann/json.hpp>
+#include <pugixml.hpp>
+#include <set>
+#include <string>
+#include <vector>
+
+#include <tool/chain/ChainFile.h>
+#include <tool/commands/DemoRun.h>
+#include <tool/io/MzMLMaker.h>
+#include <tslbl/curve/PeakDetectParams.h>
+#include <tslbl/curve/SmoothParams.h>
+
+namespace TslTest {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+std::set<std::string> ScansOf(const std::vector<Row>& rows) {
+  std::set<std::string> scans;
+  for (const Row& row : rows) scans.insert(row.at("scan"));
+  return scans;
+}
+
+TEST(Peaks, WithoutInputEvaluatesTheDemonstration) {
+  const Outcome outcome = RunTool({"peaks", "--format", "tsv"});
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.err, "");
+  EXPECT_EQ(RowsOf(outcome.out), DemoRun::Get().Peaks());
+}
+
+TEST(Peaks, ScanAndTimeSelect) {
+  const DemoRun& demo = DemoRun::Get();
+  EXPECT_THAT(ScansOf(demo.Peaks({"--scan", "3"})), ElementsAre("3"));
+  EXPECT_THAT(ScansOf(demo.Peaks({"--scan", "2-4"})), ElementsAre("2", "3", "4"));
+  EXPECT_THAT(ScansOf(demo.Peaks({"--rt", "4-8.1"})), ElementsAre("2", "3"));
+  EXPECT_THAT(ScansOf(demo.Peaks({"--rt", "4-8.1", "--scan", "3-9"})), ElementsAre("3"));
+}
+
+TEST(Peaks, AreTheSameOnAnyNumberOfThreads) {
+  const Arguments all = {"peaks", DemoRun::Get().Run(), "--format", "tsv", "--sn", "0"};
+  const auto with = [&](const char* threads) {
+    Arguments words = all;
+    words.insert(words.end(), {"--threads", threads});
+    return RunTool(words).out;
+  };
+  const std::string one = with("1");
+  EXPECT_GT(LinesOf(one).size(), 5000U);
+  EXPECT_TRUE(one == with("2"));
+  EXPECT_TRUE(one == with("8"));
+  EXPECT_TRUE(one == RunTool(all).out);
+}
+
+TEST(Peaks, OutputFileHoldsWhatStandardOutputWould) {
+  const TempFile folder("x", "");
+  const std::string file = folder.Folder() + "/peaks.tsv";
+  const Arguments words = {"peaks", DemoRun::Get().Run(), "--scan", "3", "--format", "tsv"};
+  Arguments toFile = words;
+  toFile.insert(toFile.end(), {"--output", file});
+  const Outcome outcome = RunTool(toFile);
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.out + outcome.err, "");
+  EXPECT_EQ(ReadFile(file), RunTool(words).out);
+  EXPECT_THAT(NamesIn(folder.Folder()), ElementsAre("peaks.tsv", "x"));
+}
+
+TEST(Peaks, EveryFormatHoldsTheSamePeaks) {
+  const auto out = [](const char* format) {
+    return RunTool({"peaks", DemoRun::Get().Run(), "--scan", "5", "--format", format}).out;
+  };
+  const auto rows = RowsOf(out("tsv"));
+  const auto json = nlohmann::json::parse(out("json"));
+  pugi::xml_document xml;
+  ASSERT_TRUE(xml.load_string(out("xml").c_str()));
+  ASSERT_GT(rows.size(), 10U);
+  EXPECT_EQ(json[0]["peaks"].size(), rows.size());
+  EXPECT_EQ(xml.select_nodes("/Scans/Scan//Peak").size(), rows.size());
+  EXPECT_EQ(LinesOf(out("table")).size(), rows.size() + 2);
+  for (std::size_t i = 0; i < rows.size(); ++i)
+    EXPECT_EQ(json[0]["peaks"][i]["mz"].get<double>(), std::stod(rows[i].at("mz")));
+}
+
+TEST(Peaks, CurveOfAForeignFileIsTheFile) {
+  std::string text;
+  for (int i = 0; i < 500; ++i)
+    text += fmt::format("{}\t{}\n", 100 + i * 0.1, 3 + i % 5 + 900 * std::exp(-std::pow((i - 200) / 6.0, 2)));
+  const TempFile file("a.txt", text);
+  const std::string curve = file.Folder() + "/curve.tsv";
+  ASSERT_EQ(
+      RunTool({"peaks", file.Path(), "--smooth", "off", "--curve", curve, "-o", file.Folder() + "/p"}).status,
+      0);
+  std::string again;
+  for (const Row& row : RowsOf(ReadFile(curve))) again += row.at("mz") + '\t' + row.at("amplitude") + '\n';
+  EXPECT_EQ(again, text);
+}
+
+TEST(Peaks, ShownChainIsTheChainOfAnyLaterRun) {
+  const TempFile folder("x", "");
+  const std::string chain = folder.Folder() + "/chain.xml";
+  const std::string run = DemoRun::Get().Run();
+  for (const Arguments& switches :
+       {Arguments{}, Arguments{"--smooth", "mean:9", "--sn", "20", "--aerosol"},
+        Arguments{"--noise", "6sd:100-140", "--subtract-baseline", "--threshold", "5000"}}) {
+    Arguments show = {"peaks", run, "--show-chain", "-o", chain};
+    show.insert(show.end(), switches.begin(), switches.end());
+    ASSERT_EQ(RunTool(show).status, 0);
+    Arguments with = {"--scan", "5"};
+    with.insert(with.end(), switches.begin(), switches.end());
+    EXPECT_EQ(DemoRun::Get().Peaks({"--scan", "5", "--chain", chain}), DemoRun::Get().Peaks(with));
+  }
+}
+
+TEST(Peaks, AChainThatLacksAStepNamesScanAndStep) {
+  using TslBL::CurveEval;
+  const TempFile chain("chain.xml", TslTool::ChainToXml({CurveEval(TslBL::PeakDetectParams())}));
+  const Outcome outcome = RunTool({"peaks", DemoRun::Get().Run(), "--chain", chain.Path()});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(outcome.out, "");
+  EXPECT_THAT(outcome.err, StartsWith("tslbl: " + DemoRun::Get().Run() + ": scan 1: "));
+  EXPECT_GT(outcome.err.size(), DemoRun::Get().Run().size() + 25);
+}
+
+TEST(Peaks, SubtractingTheBaselineFindsThePeaksOfTheSpectrum) {
+  const auto plain = DemoRun::Get().Peaks({"--scan", "5"});
+  const auto subtracted = DemoRun::Get().Peaks({"--scan", "5", "--subtract-baseline"});
+  EXPECT_NEAR(static_cast<double>(subtracted.size()), static_cast<double>(plain.size()), 3.0);
+}
+
+TEST(Peaks, AStretchForTheNoiseMustHoldPoints) {
+  const Outcome outcome = RunTool({"peaks", DemoRun::Get().Run(), "--noise", "6sd:2000-3000"});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(outcome.err,
+            "tslbl: " + DemoRun::Get().Run() +
+                ": scan 1: there are no two points from m/z 2000 to 3000 to measure the noise on\n");
+}
+
+TEST(Peaks, AStretchToSearchMustHoldPoints) {
+  const Outcome outcome = RunTool({"peaks", DemoRun::Get().Run(), "--scan", "5", "--range", "5000-6000"});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(outcome.err, "tslbl: " + DemoRun::Get().Run() +
+                             ": scan 5: there are no two points from m/z 5000 to 6000 to find peaks among\n");
+}
+
+TEST(Peaks, AChainThatFindsNoneSaysSo) {
+  const TempFile chain("chain.xml", "<CurveEvals/>");
+  const Outcome outcome = RunTool({"peaks", DemoRun::Get().Run(), "--scan", "5", "--chain", chain.Path()});
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.err, "tslbl: " + chain.Path() + ": no command \"Peak Detect\", so no peaks\n");
+}
+
+TEST(Peaks, NotANumberHasNoSign) {
+  const TempFile huge("a.txt", "100 1\n101 1e306\n102 1.7e308\n103 1e306\n104 1\n105 1\n106 1\n107 1\n");
+  for (const char* format : {"tsv", "table"}) {
+    const Outcome outcome = RunTool({"peaks", huge.Path(), "--format", format, "--smooth", "off"});
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
+    EXPECT_THAT(outcome.out, testing::Not(HasSubstr("-nan"))) << outcome.out;
+  }
+}
+
+TEST(Peaks, NamesWithBlanksAndLettersOfAllLanguagesAreNames) {
+  const TempFile file("Ein Spektrum \xe2\x80\x93 \xc3\xa4\xe6\x95\xb0.mzML",
+                      MzML(PlainSpectrum("scan=1", {100, 101, 102}, {1, 5, 2})));
+  const std::string out = file.Folder() + "/\xc3\xbc x.tsv";
+  EXPECT_EQ(RunTool({"peaks", file.Path(), "-o", out}).status, 0);
+  EXPECT_TRUE(std::filesystem::exists(out));
+}
+
+TEST(Peaks, NothingThatWasAskedForIsAFailure) {
+  const TempFile none("none.mzML", MzML("", 0));
+  const std::string run = DemoRun::Get().Run();
+  const std::pair<Arguments, std::string> cases[] = {
+      {{"peaks", none.Path()}, none.Path() + ": holds no spectrum"},
+      {{"peaks", run, "--scan", "99"}, run + ": holds no spectrum that was asked for"},
+      {{"peaks", "--rt", "1e6-1e7"}, "demonstration run: holds no spectrum that was asked for"}};
+  for (Arguments words : {cases[0].first, cases[1].first, cases[2].first}) {
+    words.insert(words.end(), {"--format", "json"});
+    EXPECT_EQ(RunTool(words).out, "");
+  }
+  for (const auto& [words, message] : cases) {
+    const Outcome outcome = RunTool(words);
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.err, "tslbl: " + message + "\n");
+  }
+}
+
+TEST(Peaks, WrongUsageIsStatus2) {
+  const std::string run = DemoRun::Get().Run();
+  const std::pair<Arguments, const char*> cases[] = {
+      {{"peaks", "--scan", "x"}, "tslbl: --scan: \"x\" is not a whole number"},
+      {{"peaks", "--scan", "5-3"}, "tslbl: --scan: \"5-3\" ends before it begins"},
+      {{"peaks", "--scan", ""}, "tslbl: --scan: the value is empty"},
+      {{"peaks", "--rt", "a-b"}, "tslbl: --rt: \"a\" is not a number"},
+      {{"peaks", "--threshold", "nan"}, "tslbl: --threshold: \"nan\" is not a finite number"},
+      {{"peaks", "--threads", "0"}, "tslbl: --threads: there must be at least one"},
+      {{"peaks", "--format", "csv"}, "tslbl: --format: \"csv\" is not one of table, tsv, json, xml"},
+      {{"peaks", "--smooth", "boxcar"}, "tslbl: --smooth: \"boxcar\": it is not one of"},
+      {{"peaks", "--min-width", "-1"}, "tslbl: --min-width: it cannot be below 0"},
+      {{"peaks", "--min-width", "0.5", "--max-width", "0.1"}, "tslbl: --max-width: it is below --min-width"},
+      {{"peaks", "--colour"}, "tslbl: The following argument was not expected: --colour"},
+      {{"peaks", run, run}, "tslbl: The following argument was not expected: "},
+      {{"peak"}, "tslbl: The following argument was not expected: peak"}};
+  for (const auto& [words, message] : cases) {
+    const Outcome outcome = RunTool(words);
+    EXPECT_EQ(outcome.status, 2) << message;
+    EXPECT_EQ(outcome.out, "");
+    EXPECT_THAT(outcome.err, StartsWith(message));
+  }
+}
+
+TEST(Peaks, NeverWritesOverItsInput) {
+  const TempFile file("a.txt", "100 1\n101 5\n102 2\n");
+  const std::string other = file.Folder() + "/./a.txt";
+  for (const Arguments& words :
+       {Arguments{"peaks", file.Path(), "-o", other}, Arguments{"peaks", file.Path(), "--curve", other},
+        Arguments{"peaks", file.Path(), "--curve", "/tmp/t", "-o", "/tmp/./t"}}) {
+    EXPECT_EQ(RunTool(words).status, 2);
+    EXPECT_EQ(ReadFile(file.Path()), "100 1\n101 5\n102 2\n");
+  }
+}
+
+TEST(Help, OfEachCommandHoldsExamples) {
+  for (const char* command : {"peaks", "simulate", "info"}) {
+    const Outcome outcome = RunTool({command, "--help"});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.err, "");
+    EXPECT_THAT(outcome.out, HasSubstr("Examples:\n  tslbl " + std::string(command)));
+    EXPECT_THAT(RunTool({"--help"}).out, HasSubstr(command));
+  }
+}
+
+TEST(Help, VersionIsOneLine) {
+  const Outcome outcome = RunTool({"--version"});
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_THAT(outcome.out, testing::MatchesRegex("tslbl [0-9]+\\.[0-9]+\\.[0-9]+\n"));
+}
+
+}  // namespace
+}  // namespace TslTest

@@ -1,0 +1,139 @@
+#include <tool/commands/tune/TuneSheet.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include <tslbl/tune/rules/DevTuneRules.h>
+
+namespace TslTest {
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+using TslBL::Control;
+using TslBL::DevTuneRules;
+using TslBL::IOPoint;
+using TslBL::Probes;
+using TslBL::Tune;
+using TslTool::TuneSheet;
+
+TEST(TuneSheet, HasFieldsWithUnitsAndLimits) {
+  const std::string sheet = TuneSheet(DevTuneRules(Probes::ESI));
+  for (const char* row :
+       {"  Name                Tune Record Name           New Tune\n",
+        "  SourceType          Ion Source Type                   ESI\n",
+        "  Cylinder            Cylinder Lens                   -3500 V      -6000 to 6000 by 1\n",
+        "  DryGasFlow          Drying Gas Flow Rate               12 L/min  2 to 15 by 0.1\n",
+        "  PulseCountDelay     Pulse Counting Delay             1000 us     25 to 2000000 by 1\n",
+        "  Q0Exit1             Q0 Exit Lens 1                   -0.4 V      -200 to 200 by 0.1\n",
+        "  SignalThreshold     Signal Threshold                    0        0 to 255 by 1\n"})
+    EXPECT_THAT(sheet, HasSubstr(row));
+}
+
+TEST(TuneSheet, HasTheFieldsOfItsProbeAndFunction) {
+  DevTuneRules rules(Probes::APCI);
+  rules.WControlType(Control::Sim);
+  rules.WSimWithSpan(Control::Span0_4);
+  const std::string sheet = TuneSheet(rules);
+  for (const char* name : {"CoronaVoltage", "ApciAuxGas", "ApciNebGas", "ApciVapTemp", "SimWithSpan"})
+    EXPECT_THAT(sheet, HasSubstr(std::string("\n  ") + name)) << name;
+  for (const char* name : {"Cylinder", "Neb1GasPres", "CalValveOn", "MZHi"})
+    EXPECT_THAT(sheet, Not(HasSubstr(std::string("\n  ") + name))) << name;
+  EXPECT_THAT(sheet, HasSubstr("us     10 to 2000000 by 1\n")) << "the dwell of a SIM";
+}
+
+TEST(TuneSheet, TellsWhatEachLensDoesOverMZ) {
+  DevTuneRules rules(Probes::ESI);
+  rules.ControlData.CapExit.Type = IOPoint::CalibratedType;
+  rules.ControlData.Skimmer.Type = IOPoint::CalibratedType;
+  rules.WMZRange(100, 1000);
+  const std::string sheet = TuneSheet(rules);
+  EXPECT_THAT(sheet, HasSubstr("  m/z                              100       118       322      1000\n"));
+  EXPECT_THAT(sheet, HasSubstr("  CapExit, V     calibrated        100       100       120   131.309\n"));
+  EXPECT_THAT(sheet, HasSubstr("  Skimmer, V     calibrated         25        25        30   32.8274\n"));
+  EXPECT_THAT(sheet, HasSubstr("  Q0Offset, V    single             -8        -8        -8        -8\n"));
+}
+
+TEST(TuneSheet, ALensWithoutACurveIsOpen) {
+  DevTuneRules rules(Probes::ESI);
+  rules.ClearQ1CalPts();
+  rules.ControlData.CapExit.Type = IOPoint::CalibratedType;
+  EXPECT_THAT(TuneSheet(rules), HasSubstr("  CapExit, V     calibrated          -         -\n"));
+}
+
+TEST(TuneSheet, HasTheCalibrations) {
+  Tune tune = DevTuneRules(Probes::ESI);
+  tune.Q1CalPts[0].Fields.erase(TslBL::TuneField::Skimmer);
+  const std::string sheet = TuneSheet(tune);
+  EXPECT_THAT(sheet, HasSubstr("         m/z   mass DAC  name\n           5        100  Default Low\n"));
+  EXPECT_THAT(sheet, HasSubstr("         39          100            -          100 "));
+}
+
+TEST(TuneSheet, HasTheTiming) {
+  const std::string sheet = TuneSheet(DevTuneRules(Probes::ESI));
+  for (const char* row : {"  steps of a scan     29951\n", "  a spectrum          29954.795 ms\n",
+                          "  scan speed          100 m/z per s\n", "  settling needed     3795 us\n"})
+    EXPECT_THAT(sheet, HasSubstr(row));
+}
+
+TEST(TuneSheet, TimingThatCannotBeToldSaysWhy) {
+  Tune tune = DevTuneRules(Probes::ESI);
+  tune.ControlData.PulseCountDelay = 0;
+  EXPECT_THAT(
+      TuneSheet(tune),
+      HasSubstr("scan speed          cannot be told: QScanSpeed: settle delay + pulse count equals zero.\n"));
+}
+
+TEST(TuneSheet, ASpectrumBeyondTheInstrumentsCountIsTold) {
+  DevTuneRules rules(Probes::ESI);
+  rules.WPulseCountDelay(2000000);
+  EXPECT_THAT(
+      TuneSheet(rules),
+      HasSubstr("  a spectrum          59902003.795 ms, which the instrument counts as 4067428.947 ms\n"));
+}
+
+TEST(TuneSheet, VoltagesOfAnApciSourceHaveTheLimitsOfTheirSign) {
+  DevTuneRules rules(Probes::APCI);
+  EXPECT_THAT(TuneSheet(rules), HasSubstr("-2000 V      -5000 to 0 by 1\n"));
+  EXPECT_THAT(TuneSheet(rules), HasSubstr("0 V      0 to 6000 by 1\n"));
+  rules.WPolarityType(TslBL::PolarityNegative);
+  EXPECT_THAT(TuneSheet(rules), HasSubstr("2000 V      0 to 5000 by 1\n"));
+  EXPECT_THAT(TuneSheet(rules), HasSubstr("0 V      -6000 to 0 by 1\n"));
+}
+
+TEST(TuneSheet, ASyringeHasLimits) {
+  const std::string sheet = TuneSheet(DevTuneRules(Probes::ESI));
+  EXPECT_THAT(sheet, HasSubstr("mm     0.46 to 10.3\n"));
+  EXPECT_THAT(sheet, HasSubstr("0        0 to 999\n"));
+}
+
+TEST(TuneSheet, ASpanThatIsNoneSaysWhatItIs) {
+  DevTuneRules rules(Probes::ESI);
+  rules.WControlType(Control::Sim);
+  EXPECT_THAT(TuneSheet(rules), HasSubstr("SIM Span                   no span: 3000\n"));
+}
+
+TEST(TuneSheet, NamesCannotGarbleATerminal) {
+  DevTuneRules rules(Probes::ESI);
+  rules.WName(L"a\x1b[31m\nb");
+  EXPECT_THAT(TuneSheet(rules), HasSubstr("Tune Record Name           a?[31m?b\n"));
+}
+
+TEST(TuneSheet, EndsWithWhatTheRulesSay) {
+  Tune tune = DevTuneRules(Probes::ESI);
+  EXPECT_THAT(TuneSheet(tune), testing::EndsWith("\nThe rules accept it.\n"));
+  tune.ControlData.DetectorGain = 1;
+  EXPECT_THAT(
+      TuneSheet(tune),
+      testing::EndsWith("\nThe rules do not accept it:\n  DetectorGain: Detector Gain is out of range.  "
+                        "Valid values are -3000.00 to 0.00.\n"));
+}
+
+TEST(TuneSheet, OfAnEmptyTuneHoldsTogether) {
+  EXPECT_THAT(TuneSheet(Tune()), HasSubstr("The rules do not accept it:"));
+}
+
+}  // namespace
+}  // namespace TslTest

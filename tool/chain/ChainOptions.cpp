@@ -1,0 +1,292 @@
+#include <tool/chain/ChainOptions.h>
+
+#include <tool/chain/ChainFile.h>
+#include <tool/frame/Numbers.h>
+#include <tslbl/curve/BaselineParams.h>
+#include <tslbl/curve/NoiseParams.h>
+#include <tslbl/curve/PeakDetectParams.h>
+#include <tslbl/curve/SmoothParams.h>
+#include <tslbl/curve/ThresholdParams.h>
+#include <algorithm>
+#include <cmath>
+
+namespace TslTool {
+namespace {
+
+using TslBL::BaselineParams;
+using TslBL::CurveEval;
+using TslBL::NoiseParams;
+using TslBL::PeakDetectParams;
+using TslBL::SmoothParams;
+
+// The value of one switch, such as "savgol:11:2": a word and numbers behind it.
+class Words {
+ public:
+  Words(std::string option, const std::string& text)
+      : option_(std::move(option)), text_(text), parts_(SplitColons(text)) {}
+
+  const std::string& Word() const { return parts_.front(); }
+  // Takes the next number, if there is one, for `value`.
+  void Count(std::uint32_t& value, std::uint32_t least = 1) {
+    if (!HasMore()) return;
+    value = ParseCount(option_, Next());
+    if (value < least) Refuse("each number must be at least " + std::to_string(least));
+  }
+  bool HasMore() const { return next_ < parts_.size(); }
+  const std::string& Next() { return parts_[next_++]; }
+  void RequireEnd() const {
+    if (HasMore()) Refuse("there are more parts than " + Word() + " takes");
+  }
+  [[noreturn]] void Unknown(const std::string& known) const { Refuse("it is not one of " + known); }
+  [[noreturn]] void Refuse(const std::string& reason) const {
+    throw UsageError(option_ + ": \"" + text_ + "\": " + reason);
+  }
+
+ private:
+  std::string option_;
+  std::string text_;
+  std::vector<std::string> parts_;
+  std::size_t next_ = 1;
+};
+
+// Savitzky-Golay of order 2 over 1.25 widths of a quadrupole's line is the widest that keeps
+// neighbours 1 m/z apart; what it gives stands in docs/numerics.md. Foreign profiles, whose
+// lines may be a few points wide, are smoothed gently.
+std::string AutomaticSmooth(std::optional<double> mzStep) {
+  constexpr double kWindow = 0.75;  // m/z
+  constexpr double kFewest = 5.0;   // with fewer the polynomial passes through every point
+  constexpr double kMost = 1001.0;
+  if (!mzStep || !(*mzStep > 0.0)) return "savgol:7:2";
+  const double points = std::round(kWindow / *mzStep);
+  if (points < kFewest - 1.0) return "off";
+  return "savgol:" + std::to_string(static_cast<std::uint32_t>(std::min(points, kMost)) | 1U) + ":2";
+}
+
+void AddSmooth(std::vector<CurveEval>& chain, const std::string& text) {
+  Words words("--smooth", text);
+  if (words.Word() == "off") return words.RequireEnd();
+  SmoothParams p = SmoothParams::DefaultMS();
+  // The whole axis, whatever it begins with.
+  p.Steps.front().Value = 0.0;
+  if (words.Word() == "mean") {
+    p.Alg = SmoothParams::Mean;
+  } else if (words.Word() == "median") {
+    p.Alg = SmoothParams::Median;
+  } else if (words.Word() == "gaussian") {
+    p.Alg = SmoothParams::Gaussian;
+  } else if (words.Word() == "savgol") {
+    p.Alg = SmoothParams::SavitzkyGolay;
+  } else {
+    words.Unknown("auto, mean, median, gaussian, savgol, off");
+  }
+  words.Count(p.Steps.front().Size, 2);
+  if (p.Alg == SmoothParams::SavitzkyGolay) {
+    words.Count(p.Order, 0);
+    // The window grows to an odd width; a polynomial with as many terms passes through every point.
+    if (p.Order >= (p.Steps.front().Size | 1U) - 1U)
+      words.Refuse("it changes nothing, the width must be larger than the order by 2");
+  }
+  words.RequireEnd();
+  chain.emplace_back(p);
+}
+
+double Constant(const Words& words) {
+  try {
+    return ParseReal("--baseline", words.Word());
+  } catch (const UsageError&) {
+    words.Unknown("linear, adaptive, valley, or a number");
+  }
+}
+
+void AddBaseline(std::vector<CurveEval>& chain, const std::string& text) {
+  Words words("--baseline", text);
+  BaselineParams p = BaselineParams::DefaultMS();
+  if (words.Word() == "linear") {
+    p.Alg = BaselineParams::LinearFitSD;
+    words.Count(p.SegSize);
+    words.Count(p.Points);
+    words.Count(p.Width);
+  } else if (words.Word() == "adaptive") {
+    p.Alg = BaselineParams::Adaptive;
+    words.Count(p.SegSize);
+    words.Count(p.Window);
+  } else if (words.Word() == "valley") {
+    p.Alg = BaselineParams::VFBaseline;
+    words.Count(p.SegSize);
+  } else {
+    p.Auto = false;
+    p.ManVal = Constant(words);
+  }
+  words.RequireEnd();
+  chain.emplace_back(p);
+}
+
+// The stretch of m/z behind the word, for the two ways that measure the noise on one.
+std::optional<RealRange> StretchOf(Words& words) {
+  if (words.Word() != "peak-to-peak" && words.Word() != "6sd") return std::nullopt;
+  if (!words.HasMore()) words.Refuse("it needs a stretch, as in " + words.Word() + ":100-120");
+  return ParseRealRange("--noise", words.Next());
+}
+
+void AddNoise(std::vector<CurveEval>& chain, const std::string& text) {
+  Words words("--noise", text);
+  NoiseParams p = NoiseParams::DefaultMS();
+  if (words.Word() == "linear") {
+    p.AlgAuto = NoiseParams::AutoAlgs::LinearFitSD;
+    words.Count(p.SegSize);
+    words.Count(p.Points);
+    words.Count(p.Width);
+  } else if (words.Word() == "valley") {
+    p.AlgAuto = NoiseParams::AutoAlgs::VFNoise;
+    words.Count(p.SegSize);
+  } else if (words.Word() == "dispersion") {
+    p.AlgAuto = NoiseParams::AutoAlgs::Dispersion;
+    words.Count(p.SegSize);
+  } else if (words.Word() == "median") {
+    p.AlgAuto = NoiseParams::AutoAlgs::Median;
+    p.Median = 5;
+    words.Count(p.SegSize);
+    words.Count(p.Median);
+  } else if (const auto stretch = StretchOf(words)) {
+    p.Auto = false;
+    p.AlgMan = words.Word() == "6sd" ? NoiseParams::ManAlgs::SixTimesSD : NoiseParams::ManAlgs::PeakToPeak;
+    p.Start = stretch->from;
+    p.End = stretch->to;
+  } else {
+    words.Unknown("linear, valley, dispersion, median, peak-to-peak, 6sd");
+  }
+  words.RequireEnd();
+  chain.emplace_back(p);
+}
+
+void RequirePositive(const std::string& option, std::optional<double> value) {
+  if (value && *value < 0.0) throw UsageError(option + ": it cannot be below 0");
+}
+
+void RequirePercent(const std::string& option, std::optional<double> value) {
+  if (value && (*value < 0.0 || *value > 100.0)) throw UsageError(option + ": a percentage is from 0 to 100");
+}
+
+void SetPosition(PeakDetectParams& p, const std::string& text) {
+  Words words("--position", text);
+  if (words.Word() == "top") {
+    p.RetentionType = PeakDetectParams::PeakTop;
+  } else if (words.Word() == "centroid") {
+    p.RetentionType = PeakDetectParams::CentroidTopPercent;
+    if (words.HasMore()) p.Retention = ParseReal("--position", words.Next());
+    RequirePercent("--position", p.Retention);
+  } else {
+    words.Unknown("top, centroid");
+  }
+  words.RequireEnd();
+}
+
+template <class T>
+void SetLimit(const std::optional<T>& given, bool& inUse, T& value) {
+  if (!given) return;
+  inUse = true;
+  value = *given;
+}
+
+}  // namespace
+
+void ChainOptions::Declare(Options& options) {
+  options.Value("--chain FILE", file_,
+                "Run the chain of this XML file instead of the usual one (see --show-chain)");
+  options.Flag("--aerosol", aerosol_, "Take out isolated spikes first");
+  options.Value("--smooth HOW", smooth_,
+                "mean, median or gaussian[:WIDTH], savgol[:WIDTH[:ORDER]], or off; width in points [auto: "
+                "savgol, 1.25 line widths of a run, 7 points else]");
+  options.Value("--baseline HOW", baseline_,
+                "linear[:SEGMENT[:POINTS[:WIDTH]]], adaptive[:SEGMENT[:WINDOW]], valley[:SEGMENT], or a "
+                "constant [linear]");
+  options.Flag("--subtract-baseline", subtractBaseline_, "Take the baseline out of the amplitudes");
+  options.Value("--noise HOW", noise_,
+                "linear[:SEGMENT[:POINTS[:WIDTH]]], valley[:SEGMENT], dispersion[:SEGMENT], "
+                "median[:SEGMENT[:SEGMENTS]], "
+                "or of a peak-free stretch of m/z: peak-to-peak:A-B, 6sd:A-B [linear]");
+  options.Value("--threshold X", threshold_, "Least amplitude");
+  options.Value("--sn N", sn_, "Least signal-to-noise ratio, a whole number [5]");
+  options.Value("--min-rel-ampl PERCENT", minRelAmpl_, "Least amplitude, percent of the tallest peak");
+  options.Value("--min-area X", minArea_, "Least area");
+  options.Value("--min-rel-area PERCENT", minRelArea_, "Least area, percent of the largest");
+  options.Value("--min-width X", minWidth_, "Least full width at half maximum, m/z");
+  options.Value("--max-width X", maxWidth_, "Largest full width at half maximum, m/z");
+  options.Value("--max-peaks N", maxPeaks_, "Go on with this many of the tallest candidates");
+  options.Value("--valley PERCENT", valley_,
+                "A valley below this percentage of a peak's height ends it [50]");
+  options.Value("--position HOW", position_,
+                "Where a peak is: top, or centroid[:PERCENT] over its top percent [centroid:25]");
+  options.Value("--range A-B", range_, "Search from A to B only, m/z");
+  options.Flag("--sorted", sorted_, "Find candidates tallest first instead of from left to right");
+}
+
+std::vector<CurveEval> ChainOptions::Chain(const Options& options, std::optional<double> mzStep) const {
+  if (!options.Given("--chain")) return FromSwitches(mzStep);
+  for (const char* other :
+       {"--aerosol", "--smooth", "--baseline", "--subtract-baseline", "--noise", "--threshold", "--sn",
+        "--min-rel-ampl", "--min-area", "--min-rel-area", "--min-width", "--max-width", "--max-peaks",
+        "--valley", "--position", "--range", "--sorted"})
+    if (options.Given(other)) throw UsageError(std::string(other) + " and --chain exclude each other");
+  return LoadChain(file_);
+}
+
+std::optional<RealRange> ChainOptions::NoiseStretch() const {
+  if (!file_.empty()) return std::nullopt;
+  Words words("--noise", noise_);
+  return StretchOf(words);
+}
+
+std::optional<RealRange> ChainOptions::SearchStretch() const {
+  if (range_.empty()) return std::nullopt;
+  return ParseRealRange("--range", range_);
+}
+
+std::vector<CurveEval> ChainOptions::FromSwitches(std::optional<double> mzStep) const {
+  std::vector<CurveEval> chain;
+  if (aerosol_) chain.emplace_back(CurveEval::AerosolFilter());
+  AddSmooth(chain, smooth_ == "auto" ? AutomaticSmooth(mzStep) : smooth_);
+  AddBaseline(chain, baseline_);
+  // The noise comes first: a subtraction cuts the lower half of it off.
+  AddNoise(chain, noise_);
+  if (subtractBaseline_) chain.emplace_back(CurveEval::BaselineSubtract());
+  if (threshold_) {
+    TslBL::ThresholdParams threshold;
+    threshold.Value = *threshold_;
+    chain.emplace_back(threshold);
+  }
+  chain.emplace_back(PeakSearch());
+  return chain;
+}
+
+PeakDetectParams ChainOptions::PeakSearch() const {
+  RequirePercent("--min-rel-ampl", minRelAmpl_);
+  RequirePercent("--min-rel-area", minRelArea_);
+  RequirePercent("--valley", valley_);
+  RequirePositive("--min-area", minArea_);
+  RequirePositive("--min-width", minWidth_);
+  RequirePositive("--max-width", maxWidth_);
+  if (minWidth_ && maxWidth_ && *maxWidth_ < *minWidth_)
+    throw UsageError("--max-width: it is below --min-width");
+  if (maxPeaks_ == 0U) throw UsageError("--max-peaks: there must be at least one");
+  PeakDetectParams p = PeakDetectParams::DefaultMS();
+  p.ThresholdInUse = threshold_.has_value();
+  SetLimit(sn_, p.SNInUse, p.SN);
+  SetLimit(minRelAmpl_, p.RelAmplInUse, p.RelAmpl);
+  SetLimit(minArea_, p.AbsAreaInUse, p.AbsArea);
+  SetLimit(minRelArea_, p.RelAreaInUse, p.RelArea);
+  SetLimit(minWidth_, p.FWHMGTInUse, p.FWHMGT);
+  SetLimit(maxWidth_, p.FWHMLTInUse, p.FWHMLT);
+  SetLimit(maxPeaks_, p.PeakCntInUse, p.PeakCnt);
+  if (valley_) p.MaxValley = *valley_;
+  SetPosition(p, position_);
+  if (const auto range = SearchStretch()) {
+    p.FullSearch = false;
+    p.SearchStart = range->from;
+    p.SearchEnd = range->to;
+  }
+  if (sorted_) p.FindFeatureAlgorithm = PeakDetectParams::Sorted;
+  return p;
+}
+
+}  // namespace TslTool

@@ -1,0 +1,58 @@
+#include <tool/commands/peaks/PeakFile.h>
+
+#include <tool/frame/InputError.h>
+#include <tslbl/spectrum/PeakTable.h>
+
+namespace TslTool {
+
+bool PeakFile::CanResume(const std::string& format, const std::string& path) {
+  return format == "tsv" && !path.empty();
+}
+
+PeakFile::PeakFile(const std::string& format, const std::string& path)
+    : writer_(MakePeakWriter(format)),
+      output_(path, CanResume(format, path) ? Output::Beside::Resumable : Output::Beside::Passing) {}
+
+const std::optional<TableEnd>& PeakFile::Resume() {
+  if (!output_.Part().empty()) resumed_ = FindTableEnd(output_.Part(), writer_->Head());
+  if (resumed_) output_.GoOnBehind(resumed_->bytes);
+  return resumed_;
+}
+
+void PeakFile::RefuseToResume(std::uint32_t scan, const std::string& reason) {
+  output_.KeepPart();
+  throw InputError(output_.Part(), "scan " + std::to_string(scan),
+                   reason + "; without --resume it is begun anew");
+}
+
+std::string PeakFile::Part(const LoadedSpectrum& loaded) const {
+  return writer_->Part(loaded, TslBL::CreateMZPeakTable(*loaded.spectrum));
+}
+
+void PeakFile::RequireSame(const std::string& part) {
+  if (part != resumed_->rows)
+    RefuseToResume(resumed_->scan, "holds other peaks than this input and chain give");
+}
+
+void PeakFile::Write(const std::string& part) {
+  if (first_ && resumed_) {
+    RequireSame(part);
+  } else {
+    output_.Write(first_ ? writer_->Head() : writer_->Between());
+  }
+  first_ = false;
+  output_.Write(part);
+}
+
+void PeakFile::Commit() {
+  output_.Write(writer_->Tail());
+  output_.Commit();
+}
+
+std::string PeakFile::KeepForLater() {
+  if (output_.Part().empty() || (first_ && !resumed_)) return "";
+  output_.KeepPart();
+  return output_.Part();
+}
+
+}  // namespace TslTool

@@ -1,0 +1,46 @@
+#pragma once
+// The result of the command peaks: the parts of the spectra in their order, in a file or on
+// standard output. A table of the form "tsv" in a file can be gone on with after a process
+// was killed or interrupted.
+
+#include <tool/commands/peaks/PeakWriter.h>
+#include <tool/commands/peaks/TableEnd.h>
+#include <tool/frame/Output.h>
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace TslTool {
+
+class PeakFile {
+ public:
+  // An empty path means standard output.
+  PeakFile(const std::string& format, const std::string& path);
+
+  static bool CanResume(const std::string& format, const std::string& path);
+  // Goes on behind the scans that an earlier process finished, if there are any. The last of
+  // these is to be written again, as proof that input and chain are still the same. Throws
+  // InputError.
+  const std::optional<TableEnd>& Resume();
+  // What the earlier process wrote stays as it is. Throws InputError with that reason.
+  [[noreturn]] void RefuseToResume(std::uint32_t scan, const std::string& reason);
+
+  std::string Part(const LoadedSpectrum& loaded) const;
+  // Throws InputError if the first part after Resume is not what the earlier process wrote.
+  void Write(const std::string& part);
+  void Commit();
+
+  // Leaves what was done to a later process. Returns the name of its file; empty if nothing
+  // was done or it cannot be gone on with.
+  std::string KeepForLater();
+
+ private:
+  void RequireSame(const std::string& part);
+
+  std::unique_ptr<PeakWriter> writer_;
+  Output output_;
+  std::optional<TableEnd> resumed_;
+  bool first_ = true;
+};
+
+}  // namespace TslTool

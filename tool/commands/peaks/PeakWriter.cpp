@@ -1,0 +1,133 @@
+#include <tool/commands/peaks/PeakWriter.h>
+
+#include <fmt/format.h>
+#include <tool/commands/peaks/PeakColumns.h>
+#include <tool/frame/Numbers.h>
+
+#include <tslbl/closed/common/Text.h>
+#include <tslbl/closed/common/XMLBuilder.h>
+#include <tslbl/curve/Curve.h>
+#include <cmath>
+#include <nlohmann/json.hpp>
+#include <stdexcept>
+
+namespace TslTool {
+namespace {
+
+using Peaks = std::vector<TslBL::MZPeak>;
+
+class TableWriter final : public PeakWriter {
+ public:
+  std::string Part(const LoadedSpectrum& loaded, const Peaks& peaks) const override {
+    std::string text = fmt::format("scan {}", loaded.scan);
+    if (!std::isnan(loaded.rtSeconds)) text += fmt::format(", {:.3f} s", loaded.rtSeconds);
+    text += fmt::format(", {} peak{}\n", peaks.size(), peaks.size() == 1 ? "" : "s");
+    if (!peaks.empty())
+      text += fmt::format("{:>5} {:>11} {:>12} {:>12} {:>9} {:>10} {:>9}\n", "peak", "m/z", "amplitude",
+                          "area", "width", "resolution", "S/N");
+    std::size_t number = 0;
+    for (const TslBL::MZPeak& p : peaks)
+      text +=
+          fmt::format("{:>5} {:>11.4f} {:>12.6g} {:>12.6g} {:>9.4f} {:>10.1f} {:>9.4g}\n", ++number,
+                      WithoutNaNSign(p.Mass), WithoutNaNSign(p.Ampl), WithoutNaNSign(p.Area),
+                      WithoutNaNSign(p.Width), WithoutNaNSign(p.Resolution), WithoutNaNSign(p.Signal2Noise));
+    return text;
+  }
+  std::string Between() const override { return "\n"; }
+};
+
+class TsvWriter final : public PeakWriter {
+ public:
+  std::string Head() const override {
+    std::string header = "scan\trt_s\tpeak";
+    for (const PeakColumn& column : PeakColumns()) header += fmt::format("\t{}", column.name);
+    return header + '\n';
+  }
+  std::string Part(const LoadedSpectrum& loaded, const Peaks& peaks) const override {
+    const std::string time = std::isnan(loaded.rtSeconds) ? "" : fmt::format("{}", loaded.rtSeconds);
+    std::string text;
+    std::size_t number = 0;
+    for (const TslBL::MZPeak& peak : peaks) {
+      text += fmt::format("{}\t{}\t{}", loaded.scan, time, ++number);
+      for (const PeakColumn& column : PeakColumns())
+        std::visit([&text](auto value) { text += fmt::format("\t{}", value); }, column.value(peak));
+      text += '\n';
+    }
+    return text;
+  }
+};
+
+// One array of spectra, a line each. What is no number in JSON is null.
+class JsonWriter final : public PeakWriter {
+ public:
+  std::string Head() const override { return "[\n"; }
+  std::string Part(const LoadedSpectrum& loaded, const Peaks& peaks) const override {
+    nlohmann::ordered_json spectrum;
+    spectrum["scan"] = loaded.scan;
+    spectrum["rt_s"] = loaded.rtSeconds;
+    auto& rows = spectrum["peaks"] = nlohmann::ordered_json::array();
+    std::size_t number = 0;
+    for (const TslBL::MZPeak& peak : peaks) {
+      nlohmann::ordered_json row;
+      row["peak"] = ++number;
+      for (const PeakColumn& column : PeakColumns())
+        std::visit([&](auto value) { row[column.name] = value; }, column.value(peak));
+      rows.push_back(std::move(row));
+    }
+    return spectrum.dump();
+  }
+  std::string Between() const override { return ",\n"; }
+  std::string Tail() const override { return "\n]\n"; }
+};
+
+// An element "Scan" for each spectrum, with the library's own peak elements.
+class XmlWriter final : public PeakWriter {
+ public:
+  std::string Head() const override { return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<Scans>\n"; }
+  std::string Part(const LoadedSpectrum& loaded, const Peaks&) const override {
+    TslCommon::XMLBuilder builder;
+    builder.StartNode(L"Scan");
+    builder.WAttribute(L"Number", TslCommon::ToText(loaded.scan));
+    if (!std::isnan(loaded.rtSeconds)) builder.WAttribute(L"RetentionTime", Wide(loaded.rtSeconds));
+    TslBL::AddCurvePeaks(*loaded.spectrum, builder);
+    builder.EndNode();
+    return TslCommon::ToUtf8(builder.QXML());
+  }
+  std::string Tail() const override { return "</Scans>\n"; }
+
+ private:
+  static std::wstring Wide(double value) { return TslCommon::FromUtf8(fmt::format("{}", value)); }
+};
+
+template <class Writer>
+std::unique_ptr<PeakWriter> Make() {
+  return std::make_unique<Writer>();
+}
+
+struct Format {
+  const char* name;
+  std::unique_ptr<PeakWriter> (*make)();
+};
+constexpr Format kFormats[] = {{"table", Make<TableWriter>},
+                               {"tsv", Make<TsvWriter>},
+                               {"json", Make<JsonWriter>},
+                               {"xml", Make<XmlWriter>}};
+
+}  // namespace
+
+const std::vector<std::string>& PeakFormats() {
+  static const std::vector<std::string> names = [] {
+    std::vector<std::string> all;
+    for (const Format& format : kFormats) all.emplace_back(format.name);
+    return all;
+  }();
+  return names;
+}
+
+std::unique_ptr<PeakWriter> MakePeakWriter(const std::string& format) {
+  for (const Format& known : kFormats)
+    if (format == known.name) return known.make();
+  throw std::logic_error("unknown format " + format);
+}
+
+}  // namespace TslTool

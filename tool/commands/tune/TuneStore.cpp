@@ -1,0 +1,50 @@
+#include <tool/commands/tune/TuneStore.h>
+
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
+#include <tool/commands/tune/TuneDiff.h>
+#include <tool/commands/tune/TuneFaults.h>
+#include <tool/frame/Output.h>
+#include <algorithm>
+#include <iostream>
+
+namespace TslTool {
+
+using TslBL::Tune;
+
+// One that cannot be shown must not undo what was done.
+void Warn(const std::string& text) { std::cerr << "tslbl: warning: " << text << std::endl; }
+
+TuneFile LoadAndTell(const std::string& file) {
+  TuneFile loaded = LoadTune(file);
+  if (!loaded.missing.empty())
+    Warn(fmt::format("{}: the document lacks {}, which count as 0 or empty", file,
+                     fmt::join(loaded.missing, ", ")));
+  return loaded;
+}
+
+Tune Load(const std::string& file) { return LoadAndTell(file).tune; }
+
+void Save(const Tune& tune, TuneForm form, const std::string& file) {
+  Output output(file);
+  output.Write(TuneBytes(tune, form));
+  output.Commit();
+  const std::vector<std::string> lost = TuneDiff(tune, ThroughForm(tune, form));
+  if (!lost.empty()) Warn(fmt::format("{}: a document does not keep {}", file, fmt::join(lost, "; ")));
+}
+
+// What the rules find now and did not find before.
+void WarnOfFaults(const std::string& file, const std::vector<std::string>& before, const Tune& tune) {
+  for (const std::string& fault : TuneFaults(tune))
+    if (std::ranges::find(before, fault) == before.end())
+      Warn(fmt::format("{}: the rules do not accept this tune: {}", file, fault));
+}
+
+void Tell(const std::string& text) {
+  Output output("");
+  output.Write(text);
+  output.Commit();
+}
+
+}  // namespace TslTool

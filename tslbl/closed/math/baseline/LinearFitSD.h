@@ -1,0 +1,38 @@
+#pragma once
+// Baseline and noise of a curve from robust straight lines: the kernel under all baselines and noises.
+//
+// The curve is cut into segments. Each gets the line and the standard deviation of its background (see
+// RobustLine.h). Segments without enough background, or filled by a peak (see SegmentGuard.h), are left out;
+// the others are blended from centre to centre, so the result is continuous, exact for a straight line and of
+// second order for a curved one. Across left-out segments the levels are joined by a straight line.
+//
+// Sources: W. Dietrich, C. Ruedel, M. Neumann, Fast and precise automatic baseline correction of one- and
+// two-dimensional NMR spectra, 1991; S. Golotvin, A. Williams, Improved baseline recognition and modeling of
+// FT NMR spectra, 2000 (background points by their standard deviation).
+#include <tslbl/closed/math/baseline/BaselineAndNoise.h>
+
+#include <cstdint>
+
+namespace TslMath {
+
+struct LinearFitSettings {
+  std::uint32_t segSize;
+  std::uint32_t points;
+  std::uint32_t width;
+};
+
+// The settings that refine a shape found by other means.
+constexpr std::uint32_t RefiningSegment = 250;
+constexpr std::uint32_t RefiningPoints = 5;
+constexpr std::uint32_t RefiningWidth = 3;
+
+// Fits y - shape and adds the shape to the baseline again. A shape that runs along the bottom of the data is
+// too low by a part of the noise; so it loses this bias and keeps its form. `shape` has n values, or is null
+// for none; it may be the output for the baseline or, if that is null, for the noise. Settings may have any
+// values, see Baseline.h.
+//
+// `quantum` is the smallest step of the data (see SmallestStep.h).
+void LinearFitSD(const double* y, const double* shape, std::uint32_t n, double quantum,
+                 const LinearFitSettings& settings, const BaselineAndNoise& out);
+
+}  // namespace TslMath

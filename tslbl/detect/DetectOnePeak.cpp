@@ -1,0 +1,73 @@
+#include <tslbl/detect/DetectOnePeak.h>
+
+#include <tslbl/closed/math/peak/Features.h>
+#include <tslbl/curve/Execute.h>
+#include <tslbl/curve/Steps.h>
+#include <tslbl/detect/FindPeak.h>
+#include <tslbl/detect/PeakStages.h>
+#include <tslbl/detect/PeakWalks.h>
+#include <algorithm>
+
+namespace TslBL {
+namespace {
+
+bool HasBaselineAndNoise(Curve& curve) {
+  Changed changed;
+  std::wstring error;
+  if (!curve.CheckAllStatus(Curve::STATUS_BASELINE) && !DoBaseline(curve, changed, error)) return false;
+  if (!curve.CheckAllStatus(Curve::STATUS_NOISE) && !DoNoise(curve, changed, error)) return false;
+  return curve.baseline.size() == curve.yAxis.size() && curve.noise.size() == curve.yAxis.size() &&
+         curve.xAxis.size() == curve.yAxis.size();
+}
+
+// The span of the maximum around a point.
+bool SpanAround(const Curve& curve, std::uint32_t curveIdx, SearchRange& span) {
+  TslMath::CurvePt top;
+  if (!TslMath::FindOneFeature(curve.yAxis.data(), curve.QNumPoints(), curveIdx, top)) return false;
+  const auto& [index, amplitude] = top;
+  const CurveView view{curve.yAxis.data(), curve.baseline.data(),
+                       static_cast<std::ptrdiff_t>(curve.yAxis.size())};
+  const double valley =
+      CalcPeakValleyAmplitude(amplitude, curve.baseline[index], curve.peakDetectParams.MaxValley);
+  span.first = static_cast<std::uint32_t>(WalkLeft(view, index, valley));
+  span.last = static_cast<std::uint32_t>(WalkRight(view, index, valley));
+  return true;
+}
+
+// An index of the curve's largest peaks after `row` was inserted at `place`.
+void UpdateLargest(std::int32_t& largest, const std::vector<PeakInfo>& peaks, std::int32_t place,
+                   double PeakInfo::*value) {
+  if (peaks.size() == 1) return void(largest = 0);
+  if (largest >= place) ++largest;
+  const auto at = [&](std::int32_t i) { return peaks[static_cast<std::size_t>(i)].*value; };
+  const bool named = largest >= 0 && static_cast<std::size_t>(largest) < peaks.size();
+  if (!named || at(place) > at(largest)) {
+    largest = place;
+  } else if (at(place) == at(largest)) {
+    largest = std::min(largest, place);
+  }
+}
+
+std::int32_t InsertPeak(Curve& curve, const PeakInfo& row) {
+  const auto at = curve.peaks.insert(std::lower_bound(curve.peaks.begin(), curve.peaks.end(), row), row);
+  const auto place = static_cast<std::int32_t>(at - curve.peaks.begin());
+  UpdateLargest(curve.largestAreaIdx, curve.peaks, place, &PeakInfo::area);
+  UpdateLargest(curve.largestMaxIdx, curve.peaks, place, &PeakInfo::maxAmpl);
+  UpdateLargest(curve.largestCentroidIdx, curve.peaks, place, &PeakInfo::centroidAmpl);
+  return place;
+}
+
+}  // namespace
+
+std::int32_t FindOnePeak(Curve& curve, std::uint32_t curveIdx) {
+  SearchRange span{};
+  if (!HasBaselineAndNoise(curve) || !SpanAround(curve, curveIdx, span)) return -1;
+  FeatureRows found = FindFeaturesSorted(curve, span, false, 0.0);
+  if (found.list.empty()) return -1;
+  DescribePeaks(curve, found.list);
+  std::erase(found.list, nullptr);
+  const std::int32_t row = FindPeakIdxByCurveIdx(found.list, curveIdx);
+  return row < 0 ? -1 : InsertPeak(curve, *found.list[static_cast<std::size_t>(row)]);
+}
+
+}  // namespace TslBL

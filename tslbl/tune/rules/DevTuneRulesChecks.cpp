@@ -1,0 +1,134 @@
+// The rules of a tune, one check each.
+
+#include <tslbl/closed/common/Message.h>
+#include <tslbl/closed/common/Truncate.h>
+#include <tslbl/tune/PointTable.h>
+#include <tslbl/tune/Q1FieldConvert.h>
+#include <tslbl/tune/rules/DevTuneRules.h>
+#include <tslbl/tune/rules/RuleMessages.h>
+#include <cmath>
+
+namespace TslBL {
+namespace {
+
+using ErrTypes = DevTuneRules::ErrTypes;
+
+bool IsOutside(double value, double low, double high) { return value < low || value > high; }
+
+std::wstring OutOfRange(const std::wstring& label, double low, double high) {
+  return FillMessage(kOutOfRange, label, low, high);
+}
+
+// A calibrated lens without points does nothing, and counts as 0 volts.
+double CurveValue(const Q1FieldConvert& curve, double mz) {
+  double value = 0.0;
+  std::wstring ignored;
+  curve.MZToFieldVal(mz, value, ignored);
+  return value;
+}
+
+struct Ends {
+  double low;
+  double high;
+};
+
+// A lens at both ends of the range, or twice at the centre of a SIM.
+Ends EndsOf(const Tune& tune, TuneField::Id field, const IOPoint& lens) {
+  if (lens.Type == IOPoint::SingleType) return {lens.Single, lens.Single};
+  const Control& control = tune.ControlData;
+  const Q1FieldConvert curve(tune.Q1CalPts, field);
+  const double low = CurveValue(curve, control.MZLow);
+  return {low, control.Type == Control::Scan ? CurveValue(curve, control.MZHi) : low};
+}
+
+}  // namespace
+
+Limits DevTuneRules::LimitsOf(TuneField::Id field) const {
+  return FieldLimits().QLimits(Source.Type, static_cast<int>(field));
+}
+
+ErrTypes DevTuneRules::Fail(unsigned text) const {
+  LastError = TslLoadString(ModuleHandle(), text);
+  return Error;
+}
+
+ErrTypes DevTuneRules::CheckLimits(Probes::ProbeTypes probe, TuneField::Id field, double value,
+                                   const std::wstring& label, std::wstring& lastError) {
+  const Limits limits = FieldLimits().QLimits(probe, static_cast<int>(field));
+  if (!IsOutside(value, limits.Min, limits.Max)) return NoError;
+  lastError = OutOfRange(label, limits.Min, limits.Max);
+  return Error;
+}
+
+ErrTypes DevTuneRules::CheckLimits(TuneField::Id field, double value) const {
+  const Limits limits = LimitsOf(field);
+  return CheckLimits(field, value, limits.Min, limits.Max);
+}
+
+ErrTypes DevTuneRules::CheckLimits(TuneField::Id field, double value, double low, double high) const {
+  // Of a number that names no field no value is good: its missing name throws.
+  if (TuneField::IsField(field) && !IsOutside(value, low, high)) return NoError;
+  LastError = OutOfRange(TuneField::FieldToString(field), low, high);
+  return Error;
+}
+
+ErrTypes DevTuneRules::CheckIOPoint(TuneField::Id field, const IOPoint& point) const {
+  ErrTypes result = CheckLimits(TuneField::IOPointType, point.Type);
+  if (result == NoError && point.Type == IOPoint::SingleType) {
+    result =
+        CheckLimits(Source.Type, field, point.Single, TslLoadString(ModuleHandle(), kSingleValue), LastError);
+  } else if (result == NoError && point.Type == IOPoint::CalibratedType) {
+    Pairs pairs;
+    QFieldQ1CalPts(field, pairs);
+    if (pairs.size() < 2) {
+      Fail(kTooFewQ1CalPts);
+      result = Warning;
+    }
+  }
+  if (result != NoError) LastError = FillText(L"%s - %s", TuneField::FieldToString(field), LastError);
+  return result;
+}
+
+ErrTypes DevTuneRules::CheckSimSpanRange(double span) const {
+  const bool isOdd = Truncate<std::int32_t>(span * 10.0) % 2 != 0;
+  return IsOutside(span, 0.0, 2.0) || isOdd ? Fail(kBadSpan) : NoError;
+}
+
+ErrTypes DevTuneRules::CheckMZCalPts(const std::vector<MZCalPt>& points) const {
+  if (points.size() < 2) return Fail(kTooFewMZCalPts);
+  PointTable sorted;
+  for (const MZCalPt& point : points) sorted.emplace_back(point.MZ, point.MassDAC);
+  SortByAbscissa(sorted);
+  for (std::size_t i = 0; i < sorted.size(); ++i) {
+    const auto& [mz, massDAC] = sorted[i];
+    ErrTypes result = CheckLimits(TuneField::MZ, mz);
+    if (result == NoError) result = CheckLimits(TuneField::MassDAC, massDAC);
+    const bool rises = i == 0 || (sorted[i - 1].first < mz && sorted[i - 1].second < massDAC);
+    if (result == NoError && !rises) result = Fail(kMZCalPtsNotRising);
+    if (result == NoError) continue;
+    LastError = FillMessage(kBadMZCalPt, i, LastError);
+    return Error;
+  }
+  return NoError;
+}
+
+ErrTypes DevTuneRules::CheckCapExitSkimmer() const {
+  constexpr double kMost = 370.0;
+  const Ends capExit = EndsOf(*this, TuneField::CapExit, ControlData.CapExit);
+  const Ends skimmer = EndsOf(*this, TuneField::Skimmer, ControlData.Skimmer);
+  const bool far = capExit.low - skimmer.low > kMost || capExit.high - skimmer.high > kMost;
+  return far ? Fail(kCapExitFarFromSkimmer) : NoError;
+}
+
+ErrTypes DevTuneRules::CheckSyringe(const Syringe& syringe) const {
+  double low = 0.0;
+  double high = 0.0;
+  QLimitsSyringe(TuneField::Diameter, low, high);
+  // A diameter that is no number is none.
+  const double diameter = std::isnan(syringe.Model.Diameter) ? -1.0 : syringe.Model.Diameter;
+  if (CheckLimits(TuneField::Diameter, diameter, low, high) == Error) return Error;
+  QLimitsSyringe(TuneField::FlowRate, low, high);
+  return CheckLimits(TuneField::FlowRate, syringe.FlowRate, low, high);
+}
+
+}  // namespace TslBL

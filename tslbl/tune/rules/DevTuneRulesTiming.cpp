@@ -1,0 +1,55 @@
+// How long a tune takes.
+
+#include <tslbl/closed/common/Truncate.h>
+#include <tslbl/tune/MZConvert.h>
+#include <tslbl/tune/MassRange.h>
+#include <tslbl/tune/Settling.h>
+#include <tslbl/tune/rules/DevTuneRules.h>
+#include <stdexcept>
+
+namespace TslBL {
+namespace {
+
+constexpr double kSmallestStep = 0.05;  // m/z
+
+// Wide, so that differences hold.
+std::int64_t Hundredths(double mz) { return Truncate<std::int32_t>(mz * 100 + 0.5); }
+
+std::uint32_t WholeDAC(const MZConvert& convert, double mz) {
+  return static_cast<std::uint32_t>(Truncate<std::int32_t>(convert.MZToDAC(mz)));
+}
+
+}  // namespace
+
+std::uint32_t DevTuneRules::QNumPulses(const Tune& tune) {
+  const auto [low, high] = QMassRange(tune);
+  const double wanted = tune.ControlData.MZStepSize;
+  const double step = wanted < kSmallestStep ? kSmallestStep : wanted;
+  if (Hundredths(high) - Hundredths(low) < Hundredths(step)) return 1;
+
+  const MZConvert convert(tune.MZCalPts);
+  const std::uint32_t lowDAC = WholeDAC(convert, low);
+  const std::uint32_t highDAC = WholeDAC(convert, high);
+  const double unit = FieldLimits().QLimits(tune.Source.Type, TuneField::MZStepSize).Step;
+  const auto stepMDAC = Truncate<std::int32_t>(step / unit + 0.5);
+  if (stepMDAC < 1) throw std::runtime_error("Invalid stepMDAC in DevTuneRules.cpp NumPulses");
+  return (highDAC - lowDAC) / static_cast<std::uint32_t>(stepMDAC) + 1;
+}
+
+double DevTuneRules::QDuration(const Tune& tune) {
+  const Control& control = tune.ControlData;
+  const std::uint32_t pulses = QNumPulses(tune);
+  return ((pulses - 1) * control.StepSettleDelay + pulses * control.PulseCountDelay +
+          control.InitSettleDelay) *
+         control.ScansPerSpec;
+}
+
+bool DevTuneRules::CalculateInitialSettlingDelay() {
+  const auto [low, high] = QMassRange(*this);
+  const std::uint32_t delay = SettlingDelay(high, low, CapExitAt(*this, high) - CapExitAt(*this, low));
+  if (delay == ControlData.InitSettleDelay) return false;
+  WInitSettleDelay(delay);
+  return true;
+}
+
+}  // namespace TslBL
