@@ -17,7 +17,7 @@ void CheckDatabase(std::string_view bytes) {
   const std::string file = FileWith("in.run", bytes);
   if (!TslTool::IsDatabase(file)) return;
   try {
-    for (const TslBL::RawSpectrum& raw : TslTest::ReadRun(file))
+    for (const TslBL::RawSpectrum& raw : tests::ReadRun(file))
       Require(std::ranges::all_of(raw.counts, [](double c) { return std::isfinite(c); }),
               "counts are finite");
   } catch (const TslTool::InputError& error) {

@@ -21,7 +21,7 @@
 
 #include <tool/io/TempFile.h>
 
-namespace TslTest {
+namespace tests {
 
 using Arguments = std::vector<std::string>;
 
@@ -145,4 +145,4 @@ inline std::vector<double> ColumnOf(const std::vector<Row>& rows, const std::str
   return values;
 }
 
-}  // namespace TslTest
+}  // namespace tests

@@ -13,7 +13,7 @@
 #include <tslbl/curve/SmoothParams.h>
 #include <tslbl/curve/ThresholdParams.h>
 
-namespace TslTest {
+namespace tests {
 namespace {
 
 using testing::HasSubstr;
@@ -190,4 +190,4 @@ TEST(ChainFile, AFileThatIsMissingOrAFolderIsNamed) {
 }
 
 }  // namespace
-}  // namespace TslTest
+}  // namespace tests

@@ -14,7 +14,7 @@
 #include <tslbl/curve/SmoothParams.h>
 #include <tslbl/curve/ThresholdParams.h>
 
-namespace TslTest {
+namespace tests {
 namespace {
 
 using TslBL::BaselineParams;
@@ -293,4 +293,4 @@ TEST(ChainOptions, AChainFileAndEachSwitchExcludeEachOther) {
 }
 
 }  // namespace
-}  // namespace TslTest
+}  // namespace tests

@@ -11,7 +11,7 @@
 #include <tool/chain/EvaluateInOrder.h>
 #include <tslbl/detect/ThreadingParams.h>
 
-namespace TslTest {
+namespace tests {
 namespace {
 
 using testing::ElementsAre;
@@ -130,4 +130,4 @@ TEST_P(EvaluateInOrder, HoldsTwoSpectraAThreadAtMost) {
 INSTANTIATE_TEST_SUITE_P(Threads, EvaluateInOrder, testing::Values(1U, 2U, 8U));
 
 }  // namespace
-}  // namespace TslTest
+}  // namespace tests

@@ -11,7 +11,7 @@
 #include <tool/io/MzMLMaker.h>
 #include <tslbl/curve/SmoothParams.h>
 
-namespace TslTest {
+namespace tests {
 namespace {
 
 using testing::ElementsAre;
@@ -138,4 +138,4 @@ TEST(BadInput, InfoTellsTheSame) {
 }
 
 }  // namespace
-}  // namespace TslTest
+}  // namespace tests

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-namespace TslTest {
+namespace tests {
 
 class DemoRun {
  public:
@@ -36,4 +36,4 @@ class DemoRun {
   std::vector<Row> truth_;
 };
 
-}  // namespace TslTest
+}  // namespace tests

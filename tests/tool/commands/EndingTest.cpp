@@ -10,7 +10,7 @@
 #include <fcntl.h>
 #include <tool/commands/DemoRun.h>
 
-namespace TslTest {
+namespace tests {
 namespace {
 
 using testing::Each;
@@ -107,4 +107,4 @@ TEST(Ending, APlaceThatCannotBeWrittenIsToldBeforeTheWork) {
 }
 
 }  // namespace
-}  // namespace TslTest
+}  // namespace tests

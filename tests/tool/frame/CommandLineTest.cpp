@@ -13,7 +13,7 @@
 #include <tool/frame/Output.h>
 #include <tslbl/Version.h>
 
-namespace TslTest {
+namespace tests {
 namespace {
 
 using testing::EndsWith;
@@ -166,4 +166,4 @@ TEST(CommandLine, AReaderThatWentAwayNeedsNoMessage) {
 }
 
 }  // namespace
-}  // namespace TslTest
+}  // namespace tests

@@ -6,7 +6,7 @@
 
 #include <tool/frame/Interrupt.h>
 
-namespace TslTest {
+namespace tests {
 namespace {
 
 // A fork of a program with threads is not safe to go on in; a fresh start is.
@@ -62,4 +62,4 @@ TEST_F(Interrupt, AReadThatWaitsEnds) {
 }
 
 }  // namespace
-}  // namespace TslTest
+}  // namespace tests

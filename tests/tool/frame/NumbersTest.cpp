@@ -6,7 +6,7 @@
 #include <tool/frame/CommandLine.h>
 #include <tool/frame/Numbers.h>
 
-namespace TslTest {
+namespace tests {
 namespace {
 
 using TslTool::ParseCount;
@@ -84,4 +84,4 @@ TEST(Numbers, ColonsSeparateAlsoEmptyParts) {
 }
 
 }  // namespace
-}  // namespace TslTest
+}  // namespace tests

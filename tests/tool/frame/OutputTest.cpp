@@ -12,7 +12,7 @@
 #include <tool/ToolRun.h>
 #include <tool/frame/Output.h>
 
-namespace TslTest {
+namespace tests {
 namespace {
 
 using testing::ElementsAre;
@@ -206,4 +206,4 @@ TEST(ResumableOutput, IsForOneProcessAtATime) {
 }
 
 }  // namespace
-}  // namespace TslTest
+}  // namespace tests

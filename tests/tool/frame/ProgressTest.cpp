@@ -9,7 +9,7 @@
 
 #include <tool/frame/Progress.h>
 
-namespace TslTest {
+namespace tests {
 namespace {
 
 using TslTool::Progress;
@@ -74,4 +74,4 @@ TEST(Progress, DrawsSeldom) {
 }
 
 }  // namespace
-}  // namespace TslTest
+}  // namespace tests

@@ -5,7 +5,7 @@
 
 #include <tool/io/Axis.h>
 
-namespace TslTest {
+namespace tests {
 namespace {
 
 using testing::ElementsAre;
@@ -67,4 +67,4 @@ TEST(Axis, SortsPeaksAndKeepsEqualOnesInTheirOrder) {
 }
 
 }  // namespace
-}  // namespace TslTest
+}  // namespace tests

@@ -10,7 +10,7 @@
 #include <tool/io/Counts.h>
 #include <tool/io/MzMLMaker.h>
 
-namespace TslTest {
+namespace tests {
 namespace {
 
 using TslTool::PackCounts;
@@ -94,4 +94,4 @@ TEST(Counts, UnknownEncodingIsNamed) {
 }
 
 }  // namespace
-}  // namespace TslTest
+}  // namespace tests

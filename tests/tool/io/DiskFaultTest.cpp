@@ -7,7 +7,7 @@
 
 #include <tool/commands/DemoRun.h>
 
-namespace TslTest {
+namespace tests {
 namespace {
 
 using testing::AllOf;
@@ -73,4 +73,4 @@ TEST(DiskFault, AFolderIsNoInput) {
 }
 
 }  // namespace
-}  // namespace TslTest
+}  // namespace tests

@@ -18,7 +18,7 @@
 
 #include <tool/commands/DemoRun.h>
 
-namespace TslTest {
+namespace tests {
 namespace {
 
 using testing::ElementsAre;
@@ -55,5 +55,5 @@ TEST(MemoryFault, ShortMemoryAtAnyMomentIsTold) {
 }
 
 }  // namespace
-}  // namespace TslTest
+}  // namespace tests
 #endif

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-namespace TslTest {
+namespace tests {
 namespace {
 
 using testing::HasSubstr;
@@ -205,4 +205,4 @@ TEST(MzMLDamage, MeetsGarbledArrayTextWithDataOrAnError) {
 }
 
 }  // namespace
-}  // namespace TslTest
+}  // namespace tests

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-namespace TslTest {
+namespace tests {
 namespace {
 
 using testing::ElementsAre;
@@ -287,4 +287,4 @@ TEST(MzMLFile, DoesNotDecodeWhatTheFilterLeavesOut) {
 }
 
 }  // namespace
-}  // namespace TslTest
+}  // namespace tests

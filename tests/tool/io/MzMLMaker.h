@@ -12,7 +12,7 @@
 #include <string_view>
 #include <vector>
 
-namespace TslTest {
+namespace tests {
 
 using Values = std::vector<double>;
 
@@ -156,4 +156,4 @@ inline std::string MzML(const std::string& spectra, std::size_t count = 1, const
          "</spectrumList>\n</run>\n</mzML>\n";
 }
 
-}  // namespace TslTest
+}  // namespace tests

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-namespace TslTest {
+namespace tests {
 
 inline const Values kAxis = {100, 100.5, 101.25, 102};
 inline const Values kCounts = {1, 50, 7, 0};
@@ -48,4 +48,4 @@ inline std::string ErrorOfArrays(const std::string& arrays) {
 inline std::string MzArray() { return ArrayOf(kMz, BytesOf<double>(kAxis)); }
 inline std::string IntensityArray() { return ArrayOf(kIntensity, BytesOf<double>(kCounts)); }
 
-}  // namespace TslTest
+}  // namespace tests

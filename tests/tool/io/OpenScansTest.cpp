@@ -11,7 +11,7 @@
 #include <tool/io/OpenScans.h>
 #include <tool/io/TempFile.h>
 
-namespace TslTest {
+namespace tests {
 namespace {
 
 using namespace std::string_view_literals;
@@ -93,4 +93,4 @@ TEST(OpenScans, NamesAFileThatCannotBeOpened) {
 }
 
 }  // namespace
-}  // namespace TslTest
+}  // namespace tests

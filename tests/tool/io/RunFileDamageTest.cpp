@@ -10,7 +10,7 @@
 #include <tool/io/OpenScans.h>
 #include <tool/io/RunMaker.h>
 
-namespace TslTest {
+namespace tests {
 namespace {
 
 using testing::HasSubstr;
@@ -123,4 +123,4 @@ TEST(RunFile, WithoutItsHeadItIsNoDatabase) {
 }
 
 }  // namespace
-}  // namespace TslTest
+}  // namespace tests

@@ -17,7 +17,7 @@
 #include <tool/ToolRun.h>
 #include <tool/io/RunMaker.h>
 
-namespace TslTest {
+namespace tests {
 namespace {
 
 using testing::HasSubstr;
@@ -179,4 +179,4 @@ TEST(RunFileFault, ADiskTooFullForTheBeginningLeavesNoFile) {
 }
 
 }  // namespace
-}  // namespace TslTest
+}  // namespace tests

@@ -12,7 +12,7 @@
 
 #include <tool/io/RunMaker.h>
 
-namespace TslTest {
+namespace tests {
 namespace {
 
 using testing::ElementsAre;
@@ -208,4 +208,4 @@ TEST(RunFile, AKilledWriterLosesAtMostTheScanInHand) {
 }
 
 }  // namespace
-}  // namespace TslTest
+}  // namespace tests

@@ -10,7 +10,7 @@
 #include <tool/io/TempFile.h>
 #include <tool/simulate/Simulator.h>
 
-namespace TslTest {
+namespace tests {
 
 inline TslBL::RawSpectrum RawScan(std::uint32_t id, const std::vector<double>& counts) {
   TslBL::RawSpectrum raw;
@@ -70,4 +70,4 @@ inline std::string ErrorOfRun(const std::string& file) {
   return "";
 }
 
-}  // namespace TslTest
+}  // namespace tests

@@ -13,7 +13,7 @@
 #include <tool/io/SpectrumSource.h>
 #include <tool/simulate/Simulator.h>
 
-namespace TslTest {
+namespace tests {
 namespace {
 
 using testing::ElementsAre;
@@ -174,4 +174,4 @@ TEST(SpectrumSource, AFileThatIsMissingIsRefused) {
 }
 
 }  // namespace
-}  // namespace TslTest
+}  // namespace tests

@@ -8,7 +8,7 @@
 #include <tool/io/Sqlite.h>
 #include <tool/io/TempFile.h>
 
-namespace TslTest {
+namespace tests {
 namespace {
 
 using namespace std::string_view_literals;
@@ -105,4 +105,4 @@ TEST(Sqlite, ANameWithAColonInFrontIsAFileLikeAnyOther) {
 }
 
 }  // namespace
-}  // namespace TslTest
+}  // namespace tests

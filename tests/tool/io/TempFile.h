@@ -10,7 +10,7 @@
 #include <string>
 #include <string_view>
 
-namespace TslTest {
+namespace tests {
 
 class TempFile {
  public:
@@ -46,4 +46,4 @@ inline std::string Gzip(std::string_view data) {
   return std::string(std::istreambuf_iterator<char>(in), {});
 }
 
-}  // namespace TslTest
+}  // namespace tests

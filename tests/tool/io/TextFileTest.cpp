@@ -10,7 +10,7 @@
 #include <tool/io/OpenScans.h>
 #include <tool/io/TempFile.h>
 
-namespace TslTest {
+namespace tests {
 namespace {
 
 using testing::ElementsAre;
@@ -158,4 +158,4 @@ TEST(TextFile, MeetsGarbledBytesWithDataOrAnError) {
 }
 
 }  // namespace
-}  // namespace TslTest
+}  // namespace tests

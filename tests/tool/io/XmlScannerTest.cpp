@@ -7,7 +7,7 @@
 #include <tool/io/TempFile.h>
 #include <tool/io/XmlScanner.h>
 
-namespace TslTest {
+namespace tests {
 namespace {
 
 using TslTool::ByteSource;
@@ -89,4 +89,4 @@ TEST(XmlScanner, RefusesTagsThatAreNone) {
 }
 
 }  // namespace
-}  // namespace TslTest
+}  // namespace tests

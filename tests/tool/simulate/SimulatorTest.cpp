@@ -13,7 +13,7 @@
 #include <tslbl/tune/rules/DevTuneRules.h>
 #include <memory>
 
-namespace TslTest {
+namespace tests {
 namespace {
 
 using TslTool::Simulator;
@@ -239,4 +239,4 @@ TEST(Compounds, EachHasAFormulaOrAMass) {
 }
 
 }  // namespace
-}  // namespace TslTest
+}  // namespace tests

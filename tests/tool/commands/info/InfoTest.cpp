@@ -6,7 +6,7 @@
 #include <tool/commands/DemoRun.h>
 #include <tool/io/MzMLMaker.h>
 
-namespace TslTest {
+namespace tests {
 namespace {
 
 using testing::HasSubstr;
@@ -66,4 +66,4 @@ TEST(Info, WithoutInputItIsWrongUsage) {
 }
 
 }  // namespace
-}  // namespace TslTest
+}  // namespace tests

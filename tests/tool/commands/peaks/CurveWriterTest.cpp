@@ -7,7 +7,7 @@
 #include <tool/commands/peaks/CurveWriter.h>
 #include <tool/commands/peaks/Evaluated.h>
 
-namespace TslTest {
+namespace tests {
 namespace {
 
 using TslTool::LoadedSpectrum;
@@ -38,4 +38,4 @@ TEST(CurveWriter, LeavesEmptyWhatIsNotThere) {
 }
 
 }  // namespace
-}  // namespace TslTest
+}  // namespace tests

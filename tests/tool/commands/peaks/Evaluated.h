@@ -8,7 +8,7 @@
 #include <tslbl/curve/PeakDetectParams.h>
 #include <stdexcept>
 
-namespace TslTest {
+namespace tests {
 
 inline TslTool::LoadedSpectrum LoadScan(std::uint32_t number) {
   TslTool::ScanFilter filter;
@@ -29,4 +29,4 @@ inline TslTool::LoadedSpectrum EvaluatedScan(std::uint32_t number) {
   return loaded;
 }
 
-}  // namespace TslTest
+}  // namespace tests

@@ -11,7 +11,7 @@
 #include <tool/commands/peaks/PeakColumns.h>
 #include <tslbl/closed/common/Text.h>
 
-namespace TslTest {
+namespace tests {
 namespace {
 
 using testing::Contains;
@@ -88,4 +88,4 @@ TEST(PeakColumns, LeaveNoFieldOfTheRowOut) {
 }
 
 }  // namespace
-}  // namespace TslTest
+}  // namespace tests

@@ -15,7 +15,7 @@
 #include <tool/commands/peaks/PeakWriter.h>
 #include <tslbl/spectrum/PeakTable.h>
 
-namespace TslTest {
+namespace tests {
 namespace {
 
 using testing::ElementsAre;
@@ -134,4 +134,4 @@ TEST(PeakFormats, AnotherOneIsAMistakeOfTheProgram) {
 }
 
 }  // namespace
-}  // namespace TslTest
+}  // namespace tests

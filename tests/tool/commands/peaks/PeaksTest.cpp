@@ -16,7 +16,7 @@
 #include <tslbl/curve/PeakDetectParams.h>
 #include <tslbl/curve/SmoothParams.h>
 
-namespace TslTest {
+namespace tests {
 namespace {
 
 using testing::ElementsAre;
@@ -242,4 +242,4 @@ TEST(Help, VersionIsOneLine) {
 }
 
 }  // namespace
-}  // namespace TslTest
+}  // namespace tests

@@ -7,7 +7,7 @@
 
 #include <tool/commands/DemoRun.h>
 
-namespace TslTest {
+namespace tests {
 namespace {
 
 using testing::ElementsAre;
@@ -124,4 +124,4 @@ TEST(Resume, GoesOnAfterCtrlCAndAfterAKilledProcess) {
 }
 
 }  // namespace
-}  // namespace TslTest
+}  // namespace tests

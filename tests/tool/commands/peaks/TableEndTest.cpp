@@ -6,7 +6,7 @@
 #include <tool/frame/InputError.h>
 #include <tool/io/TempFile.h>
 
-namespace TslTest {
+namespace tests {
 namespace {
 
 const std::string kHead = "scan\tpeak\n";
@@ -53,4 +53,4 @@ TEST(TableEnd, RefusesWhatIsNoTable) {
 }
 
 }  // namespace
-}  // namespace TslTest
+}  // namespace tests

@@ -9,7 +9,7 @@
 
 #include <tool/commands/DemoRun.h>
 
-namespace TslTest {
+namespace tests {
 namespace {
 
 constexpr double kRatePerCount = 1e6 / (50.0 * 4);
@@ -75,4 +75,4 @@ TEST_F(Demonstration, LessThanOnePeakASpectrumIsWhereNoLineIs) {
 }
 
 }  // namespace
-}  // namespace TslTest
+}  // namespace tests

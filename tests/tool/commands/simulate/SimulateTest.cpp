@@ -8,7 +8,7 @@
 #include <tool/io/RunMaker.h>
 #include <tool/simulate/Simulator.h>
 
-namespace TslTest {
+namespace tests {
 namespace {
 
 using testing::ElementsAre;
@@ -112,4 +112,4 @@ TEST(Simulate, KilledItLeavesARunThatCanBeRead) {
 }
 
 }  // namespace
-}  // namespace TslTest
+}  // namespace tests

@@ -8,7 +8,7 @@
 
 #include <tslbl/tune/rules/DevTuneRules.h>
 
-namespace TslTest {
+namespace tests {
 namespace {
 
 using testing::ElementsAre;
@@ -90,4 +90,4 @@ TEST(TuneDiff, TheDwellOfAScanAndOfASimIsOneField) {
 }
 
 }  // namespace
-}  // namespace TslTest
+}  // namespace tests

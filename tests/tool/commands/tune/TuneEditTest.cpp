@@ -8,7 +8,7 @@
 #include <tool/commands/tune/TuneFields.h>
 #include <tool/frame/CommandLine.h>
 
-namespace TslTest {
+namespace tests {
 namespace {
 
 using testing::HasSubstr;
@@ -257,4 +257,4 @@ TEST(TuneEdit, WhatIsNoChangeIsWrongUsage) {
 }
 
 }  // namespace
-}  // namespace TslTest
+}  // namespace tests

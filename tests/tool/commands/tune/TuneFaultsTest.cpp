@@ -5,7 +5,7 @@
 
 #include <tslbl/tune/rules/DevTuneRules.h>
 
-namespace TslTest {
+namespace tests {
 namespace {
 
 using testing::ElementsAre;
@@ -125,4 +125,4 @@ TEST(TuneFaults, ACoronaFarFromTheEndPlateIsOfTheCorona) {
 }
 
 }  // namespace
-}  // namespace TslTest
+}  // namespace tests

@@ -12,7 +12,7 @@
 #include "RecordCheck.h"
 #include "tune/Samples.h"
 
-namespace TslTest {
+namespace tests {
 namespace {
 
 using testing::HasSubstr;
@@ -222,4 +222,4 @@ TEST(TuneFile, AMissingFileOrAFolderIsNamed) {
 }
 
 }  // namespace
-}  // namespace TslTest
+}  // namespace tests

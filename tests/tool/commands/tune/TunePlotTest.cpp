@@ -10,7 +10,7 @@
 #include <tslbl/tune/rules/DevTuneRules.h>
 #include <cmath>
 
-namespace TslTest {
+namespace tests {
 namespace {
 
 using TslBL::Control;
@@ -144,4 +144,4 @@ TEST(TunePlot, RangesThatAreNoneEnd) {
 }
 
 }  // namespace
-}  // namespace TslTest
+}  // namespace tests

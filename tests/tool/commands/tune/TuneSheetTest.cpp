@@ -7,7 +7,7 @@
 
 #include <tslbl/tune/rules/DevTuneRules.h>
 
-namespace TslTest {
+namespace tests {
 namespace {
 
 using testing::HasSubstr;
@@ -136,4 +136,4 @@ TEST(TuneSheet, OfAnEmptyTuneHoldsTogether) {
 }
 
 }  // namespace
-}  // namespace TslTest
+}  // namespace tests

@@ -9,7 +9,7 @@
 #include <tool/ToolRun.h>
 #include <tool/io/TempFile.h>
 
-namespace TslTest {
+namespace tests {
 namespace {
 
 using testing::EndsWith;
@@ -310,4 +310,4 @@ TEST_F(TuneTest, TheHelpOfEachCommandHasAnExample) {
 }
 
 }  // namespace
-}  // namespace TslTest
+}  // namespace tests
