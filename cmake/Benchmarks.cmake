@@ -4,4 +4,4 @@ file(GLOB_RECURSE benchmark_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/benc
 add_executable(tslbl_benchmarks ${benchmark_sources})
 target_include_directories(tslbl_benchmarks PRIVATE ${PROJECT_SOURCE_DIR}/benchmarks)
 target_link_libraries(tslbl_benchmarks PRIVATE
-  tslbl tslbl_flags benchmark::benchmark benchmark::benchmark_main)
+  tslbl_objects tslbl_flags benchmark::benchmark benchmark::benchmark_main)

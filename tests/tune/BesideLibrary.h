@@ -7,15 +7,16 @@
 //     EXPECT_BESIDE_LIBRARY(site, FieldLimits().QLimits(22) == (Limits{-300, 300, 1}), "");
 //   }
 //
-// The process is a death test of style "threadsafe": the test binary starts itself anew up
-// to that statement. As LD_LIBRARY_PATH leads it, it loads the library through a link in
-// the site's folder; the check fails if it did not.
+// The process is a death test of style "threadsafe": the test program starts itself anew up
+// to that statement. The library is part of the test program, so the new process enters
+// through a link to it in the site's folder (StartInSite); the check fails if it did not.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <tslbl/closed/common/ModulePath.h>
 #include <tslbl/closed/common/Text.h>
+#include <unistd.h>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -23,11 +24,13 @@
 
 namespace tests {
 
+inline constexpr const char* kSite = "TSLBL_TEST_SITE";  // the variable that names the site's folder
+
 class BesideLibrary {
  public:
   // A site without any file.
   BesideLibrary() {
-    const char* known = std::getenv(kVariable);
+    const char* known = std::getenv(kSite);
     child_ = known != nullptr;
     folder_ = child_ ? std::filesystem::path(known) : MakeFolder();
   }
@@ -38,9 +41,7 @@ class BesideLibrary {
   BesideLibrary& operator=(const BesideLibrary&) = delete;
   ~BesideLibrary() {
     if (child_) return;
-    unsetenv(kVariable);
-    unsetenv("LD_LIBRARY_PATH");
-    if (!searched_.empty()) setenv("LD_LIBRARY_PATH", searched_.c_str(), 1);
+    unsetenv(kSite);
     std::error_code ignored;
     std::filesystem::remove_all(folder_, ignored);
   }
@@ -50,29 +51,32 @@ class BesideLibrary {
   // Whether the library of this process is the site's.
   bool IsLoaded() const { return LibraryPath().parent_path() == folder_; }
 
- private:
-  static constexpr const char* kVariable = "TSLBL_TEST_SITE";
-
   static std::filesystem::path LibraryPath() {
     return TslCommon::ToUtf8(TslCommon::ModuleFileName(TslCommon::ModuleHandle()));
   }
 
-  std::filesystem::path MakeFolder() {
+ private:
+  static std::filesystem::path MakeFolder() {
     std::string made = (std::filesystem::temp_directory_path() / "tslbl-site-XXXXXX").string();
     if (mkdtemp(made.data()) == nullptr) throw std::runtime_error("cannot make " + made);
-    const std::filesystem::path library = std::filesystem::absolute(LibraryPath());
-    std::filesystem::create_symlink(library, made / library.filename());
-    const char* searched = std::getenv("LD_LIBRARY_PATH");
-    if (searched != nullptr) searched_ = searched;
-    setenv("LD_LIBRARY_PATH", (made + (searched_.empty() ? "" : ":" + searched_)).c_str(), 1);
-    setenv(kVariable, made.c_str(), 1);
+    std::filesystem::create_symlink(LibraryPath(), made / LibraryPath().filename());
+    setenv(kSite, made.c_str(), 1);
     return made;
   }
 
   bool child_ = false;
-  std::string searched_;
   std::filesystem::path folder_;
 };
+
+// For main: in the process of a site, starts the program again as the site's.
+inline void StartInSite(char** argv) {
+  const char* site = std::getenv(kSite);
+  const std::filesystem::path here = BesideLibrary::LibraryPath();
+  if (site == nullptr || here.parent_path() == site) return;
+  std::string program = (site / here.filename()).string();
+  argv[0] = program.data();
+  execv(argv[0], argv);
+}
 
 }  // namespace tests
 

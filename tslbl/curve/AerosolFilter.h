@@ -1,7 +1,6 @@
 #pragma once
 // The filter against isolated tall spikes.
 
-#include <tslbl/Export.h>
 #include <cstdint>
 #include <span>
 
@@ -11,6 +10,6 @@ namespace TslBL {
 // point `width` to its right takes that mean. Works in place, so that a replaced point is
 // what the next one sees. The first point and the last two never change; fewer than four
 // points are left alone. Widths above 1 run the narrower filters first.
-TSLBL_API void RemoveSpikes(std::span<double> y, std::uint32_t width);
+void RemoveSpikes(std::span<double> y, std::uint32_t width);
 
 }  // namespace TslBL

@@ -8,7 +8,7 @@
 
 namespace TslBL {
 
-class TSLBL_API CurveEval::EvalImpl : public frame::SerialAndXml {
+class CurveEval::EvalImpl : public frame::SerialAndXml {
  public:
   // Number and text of the command's row in the table.
   virtual std::uint32_t Type() const = 0;

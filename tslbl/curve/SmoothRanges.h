@@ -1,7 +1,6 @@
 #pragma once
 // From the width table of the smooth parameters to stretches of one width each.
 
-#include <tslbl/Export.h>
 #include <cstdint>
 #include <vector>
 
@@ -20,6 +19,6 @@ struct SmoothRange {
 // The ranges of the curve's smoothParams over its x axis, which must not be empty, in the
 // order in which they are to be smoothed. None if the table is empty or begins above the
 // axis.
-TSLBL_API std::vector<SmoothRange> BuildSmoothRanges(const Curve& curve);
+std::vector<SmoothRange> BuildSmoothRanges(const Curve& curve);
 
 }  // namespace TslBL

@@ -6,7 +6,6 @@
 // the features on both sides then do not know of each other, and those of the whole are
 // those of the parts, to the bit. A finder reads the curve and writes its own features.
 
-#include <tslbl/Export.h>
 #include <tslbl/detect/PeakWalks.h>
 #include <cstddef>
 #include <vector>
@@ -24,7 +23,7 @@ struct PeakFeature {
   bool operator==(const PeakFeature&) const = default;
 };
 
-class TSLBL_API FindFeatures {
+class FindFeatures {
  public:
   // `curve` is the searched stretch, which must outlive the finder; a peak ends where a
   // valley falls below maxValley percent of its height.

@@ -2,7 +2,6 @@
 // Peaks that are certain to fail the limits in use. Most features of a spectrum are ripples of
 // its background: what is known to fail need not be described, nor even be found.
 
-#include <tslbl/Export.h>
 #include <tslbl/curve/Curve.h>
 #include <cstddef>
 
@@ -10,7 +9,7 @@ namespace TslBL {
 
 // Asks only the limits of amplitude, signal to noise and threshold. Where a limit is relative
 // to the largest peak every peak counts, and none is hopeless.
-class TSLBL_API HopelessPeaks {
+class HopelessPeaks {
  public:
   // Points are counted from `first`. Baseline and noise have a value for each point.
   explicit HopelessPeaks(const Curve& curve, std::size_t first = 0);

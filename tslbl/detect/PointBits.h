@@ -5,7 +5,6 @@
 //
 // A comparison with a NaN is false, and so is one with a point beyond the end.
 
-#include <tslbl/Export.h>
 #include <tslbl/detect/PeakWalks.h>
 #include <algorithm>
 #include <bit>
@@ -23,11 +22,11 @@ struct PointBits {
   std::uint64_t bottom;  // above, and y[i] < y[i-1] and y[i] < y[i-2]
 };
 
-TSLBL_API bool HasWideRegisters();
+bool HasWideRegisters();
 
 // The bits of the points from `begin` on up to, not including, `end`; at first only those for
 // `above`. Comparisons with points before `begin` are false.
-class TSLBL_API BitsOfStretch {
+class BitsOfStretch {
  public:
   // `wide`, for a processor that has wide registers, gives the same in less time.
   BitsOfStretch(const CurveView& curve, std::ptrdiff_t begin, std::ptrdiff_t end,

@@ -6,7 +6,6 @@
 #include <tbb/partitioner.h>
 #include <tbb/task_arena.h>
 
-#include <tslbl/Export.h>
 #include <tslbl/detect/ThreadingParams.h>
 #include <cstdint>
 #include <memory>
@@ -15,11 +14,11 @@ namespace TslBL {
 
 // The arena of the process, with the number of threads that the process-wide parameters
 // ask for. SetMultiThreadingParams may make another; one that is in use stays.
-TSLBL_API std::shared_ptr<tbb::task_arena> SchedulerArena();
+std::shared_ptr<tbb::task_arena> SchedulerArena();
 
 // How many schedulers the process has made so far, and the threads of the present one.
-TSLBL_API std::uint64_t SchedulerGeneration();
-TSLBL_API int SchedulerThreads();
+std::uint64_t SchedulerGeneration();
+int SchedulerThreads();
 
 // Remembers which thread did which part of a stage. For one calling thread, and for arenas
 // of one size, so that it starts anew with another scheduler.

@@ -32,7 +32,7 @@ struct CodeText {
   std::uint32_t value;
   const wchar_t* text;
 };
-struct TSLBL_API Codes {
+struct Codes {
   std::span<const CodeText> rows;
   bool exact = false;        // compare with case
   std::uint32_t onMiss = 0;  // what another text reads as
@@ -47,7 +47,7 @@ concept Described = requires(Archive& ar, R& r) {
   Describe(ar, r);
 };
 
-class TSLBL_API Archive {
+class Archive {
  public:
   // Where XML keeps a value: as a child element, an attribute of the open element, or its
   // own text.

@@ -1,7 +1,6 @@
 #pragma once
 // The rows of "overrides.txt"; see FieldLimits.h.
 
-#include <tslbl/Export.h>
 #include <tslbl/records/Common.h>
 #include <tslbl/tune/FieldLimits.h>
 #include <cstdint>
@@ -14,7 +13,7 @@ namespace TslBL {
 using LimitRows = std::map<std::uint32_t, Limits>;  // by field number
 
 // All rows up to the first bad one. Of several rows of a field the last counts.
-TSLBL_API LimitRows ReadLimitRows(std::istream& in);
+LimitRows ReadLimitRows(std::istream& in);
 
 // Those of a file, and a line in the log that it was found. No rows, and no line, if there
 // is no such file.

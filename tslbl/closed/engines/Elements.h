@@ -6,7 +6,6 @@
 // Meija et al., Isotopic compositions of the elements 2013 (IUPAC Technical Report), 2016, with the
 // representative values of M. Berglund, M. Wieser 2011 where that gives an interval; both as NIST tabulates
 // them.
-#include <tslbl/Export.h>
 
 #include <cstdint>
 #include <span>
@@ -26,13 +25,13 @@ struct Element {
   std::size_t main;                   // index of the most abundant isotope, that of monoisotopic masses
 
   double MonoMass() const { return isotopes[main].mass; }
-  TSLBL_API double AverageMass() const;
+  double AverageMass() const;
 };
 
 // All elements known, ascending by mass; constant data.
-TSLBL_API std::span<const Element> Elements();
+std::span<const Element> Elements();
 
 // The index in Elements() of the element with this symbol ("Na", as chemists write it); -1 if there is none.
-TSLBL_API std::int32_t FindElement(std::string_view symbol);
+std::int32_t FindElement(std::string_view symbol);
 
 }  // namespace TslMath

@@ -3,7 +3,6 @@
 // shorter ones, which are made of four of a quarter of their length, and so on. That takes some passes more
 // the longer the window, but passes that work on neighbours side by side: faster than three comparisons a
 // point one after the other, up to windows of a whole spectrum.
-#include <tslbl/Export.h>
 
 #include <cstddef>
 #include <vector>
@@ -20,14 +19,11 @@ struct ExtremaScratch {
 // out[i] = least (greatest) of y[i-h .. i+h], h = length/2, so an even length counts as the next odd one. At
 // the ends the window is cut off with the curve. Any length; 0 and 1 copy. `out` may be y. Cost: O(n log
 // length). NaN in y makes the values within a window's reach of it meaningless.
-TSLBL_API void MovingMinimum(const double* y, std::size_t n, std::size_t length, double* out,
-                             ExtremaScratch& scratch);
-TSLBL_API void MovingMaximum(const double* y, std::size_t n, std::size_t length, double* out,
-                             ExtremaScratch& scratch);
+void MovingMinimum(const double* y, std::size_t n, std::size_t length, double* out, ExtremaScratch& scratch);
+void MovingMaximum(const double* y, std::size_t n, std::size_t length, double* out, ExtremaScratch& scratch);
 
 // The moving maximum of the moving minimum: what is left of a curve when every elevation narrower than the
 // window is taken off. Nowhere above y. `out` may be y.
-TSLBL_API void MovingOpening(const double* y, std::size_t n, std::size_t length, double* out,
-                             ExtremaScratch& scratch);
+void MovingOpening(const double* y, std::size_t n, std::size_t length, double* out, ExtremaScratch& scratch);
 
 }  // namespace TslMath
