@@ -15,7 +15,7 @@ constexpr StepRule kBaseline = {
     .needsPoints = Points::Some,
     .adds = Curve::STATUS_BASELINE,
     .mark = [](Changed& changed) { changed.baseline = true; },
-    .failure = 101,
+    .failure = kUnableToBaseline,
 };
 
 constexpr StepRule kBaselineSubtract = {
@@ -23,7 +23,7 @@ constexpr StepRule kBaselineSubtract = {
     .needsPoints = Points::None,
     .adds = 0,
     .mark = [](Changed& changed) { changed.yAxis = changed.baseline = true; },
-    .failure = 102,
+    .failure = kUnableToSubtractBaseline,
 };
 
 // `noise` is null, or as for DoBaseline.

@@ -16,7 +16,7 @@ constexpr StepRule kNoise = {
     .needsPoints = Points::Paired,
     .adds = Curve::STATUS_NOISE,
     .mark = [](Changed& changed) { changed.noise = true; },
-    .failure = 103,
+    .failure = kUnableToNoise,
 };
 
 // The noise of the stretch that the user named; of the whole curve if it is empty.

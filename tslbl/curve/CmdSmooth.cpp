@@ -16,7 +16,7 @@ constexpr StepRule kSmooth = {
     .needsPoints = Points::Paired,
     .adds = Curve::STATUS_SMOOTHED,
     .mark = [](Changed& changed) { changed.yAxis = true; },
-    .failure = 105,
+    .failure = kUnableToSmooth,
 };
 
 // Smooths one range of y into out; false for an algorithm that does not exist.

@@ -12,7 +12,7 @@ constexpr StepRule kThreshold = {
     .needsPoints = Points::None,
     .adds = Curve::STATUS_THRESHOLD,
     .mark = [](Changed& changed) { changed.threshold = true; },
-    .failure = 106,
+    .failure = kUnableToThreshold,
 };
 
 constexpr StepRule kThresholdSubtract = {
@@ -20,7 +20,7 @@ constexpr StepRule kThresholdSubtract = {
     .needsPoints = Points::None,
     .adds = 0,
     .mark = [](Changed& changed) { changed.yAxis = changed.threshold = true; },
-    .failure = 107,
+    .failure = kUnableToSubtractThreshold,
 };
 
 bool SubtractThreshold(Curve& curve) {

@@ -3,6 +3,7 @@
 // report what changed, append to the history.
 
 #include <tslbl/closed/common/BinaryStream.h>
+#include <tslbl/closed/common/MessageId.h>
 #include <tslbl/closed/common/StringTable.h>
 #include <tslbl/curve/Curve.h>
 #include <tslbl/curve/EvalImpl.h>
@@ -22,7 +23,7 @@ struct StepRule {
   Points needsPoints;
   std::uint32_t adds;  // status bits
   void (*mark)(Changed& changed);
-  unsigned failure;  // number of the message
+  MessageId failure;
 };
 
 inline bool MayRun(const StepRule& rule, const Curve& curve) {

@@ -18,7 +18,7 @@ constexpr StepRule kPeakDetect = {
     .needsPoints = Points::Paired,
     .adds = Curve::STATUS_PEAKS,
     .mark = [](Changed& changed) { changed.peaks = true; },
-    .failure = 104,
+    .failure = kUnableToPeakDetect,
 };
 
 std::optional<SearchRange> QSearchRange(const Curve& curve) {

@@ -1,5 +1,6 @@
 #include <tslbl/records/MZPeakField.h>
 
+#include <tslbl/closed/common/MessageId.h>
 #include <tslbl/closed/common/StringTable.h>
 #include <tslbl/closed/common/Text.h>
 #include <tslbl/records/TypeAttribute.h>
@@ -11,11 +12,12 @@ namespace {
 
 struct Row {
   const wchar_t* text;
-  unsigned label;
+  MessageId label;
 };
 
 // By number. The last row serves every number and every text that has no row of its own.
-constexpr Row kRows[] = {{L"Ampl", 157}, {L"Mass", 158}, {L"Res", 159}, {L"Width", 196}};
+constexpr Row kRows[] = {
+    {L"Ampl", kAmplitudeLabel}, {L"Mass", kMassLabel}, {L"Res", kResolutionLabel}, {L"Width", kWidthLabel}};
 constexpr auto kLast = static_cast<std::uint32_t>(std::size(kRows) - 1);
 
 const Row& RowOf(std::uint32_t type) { return kRows[std::min(type, kLast)]; }

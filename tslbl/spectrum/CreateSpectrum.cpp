@@ -1,5 +1,6 @@
 #include <tslbl/spectrum/CreateSpectrum.h>
 
+#include <tslbl/closed/common/MessageId.h>
 #include <tslbl/closed/common/StringTable.h>
 #include <tslbl/closed/common/TimeBase.h>
 #include <tslbl/closed/common/Truncate.h>
@@ -12,8 +13,6 @@
 
 namespace TslBL {
 namespace {
-
-constexpr unsigned kRetentionFormat = 114;
 
 // Mass DAC units from point to point.
 double StepMDAC(double mzStep) { return DevTuneRules::TranslateField(TuneField::MZStepSize, mzStep); }

@@ -1,5 +1,6 @@
 #include <tslbl/tune/Q1FieldConvert.h>
 
+#include <tslbl/closed/common/MessageId.h>
 #include <tslbl/closed/common/StringTable.h>
 #include <tslbl/records/VexException.h>
 #include <tslbl/tune/FieldLimits.h>
@@ -7,8 +8,6 @@
 
 namespace TslBL {
 namespace {
-
-constexpr unsigned kNoPointsForField = 156;
 
 // A line drawn on would soon leave what these may safely be set to.
 bool IsLevelBeyondEnds(TuneField::Id field) {

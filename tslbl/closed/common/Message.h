@@ -5,6 +5,7 @@
 
 #include <boost/format.hpp>
 
+#include <tslbl/closed/common/MessageId.h>
 #include <tslbl/closed/common/StringTable.h>
 #include <locale>
 #include <string>
@@ -17,9 +18,9 @@ std::wstring FillText(const std::wstring& text, const Values&... values) {
   return (boost::wformat(text, std::locale::classic()) % ... % values).str();
 }
 
-// The text of that number, likewise.
+// The text of that message, likewise.
 template <class... Values>
-std::wstring FillMessage(unsigned id, const Values&... values) {
+std::wstring FillMessage(MessageId id, const Values&... values) {
   return FillText(TslLoadString(ModuleHandle(), id), values...);
 }
 

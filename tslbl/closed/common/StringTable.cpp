@@ -1,72 +1,91 @@
 #include <tslbl/closed/common/StringTable.h>
 
+#include <tslbl/closed/common/MessageId.h>
 #include <tslbl/closed/common/Text.h>
 #include <algorithm>
 #include <iterator>
-#include <span>
 
 namespace TslCommon {
 namespace {
 
-struct Row {
+// The wording is what users and their procedures know: it stays as it stands, the uneven
+// ones too. A name without a text does not compile, nor does a number with two.
+#pragma GCC diagnostic error "-Wswitch"
+
+// clang-format off
+const wchar_t* TextOf(MessageId id) {
+  switch (id) {
+    case kNoMessage:                 return L"";
+    case kUnableToBaseline:          return L"Unable to baseline.";
+    case kUnableToSubtractBaseline:  return L"Unable to subtract baseline.";
+    case kUnableToNoise:             return L"Unable to noise.";
+    case kUnableToPeakDetect:        return L"Unable to peak detect.";
+    case kUnableToSmooth:            return L"Unable to smooth.";
+    case kUnableToThreshold:         return L"Unable to threshold.";
+    case kUnableToSubtractThreshold: return L"Unable to subtract threshold.";
+    case kLensesMixed:               return L"You cannot mix steppable and non-steppable lenses.";
+    case kTooFewMZCalPts:            return L"There must be at least two m/z calibration points.";
+    case kBadMZCalPt:                return L"m/z calibration point %d is invalid.  %s";
+    case kMZCalPtsNotRising:         return L"m/z and mass DAC values must be greater than previous m/z calibration point.";
+    case kTooFewQ1CalPts:            return L"There must be at least two Q1 step calibration points for this field.";
+    case kRetentionFormat:           return L"RET (%M.%f)";
+    case kBadQ1CalPt:                return L"Q1 step calibration point at m/z %0.2f is invalid.  %s";
+    case kNoPeaksDetected:           return L"Peak detect found no peaks.";
+    case kCalibrantPassesNeighbor:   return L"Calibrants cannot be moved beyond neighboring calibrants.";
+    case kNoPeakAtLocation:          return L"There are no available peaks at this location.";
+    case kCalibrantAtLocation:       return L"There is already an active calibrant at this location.";
+    case kBadCurveDefinition:        return L"Curve definition %c contains an invalid %s.";
+    case kBadCharacter:              return L"character";
+    case kBadRangeLetter:            return L"range letter";
+    case kBadCurveNumber:            return L"curve number";
+    case kFullRangeTitle:            return L"Full %s";
+    case kRangeTitle:                return L"%.1f to %.1f %s";
+    case kCurveDefinitionEmpty:      return L"Curve definition %c results in an empty spectrum.";
+    case kSingleValue:               return L"Single Value";
+    case kOutOfRange:                return L"%s is out of range.  Valid values are %0.2f to %0.2f.";
+    case kNewTune:                   return L"New Tune";
+    case kHighBelowLow:              return L"High m/z must be greater than or equal to low m/z.";
+    case kEndPlateFarFromCapEnter:   return L"Endplate and capillary entrance can be at most 1000 volts apart.";
+    case kCylinderFarFromEndPlate:   return L"Endplate and cylinder can be at most 6000 volts apart.";
+    case kInvalidSyringeModel:       return L"Invalid syringe model.";
+    case kInvalidQ1Field:            return L"Invalid Q1 step calibration field.";
+    case kInvalidRampField:          return L"Invalid ramp field.";
+    case kCalibrantNotFound:         return L"The specified calibrant could not be found.";
+    case kCalibrantClashes:          return L"There is already a calibrant with that name.";
+    case kFieldNotDefined:           return L"The specified field is not defined for this calibration point.";
+    case kNoPointsForField:          return L"There are no calibration points defined for this field.";
+    case kAmplitudeLabel:            return L"Amplitude";
+    case kMassLabel:                 return L"Mass";
+    case kResolutionLabel:           return L"Resolution";
+    case kWidthLabel:                return L"Width";
+    case kHighOfScanOnly:            return L"Acquisition type must be Scan to set High m/z value.";
+    case kSpanOfSimOnly:             return L"Acquisition type must be Sim to set Sim with Span value.";
+    case kBadSpan:                   return L"Sim with Span value must be either No Span, 0.2, 0.4, 0.6, 0.8, or 1.0.";
+    case kNoSeriesFound:             return L"No Charge State Deconvolution results found with current settings.";
+    case kNoSeriesEngine:            return L"Unable to load Charge State Deconvolution COM controls.";
+    case kCalibrantExists:           return L"There is already a calibrant with that m/z.";
+    case kCapExitFarFromSkimmer:     return L"Capillary Exit and Skimmer can be at most 370 volts apart.";
+    case kBadAuxGas:                 return L"APCI Aux Gas Pressure must be 0 or greater than 14";
+    case kBadVapTemp:                return L"APCI Vaporizer Temperature must be 25 or greater than 149";
+  }
+  return L"";
+}
+
+const wchar_t* TextOf(DocumentErrorId id) {
+  switch (id) {
+    case kElementMissing: return L"The document lacks the element \"%s\".";
+    case kValueNotValid:  return L"The document holds a value that is not valid.";
+  }
+  return L"";
+}
+// clang-format on
+
+struct FieldName {
   unsigned id;
   const wchar_t* text;
 };
 
-// Sorted by number. The wording is what users and their procedures know: it stays as it
-// stands, the uneven ones too.
-constexpr Row kMessages[] = {
-    {101, L"Unable to baseline."},
-    {102, L"Unable to subtract baseline."},
-    {103, L"Unable to noise."},
-    {104, L"Unable to peak detect."},
-    {105, L"Unable to smooth."},
-    {106, L"Unable to threshold."},
-    {107, L"Unable to subtract threshold."},
-    {109, L"You cannot mix steppable and non-steppable lenses."},
-    {110, L"There must be at least two m/z calibration points."},
-    {111, L"m/z calibration point %d is invalid.  %s"},
-    {112, L"m/z and mass DAC values must be greater than previous m/z calibration point."},
-    {113, L"There must be at least two Q1 step calibration points for this field."},
-    {114, L"RET (%M.%f)"},
-    {116, L"Q1 step calibration point at m/z %0.2f is invalid.  %s"},
-    {124, L"Peak detect found no peaks."},
-    {125, L"Calibrants cannot be moved beyond neighboring calibrants."},
-    {126, L"There are no available peaks at this location."},
-    {127, L"There is already an active calibrant at this location."},
-    {130, L"Curve definition %c contains an invalid %s."},
-    {131, L"character"},
-    {132, L"range letter"},
-    {133, L"curve number"},
-    {134, L"Full %s"},
-    {135, L"%.1f to %.1f %s"},
-    {136, L"Curve definition %c results in an empty spectrum."},
-    {139, L"Single Value"},
-    {145, L"%s is out of range.  Valid values are %0.2f to %0.2f."},
-    {146, L"New Tune"},
-    {147, L"High m/z must be greater than or equal to low m/z."},
-    {148, L"Endplate and capillary entrance can be at most 1000 volts apart."},
-    {149, L"Endplate and cylinder can be at most 6000 volts apart."},
-    {150, L"Invalid syringe model."},
-    {151, L"Invalid Q1 step calibration field."},
-    {152, L"Invalid ramp field."},
-    {153, L"The specified calibrant could not be found."},
-    {154, L"There is already a calibrant with that name."},
-    {155, L"The specified field is not defined for this calibration point."},
-    {156, L"There are no calibration points defined for this field."},
-    {157, L"Amplitude"},
-    {158, L"Mass"},
-    {159, L"Resolution"},
-    {196, L"Width"},
-    {212, L"Acquisition type must be Scan to set High m/z value."},
-    {213, L"Acquisition type must be Sim to set Sim with Span value."},
-    {214, L"Sim with Span value must be either No Span, 0.2, 0.4, 0.6, 0.8, or 1.0."},
-    {215, L"No Charge State Deconvolution results found with current settings."},
-    {216, L"Unable to load Charge State Deconvolution COM controls."},
-    {224, L"There is already a calibrant with that m/z."},
-    {225, L"Capillary Exit and Skimmer can be at most 370 volts apart."},
-    {231, L"APCI Aux Gas Pressure must be 0 or greater than 14"},
-    {232, L"APCI Vaporizer Temperature must be 25 or greater than 149"},
+constexpr FieldName kFieldNames[] = {
     {kFieldNameBase + 0, L"Ion Source Type"},
     {kFieldNameBase + 1, L"Cylinder Lens"},
     {kFieldNameBase + 2, L"Endplate"},
@@ -125,26 +144,20 @@ constexpr Row kMessages[] = {
     {kFieldNameBase + 55, L"APCI Aux Gas Pressure"},
     {kFieldNameBase + 56, L"Nebulizing Gas On"},
 };
-
-constexpr Row kDocumentErrors[] = {
-    {1051, L"The document lacks the element \"%s\"."},
-    {1056, L"The document holds a value that is not valid."},
-};
-
-constexpr bool Ascends(std::span<const Row> rows) {
-  return std::ranges::adjacent_find(rows, std::ranges::greater_equal{}, &Row::id) == rows.end();
-}
-static_assert(Ascends(kMessages) && Ascends(kDocumentErrors), "Lookup is a binary search.");
-
-std::wstring Find(std::span<const Row> rows, unsigned id) {
-  const auto row = std::ranges::lower_bound(rows, id, {}, &Row::id);
-  return row != rows.end() && row->id == id ? row->text : L"";
-}
+static_assert(std::ranges::adjacent_find(kFieldNames, std::ranges::greater_equal{}, &FieldName::id) ==
+                  std::end(kFieldNames),
+              "Lookup is a binary search.");
 
 }  // namespace
 
-std::wstring TslLoadString(HINSTANCE, unsigned id) { return Find(kMessages, id); }
+std::wstring TslLoadString(HINSTANCE, unsigned id) {
+  const auto* row = std::ranges::lower_bound(kFieldNames, id, {}, &FieldName::id);
+  if (row != std::end(kFieldNames) && row->id == id) return row->text;
+  return TextOf(static_cast<MessageId>(id));
+}
+
 std::string TslLoadNarrowStr(HINSTANCE module, unsigned id) { return ToUtf8(TslLoadString(module, id)); }
-std::wstring LoadTslCommonResourceStr(unsigned id) { return Find(kDocumentErrors, id); }
+
+std::wstring LoadTslCommonResourceStr(unsigned id) { return TextOf(static_cast<DocumentErrorId>(id)); }
 
 }  // namespace TslCommon

@@ -1,5 +1,6 @@
 #include <tslbl/closed/common/XMLParser.h>
 
+#include <tslbl/closed/common/MessageId.h>
 #include <tslbl/closed/common/StringTable.h>
 #include <tslbl/closed/common/Text.h>
 #include <tslbl/closed/common/XMLResultException.h>
@@ -168,7 +169,6 @@ bool XMLParser::StartNode(const wchar_t* name) {
 
 void XMLParser::StartRequiredNode(const wchar_t* name) {
   if (StartNode(name)) return;
-  constexpr unsigned kElementMissing = 1051;
   std::wstring message = LoadTslCommonResourceStr(kElementMissing);
   message.replace(message.find(L"%s"), 2, name);
   throw CreateXmlResult(L"XMLParser", L"StartRequiredNode", __LINE__, kElementMissing, message);

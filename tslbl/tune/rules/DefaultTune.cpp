@@ -1,5 +1,6 @@
 #include <tslbl/tune/rules/DefaultTune.h>
 
+#include <tslbl/closed/common/MessageId.h>
 #include <tslbl/closed/common/StringTable.h>
 #include <tslbl/closed/common/TimeBase.h>
 #include <tslbl/tune/FieldLimits.h>
@@ -8,8 +9,6 @@
 
 namespace TslBL {
 namespace {
-
-constexpr unsigned kNewTune = 146;
 
 // Of the fields that can follow m/z, in the order of the calibrants' values.
 constexpr std::array kSteppable = {TuneField::CapExit,      TuneField::Skimmer,  TuneField::Q0RFAmpl,

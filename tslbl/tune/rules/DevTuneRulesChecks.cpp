@@ -5,7 +5,6 @@
 #include <tslbl/tune/PointTable.h>
 #include <tslbl/tune/Q1FieldConvert.h>
 #include <tslbl/tune/rules/DevTuneRules.h>
-#include <tslbl/tune/rules/RuleMessages.h>
 #include <cmath>
 
 namespace TslBL {

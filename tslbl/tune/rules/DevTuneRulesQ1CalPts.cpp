@@ -3,7 +3,6 @@
 #include <tslbl/closed/common/Message.h>
 #include <tslbl/closed/common/Truncate.h>
 #include <tslbl/tune/rules/DevTuneRules.h>
-#include <tslbl/tune/rules/RuleMessages.h>
 #include <algorithm>
 #include <cmath>
 #include <limits>

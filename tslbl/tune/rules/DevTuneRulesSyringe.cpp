@@ -1,8 +1,8 @@
 // The syringe of a tune.
 
+#include <tslbl/closed/common/MessageId.h>
 #include <tslbl/tune/SyringeList.h>
 #include <tslbl/tune/rules/DevTuneRules.h>
-#include <tslbl/tune/rules/RuleMessages.h>
 #include <algorithm>
 
 namespace TslBL {

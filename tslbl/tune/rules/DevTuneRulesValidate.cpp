@@ -5,7 +5,6 @@
 #include <tslbl/closed/common/Truncate.h>
 #include <tslbl/records/VexException.h>
 #include <tslbl/tune/rules/DevTuneRules.h>
-#include <tslbl/tune/rules/RuleMessages.h>
 #include <algorithm>
 #include <cstdlib>
 #include <initializer_list>

@@ -1,11 +1,11 @@
 // The writers. A plain one names its field and the limits of it; one with more in it says
 // why the instrument needs that.
 
+#include <tslbl/closed/common/MessageId.h>
 #include <tslbl/closed/common/TimeBase.h>
 #include <tslbl/closed/common/Truncate.h>
 #include <tslbl/tune/rules/DefaultTune.h>
 #include <tslbl/tune/rules/DevTuneRules.h>
-#include <tslbl/tune/rules/RuleMessages.h>
 #include <tslbl/tune/rules/SimSpans.h>
 #include <algorithm>
 #include <iterator>
