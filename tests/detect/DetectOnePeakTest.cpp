@@ -1,6 +1,5 @@
 #include <detect/PeakCurves.h>
 #include <tslbl/detect/DetectOnePeak.h>
-#include <tslbl/spectrum/PeakTable.h>
 
 using namespace TslBL;
 using namespace tests;
@@ -14,17 +13,6 @@ std::array<std::int32_t, 3> Largest(const Curve& curve) {
   return {curve.largestAreaIdx, curve.largestMaxIdx, curve.largestCentroidIdx};
 }
 using Three = std::array<std::int32_t, 3>;
-
-Spectrum SpectrumOfThree() {
-  Spectrum s;
-  s.xAxis = Count(kThree.size());
-  s.yAxis = kThree;
-  s.baseline.assign(kThree.size(), 0.0);
-  s.noise.assign(kThree.size(), 1.0);
-  for (const auto bit : {Curve::STATUS_Y, Curve::STATUS_X, Curve::STATUS_BASELINE, Curve::STATUS_NOISE})
-    s.AddStatus(bit);
-  return s;
-}
 
 void ExpectNone(TestCurve curve, std::uint32_t curveIdx) {
   const TestCurve before = curve;
@@ -209,33 +197,4 @@ TEST(FindOnePeak, WorksOnAFrozenCurveThatHasBaselineAndNoise) {
   TestCurve curve = PeakCurve(kThree);
   curve.AddStatus(Curve::STATUS_OPD);
   EXPECT_EQ(FindOnePeak(curve, 7), 0);
-}
-
-TEST(DetectOnePeak, InAKnownPeakReturnsItAndLeavesTheTableAlone) {
-  Spectrum s = SpectrumOfThree();
-  ASSERT_EQ(FindOnePeak(s, 7), 0);
-  s.peaks[0].area = 1234.0;
-  const auto before = Bits(s);
-  MZPeak peak;
-  EXPECT_TRUE(DetectOnePeak(s, 5, peak));
-  EXPECT_EQ(peak.Area, 1234.0);
-  EXPECT_EQ(Bits(s), before);
-}
-
-TEST(DetectOnePeak, ElsewhereAddsThePeakThatItReturns) {
-  Spectrum s = SpectrumOfThree();
-  ASSERT_EQ(FindOnePeak(s, 7), 0);
-  MZPeak peak;
-  EXPECT_TRUE(DetectOnePeak(s, 12, peak));
-  EXPECT_EQ(Spans(s.peaks), "5-7-9 10-12-14");
-  EXPECT_EQ(peak.PkStartX, 10.0);
-  EXPECT_EQ(peak.PkEndX, 14.0);
-}
-
-TEST(DetectOnePeak, WhereThereIsNoneReturnsFalse) {
-  Spectrum s = SpectrumOfThree();
-  s.yAxis = Count(kThree.size());
-  MZPeak peak;
-  EXPECT_FALSE(DetectOnePeak(s, 7, peak));
-  EXPECT_TRUE(s.peaks.empty());
 }

@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <detect/PeakCurves.h>
 #include <spectrum/SampleSpectrum.h>
+#include <tslbl/detect/DetectOnePeak.h>
 #include <tslbl/spectrum/PeakTable.h>
 #include <cmath>
 #include <limits>
@@ -85,6 +87,47 @@ Spectrum OneGaussian() {
   return s;
 }
 
+// Peaks of 4, 9 and 6 with their apexes at 2, 7 and 12, ready for detection.
+Spectrum ThreePeaks() {
+  const std::vector<double> y = Values("0 2 4 2 0 0 5 9 5 0 0 3 6 3 0");
+  Spectrum s;
+  s.xAxis = Count(y.size());
+  s.yAxis = y;
+  s.baseline.assign(y.size(), 0.0);
+  s.noise.assign(y.size(), 1.0);
+  for (const auto bit : {Curve::STATUS_Y, Curve::STATUS_X, Curve::STATUS_BASELINE, Curve::STATUS_NOISE})
+    s.AddStatus(bit);
+  return s;
+}
+
+TEST(DetectOnePeak, InAKnownPeakReturnsItAndLeavesTheTableAlone) {
+  Spectrum s = ThreePeaks();
+  ASSERT_EQ(FindOnePeak(s, 7), 0);
+  s.peaks[0].area = 1234.0;
+  const auto before = Bits(s);
+  MZPeak peak;
+  EXPECT_TRUE(DetectOnePeak(s, 5, peak));
+  EXPECT_EQ(peak.Area, 1234.0);
+  EXPECT_EQ(Bits(s), before);
+}
+
+TEST(DetectOnePeak, ElsewhereAddsThePeakThatItReturns) {
+  Spectrum s = ThreePeaks();
+  ASSERT_EQ(FindOnePeak(s, 7), 0);
+  MZPeak peak;
+  EXPECT_TRUE(DetectOnePeak(s, 12, peak));
+  EXPECT_EQ(Spans(s.peaks), "5-7-9 10-12-14");
+  EXPECT_EQ(peak.PkStartX, 10.0);
+  EXPECT_EQ(peak.PkEndX, 14.0);
+}
+
+TEST(DetectOnePeak, WhereThereIsNoneReturnsFalse) {
+  Spectrum s = ThreePeaks();
+  s.yAxis = Count(s.yAxis.size());
+  MZPeak peak;
+  EXPECT_FALSE(DetectOnePeak(s, 7, peak));
+  EXPECT_TRUE(s.peaks.empty());
+}
 }  // namespace
 
 TEST(TranslateMZPeak, GivesEveryValueInMz) {

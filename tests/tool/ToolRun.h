@@ -19,7 +19,7 @@
 #include <thread>
 #include <vector>
 
-#include <tool/io/TempFile.h>
+#include <tool/TempFile.h>
 
 namespace tests {
 

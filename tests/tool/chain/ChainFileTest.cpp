@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
+#include <tool/TempFile.h>
 #include <tool/chain/ChainFile.h>
 #include <tool/frame/InputError.h>
-#include <tool/io/TempFile.h>
 #include <tslbl/curve/BaselineParams.h>
 #include <tslbl/curve/NoiseParams.h>
 #include <tslbl/curve/PeakDetectParams.h>

@@ -1,10 +1,10 @@
 #pragma once
 // What the tests of mzML reading share.
 
+#include <tool/TempFile.h>
 #include <tool/frame/InputError.h>
 #include <tool/io/MzMLMaker.h>
 #include <tool/io/OpenScans.h>
-#include <tool/io/TempFile.h>
 
 #include <string>
 #include <vector>

@@ -7,9 +7,9 @@
 #include <string>
 #include <string_view>
 
+#include <tool/TempFile.h>
 #include <tool/frame/InputError.h>
 #include <tool/io/OpenScans.h>
-#include <tool/io/TempFile.h>
 
 namespace tests {
 namespace {

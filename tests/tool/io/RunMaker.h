@@ -4,10 +4,10 @@
 #include <string>
 #include <vector>
 
+#include <tool/TempFile.h>
 #include <tool/frame/InputError.h>
 #include <tool/io/RunFile.h>
 #include <tool/io/Sqlite.h>
-#include <tool/io/TempFile.h>
 #include <tool/simulate/Simulator.h>
 
 namespace tests {

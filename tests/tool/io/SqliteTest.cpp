@@ -5,8 +5,8 @@
 #include <stdexcept>
 #include <string>
 
+#include <tool/TempFile.h>
 #include <tool/io/Sqlite.h>
-#include <tool/io/TempFile.h>
 
 namespace tests {
 namespace {

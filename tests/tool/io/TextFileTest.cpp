@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
+#include <tool/TempFile.h>
 #include <tool/frame/InputError.h>
 #include <tool/io/OpenScans.h>
-#include <tool/io/TempFile.h>
 
 namespace tests {
 namespace {

@@ -3,8 +3,8 @@
 
 #include <string>
 
+#include <tool/TempFile.h>
 #include <tool/frame/InputError.h>
-#include <tool/io/TempFile.h>
 #include <tool/io/XmlScanner.h>
 
 namespace tests {

@@ -2,9 +2,9 @@
 
 #include <string>
 
+#include <tool/TempFile.h>
 #include <tool/commands/peaks/TableEnd.h>
 #include <tool/frame/InputError.h>
-#include <tool/io/TempFile.h>
 
 namespace tests {
 namespace {

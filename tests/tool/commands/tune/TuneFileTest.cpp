@@ -4,9 +4,9 @@
 #include <cmath>
 #include <string>
 
+#include <tool/TempFile.h>
 #include <tool/commands/tune/TuneFile.h>
 #include <tool/frame/InputError.h>
-#include <tool/io/TempFile.h>
 #include <tslbl/tune/rules/DevTuneRules.h>
 
 #include "RecordCheck.h"

@@ -9,8 +9,8 @@
 #include <fstream>
 #include <string>
 
+#include <tool/TempFile.h>
 #include <tool/ToolRun.h>
-#include <tool/io/TempFile.h>
 
 namespace tests {
 namespace {

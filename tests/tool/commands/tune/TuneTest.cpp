@@ -6,8 +6,8 @@
 #include <filesystem>
 #include <string>
 
+#include <tool/TempFile.h>
 #include <tool/ToolRun.h>
-#include <tool/io/TempFile.h>
 
 namespace tests {
 namespace {
