@@ -17,20 +17,20 @@
 namespace Spectra {
 
 // m/z 5 to 3000 in steps of 0.05.
-constexpr std::uint32_t PointCount = 59901;
-constexpr double FirstMz = 5;
-constexpr double StepMz = 0.05;
+constexpr std::uint32_t kPointCount = 59901;
+constexpr double kFirstMz = 5;
+constexpr double kStepMz = 0.05;
 
-inline std::vector<double> Axis(std::uint32_t n = PointCount) {
+inline std::vector<double> Axis(std::uint32_t n = kPointCount) {
   std::vector<double> x(n);
-  for (std::uint32_t i = 0; i < n; ++i) x[i] = FirstMz + StepMz * i;
+  for (std::uint32_t i = 0; i < n; ++i) x[i] = kFirstMz + kStepMz * i;
   return x;
 }
 
 // Adds a Gaussian peak 0.6 m/z wide at half height.
 inline void AddPeak(std::vector<double>& y, double height, double centreMz) {
-  const double sigma = 0.6 / 2.3548200450309493 / StepMz;
-  const double centre = (centreMz - FirstMz) / StepMz;
+  const double sigma = 0.6 / 2.3548200450309493 / kStepMz;
+  const double centre = (centreMz - kFirstMz) / kStepMz;
   const double last = std::min(static_cast<double>(y.size()), centre + 6 * sigma);
   for (double i = std::max(0.0, std::floor(centre - 6 * sigma)); i < last; ++i) {
     const double u = (i - centre) / sigma;
@@ -40,9 +40,9 @@ inline void AddPeak(std::vector<double>& y, double height, double centreMz) {
 
 // Counts: a background of 5 a point, and for every 10 m/z a peak of 20 to 20 000 counts. The same in every
 // run.
-inline std::vector<double> Counts(std::uint32_t n = PointCount) {
+inline std::vector<double> Counts(std::uint32_t n = kPointCount) {
   std::mt19937_64 random(1);
-  std::uniform_real_distribution<double> place(FirstMz, FirstMz + StepMz * n);
+  std::uniform_real_distribution<double> place(kFirstMz, kFirstMz + kStepMz * n);
   std::uniform_real_distribution<double> logHeight(std::log(20.0), std::log(20000.0));
   std::vector<double> y(n, 5.0);
   for (std::uint32_t k = 0; k < n / 200; ++k) AddPeak(y, std::exp(logHeight(random)), place(random));
@@ -72,7 +72,7 @@ inline double Median(std::vector<double> values) {
 }
 
 // Short work is repeated within a round, so that reading the clock does not count.
-inline std::uint32_t RepeatsInARound(std::uint32_t points) { return std::max(1U, PointCount / points); }
+inline std::uint32_t RepeatsInARound(std::uint32_t points) { return std::max(1U, kPointCount / points); }
 
 // What copying so many doubles takes, in ns: warm, the median of rounds of 20 million doubles in all.
 inline double CopyNanoseconds(std::uint32_t points) {

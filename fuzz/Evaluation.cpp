@@ -4,7 +4,7 @@
 
 #include <fuzz/Records.h>
 #include <tslbl/curve/Execute.h>
-#include <tslbl/detect/DetectOnePeak.h>
+#include <tslbl/detect/FindOnePeak.h>
 #include <tslbl/spectrum/PeakTable.h>
 #include <tslbl/spectrum/Spectrum.h>
 #include <cmath>

@@ -12,6 +12,8 @@
 #include <string>
 #include <vector>
 
+namespace tests {
+
 class OracleTable {
  public:
   explicit OracleTable(const std::string& name) {
@@ -45,3 +47,5 @@ class OracleTable {
   std::vector<std::string> names_;
   std::map<std::string, std::vector<double>> columns_;
 };
+
+}  // namespace tests

@@ -51,7 +51,7 @@
 #include <tslbl/curve/PeakInfo.h>
 #include <tslbl/curve/SmoothParams.h>
 #include <tslbl/curve/ThresholdParams.h>
-#include <tslbl/detect/DetectOnePeak.h>
+#include <tslbl/detect/FindOnePeak.h>
 #include <tslbl/detect/FindPeak.h>
 #include <tslbl/detect/ThreadingParams.h>
 

@@ -47,7 +47,7 @@ void DetectionOnThreads(benchmark::State& state) {
   state.counters["caller_ms"] = 1e-6 * Spectra::Median(caller);
 }
 
-BENCHMARK(Chain)->Arg(Spectra::PointCount)->RangeMultiplier(10)->Range(1'000, 10'000'000);
+BENCHMARK(Chain)->Arg(Spectra::kPointCount)->RangeMultiplier(10)->Range(1'000, 10'000'000);
 BENCHMARK(DetectionOnThreads)
     ->ArgNames({"threads", "limits"})
     ->ArgsProduct({{1, 2}, {0, 1}})

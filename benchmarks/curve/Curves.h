@@ -12,7 +12,7 @@
 
 namespace Spectra {
 
-inline TslBL::Spectrum CountsSpectrum(std::uint32_t points = PointCount) {
+inline TslBL::Spectrum CountsSpectrum(std::uint32_t points = kPointCount) {
   TslBL::Spectrum spectrum;
   spectrum.xAxis = Axis(points);
   spectrum.yAxis = Counts(points);

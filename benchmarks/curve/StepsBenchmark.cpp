@@ -14,7 +14,7 @@ void Step(benchmark::State& state, const std::vector<CurveEval>& before,
   Spectra::Run(prepared, before);
   Spectrum spectrum;
   Spectra::MeasureOnce(
-      state, Spectra::PointCount, [&] { spectrum = prepared; }, [&] { Spectra::Run(spectrum, measured); });
+      state, Spectra::kPointCount, [&] { spectrum = prepared; }, [&] { Spectra::Run(spectrum, measured); });
   state.counters["peaks"] = static_cast<double>(spectrum.peaks.size());
 }
 

@@ -2,7 +2,7 @@
 // not certain to fail a signal-to-noise ratio of 5.
 #include <curve/Curves.h>
 #include <tslbl/detect/FindFeatures.h>
-#include <tslbl/detect/HopelessPeaks.h>
+#include <tslbl/detect/RejectionBound.h>
 
 namespace {
 
@@ -15,11 +15,11 @@ void Find(benchmark::State& state, bool leaveOut) {
   chain.pop_back();
   Spectra::Run(spectrum, chain);
   spectrum.peakDetectParams.SN = 5;
-  const HopelessPeaks hopeless(spectrum);
+  const RejectionBound bound(spectrum);
   const CurveView view{spectrum.yAxis.data(), spectrum.baseline.data(), static_cast<std::ptrdiff_t>(points)};
   std::size_t features = 0;
   Spectra::Measure(state, points, [&] {
-    FindFeatures finder(view, 50.0, leaveOut ? &hopeless : nullptr);
+    FindFeatures finder(view, 50.0, leaveOut ? &bound : nullptr);
     finder.Sweep(0, view.n);
     features = finder.Settled().size();
   });
@@ -29,7 +29,7 @@ void Find(benchmark::State& state, bool leaveOut) {
 void FindFeaturesSequential(benchmark::State& state) { Find(state, false); }
 void FindFeaturesPromising(benchmark::State& state) { Find(state, true); }
 
-BENCHMARK(FindFeaturesSequential)->Arg(Spectra::PointCount)->RangeMultiplier(10)->Range(1'000, 10'000'000);
-BENCHMARK(FindFeaturesPromising)->Arg(Spectra::PointCount)->RangeMultiplier(10)->Range(1'000, 10'000'000);
+BENCHMARK(FindFeaturesSequential)->Arg(Spectra::kPointCount)->RangeMultiplier(10)->Range(1'000, 10'000'000);
+BENCHMARK(FindFeaturesPromising)->Arg(Spectra::kPointCount)->RangeMultiplier(10)->Range(1'000, 10'000'000);
 
 }  // namespace

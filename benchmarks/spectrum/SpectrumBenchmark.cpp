@@ -12,12 +12,12 @@ using namespace TslBL;
 void CreateSpectrumFromCounts(benchmark::State& state) {
   Tune tune;
   tune.MZCalPts = {{L"Default Low", 5.0, 100.0}, {L"Default High", 3000.0, 60000.0}};
-  tune.ControlData.MZLow = Spectra::FirstMz;
+  tune.ControlData.MZLow = Spectra::kFirstMz;
   tune.ControlData.MZHi = 3000.0;
-  tune.ControlData.MZStepSize = Spectra::StepMz;
+  tune.ControlData.MZStepSize = Spectra::kStepMz;
   RawSpectrum raw;
   raw.counts = Spectra::Counts();
-  Spectra::Measure(state, Spectra::PointCount, [&] {
+  Spectra::Measure(state, Spectra::kPointCount, [&] {
     const std::unique_ptr<Spectrum> spectrum(CreateSpectrum(tune, raw, nullptr));
     benchmark::DoNotOptimize(spectrum->xAxis.data());
   });
@@ -26,7 +26,7 @@ void CreateSpectrumFromCounts(benchmark::State& state) {
 void PeakTable(benchmark::State& state) {
   Spectrum spectrum = Spectra::CountsSpectrum();
   Spectra::Run(spectrum, Spectra::UsualChain());
-  Spectra::Measure(state, Spectra::PointCount, [&] {
+  Spectra::Measure(state, Spectra::kPointCount, [&] {
     const std::vector<MZPeak> table = CreateMZPeakTable(spectrum);
     benchmark::DoNotOptimize(table.data());
   });

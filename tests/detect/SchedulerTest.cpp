@@ -6,7 +6,7 @@
 
 #include <curve/TestCurve.h>
 #include <tslbl/closed/common/XMLBuilder.h>
-#include <tslbl/detect/PeakStage.h>
+#include <tslbl/detect/RunStage.h>
 #include <tslbl/detect/Scheduler.h>
 #include <algorithm>
 #include <memory>

@@ -8,7 +8,7 @@
 #include <tslbl/closed/common/Text.h>
 #include <tslbl/curve/CurveEval.h>
 #include <tslbl/curve/Execute.h>
-#include <tslbl/detect/DetectOnePeak.h>
+#include <tslbl/detect/FindOnePeak.h>
 #include <tslbl/spectrum/CountRate.h>
 #include <tslbl/spectrum/CreateSpectrum.h>
 #include <tslbl/spectrum/PeakTable.h>

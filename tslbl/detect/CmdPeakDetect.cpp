@@ -5,8 +5,8 @@
 #include <tslbl/curve/Execute.h>
 #include <tslbl/curve/Step.h>
 #include <tslbl/curve/Steps.h>
+#include <tslbl/detect/DescribeAndSelect.h>
 #include <tslbl/detect/PeakDetectLog.h>
-#include <tslbl/detect/PeakStages.h>
 #include <algorithm>
 #include <optional>
 

@@ -4,10 +4,10 @@
 #include <tslbl/closed/common/Truncate.h>
 #include <tslbl/closed/math/peak/SplinePeak.h>
 #include <tslbl/curve/PeakLevels.h>
-#include <tslbl/detect/HopelessPeaks.h>
+#include <tslbl/detect/DescribeAndSelect.h>
 #include <tslbl/detect/PeakDetectLog.h>
-#include <tslbl/detect/PeakStage.h>
-#include <tslbl/detect/PeakStages.h>
+#include <tslbl/detect/RejectionBound.h>
+#include <tslbl/detect/RunStage.h>
 #include <cmath>
 
 namespace TslBL {
@@ -64,17 +64,17 @@ class DescribePeak {
 
 class DescribePromisingPeak {
  public:
-  explicit DescribePromisingPeak(const Curve& curve) : describe_(curve), hopeless_(curve) {}
+  explicit DescribePromisingPeak(const Curve& curve) : describe_(curve), bound_(curve) {}
 
   bool Keep(PeakInfo& p) {
-    const bool hopeless =
-        p.startIdx <= p.endIdx && !hopeless_.PassesAt(p.apexIdx) && hopeless_.Between(p.startIdx, p.endIdx);
-    return !hopeless && describe_.Keep(p);
+    const bool rejected = p.startIdx <= p.endIdx && !bound_.PassesAt(p.apexIdx) &&
+                          bound_.RejectsAllBetween(p.startIdx, p.endIdx);
+    return !rejected && describe_.Keep(p);
   }
 
  private:
   DescribePeak describe_;
-  HopelessPeaks hopeless_;
+  RejectionBound bound_;
 };
 
 template <class Worker>

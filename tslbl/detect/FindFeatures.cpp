@@ -1,8 +1,8 @@
 #include <tslbl/detect/FindFeatures.h>
 
 #include <tslbl/curve/Execute.h>
-#include <tslbl/detect/HopelessPeaks.h>
 #include <tslbl/detect/PeakStarts.h>
+#include <tslbl/detect/RejectionBound.h>
 #include <algorithm>
 #include <limits>
 
@@ -12,11 +12,11 @@ namespace {
 // The sweep of one part.
 class Sweeper {
  public:
-  Sweeper(const CurveView& curve, double maxValley, const HopelessPeaks* hopeless, std::ptrdiff_t begin,
+  Sweeper(const CurveView& curve, double maxValley, const RejectionBound* bound, std::ptrdiff_t begin,
           std::ptrdiff_t end, std::vector<PeakFeature>& features)
       : curve_(curve),
         maxValley_(maxValley),
-        hopeless_(hopeless),
+        bound_(bound),
         end_(end),
         first_(std::max<std::ptrdiff_t>(begin - 1, 0)),
         bits_(curve, first_, end),
@@ -25,22 +25,22 @@ class Sweeper {
     p_ = FirstOf(begin);
   }
 
-  // From island to island: from where the curve rises above the baseline to where it falls
-  // back. No peak reaches across its shores, nor takes anything from one on another island.
+  // Stretch by stretch of points above the baseline: from where the curve rises above it to where
+  // it falls back. No peak reaches out of its stretch, nor does it cut one in another stretch.
   void Run() {
     const auto isAbove = [](const PointBits& b) { return b.above; };
     const auto isBelow = [](const PointBits& b) { return ~b.above; };
     for (p_ = bits_.Next(p_, end_, isAbove); p_ < end_; p_ = bits_.Next(p_, end_, isAbove)) {
       const std::ptrdiff_t first = std::max(bits_.Previous(p_ - 1, first_, isBelow), first_);
       const std::ptrdiff_t end = bits_.Next(p_, end_, isBelow);
-      SweepIsland(first, std::min(end, curve_.n - 1), end);
+      SweepStretch(first, std::min(end, curve_.n - 1), end);
       p_ = end;
     }
   }
 
  private:
-  void SweepIsland(std::ptrdiff_t first, std::ptrdiff_t last, std::ptrdiff_t end) {
-    if (hopeless_ != nullptr && hopeless_->Between(first, last)) return;
+  void SweepStretch(std::ptrdiff_t first, std::ptrdiff_t last, std::ptrdiff_t end) {
+    if (bound_ != nullptr && bound_->RejectsAllBetween(first, last)) return;
     bits_.Compare(first, last);
     while (p_ < end && Step()) {
     }
@@ -55,7 +55,7 @@ class Sweeper {
 
   const CurveView& curve_;
   double maxValley_;
-  const HopelessPeaks* hopeless_;
+  const RejectionBound* bound_;
   std::ptrdiff_t end_;
   std::ptrdiff_t first_;
   std::ptrdiff_t p_ = 0;
@@ -75,7 +75,7 @@ std::ptrdiff_t Sweeper::FirstOf(std::ptrdiff_t begin) const {
   return other == curve_.n || y[other] > y[0] ? other : 0;
 }
 
-// Finds the next feature of the island at or behind p and moves p behind it. Returns false
+// Finds the next feature of the stretch at or behind p and moves p behind it. Returns false
 // where there is none.
 bool Sweeper::Step() {
   if (!MoveToApex() || !curve_.AboveBaseline(p_)) return false;
@@ -99,8 +99,8 @@ bool Sweeper::MoveToApex() {
   return p_ < last || p_ == 0 || y[p_ - 1] < y[p_];
 }
 
-// An earlier feature that reaches into the new one and is not lower keeps what it has. Those
-// that are lower are of no account any more: what they would hold up, the new one does.
+// An earlier feature that reaches into the new one and is not lower keeps what it has. Lower ones
+// are forgotten: whatever comes later and would be cut by them is cut by the new one first.
 std::ptrdiff_t Sweeper::StartOf(std::ptrdiff_t apex, double valley) {
   const std::ptrdiff_t start = starts_.Of(apex, valley);
   while (!taller_.empty() && curve_.y[taller_.back().apex] < curve_.y[apex]) taller_.pop_back();
@@ -143,7 +143,7 @@ std::ptrdiff_t Sweeper::NextTurn(std::ptrdiff_t c, std::ptrdiff_t end) const {
 }  // namespace
 
 void FindFeatures::Sweep(std::ptrdiff_t begin, std::ptrdiff_t end) {
-  Sweeper(curve_, maxValley_, hopeless_, begin, end, features_).Run();
+  Sweeper(curve_, maxValley_, bound_, begin, end, features_).Run();
 }
 
 void FindFeatures::Join(const FindFeatures& right) {

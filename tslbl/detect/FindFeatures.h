@@ -12,7 +12,7 @@
 
 namespace TslBL {
 
-class HopelessPeaks;
+class RejectionBound;
 
 // Points of the curve: first, apex, last.
 struct PeakFeature {
@@ -27,12 +27,12 @@ class FindFeatures {
  public:
   // `curve` is the searched stretch, which must outlive the finder; a peak ends where a
   // valley falls below maxValley percent of its height.
-  // With `hopeless` features that are are left out, as far as that changes nothing for others.
-  FindFeatures(const CurveView& curve, double maxValley, const HopelessPeaks* hopeless = nullptr)
-      : curve_(curve), maxValley_(maxValley), hopeless_(hopeless) {}
+  // With `bound` features that it rejects are left out, as far as that changes nothing for others.
+  FindFeatures(const CurveView& curve, double maxValley, const RejectionBound* bound = nullptr)
+      : curve_(curve), maxValley_(maxValley), bound_(bound) {}
 
   // An empty finder for another part of the same curve.
-  FindFeatures NewForPart() const { return {curve_, maxValley_, hopeless_}; }
+  FindFeatures NewForPart() const { return {curve_, maxValley_, bound_}; }
 
   // Sweeps the points from begin up to, not including, end. Either is an end of the curve
   // or a point where it rises from the baseline. Parts follow each other without a gap.
@@ -50,7 +50,7 @@ class FindFeatures {
  private:
   CurveView curve_;
   double maxValley_;
-  const HopelessPeaks* hopeless_;
+  const RejectionBound* bound_;
   std::vector<PeakFeature> features_;
 };
 

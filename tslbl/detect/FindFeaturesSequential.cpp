@@ -3,7 +3,7 @@
 
 #include <tslbl/detect/FeatureRows.h>
 #include <tslbl/detect/FindFeatures.h>
-#include <tslbl/detect/HopelessPeaks.h>
+#include <tslbl/detect/RejectionBound.h>
 #include <tslbl/detect/Scheduler.h>
 #include <algorithm>
 
@@ -80,9 +80,9 @@ FeatureRows FindFeaturesSequential(const Curve& curve, const SearchRange& range,
   const CurveView view{curve.yAxis.data() + range.first, curve.baseline.data() + range.first,
                        static_cast<std::ptrdiff_t>(range.last - range.first) + 1};
   // A feature that fails may be among the tallest.
-  const HopelessPeaks hopeless(curve, range.first);
-  const bool leaveOut = wanted == Features::Promising && !p.PeakCntInUse && !hopeless.None();
-  SweepBody body(FindFeatures(view, p.MaxValley, leaveOut ? &hopeless : nullptr));
+  const RejectionBound bound(curve, range.first);
+  const bool leaveOut = wanted == Features::Promising && !p.PeakCntInUse && !bound.RejectsNothing();
+  SweepBody body(FindFeatures(view, p.MaxValley, leaveOut ? &bound : nullptr));
   const SweepRange whole(view, 0, view.n, Grain(threading));
   if (threading.GoesParallel(static_cast<std::size_t>(view.n))) {
     ParallelReduce<FindFeatures>(whole, body, threading);

@@ -4,6 +4,17 @@
 // Each is what WalkLeft finds. But where a curve rises like a ramp, every peak on it reaches
 // far back, and walking would cost the square of its length. Here every point is looked at
 // once, a peak costs the logarithm of what lies between it and the baseline.
+//
+// An example, with the baseline at 0:
+//
+//   point  0  1  2  3  4  5  6  7  8  9 10 11
+//   y      0  4  5  1  6  7  3  8  9  2  7  0
+//
+// The curve begins to rise at the points 3, 6 and 9: these are its feet, and here the bottoms of its
+// valleys too. The peak at 8 has the feet 3 and 6 (y = 1, 3) before it. It starts at the last of them
+// that is not above its valley level: at 6 for a level of 4, at 3 for a level of 2, and where the curve
+// leaves the baseline for a level below 1. For the peak at 10 the foot at 9 (y = 2) takes the place of
+// the one at 6: a peak that would stop at 6 stops at 9 already. The foot at 3 stays, as it is lower.
 
 #include <tslbl/detect/PointBits.h>
 #include <algorithm>

@@ -35,9 +35,8 @@ class BitsOfStretch {
   // Makes the other bits of a stretch, both ends included. Stretches come in ascending order.
   void Compare(std::ptrdiff_t first, std::ptrdiff_t last);
 
-  // The first point from i on, or the last from i down, for which the bits that `select` makes
-  // of a word of PointBits have a 1; `none` if there is no such point before `end` or down to
-  // `end`.
+  // `select` makes a word of bits out of the PointBits of 64 points; a point is selected if its bit
+  // is 1. Next: the first selected point from i on; `end` if there is none before `end`.
   template <class Select>
   std::ptrdiff_t Next(std::ptrdiff_t i, std::ptrdiff_t end, Select select) const {
     if (i >= end) return end;
@@ -51,7 +50,7 @@ class BitsOfStretch {
     return std::min(PlaceOf(word, std::countr_zero(bits)), end);
   }
 
-  // The last point from i down to `first`, both included; first - 1 if there is none.
+  // Previous: the last selected point from i down to `first`, both included; first - 1 if there is none.
   template <class Select>
   std::ptrdiff_t Previous(std::ptrdiff_t i, std::ptrdiff_t first, Select select) const {
     if (i < first) return first - 1;

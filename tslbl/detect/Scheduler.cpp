@@ -16,7 +16,7 @@ namespace {
 
 const log4cxx::LoggerPtr logger = log4cxx::Logger::getLogger("tbb");
 
-// More threads than any machine of ours has; asks beyond it are wishes, not plans.
+// More threads than any machine has that runs this; a larger number asked for is a mistake.
 constexpr std::uint32_t kMostThreads = 256;
 
 int ThreadCount(const AppThreadingParams& params) {

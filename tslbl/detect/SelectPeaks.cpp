@@ -1,9 +1,9 @@
 // Selection: the user's limits, applied to the described peaks.
 
 #include <tslbl/curve/PeakLevels.h>
+#include <tslbl/detect/DescribeAndSelect.h>
 #include <tslbl/detect/PeakDetectLog.h>
-#include <tslbl/detect/PeakStage.h>
-#include <tslbl/detect/PeakStages.h>
+#include <tslbl/detect/RunStage.h>
 
 namespace TslBL {
 namespace {

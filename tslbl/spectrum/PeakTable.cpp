@@ -3,7 +3,7 @@
 #include <tslbl/closed/common/Truncate.h>
 #include <tslbl/closed/math/peak/GaussPeak.h>
 #include <tslbl/curve/PeakLevels.h>
-#include <tslbl/detect/DetectOnePeak.h>
+#include <tslbl/detect/FindOnePeak.h>
 #include <stdexcept>
 
 namespace TslBL {

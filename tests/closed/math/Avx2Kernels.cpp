@@ -10,6 +10,6 @@
 #include "AllResults.h"
 #include "KernelVariants.h"
 
-std::vector<double> ResultsOfAvx2Kernels(const std::vector<double>& y) {
+std::vector<double> tests::ResultsOfAvx2Kernels(const std::vector<double>& y) {
   return TslMathAvx2::AllResults(y).Values();
 }

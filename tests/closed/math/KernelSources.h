@@ -6,13 +6,12 @@
 #include <tslbl/closed/math/SmallestStep.cpp>
 #include <tslbl/closed/math/baseline/APBNoise.cpp>
 #include <tslbl/closed/math/baseline/AcceptedSums.cpp>
+#include <tslbl/closed/math/baseline/BackgroundKernel.cpp>
 #include <tslbl/closed/math/baseline/Baseline.cpp>
 #include <tslbl/closed/math/baseline/CellCurve.cpp>
 #include <tslbl/closed/math/baseline/ConsensusLine.cpp>
 #include <tslbl/closed/math/baseline/FitLinesSD.cpp>
 #include <tslbl/closed/math/baseline/FollowValleys.cpp>
-#include <tslbl/closed/math/baseline/IntervalBounds.cpp>
-#include <tslbl/closed/math/baseline/LinearFitSD.cpp>
 #include <tslbl/closed/math/baseline/MovingExtrema.cpp>
 #include <tslbl/closed/math/baseline/Noise.cpp>
 #include <tslbl/closed/math/baseline/OpenAdaptively.cpp>
@@ -24,6 +23,7 @@
 #include <tslbl/closed/math/peak/CubicSegment.cpp>
 #include <tslbl/closed/math/peak/Features.cpp>
 #include <tslbl/closed/math/peak/GaussPeak.cpp>
+#include <tslbl/closed/math/peak/IntervalBounds.cpp>
 #include <tslbl/closed/math/peak/SplinePeak.cpp>
 #include <tslbl/closed/math/smooth/MedianNetwork.cpp>
 #include <tslbl/closed/math/smooth/MedianWindow.cpp>

@@ -10,14 +10,15 @@
 #include <limits>
 
 #include "AllResults.h"
+#include "SampleArray.h"
 #include "SimulatedSpectrum.h"
 
 namespace {
 
-using Samples = std::vector<double>;
+using tests::Samples;
 
-constexpr double NaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double Infinity = std::numeric_limits<double>::infinity();
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 struct NamedCurve {
   const char* name;
@@ -26,7 +27,7 @@ struct NamedCurve {
 
 void PrintTo(const NamedCurve& curve, std::ostream* out) { *out << curve.name; }
 
-Samples Counts() { return TslMath::Simulate({TslMath::Background::Hump, 0, 0.2}, 1, 9973).y; }
+Samples Counts() { return tests::Simulate({tests::Background::Hump, 0, 0.2}, 1, 9973).y; }
 
 Samples SmoothedCounts() {
   const Samples y = Counts();
@@ -36,15 +37,15 @@ Samples SmoothedCounts() {
   return smooth;
 }
 
-Samples FewCounts() { return TslMath::Simulate({TslMath::Background::Flat, 0.2, 0.1}, 2, 5002).y; }
+Samples FewCounts() { return tests::Simulate({tests::Background::Flat, 0.2, 0.1}, 2, 5002).y; }
 
-Samples ShortCurve() { return TslMath::Simulate({TslMath::Background::Flat, 5, 0.5}, 3, 41).y; }
+Samples ShortCurve() { return tests::Simulate({tests::Background::Flat, 5, 0.5}, 3, 41).y; }
 
 Samples NotFiniteHereAndThere() {
   Samples y = SmoothedCounts();
-  y[3] = y[900] = y[901] = NaN;
-  y[2000] = Infinity;
-  y[3000] = -Infinity;
+  y[3] = y[900] = y[901] = kNaN;
+  y[2000] = kInfinity;
+  y[3000] = -kInfinity;
   return y;
 }
 
@@ -80,7 +81,7 @@ INSTANTIATE_TEST_SUITE_P(Curves, KernelVariants,
 TEST_P(KernelVariants, PlainOnesGiveTheBitsOfTheLibrary) {
   const Samples y = GetParam().make();
   const Samples library = TslMath::AllResults(y).Values();
-  const Samples plain = ResultsOfPlainKernels(y);
+  const Samples plain = tests::ResultsOfPlainKernels(y);
   ASSERT_EQ(plain.size(), library.size());
   EXPECT_EQ(FirstDifference(plain, library), library.size());
 }
@@ -89,8 +90,8 @@ TEST_P(KernelVariants, PlainOnesGiveTheBitsOfTheLibrary) {
 TEST_P(KernelVariants, Avx2OnesGiveTheBitsOfPlainOnes) {
   if (!__builtin_cpu_supports("avx2")) return;
   const Samples y = GetParam().make();
-  const Samples plain = ResultsOfPlainKernels(y);
-  const Samples avx2 = ResultsOfAvx2Kernels(y);
+  const Samples plain = tests::ResultsOfPlainKernels(y);
+  const Samples avx2 = tests::ResultsOfAvx2Kernels(y);
   ASSERT_EQ(avx2.size(), plain.size());
   EXPECT_EQ(FirstDifference(avx2, plain), plain.size());
 }

@@ -13,8 +13,8 @@ namespace {
 
 using Values = std::vector<double>;
 
-constexpr double Infinite = std::numeric_limits<double>::infinity();
-constexpr double NaN = std::numeric_limits<double>::quiet_NaN();
+constexpr double kInfinite = std::numeric_limits<double>::infinity();
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 TEST(Normalize, DividesByTheLargest) { EXPECT_EQ(Values({0.25, 1, 0.5, 0}), Normalize({2, 8, 4, 0})); }
 
@@ -36,20 +36,20 @@ TEST(Normalize, LeavesValuesWithoutAPositiveOneAlone) {
 }
 
 TEST(Normalize, LeavesValuesWithAnInfinityAlone) {
-  EXPECT_EQ(Values({1, Infinite}), Normalize({1, Infinite}));
+  EXPECT_EQ(Values({1, kInfinite}), Normalize({1, kInfinite}));
 }
 
 TEST(Normalize, ScalesByTheLargestFiniteValueBelowAnInfiniteNegative) {
-  EXPECT_EQ(Values({0.5, -Infinite, 1}), Normalize({1, -Infinite, 2}));
+  EXPECT_EQ(Values({0.5, -kInfinite, 1}), Normalize({1, -kInfinite, 2}));
 }
 
 TEST(Normalize, PassesOverNaN) {
-  const Values scaled = Normalize({NaN, 4, 2});
+  const Values scaled = Normalize({kNaN, 4, 2});
   EXPECT_TRUE(std::isnan(scaled[0]));
   EXPECT_EQ(1, scaled[1]);
   EXPECT_EQ(0.5, scaled[2]);
 }
 
-TEST(Normalize, LeavesAVectorOfNaNAlone) { EXPECT_TRUE(std::isnan(Normalize({NaN}).front())); }
+TEST(Normalize, LeavesAVectorOfNaNAlone) { EXPECT_TRUE(std::isnan(Normalize({kNaN}).front())); }
 
 }  // namespace

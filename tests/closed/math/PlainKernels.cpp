@@ -6,6 +6,6 @@
 #include "AllResults.h"
 #include "KernelVariants.h"
 
-std::vector<double> ResultsOfPlainKernels(const std::vector<double>& y) {
+std::vector<double> tests::ResultsOfPlainKernels(const std::vector<double>& y) {
   return TslMathPlain::AllResults(y).Values();
 }

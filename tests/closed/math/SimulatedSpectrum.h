@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-namespace TslMath {
+namespace tests {
 
 enum class Background { Flat, Slope, Hump };
 
@@ -52,22 +52,22 @@ inline void AddPeak(std::vector<double>& mean, double centre, double height, dou
 // The same seed gives the same spectrum. From 100 Th upwards.
 inline SimulatedSpectrum Simulate(const SpectrumRecipe& recipe, std::uint64_t seed,
                                   std::size_t points = 20000) {
-  constexpr double Step = 0.05;
-  constexpr double Sigma = 0.6 / 2.3548200450309493 / Step;
+  constexpr double kStep = 0.05;
+  constexpr double kSigma = 0.6 / 2.3548200450309493 / kStep;
   std::mt19937_64 random(seed);
   SimulatedSpectrum spectrum;
   for (std::size_t i = 0; i < points; ++i) {
-    spectrum.x.push_back(100 + Step * static_cast<double>(i));
+    spectrum.x.push_back(100 + kStep * static_cast<double>(i));
     spectrum.background.push_back(BackgroundAt(spectrum.x.back(), recipe));
   }
   std::vector<double> mean = spectrum.background;
   const double size = static_cast<double>(points);
   std::uniform_real_distribution<double> place(0, size);
   std::uniform_real_distribution<double> logHeight(std::log(20.0), std::log(20000.0));
-  const auto peaks = static_cast<std::size_t>(size * Step * recipe.peaksPerTh + 0.5);
+  const auto peaks = static_cast<std::size_t>(size * kStep * recipe.peaksPerTh + 0.5);
   for (std::size_t k = 0; k < peaks; ++k) {
     const double centre = place(random);
-    AddPeak(mean, centre, std::exp(logHeight(random)), Sigma);
+    AddPeak(mean, centre, std::exp(logHeight(random)), kSigma);
   }
   for (double m : mean) {
     std::poisson_distribution<std::int64_t> counts(m);
@@ -76,4 +76,4 @@ inline SimulatedSpectrum Simulate(const SpectrumRecipe& recipe, std::uint64_t se
   return spectrum;
 }
 
-}  // namespace TslMath
+}  // namespace tests

@@ -35,12 +35,12 @@
 
 namespace TslMath {
 
-constexpr std::size_t LaneCount = 4;
-using Lanes = double __attribute__((vector_size(LaneCount * sizeof(double))));
-using LaneMask = std::int64_t __attribute__((vector_size(LaneCount * sizeof(std::int64_t))));
+constexpr std::size_t kLaneCount = 4;
+using Lanes = double __attribute__((vector_size(kLaneCount * sizeof(double))));
+using LaneMask = std::int64_t __attribute__((vector_size(kLaneCount * sizeof(std::int64_t))));
 
 // Array length with room for a last group that is not full.
-constexpr std::size_t WholeGroups(std::size_t n) { return (n + LaneCount - 1) / LaneCount * LaneCount; }
+constexpr std::size_t WholeGroups(std::size_t n) { return (n + kLaneCount - 1) / kLaneCount * kLaneCount; }
 
 // Eight, for functions that are TSLBL_WIDEST.
 using WideLanes = double __attribute__((vector_size(2 * sizeof(Lanes))));

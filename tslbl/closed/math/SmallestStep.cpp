@@ -8,28 +8,28 @@
 namespace TslMath {
 namespace {
 
-constexpr double NoStep = std::numeric_limits<double>::infinity();
+constexpr double kNoStep = std::numeric_limits<double>::infinity();
 
 // Groups compared side by side, since each comparison waits for the one before it.
-constexpr std::size_t StepLanes = 4;
-constexpr std::size_t StepTile = StepLanes * LaneCount;
+constexpr std::size_t kStepLanes = 4;
+constexpr std::size_t kStepTile = kStepLanes * kLaneCount;
 
 TSLBL_WIDE void SmallestOfTiles(const double* y, std::size_t tiles, Lanes& result) {
-  Lanes least[StepLanes];
-  for (Lanes& lanes : least) lanes = NoStep - Lanes{};
-  for (std::size_t i = 0; i < tiles * StepTile; i += StepTile) {
+  Lanes least[kStepLanes];
+  for (Lanes& lanes : least) lanes = kNoStep - Lanes{};
+  for (std::size_t i = 0; i < tiles * kStepTile; i += kStepTile) {
 #pragma GCC unroll 4
-    for (std::size_t k = 0; k < StepLanes; ++k) {
+    for (std::size_t k = 0; k < kStepLanes; ++k) {
       Lanes here, next, step;
-      Load(y + i + k * LaneCount, here);
-      Load(y + i + k * LaneCount + 1, next);
+      Load(y + i + k * kLaneCount, here);
+      Load(y + i + k * kLaneCount + 1, next);
       Magnitude(next - here, step);
       // No step becomes a NaN, which is never the smaller one.
       step = (Lanes)((LaneMask)step | (step == 0.0));
       least[k] = step < least[k] ? step : least[k];
     }
   }
-  for (std::size_t k = 1; k < StepLanes; ++k) least[0] = least[k] < least[0] ? least[k] : least[0];
+  for (std::size_t k = 1; k < kStepLanes; ++k) least[0] = least[k] < least[0] ? least[k] : least[0];
   result = least[0];
 }
 
@@ -37,16 +37,16 @@ TSLBL_WIDE void SmallestOfTiles(const double* y, std::size_t tiles, Lanes& resul
 
 double SmallestStep(const double* y, std::size_t n) {
   if (n < 2) return 0;
-  const std::size_t tiles = (n - 1) / StepTile;
+  const std::size_t tiles = (n - 1) / kStepTile;
   Lanes lanes;
   SmallestOfTiles(y, tiles, lanes);
-  double least = NoStep;
-  for (std::size_t j = 0; j < LaneCount; ++j) least = std::min(least, lanes[j]);
-  for (std::size_t i = tiles * StepTile; i + 1 < n; ++i) {
+  double least = kNoStep;
+  for (std::size_t j = 0; j < kLaneCount; ++j) least = std::min(least, lanes[j]);
+  for (std::size_t i = tiles * kStepTile; i + 1 < n; ++i) {
     const double step = y[i + 1] > y[i] ? y[i + 1] - y[i] : y[i] - y[i + 1];
     if (step > 0 && step < least) least = step;
   }
-  return least < NoStep ? least : 0;
+  return least < kNoStep ? least : 0;
 }
 
 }  // namespace TslMath

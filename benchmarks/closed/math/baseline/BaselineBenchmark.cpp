@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr std::uint32_t n = Spectra::PointCount;
+constexpr std::uint32_t n = Spectra::kPointCount;
 
 void LinearFitSDBaseline(benchmark::State& state) {
   Spectra::MeasureOnCounts(state, n,

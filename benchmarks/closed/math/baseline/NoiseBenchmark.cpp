@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr std::uint32_t n = Spectra::PointCount;
+constexpr std::uint32_t n = Spectra::kPointCount;
 
 void LinearFitSDNoise(benchmark::State& state) {
   Spectra::MeasureOnCounts(state, n,

@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr std::uint32_t n = Spectra::PointCount;
+constexpr std::uint32_t n = Spectra::kPointCount;
 
 void Measure(benchmark::State& state, const std::vector<double>& y) {
   std::vector<TslMath::CurvePt> found;

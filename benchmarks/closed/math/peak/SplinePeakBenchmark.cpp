@@ -34,7 +34,7 @@ void Measure(benchmark::State& state, Describe describe) {
   });
   const double nanoseconds = state.counters["ns_per_point"] * samples.Size();
   state.counters["ns_per_peak"] = nanoseconds;
-  state.counters["x_copy"] = nanoseconds / Spectra::CopyNanoseconds(Spectra::PointCount);
+  state.counters["x_copy"] = nanoseconds / Spectra::CopyNanoseconds(Spectra::kPointCount);
 }
 
 void SplinePeakMax(benchmark::State& state) {

@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr std::uint32_t N = Spectra::PointCount;
+constexpr std::uint32_t N = Spectra::kPointCount;
 
 template <typename Filter>
 void Measure(benchmark::State& state, Filter filter) {

@@ -3,7 +3,7 @@
 // --gtest_output=json as the properties mean, rms and worst.
 #include <closed/math/baseline/BaselineCheck.h>
 
-using namespace BaselineCheck;
+using namespace tests;
 using namespace TslMath;
 
 namespace {
@@ -15,9 +15,9 @@ struct Accuracy {
   double worst;
 };
 
-constexpr Background Flat = Background::Flat;
-constexpr int Spectra = 6;
-constexpr std::uint64_t FirstSeed = 1000;
+constexpr Background kFlat = Background::Flat;
+constexpr int kSpectra = 6;
+constexpr std::uint64_t kFirstSeed = 1000;
 
 struct Deviation {
   double mean = 0;
@@ -36,15 +36,15 @@ void AddDeviation(const SimulatedSpectrum& spectrum, const Samples& found, Devia
     worst = std::max(worst, std::abs(d));
   }
   const double n = static_cast<double>(found.size());
-  total.mean += sum / n / Spectra;
-  total.rms += std::sqrt(squares / n) / Spectra;
-  total.worst += worst / Spectra;
+  total.mean += sum / n / kSpectra;
+  total.rms += std::sqrt(squares / n) / kSpectra;
+  total.worst += worst / kSpectra;
 }
 
 Deviation Measure(const Algorithm& algorithm, const SpectrumRecipe& recipe) {
   Deviation total;
-  for (int k = 0; k < Spectra; ++k) {
-    const SimulatedSpectrum spectrum = Simulate(recipe, FirstSeed + static_cast<std::uint64_t>(k));
+  for (int k = 0; k < kSpectra; ++k) {
+    const SimulatedSpectrum spectrum = Simulate(recipe, kFirstSeed + static_cast<std::uint64_t>(k));
     AddDeviation(spectrum, algorithm.run(spectrum.y), total);
   }
   return total;
@@ -53,13 +53,13 @@ Deviation Measure(const Algorithm& algorithm, const SpectrumRecipe& recipe) {
 class BaselineAccuracy : public testing::TestWithParam<std::tuple<Algorithm, Accuracy>> {};
 
 // Background, counts, peaks per Th; limits of |mean|, rms and worst deviation.
-constexpr Accuracy Demanded[] = {
-    {{Flat, 5, 0}, 0.15, 0.15, 0.8},
-    {{Flat, 5, 0.1}, 0.15, 0.2, 1},
-    {{Flat, 5, 0.2}, 0.15, 0.3, 1.5},
-    {{Flat, 5, 0.3}, 0.15, 0.5, 2.5},
-    {{Flat, 50, 0.3}, 0.2, 0.5, 2.5},
-    {{Flat, 0.2, 0.1}, 0.15, 0.2, 1},
+constexpr Accuracy kDemanded[] = {
+    {{kFlat, 5, 0}, 0.15, 0.15, 0.8},
+    {{kFlat, 5, 0.1}, 0.15, 0.2, 1},
+    {{kFlat, 5, 0.2}, 0.15, 0.3, 1.5},
+    {{kFlat, 5, 0.3}, 0.15, 0.5, 2.5},
+    {{kFlat, 50, 0.3}, 0.2, 0.5, 2.5},
+    {{kFlat, 0.2, 0.1}, 0.15, 0.2, 1},
     {{Background::Slope, 0, 0.2}, 0.15, 0.3, 1.5},
     {{Background::Hump, 0, 0.2}, 0.15, 0.3, 1.5},
     {{Background::Hump, 0, 0.5}, 0.3, 0.7, 4.5},
@@ -77,17 +77,17 @@ TEST_P(BaselineAccuracy, IsWithinTheLimits) {
 }
 
 std::string NameOfCase(const testing::TestParamInfo<std::tuple<Algorithm, Accuracy>>& info) {
-  constexpr const char* Kinds[] = {"Flat", "Slope", "Hump"};
+  constexpr const char* kKinds[] = {"Flat", "Slope", "Hump"};
   const auto& [algorithm, accuracy] = info.param;
   const SpectrumRecipe& recipe = accuracy.recipe;
-  const std::string level = recipe.background == Flat ? std::to_string(std::lround(10 * recipe.level)) : "";
-  return std::string(algorithm.name) + "_" + Kinds[static_cast<int>(recipe.background)] + level +
+  const std::string level = recipe.background == kFlat ? std::to_string(std::lround(10 * recipe.level)) : "";
+  return std::string(algorithm.name) + "_" + kKinds[static_cast<int>(recipe.background)] + level +
          (level.empty() ? "" : "Tenths") + "_" + std::to_string(std::lround(10 * recipe.peaksPerTh)) +
          "PeaksIn10Th";
 }
 
 INSTANTIATE_TEST_SUITE_P(SimulatedCounts, BaselineAccuracy,
-                         testing::Combine(testing::ValuesIn(Baselines), testing::ValuesIn(Demanded)),
+                         testing::Combine(testing::ValuesIn(kBaselines), testing::ValuesIn(kDemanded)),
                          NameOfCase);
 
 }  // namespace

@@ -11,13 +11,10 @@
 #include <limits>
 #include <ostream>
 
+#include <closed/math/SampleArray.h>
 #include <closed/math/SimulatedSpectrum.h>
 
-namespace BaselineCheck {
-
-using Samples = std::vector<double>;
-
-inline std::uint32_t Size(const Samples& y) { return static_cast<std::uint32_t>(y.size()); }
+namespace tests {
 
 struct Algorithm {
   const char* name;
@@ -65,13 +62,13 @@ inline Samples AdaptiveNoise(Samples y, std::uint32_t median) {
 inline Samples DispersionNoise(const Samples& y) { return AdaptiveNoise(y, 0); }
 inline Samples MedianNoise(const Samples& y) { return AdaptiveNoise(y, 5); }
 
-constexpr Algorithm Baselines[] = {
+constexpr Algorithm kBaselines[] = {
     {"LinearFitSD", LinearFit}, {"Adaptive", Adaptive}, {"ValleyFollowing", ValleyFollowing}};
 
-constexpr Algorithm Noises[] = {{"LinearFitSD", LinearFitNoise},
-                                {"ValleyFollowing", ValleyFollowingNoise},
-                                {"Dispersion", DispersionNoise},
-                                {"Median", MedianNoise}};
+constexpr Algorithm kNoises[] = {{"LinearFitSD", LinearFitNoise},
+                                 {"ValleyFollowing", ValleyFollowingNoise},
+                                 {"Dispersion", DispersionNoise},
+                                 {"Median", MedianNoise}};
 
 inline std::string NameOf(const testing::TestParamInfo<Algorithm>& info) { return info.param.name; }
 
@@ -100,7 +97,7 @@ inline Samples Line(std::size_t n, double start, double slope) {
 inline Samples WithPeaks(Samples y) {
   std::mt19937 random(3);
   std::uniform_real_distribution<double> place(50, static_cast<double>(y.size()) - 50);
-  for (int k = 0; k < 20; ++k) TslMath::AddPeak(y, place(random), 1000, 5);
+  for (int k = 0; k < 20; ++k) AddPeak(y, place(random), 1000, 5);
   return y;
 }
 
@@ -111,10 +108,9 @@ inline bool AllFinite(const Samples& y) {
 }
 
 // 20 000 counts around 5 with 100 peaks.
-inline const TslMath::SimulatedSpectrum& UsualSpectrum() {
-  static const TslMath::SimulatedSpectrum spectrum =
-      TslMath::Simulate({TslMath::Background::Flat, 5, 0.1}, 7);
+inline const SimulatedSpectrum& UsualSpectrum() {
+  static const SimulatedSpectrum spectrum = Simulate({Background::Flat, 5, 0.1}, 7);
   return spectrum;
 }
 
-}  // namespace BaselineCheck
+}  // namespace tests

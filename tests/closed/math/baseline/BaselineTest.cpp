@@ -7,24 +7,24 @@
 
 #include <closed/math/baseline/BaselineCheck.h>
 
-using namespace BaselineCheck;
+using namespace tests;
 using namespace TslMath;
 using testing::Each;
 using testing::ElementsAre;
 
 namespace {
 
-constexpr double NaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double Infinity = std::numeric_limits<double>::infinity();
-constexpr std::uint32_t Huge = std::numeric_limits<std::uint32_t>::max();
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+constexpr std::uint32_t kHuge = std::numeric_limits<std::uint32_t>::max();
 // Standard deviation of the usual spectrum's background.
-const double UsualNoise = std::sqrt(5.0);
+const double kUsualNoise = std::sqrt(5.0);
 
 class EveryBaseline : public testing::TestWithParam<Algorithm> {
  protected:
   Samples Of(const Samples& y) const { return GetParam().run(y); }
 };
-INSTANTIATE_TEST_SUITE_P(Baseline, EveryBaseline, testing::ValuesIn(Baselines), NameOf);
+INSTANTIATE_TEST_SUITE_P(Baseline, EveryBaseline, testing::ValuesIn(kBaselines), NameOf);
 
 TEST_P(EveryBaseline, OfAConstantIsTheConstant) {
   for (double level : {0.0, 7.0, -3.0, 0.1, 1e9}) {
@@ -77,7 +77,7 @@ TEST_P(EveryBaseline, TiltsWithALineWithinAFractionOfTheNoise) {
     y[i] += line[i];
     expected[i] += line[i];
   }
-  EXPECT_LE(RmsDifference(Of(y), expected), 0.15 * UsualNoise);
+  EXPECT_LE(RmsDifference(Of(y), expected), 0.15 * kUsualNoise);
 }
 
 TEST(LinearFitSDBaseline, TiltsExactlyWithALine) {
@@ -93,7 +93,7 @@ TEST(LinearFitSDBaseline, TiltsExactlyWithALine) {
 
 TEST_P(EveryBaseline, OfTheMirroredSpectrumIsMirrored) {
   const Samples& y = UsualSpectrum().y;
-  EXPECT_LE(WorstDifference(Mirrored(Of(Mirrored(y))), Of(y)), 0.05 * UsualNoise);
+  EXPECT_LE(WorstDifference(Mirrored(Of(Mirrored(y))), Of(y)), 0.05 * kUsualNoise);
 }
 
 TEST_P(EveryBaseline, StaysAtTheLevelBelowAPeakWiderThanASegment) {
@@ -118,17 +118,17 @@ TEST_P(EveryBaseline, FollowsASteepStart) {
 }
 
 TEST_P(EveryBaseline, StaysFiniteAroundSamplesThatAreNotFinite) {
-  for (double bad : {NaN, Infinity, -Infinity}) {
+  for (double bad : {kNaN, kInfinity, -kInfinity}) {
     Samples y = UsualSpectrum().y;
     y[3] = y[10000] = y[10001] = bad;
     const Samples found = Of(y);
     EXPECT_TRUE(AllFinite(found)) << bad;
-    EXPECT_NEAR(found[15000], Of(UsualSpectrum().y)[15000], UsualNoise) << bad;
+    EXPECT_NEAR(found[15000], Of(UsualSpectrum().y)[15000], kUsualNoise) << bad;
   }
 }
 
 TEST_P(EveryBaseline, SurvivesACurveOfNothingFinite) {
-  for (double bad : {NaN, Infinity, -Infinity, 1e308}) {
+  for (double bad : {kNaN, kInfinity, -kInfinity, 1e308}) {
     EXPECT_EQ(Of(Samples(700, bad)).size(), 700U);
   }
 }
@@ -183,7 +183,7 @@ TEST(LinearFitSDBaseline, LengthensSegmentsThatAreTooShortToJudge) {
 // A long neighbourhood is averaged by other means than a short one.
 TEST(LinearFitSDBaseline, KeepsALineForAnyNeighbourhood) {
   const Samples line = Line(3000, 5, 0.01);
-  for (std::uint32_t points : {1U, 3U, 15U, 17U, 64U, 101U, 999U, 1000U, 3000U, Huge}) {
+  for (std::uint32_t points : {1U, 3U, 15U, 17U, 64U, 101U, 999U, 1000U, 3000U, kHuge}) {
     Samples found(line.size());
     LinearFitSDBaseline(line.data(), Size(line), 250, points, 3, found.data());
     EXPECT_LE(WorstDifference(found, line), 1e-11) << points;
@@ -193,21 +193,21 @@ TEST(LinearFitSDBaseline, KeepsALineForAnyNeighbourhood) {
 // A result with a mark behind its end.
 template <class Run>
 bool IsFiniteAndInBounds(std::size_t n, Run run) {
-  constexpr double Mark = -12345;
+  constexpr double kMark = -12345;
   Samples y(UsualSpectrum().y.begin(), UsualSpectrum().y.begin() + static_cast<std::ptrdiff_t>(n));
-  Samples out(n + 1, Mark);
+  Samples out(n + 1, kMark);
   run(y.data(), static_cast<std::uint32_t>(n), out.data());
-  return AllFinite(out) && out.back() == Mark;
+  return AllFinite(out) && out.back() == kMark;
 }
 
-constexpr std::uint32_t AnyParameter[] = {0, 1, 2, 3, 8, 250, 4000, Huge - 1, Huge};
-constexpr std::size_t AnyLength[] = {0, 1, 2, 3, 4, 5, 8, 9, 10, 16, 37, 600};
+constexpr std::uint32_t kAnyParameter[] = {0, 1, 2, 3, 8, 250, 4000, kHuge - 1, kHuge};
+constexpr std::size_t kAnyLength[] = {0, 1, 2, 3, 4, 5, 8, 9, 10, 16, 37, 600};
 
 TEST(LinearFitSDBaseline, TakesAnyParameters) {
-  for (std::size_t n : AnyLength) {
-    for (std::uint32_t segSize : AnyParameter) {
-      for (std::uint32_t points : AnyParameter) {
-        for (std::uint32_t width : AnyParameter) {
+  for (std::size_t n : kAnyLength) {
+    for (std::uint32_t segSize : kAnyParameter) {
+      for (std::uint32_t points : kAnyParameter) {
+        for (std::uint32_t width : kAnyParameter) {
           ASSERT_TRUE(IsFiniteAndInBounds(n,
                                           [&](const double* y, std::uint32_t size, double* out) {
                                             LinearFitSDBaseline(y, size, segSize, points, width, out);
@@ -220,9 +220,9 @@ TEST(LinearFitSDBaseline, TakesAnyParameters) {
 }
 
 TEST(APBMorph, TakesAnyParameters) {
-  for (std::size_t n : AnyLength) {
-    for (std::uint32_t segSize : AnyParameter) {
-      for (std::uint32_t window : AnyParameter) {
+  for (std::size_t n : kAnyLength) {
+    for (std::uint32_t segSize : kAnyParameter) {
+      for (std::uint32_t window : kAnyParameter) {
         ASSERT_TRUE(IsFiniteAndInBounds(n, [&](const double* y, std::uint32_t size,
                                                double* out) { APBMorph(y, size, segSize, window, out); }))
             << n << " points: " << segSize << ", " << window;
@@ -232,8 +232,8 @@ TEST(APBMorph, TakesAnyParameters) {
 }
 
 TEST(VFBaseline, TakesAnyParameters) {
-  for (std::size_t n : AnyLength) {
-    for (std::uint32_t segSize : AnyParameter) {
+  for (std::size_t n : kAnyLength) {
+    for (std::uint32_t segSize : kAnyParameter) {
       ASSERT_TRUE(IsFiniteAndInBounds(
           n, [&](const double* y, std::uint32_t size, double* out) { VFBaseline(y, size, segSize, out); }))
           << n << " points: " << segSize;

@@ -16,8 +16,8 @@ namespace {
 using Samples = std::vector<double>;
 using Filter = void (*)(const double*, std::size_t, std::size_t, double*, ExtremaScratch&);
 
-constexpr std::size_t Lengths[] = {1, 2, 3, 5, 8, 37, 1500};
-constexpr std::size_t Windows[] = {
+constexpr std::size_t kLengths[] = {1, 2, 3, 5, 8, 37, 1500};
+constexpr std::size_t kWindows[] = {
     0, 1, 2, 3, 4, 5, 7, 12, 31, 64, 101, 750, 1499, 1500, 1501, std::numeric_limits<std::size_t>::max()};
 
 // Small integers, so that there are many ties.
@@ -57,8 +57,8 @@ Samples PlainMaximum(const Samples& y, std::size_t length) {
 }
 
 TEST(MovingExtrema, MinimumEqualsThatOfEachWindow) {
-  for (std::size_t n : Lengths) {
-    for (std::size_t length : Windows) {
+  for (std::size_t n : kLengths) {
+    for (std::size_t length : kWindows) {
       const Samples y = Digits(n);
       ASSERT_EQ(Filtered(MovingMinimum, y, length), PlainMinimum(y, length))
           << n << " points, window " << length;
@@ -67,8 +67,8 @@ TEST(MovingExtrema, MinimumEqualsThatOfEachWindow) {
 }
 
 TEST(MovingExtrema, MaximumEqualsThatOfEachWindow) {
-  for (std::size_t n : Lengths) {
-    for (std::size_t length : Windows) {
+  for (std::size_t n : kLengths) {
+    for (std::size_t length : kWindows) {
       const Samples y = Digits(n);
       ASSERT_EQ(Filtered(MovingMaximum, y, length), PlainMaximum(y, length))
           << n << " points, window " << length;
@@ -77,7 +77,7 @@ TEST(MovingExtrema, MaximumEqualsThatOfEachWindow) {
 }
 
 TEST(MovingExtrema, OpeningIsTheMaximumOfTheMinimum) {
-  for (std::size_t length : Windows) {
+  for (std::size_t length : kWindows) {
     const Samples y = Digits(1500);
     ASSERT_EQ(Filtered(MovingOpening, y, length), PlainMaximum(PlainMinimum(y, length), length)) << length;
   }

@@ -8,13 +8,13 @@
 
 #include <closed/math/baseline/BaselineCheck.h>
 
-using namespace BaselineCheck;
+using namespace tests;
 using namespace TslMath;
 
 namespace {
 
-constexpr int Spectra = 6;
-constexpr std::uint64_t FirstSeed = 3000;
+constexpr int kSpectra = 6;
+constexpr std::uint64_t kFirstSeed = 3000;
 
 // Smoothed neighbours agree with each other, so that a segment has fewer independent points to judge by.
 double Tolerance(std::uint32_t meanWidth) { return meanWidth > 1 ? 0.2 : 0.15; }
@@ -24,7 +24,7 @@ struct Condition {
   std::uint32_t meanWidth;  // of the smoothing; 1 is none
 };
 
-constexpr Condition Conditions[] = {
+constexpr Condition kConditions[] = {
     {{Background::Flat, 5, 0}, 1},    {{Background::Flat, 5, 0.1}, 1},  {{Background::Flat, 5, 0.2}, 1},
     {{Background::Flat, 20, 0.2}, 1}, {{Background::Slope, 0, 0.2}, 1}, {{Background::Hump, 0, 0.2}, 1},
     {{Background::Flat, 5, 0}, 5},    {{Background::Flat, 5, 0.1}, 5},  {{Background::Flat, 20, 0.1}, 5},
@@ -39,8 +39,8 @@ Samples Smoothed(const Samples& y, std::uint32_t width) {
 // The mean of independent counts has their noise divided by the root of its width.
 Samples Ratios(const Algorithm& algorithm, const Condition& condition) {
   Samples ratios;
-  for (int k = 0; k < Spectra; ++k) {
-    const SimulatedSpectrum spectrum = Simulate(condition.recipe, FirstSeed + static_cast<std::uint64_t>(k));
+  for (int k = 0; k < kSpectra; ++k) {
+    const SimulatedSpectrum spectrum = Simulate(condition.recipe, kFirstSeed + static_cast<std::uint64_t>(k));
     const Samples noise = algorithm.run(Smoothed(spectrum.y, condition.meanWidth));
     for (std::size_t i = 0; i < noise.size(); ++i) {
       ratios.push_back(noise[i] / spectrum.TrueNoise(i) * std::sqrt(condition.meanWidth));
@@ -66,18 +66,18 @@ TEST_P(NoiseAccuracy, IsWithinTheLimitsForEightPointsInTen) {
 }
 
 std::string NameOfCase(const testing::TestParamInfo<std::tuple<Algorithm, Condition>>& info) {
-  constexpr const char* Kinds[] = {"Flat", "Slope", "Hump"};
+  constexpr const char* kKinds[] = {"Flat", "Slope", "Hump"};
   const auto& [algorithm, condition] = info.param;
   const SpectrumRecipe& recipe = condition.recipe;
   const bool flat = recipe.background == Background::Flat;
-  return std::string(algorithm.name) + "_" + Kinds[static_cast<int>(recipe.background)] +
+  return std::string(algorithm.name) + "_" + kKinds[static_cast<int>(recipe.background)] +
          (flat ? std::to_string(std::lround(recipe.level)) : "") + "_" +
          std::to_string(std::lround(10 * recipe.peaksPerTh)) + "PeaksIn10Th" +
          (condition.meanWidth > 1 ? "_Smoothed" : "");
 }
 
 INSTANTIATE_TEST_SUITE_P(SimulatedCounts, NoiseAccuracy,
-                         testing::Combine(testing::ValuesIn(Noises), testing::ValuesIn(Conditions)),
+                         testing::Combine(testing::ValuesIn(kNoises), testing::ValuesIn(kConditions)),
                          NameOfCase);
 
 }  // namespace

@@ -8,14 +8,14 @@
 
 #include <closed/math/baseline/BaselineCheck.h>
 
-using namespace BaselineCheck;
+using namespace tests;
 using namespace TslMath;
 using testing::Each;
 
 namespace {
 
-constexpr double NaN = std::numeric_limits<double>::quiet_NaN();
-constexpr std::uint32_t Huge = std::numeric_limits<std::uint32_t>::max();
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+constexpr std::uint32_t kHuge = std::numeric_limits<std::uint32_t>::max();
 
 Samples Ratios(const SimulatedSpectrum& spectrum, Samples noise) {
   for (std::size_t i = 0; i < noise.size(); ++i) noise[i] /= spectrum.TrueNoise(i);
@@ -44,7 +44,7 @@ class EveryNoise : public testing::TestWithParam<Algorithm> {
  protected:
   Samples Of(const Samples& y) const { return GetParam().run(y); }
 };
-INSTANTIATE_TEST_SUITE_P(Noise, EveryNoise, testing::ValuesIn(Noises), NameOf);
+INSTANTIATE_TEST_SUITE_P(Noise, EveryNoise, testing::ValuesIn(kNoises), NameOf);
 
 TEST_P(EveryNoise, OfCountsIsThatOfTheirBackground) {
   for (const SpectrumRecipe& recipe : {SpectrumRecipe{Background::Flat, 5, 0.1},
@@ -95,11 +95,11 @@ TEST_P(EveryNoise, OfOneAndTwoPointsIsHalfTheirStep) {
 
 TEST_P(EveryNoise, StaysFiniteAroundSamplesThatAreNotFinite) {
   Samples y = UsualSpectrum().y;
-  y[3] = y[10000] = y[10001] = NaN;
+  y[3] = y[10000] = y[10001] = kNaN;
   EXPECT_TRUE(AllFinite(Of(y)));
 }
 
-TEST_P(EveryNoise, SurvivesACurveOfNothingFinite) { EXPECT_EQ(Of(Samples(700, NaN)).size(), 700U); }
+TEST_P(EveryNoise, SurvivesACurveOfNothingFinite) { EXPECT_EQ(Of(Samples(700, kNaN)).size(), 700U); }
 
 // One segment and no rejection. `/usr/bin/python3 tests/oracles/baseline_noise.py`
 TEST(LinearFitSDNoise, OfOneSegmentWithoutRejectionIsTheSpreadAboutTheLeastSquaresLine) {
@@ -188,7 +188,7 @@ TEST(APBNoise, TakesAnAxisWithoutSteps) {
 
 TEST(APBNoise, TakesAnAxisOfNoNumbers) {
   GappedSpectrum spectrum(1);
-  std::fill(spectrum.x.begin(), spectrum.x.end(), NaN);
+  std::fill(spectrum.x.begin(), spectrum.x.end(), kNaN);
   EXPECT_EQ(spectrum.Noise(), DispersionNoise(spectrum.y));
 }
 
@@ -200,16 +200,16 @@ TEST(APBNoise, LeavesTheDataAlone) {
   EXPECT_EQ(spectrum.y, before.y);
 }
 
-constexpr std::uint32_t AnyParameter[] = {0, 1, 2, 3, 8, 250, 4000, Huge - 1, Huge};
-constexpr std::size_t AnyLength[] = {0, 1, 2, 3, 4, 5, 8, 9, 10, 16, 37, 600};
+constexpr std::uint32_t kAnyParameter[] = {0, 1, 2, 3, 8, 250, 4000, kHuge - 1, kHuge};
+constexpr std::size_t kAnyLength[] = {0, 1, 2, 3, 4, 5, 8, 9, 10, 16, 37, 600};
 
 // With gaps all over the axis.
 TEST(APBNoise, TakesAnyParameters) {
-  for (std::size_t n : AnyLength) {
+  for (std::size_t n : kAnyLength) {
     Samples x(n);
     for (std::size_t i = 0; i < n; ++i) x[i] = static_cast<double>(i + 40 * (i / 3));
-    for (std::uint32_t segSize : AnyParameter) {
-      for (std::uint32_t median : AnyParameter) {
+    for (std::uint32_t segSize : kAnyParameter) {
+      for (std::uint32_t median : kAnyParameter) {
         Samples y(UsualSpectrum().y.begin(), UsualSpectrum().y.begin() + static_cast<std::ptrdiff_t>(n));
         Samples out(n + 1, -1);
         APBNoise(x.data(), y.data(), Size(y), segSize, median, out.data());
@@ -246,7 +246,7 @@ TEST(StandardDeviation, OfLessThanTwoPointsIsZero) {
 }
 
 TEST(StandardDeviation, OfDataThatAreNotFiniteIsNoNumber) {
-  for (double bad : {NaN, std::numeric_limits<double>::infinity()}) {
+  for (double bad : {kNaN, std::numeric_limits<double>::infinity()}) {
     const Samples y{1, 2, bad, 4, 5, 6, 7, 8, 9};
     EXPECT_TRUE(std::isnan(StandardDeviation(y.data(), Size(y)))) << bad;
   }

@@ -17,8 +17,8 @@ namespace {
 
 using Samples = std::vector<double>;
 
-constexpr double NaN = std::numeric_limits<double>::quiet_NaN();
-constexpr std::uint32_t MaxIndex = std::numeric_limits<std::uint32_t>::max();
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+constexpr std::uint32_t kMaxIndex = std::numeric_limits<std::uint32_t>::max();
 
 std::uint32_t Size(const Samples& y) { return static_cast<std::uint32_t>(y.size()); }
 
@@ -29,7 +29,7 @@ std::vector<CurvePt> Features(const Samples& y, std::uint32_t start, std::uint32
 }
 
 std::vector<std::uint32_t> Indexes(const Samples& y, std::uint32_t start = 0,
-                                   std::uint32_t count = MaxIndex) {
+                                   std::uint32_t count = kMaxIndex) {
   std::vector<std::uint32_t> indexes;
   for (const CurvePt& point : Features(y, start, count)) indexes.push_back(point.first);
   return indexes;
@@ -81,12 +81,12 @@ TEST(FindFeatures, FindsNothingOnFlatOrShortCurves) {
 TEST(FindFeatures, ClearsWhatWasFoundBefore) { EXPECT_THAT(Features({1, 1, 1}, 0, 3), IsEmpty()); }
 
 TEST(FindFeatures, NeverReportsNaNOrItsNeighbours) {
-  EXPECT_THAT(Indexes({0, 1, NaN, 1, 0}), IsEmpty());
-  EXPECT_THAT(Indexes({0, NaN, 5, 0, 7, 0}), ElementsAre(4));
+  EXPECT_THAT(Indexes({0, 1, kNaN, 1, 0}), IsEmpty());
+  EXPECT_THAT(Indexes({0, kNaN, 5, 0, 7, 0}), ElementsAre(4));
 }
 
 TEST(FindFeatures, AgreesWithScipy) {  // tests/oracles/features.py
-  const OracleTable oracle("features.csv");
+  const tests::OracleTable oracle("features.csv");
   std::vector<std::uint32_t> expected;
   for (std::uint32_t i = 0; i < Size(oracle["y"]); ++i) {
     if (oracle["feature"][i] == 1) expected.push_back(i);
@@ -106,7 +106,7 @@ TEST(FindFeatures, ReportsOnlyIndexesInItsStretchButLooksBeyond) {
 }
 
 TEST(FindFeatures, TakesACountBeyondTheCurveForItsEnd) {
-  EXPECT_THAT(Indexes({0, 5, 0, 6, 0}, 2, MaxIndex), ElementsAre(3));
+  EXPECT_THAT(Indexes({0, 5, 0, 6, 0}, 2, kMaxIndex), ElementsAre(3));
 }
 
 TEST(FindFeatures, FindsEachFeatureOnceInAdjoiningStretches) {
@@ -164,7 +164,7 @@ TEST(FindOneFeature, ClimbsFromTheEnds) {
   EXPECT_EQ(2, Climb({0, 1, 5, 3, 2}, 4));
 }
 
-TEST(FindOneFeature, TakesAnIndexBeyondTheCurveForItsEnd) { EXPECT_EQ(2, Climb({0, 1, 5, 3, 2}, MaxIndex)); }
+TEST(FindOneFeature, TakesAnIndexBeyondTheCurveForItsEnd) { EXPECT_EQ(2, Climb({0, 1, 5, 3, 2}, kMaxIndex)); }
 
 TEST(FindOneFeature, FindsNothingWhereTheClimbEndsAtAnEnd) {
   EXPECT_EQ(-1, Climb({0, 1, 2, 3}, 1));
@@ -179,8 +179,8 @@ TEST(FindOneFeature, FindsNothingOnFlatOrEmptyCurves) {
 }
 
 TEST(FindOneFeature, StopsBesideNaN) {
-  EXPECT_EQ(-1, Climb({0, 1, 2, NaN, 1, 0}, 1));
-  EXPECT_EQ(-1, Climb({0, 1, 2, NaN, 1, 0}, 3));
+  EXPECT_EQ(-1, Climb({0, 1, 2, kNaN, 1, 0}, 1));
+  EXPECT_EQ(-1, Climb({0, 1, 2, kNaN, 1, 0}, 3));
 }
 
 TEST(FindOneFeature, LeavesItsResultAloneIfItFindsNothing) {

@@ -8,7 +8,7 @@ using TslMath::GaussPeak;
 
 namespace {
 
-const double FwhmPerSigma = 2 * std::sqrt(2 * std::log(2));
+const double kFwhmPerSigma = 2 * std::sqrt(2 * std::log(2));
 
 double Height(double height, double centre, double sigma, double x) {
   return height * std::exp(-(x - centre) * (x - centre) / (2 * sigma * sigma));
@@ -25,7 +25,7 @@ double SummedArea(double height, double sigma) {
 TEST(GaussPeak, TurnsFwhmIntoA3AndBack) {
   for (double fwhm : {1e-9, 0.6, 0.7, 12.0, 1e9}) {
     EXPECT_NEAR(fwhm, GaussPeak::A3_to_FWHM(GaussPeak::FWHM_to_A3(fwhm)), 1e-14 * fwhm);
-    EXPECT_NEAR(fwhm / FwhmPerSigma, GaussPeak::FWHM_to_A3(fwhm), 1e-14 * fwhm);
+    EXPECT_NEAR(fwhm / kFwhmPerSigma, GaussPeak::FWHM_to_A3(fwhm), 1e-14 * fwhm);
   }
   EXPECT_EQ(0, GaussPeak::FWHM_to_A3(0));
 }

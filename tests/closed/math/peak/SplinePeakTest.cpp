@@ -17,9 +17,9 @@ namespace {
 
 using Samples = std::vector<double>;
 
-constexpr double NaN = std::numeric_limits<double>::quiet_NaN();
-constexpr double Infinite = std::numeric_limits<double>::infinity();
-constexpr double FwhmPerSigma = 2.3548200450309493;
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+constexpr double kInfinite = std::numeric_limits<double>::infinity();
+constexpr double kFwhmPerSigma = 2.3548200450309493;
 
 struct Point {
   double x, y;
@@ -71,14 +71,14 @@ class Peak {
 Samples Gaussian(double height, double centre, double fwhm, int n) {
   Samples y;
   for (int i = 0; i < n; ++i) {
-    const double u = (i - centre) / (fwhm / FwhmPerSigma);
+    const double u = (i - centre) / (fwhm / kFwhmPerSigma);
     y.push_back(height * std::exp(-0.5 * u * u));
   }
   return y;
 }
 
 double GaussianArea(double height, double centre, double fwhm, double from, double to) {
-  const double s = fwhm / FwhmPerSigma * std::sqrt(2.0);
+  const double s = fwhm / kFwhmPerSigma * std::sqrt(2.0);
   return height * s * std::sqrt(M_PI) / 2 * (std::erf((to - centre) / s) - std::erf((from - centre) / s));
 }
 
@@ -143,7 +143,7 @@ double CentroidError(double height, double fwhm, int trials) {
 
 TEST(SplinePeak, FindsTheCentroidOfASmoothedNoisyPeakNearlyAsWellAsPossible) {
   for (double height : {50.0, 200.0, 1000.0, 10000.0}) {
-    EXPECT_LE(CentroidError(height, 12, 4000), 1.45 * SmallestPossibleError(height, 12 / FwhmPerSigma))
+    EXPECT_LE(CentroidError(height, 12, 4000), 1.45 * SmallestPossibleError(height, 12 / kFwhmPerSigma))
         << height;
   }
 }
@@ -167,8 +167,8 @@ class SplineOracle {  // tests/oracles/spline_peak.py
     return y;
   }
 
-  OracleTable samples_{"spline_samples.csv"};
-  OracleTable results_{"spline_results.csv"};
+  tests::OracleTable samples_{"spline_samples.csv"};
+  tests::OracleTable results_{"spline_results.csv"};
 };
 
 TEST(SplinePeak, AgreesWithScipyOnTheMaximum) {
@@ -290,7 +290,7 @@ TEST(SplinePeak, EndsASideWithoutCrossingAtTheLastSample) {
 
 TEST(SplinePeak, PutsWidthAtTheApexForABaseNotBelowIt) {
   const Peak peak({0, 2, 5, 2, 0}, 10);
-  for (double base : {5.0, 6.0, Infinite, NaN}) {
+  for (double base : {5.0, 6.0, kInfinite, kNaN}) {
     EXPECT_EQ(peak.Max().x, peak.HalfHeight(base).left);
     EXPECT_EQ(peak.Max().x, peak.HalfHeight(base).right);
   }
@@ -298,7 +298,7 @@ TEST(SplinePeak, PutsWidthAtTheApexForABaseNotBelowIt) {
 
 TEST(SplinePeak, PutsCentroidAtTheApexForALevelNotBelowIt) {
   const Peak peak({0, 2, 5, 1, 0}, 10);
-  for (double level : {peak.Max().y, 60.0, Infinite, NaN}) {
+  for (double level : {peak.Max().y, 60.0, kInfinite, kNaN}) {
     const Centroid centroid = peak.CentroidAbove(level);
     EXPECT_EQ(peak.Max().x, centroid.x);
     EXPECT_EQ(peak.Max().y, centroid.y);
@@ -336,7 +336,7 @@ TEST(SplinePeak, MeasuresAreaOnTheCurvesOwnAxis) {
 TEST(SplinePeak, MeasuresAreaInPointsForAnOriginThatIsNoIndex) {
   const Samples axis(10, 0.0);
   const Samples y = {0, 2, 5, 2, 0};
-  for (double first : {-1.0, NaN, Infinite})
+  for (double first : {-1.0, kNaN, kInfinite})
     EXPECT_EQ(Peak(y).Area(1, 0), Peak(y, first).Area(1, 0, axis.data()));
 }
 
@@ -384,8 +384,8 @@ TEST(SplinePeak, TakesAWholeSpectrum) {
 }
 
 TEST(SplinePeak, NeverTakesNaNForTheApex) {
-  EXPECT_EQ(2, Peak({NaN, 1, 5, 1, NaN}).Max().x);
-  EXPECT_EQ(5, Peak({NaN, 1, 5, 1, NaN}).Max().y);
+  EXPECT_EQ(2, Peak({kNaN, 1, 5, 1, kNaN}).Max().x);
+  EXPECT_EQ(5, Peak({kNaN, 1, 5, 1, kNaN}).Max().y);
 }
 
 void ExpectInside(const Samples& y, double level) {
@@ -403,8 +403,8 @@ void ExpectInside(const Samples& y, double level) {
 }
 
 TEST(SplinePeak, KeepsPositionsInsideForAnyInput) {
-  const Samples odd = {NaN, Infinite, -Infinite, 1e308, -1e308, 1e-320, 0.0, -0.0, 1e200,
-                       1,   -1,       2,         3,     4,      5,      100, 7};
+  const Samples odd = {kNaN, kInfinite, -kInfinite, 1e308, -1e308, 1e-320, 0.0, -0.0, 1e200,
+                       1,    -1,        2,          3,     4,      5,      100, 7};
   std::mt19937 random(11);
   std::uniform_int_distribution<std::size_t> length(1, 70);
   for (int trial = 0; trial < 20000; ++trial) {

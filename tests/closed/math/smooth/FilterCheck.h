@@ -12,14 +12,13 @@
 #include <string>
 #include <vector>
 
-namespace FilterCheck {
+#include <closed/math/SampleArray.h>
 
-using Samples = std::vector<double>;
+namespace tests {
+
 using Numbers = std::vector<std::uint32_t>;
 using Lengths = std::vector<std::size_t>;
 using Filter = std::function<void(const double*, std::uint32_t, std::uint32_t, std::uint32_t, double*)>;
-
-inline std::uint32_t Size(const Samples& y) { return static_cast<std::uint32_t>(y.size()); }
 
 inline Filter Mean(std::uint32_t width) {
   return [=](const double* y, std::uint32_t n, std::uint32_t start, std::uint32_t end, double* out) {
@@ -116,4 +115,4 @@ inline double NoiseGain(const Filter& filter) {
   return std::sqrt(sum);
 }
 
-}  // namespace FilterCheck
+}  // namespace tests

@@ -6,14 +6,14 @@
 
 #include <closed/math/smooth/FilterCheck.h>
 
-using namespace FilterCheck;
+using namespace tests;
 
 namespace {
 
-constexpr double FwhmPerSigma = 2.3548200450309493;
+constexpr double kFwhmPerSigma = 2.3548200450309493;
 
 double PlainGaussian(const Samples& y, std::size_t i, double width) {
-  const double sigma = width / FwhmPerSigma;
+  const double sigma = width / kFwhmPerSigma;
   const auto reach = static_cast<std::size_t>(std::ceil(4.5 * sigma));
   const std::size_t half = std::min({reach, i, y.size() - 1 - i});
   long double sum = 0;
@@ -29,7 +29,7 @@ double PlainGaussian(const Samples& y, std::size_t i, double width) {
 Samples GaussianPeak(double fwhm, std::size_t n) {
   const double centre = static_cast<double>(n) / 2 + 0.3;
   return Tabulate(n, [=](double i) {
-    const double u = (i - centre) / (fwhm / FwhmPerSigma);
+    const double u = (i - centre) / (fwhm / kFwhmPerSigma);
     return 1000 * std::exp(-0.5 * u * u);
   });
 }
@@ -78,7 +78,7 @@ TEST(SmoothGaussian, KeepsTheAreaOfAPeak) {
 TEST(SmoothGaussian, LowersWhiteNoiseByTheKernelsFormula) {
   EXPECT_NEAR(0.3645, NoiseGain(Gaussian(5)), 5e-5);
   EXPECT_NEAR(0.3081, NoiseGain(Gaussian(7)), 5e-5);
-  EXPECT_NEAR(1 / std::sqrt(2 * std::sqrt(M_PI) * 60 / FwhmPerSigma), NoiseGain(Gaussian(60)), 1e-4);
+  EXPECT_NEAR(1 / std::sqrt(2 * std::sqrt(M_PI) * 60 / kFwhmPerSigma), NoiseGain(Gaussian(60)), 1e-4);
 }
 
 }  // namespace

@@ -4,7 +4,7 @@
 
 #include <closed/math/smooth/FilterCheck.h>
 
-using namespace FilterCheck;
+using namespace tests;
 
 namespace {
 

@@ -5,7 +5,7 @@
 
 #include <closed/math/smooth/FilterCheck.h>
 
-using namespace FilterCheck;
+using namespace tests;
 
 namespace {
 

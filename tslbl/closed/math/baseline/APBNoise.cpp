@@ -1,7 +1,8 @@
+// Dispersion and Median: the noise about the adaptive baseline, a value for each segment.
 #include <tslbl/closed/math/Lanes.h>
 #include <tslbl/closed/math/SmallestStep.h>
+#include <tslbl/closed/math/baseline/BackgroundKernel.h>
 #include <tslbl/closed/math/baseline/BaselineAndNoise.h>
-#include <tslbl/closed/math/baseline/LinearFitSD.h>
 #include <tslbl/closed/math/baseline/Noise.h>
 #include <tslbl/closed/math/baseline/Polyline.h>
 #include <tslbl/closed/math/baseline/RobustLine.h>
@@ -16,11 +17,11 @@
 namespace TslMath {
 namespace {
 
-constexpr double GapSteps = 4;
-constexpr std::uint32_t BaselineWindow = 25;
+constexpr double kGapSteps = 4;
+constexpr std::uint32_t kBaselineWindow = 25;
 // Each thread keeps its work space up to so many points: fresh memory for each spectrum takes a fifth of the
 // time.
-constexpr std::uint32_t MostKept = 1 << 17;
+constexpr std::uint32_t kMostKept = 1 << 17;
 
 struct StepRange {
   double least = INFINITY;
@@ -32,20 +33,20 @@ TSLBL_WIDE void FindStepRange(const double* x, std::size_t n, StepRange& range) 
   Lanes least[2] = {range.least - Lanes{}, range.least - Lanes{}};
   Lanes greatest[2] = {};
   std::size_t i = 1;
-  for (; i + 2 * LaneCount <= n; i += 2 * LaneCount) {
+  for (; i + 2 * kLaneCount <= n; i += 2 * kLaneCount) {
 #pragma GCC unroll 2
     for (std::size_t k = 0; k < 2; ++k) {
       Lanes before, here, step;
-      Load(x + i + k * LaneCount - 1, before);
-      Load(x + i + k * LaneCount, here);
+      Load(x + i + k * kLaneCount - 1, before);
+      Load(x + i + k * kLaneCount, here);
       Magnitude(here - before, step);
       least[k] = step < least[k] ? step : least[k];
       greatest[k] = step > greatest[k] ? step : greatest[k];
     }
   }
-  for (std::size_t j = 0; j < 2 * LaneCount; ++j) {
-    range.least = std::min(range.least, least[j / LaneCount][j % LaneCount]);
-    range.greatest = std::max(range.greatest, greatest[j / LaneCount][j % LaneCount]);
+  for (std::size_t j = 0; j < 2 * kLaneCount; ++j) {
+    range.least = std::min(range.least, least[j / kLaneCount][j % kLaneCount]);
+    range.greatest = std::max(range.greatest, greatest[j / kLaneCount][j % kLaneCount]);
   }
   for (; i < n; ++i) {
     range.least = std::min(range.least, std::abs(x[i] - x[i - 1]));
@@ -57,7 +58,7 @@ TSLBL_WIDE void FindStepRange(const double* x, std::size_t n, StepRange& range) 
 double GapLimit(const double* x, std::uint32_t n) {
   StepRange range;
   FindStepRange(x, n, range);
-  if (!(range.greatest > GapSteps * range.least)) return INFINITY;
+  if (!(range.greatest > kGapSteps * range.least)) return INFINITY;
   std::vector<double> steps;
   steps.reserve(n);
   for (std::uint32_t i = 1; i < n; ++i) {
@@ -66,13 +67,13 @@ double GapLimit(const double* x, std::uint32_t n) {
   }
   const auto middle = steps.begin() + static_cast<std::ptrdiff_t>(steps.size() / 2);
   std::nth_element(steps.begin(), middle, steps.end());
-  return *middle > 0 ? GapSteps * *middle : INFINITY;
+  return *middle > 0 ? kGapSteps * *middle : INFINITY;
 }
 
 // The noise of each segment that has enough background, at the segment's centre.
 std::vector<Knot> SegmentNoise(const double* y, const double* baseline, const double* firstNoise,
                                std::uint32_t n, std::uint32_t segSize) {
-  const RejectionRule rule(RefiningPoints, RefiningWidth, n, SmallestStep(y, n));
+  const RejectionRule rule(kRefiningPoints, kRefiningWidth, n, SmallestStep(y, n));
   const Segments segments(n, std::max<std::size_t>(segSize, rule.LeastCount()));
   SegmentLoader loader(y, baseline, n, segments.Longest(), rule.points);
   std::vector<Knot> all;
@@ -101,7 +102,7 @@ void TakeMedians(std::vector<Knot>& knots, std::uint32_t median) {
 // `baseline` is work space of n values.
 void PartNoise(const double* y, std::uint32_t n, std::uint32_t segSize, std::uint32_t median,
                double* baseline, double* out) {
-  OpenAdaptively(y, n, segSize, BaselineWindow, {baseline, out});
+  OpenAdaptively(y, n, segSize, kBaselineWindow, {baseline, out});
   if (n <= 2) return;
   std::vector<Knot> knots = SegmentNoise(y, baseline, out, n, segSize);
   if (median > 0) TakeMedians(knots, median);
@@ -115,7 +116,7 @@ void APBNoise(double* x, double* y, std::uint32_t n, std::uint32_t segSize, std:
   const double gap = x == nullptr ? INFINITY : GapLimit(x, n);
   thread_local std::vector<double> kept;
   std::vector<double> own;
-  std::vector<double>& baseline = n <= MostKept ? kept : own;
+  std::vector<double>& baseline = n <= kMostKept ? kept : own;
   if (baseline.size() < n) baseline.resize(n);
   std::uint32_t begin = 0;
   for (std::uint32_t i = 1; gap < INFINITY && i < n; ++i) {

@@ -2,7 +2,7 @@
 // Baseline and noise of a curve in one pass. The functions of Baseline.h and Noise.h are these with one of
 // the results left out, so who wants both with the same parameters pays half.
 //
-// Parameters, ends and limits: see Baseline.h.
+// Parameters, ends and limits: see Baseline.h; the methods under their names in docs/numerics.md.
 #include <tslbl/Export.h>
 
 #include <cstdint>
@@ -15,12 +15,15 @@ struct BaselineAndNoise {
   double* noise;
 };
 
+// Linear fit: LinearFitSDBaseline and LinearFitSDNoise.
 TSLBL_API void FitLinesSD(const double* y, std::uint32_t n, std::uint32_t segSize, std::uint32_t points,
                           std::uint32_t width, const BaselineAndNoise& out);
 
+// V-F: VFBaseline and VFNoise.
 TSLBL_API void FollowValleys(const double* y, std::uint32_t n, std::uint32_t segSize,
                              const BaselineAndNoise& out);
 
+// Adaptive: APBMorph, with the noise about it.
 TSLBL_API void OpenAdaptively(const double* y, std::uint32_t n, std::uint32_t segSize, std::uint32_t window,
                               const BaselineAndNoise& out);
 

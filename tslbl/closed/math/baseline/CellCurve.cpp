@@ -24,20 +24,20 @@ SegmentLine OrFlat(const SegmentLine& line, double level) {
 }  // namespace
 
 CellCurve::CellCurve(const double* y, std::size_t n, std::size_t margin)
-    : margin_(margin), firstPoint_(n % CellSize / 2), cells_(n / CellSize + 2 * margin) {
+    : margin_(margin), firstPoint_(n % kCellSize / 2), cells_(n / kCellSize + 2 * margin) {
   double* inner = cells_.data() + margin;
   const double* point = y + firstPoint_;
-  for (std::size_t c = 0; c < n / CellSize; ++c, point += CellSize) {
+  for (std::size_t c = 0; c < n / kCellSize; ++c, point += kCellSize) {
     double sum = 0;
-    for (std::size_t k = 0; k < CellSize; ++k) sum += point[k];
-    inner[c] = sum / static_cast<double>(CellSize);
+    for (std::size_t k = 0; k < kCellSize; ++k) sum += point[k];
+    inner[c] = sum / static_cast<double>(kCellSize);
   }
-  BridgeNotFinite(inner, n / CellSize);
+  BridgeNotFinite(inner, n / kCellSize);
 }
 
 double CellCurve::Centre(std::size_t cell) const {
   const double inner = static_cast<double>(cell) - static_cast<double>(margin_);
-  return static_cast<double>(firstPoint_) + inner * CellSize + 0.5 * (CellSize - 1);
+  return static_cast<double>(firstPoint_) + inner * kCellSize + 0.5 * (kCellSize - 1);
 }
 
 void CellCurve::Continue(const SegmentLine& left, double leftOrigin, const SegmentLine& right,
@@ -52,14 +52,14 @@ void CellCurve::Continue(const SegmentLine& left, double leftOrigin, const Segme
 void CellCurve::DrawPoints(const std::vector<double>& cells, std::size_t n, double* out) const {
   const double* cell = cells.data() + margin_ - 1;
   const auto draw = [&](std::size_t first, std::size_t last, double* to) {
-    const double slope = (cell[1] - cell[0]) / static_cast<double>(CellSize);
+    const double slope = (cell[1] - cell[0]) / static_cast<double>(kCellSize);
     for (std::size_t phase = first; phase < last; ++phase)
       *to++ = cell[0] + slope * static_cast<double>(phase);
   };
-  const std::size_t phase = CellSize - CellSize / 2 - firstPoint_;
-  std::size_t i = std::min(n, CellSize - phase);
+  const std::size_t phase = kCellSize - kCellSize / 2 - firstPoint_;
+  std::size_t i = std::min(n, kCellSize - phase);
   draw(phase, phase + i, out);
-  for (++cell; i + CellSize <= n; i += CellSize, ++cell) draw(0, CellSize, out + i);
+  for (++cell; i + kCellSize <= n; i += kCellSize, ++cell) draw(0, kCellSize, out + i);
   if (i < n) draw(0, n - i, out + i);
 }
 

@@ -9,7 +9,7 @@ namespace TslMath {
 
 // Points averaged into one cell. Less than half a peak's width, so valleys between peaks stay while single
 // counts make none, and everything done in cells costs a fifth.
-constexpr std::size_t CellSize = 5;
+constexpr std::size_t kCellSize = 5;
 
 // Cells of a curve of n points, the same remainder being left out at both ends, with `margin` further cells
 // on either side; at least 2.

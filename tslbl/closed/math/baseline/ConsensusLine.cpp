@@ -9,21 +9,21 @@
 namespace TslMath {
 namespace {
 
-constexpr std::size_t MaxBlocks = 10;
+constexpr std::size_t kMaxBlocks = 10;
 // A line that half of the segment lies on needs no rival.
-constexpr double Convincing = 0.5;
+constexpr double kConvincing = 0.5;
 // Lines through nearer blocks than this have too uncertain a slope.
-constexpr std::size_t LeastGap = 3;
+constexpr std::size_t kLeastGap = 3;
 
 // Lowest samples, one a block, in order of position.
 struct LowPlaces {
-  std::array<std::size_t, MaxBlocks> at;
+  std::array<std::size_t, kMaxBlocks> at;
   std::size_t count;
 };
 
 LowPlaces FindLowPlaces(const SegmentData& segment) {
   LowPlaces low;
-  low.count = std::min(segment.samples, MaxBlocks);
+  low.count = std::min(segment.samples, kMaxBlocks);
   const std::size_t whole = segment.samples / low.count;
   const std::size_t longer = segment.samples % low.count;
   std::size_t end = 0;
@@ -87,11 +87,11 @@ TSLBL_WIDE void Score(const double* sample, std::size_t groups, const SampleLine
                       std::int64_t& score) {
   const Lanes lane = {0, 1, 2, 3};
   Lanes value = line.level + line.slope * lane;
-  const double advance = line.slope * static_cast<double>(LaneCount);
+  const double advance = line.slope * static_cast<double>(kLaneCount);
   LaneMask reached{}, below{};
   for (std::size_t g = 0; g < groups; ++g) {
     Lanes r;
-    Load(sample + g * LaneCount, r);
+    Load(sample + g * kLaneCount, r);
     r -= value;
     value += advance;
     reached -= r <= limit;
@@ -114,11 +114,11 @@ SampleLine FlatThroughLowest(const SegmentData& segment, const LowPlaces& low) {
 
 // Far pairs come first: their slopes are the surest.
 SampleLine BestLine(const SegmentData& segment, const LowPlaces& low, double limit) {
-  const std::size_t groups = WholeGroups(segment.samples) / LaneCount;
-  const double convincing = Convincing * static_cast<double>(segment.samples);
+  const std::size_t groups = WholeGroups(segment.samples) / kLaneCount;
+  const double convincing = kConvincing * static_cast<double>(segment.samples);
   SampleLine best = FlatThroughLowest(segment, low);
   std::int64_t bestScore = std::numeric_limits<std::int64_t>::min();
-  const std::size_t leastGap = std::min(LeastGap, low.count - 1);
+  const std::size_t leastGap = std::min(kLeastGap, low.count - 1);
   for (std::size_t gap = low.count - 1; gap > 0 && gap >= leastGap; --gap) {
     for (std::size_t k = 0; k + gap < low.count; ++k) {
       const SampleLine line = Through(segment, low.at[k], low.at[k + gap]);

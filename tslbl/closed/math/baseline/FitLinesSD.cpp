@@ -1,12 +1,13 @@
+// Linear fit: the kernel on the curve itself.
 #include <tslbl/closed/math/SmallestStep.h>
+#include <tslbl/closed/math/baseline/BackgroundKernel.h>
 #include <tslbl/closed/math/baseline/BaselineAndNoise.h>
-#include <tslbl/closed/math/baseline/LinearFitSD.h>
 
 namespace TslMath {
 
 void FitLinesSD(const double* y, std::uint32_t n, std::uint32_t segSize, std::uint32_t points,
                 std::uint32_t width, const BaselineAndNoise& out) {
-  LinearFitSD(y, nullptr, n, SmallestStep(y, n), {segSize, points, width}, out);
+  FitBackground(y, nullptr, n, SmallestStep(y, n), {segSize, points, width}, out);
 }
 
 }  // namespace TslMath

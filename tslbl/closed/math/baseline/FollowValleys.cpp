@@ -1,6 +1,7 @@
+// V-F: a polygon through the valleys of the curve, and the kernel on what stands above it.
 #include <tslbl/closed/math/SmallestStep.h>
+#include <tslbl/closed/math/baseline/BackgroundKernel.h>
 #include <tslbl/closed/math/baseline/BaselineAndNoise.h>
-#include <tslbl/closed/math/baseline/LinearFitSD.h>
 #include <tslbl/closed/math/baseline/Polyline.h>
 #include <tslbl/closed/math/baseline/SegmentGuard.h>
 #include <tslbl/closed/math/baseline/Segments.h>
@@ -14,8 +15,8 @@ namespace TslMath {
 namespace {
 
 // Less than half a peak's width: single counts make no valleys, and valleys between peaks stay.
-constexpr std::uint32_t SmoothingWidth = 5;
-constexpr std::size_t NoiseReach = 10;
+constexpr std::uint32_t kSmoothingWidth = 5;
+constexpr std::size_t kNoiseReach = 10;
 
 // Finds one knot a segment. Flat bottoms count as valleys, point by point.
 class KnotFinder {
@@ -103,8 +104,8 @@ std::vector<Knot> FindKnots(const double* smooth, std::size_t n, const Segments&
 // Noise of the raw data around a knot, from the steps between neighbours.
 double NoiseAround(const double* y, std::size_t n, double position, double floor) {
   const auto middle = static_cast<std::size_t>(position);
-  const std::size_t begin = middle - std::min(middle, NoiseReach);
-  const std::size_t end = std::min(n - 1, middle + NoiseReach + 1);
+  const std::size_t begin = middle - std::min(middle, kNoiseReach);
+  const std::size_t end = std::min(n - 1, middle + kNoiseReach + 1);
   double sum = 0;
   for (std::size_t i = begin; i < end; ++i) sum += (y[i + 1] - y[i]) * (y[i + 1] - y[i]);
   return std::max(std::sqrt(sum / (2 * static_cast<double>(end - begin))), floor);
@@ -128,15 +129,15 @@ std::vector<Knot> WithoutPeaks(const std::vector<Knot>& knots, const double* y, 
 }  // namespace
 
 void FollowValleys(const double* y, std::uint32_t n, std::uint32_t segSize, const BaselineAndNoise& out) {
-  const LinearFitSettings refining{std::max(segSize, RefiningSegment), RefiningPoints, RefiningWidth};
+  const BackgroundSettings refining{std::max(segSize, kRefiningSegment), kRefiningPoints, kRefiningWidth};
   const double quantum = SmallestStep(y, n);
-  if (n <= 2) return LinearFitSD(y, nullptr, n, quantum, refining, out);
+  if (n <= 2) return FitBackground(y, nullptr, n, quantum, refining, out);
   double* shape = out.baseline != nullptr ? out.baseline : out.noise;
-  SmoothGaussian(y, n, 0, n, SmoothingWidth, shape);
+  SmoothGaussian(y, n, 0, n, kSmoothingWidth, shape);
   const std::size_t usable = std::max<std::size_t>(segSize, 1);
   const std::vector<Knot> knots = FindKnots(shape, n, Segments(n, usable));
   DrawPolyline(WithoutPeaks(knots, y, n, usable, quantum / 2), n, shape);
-  LinearFitSD(y, shape, n, quantum, refining, out);
+  FitBackground(y, shape, n, quantum, refining, out);
 }
 
 }  // namespace TslMath

@@ -20,7 +20,7 @@ template <class Pick>
 TSLBL_INLINE void JoinPairs(const double* y, std::size_t distance, std::size_t count, double* out,
                             Pick pick) {
   std::size_t i = 0;
-  for (; i + LaneCount <= count; i += LaneCount) {
+  for (; i + kLaneCount <= count; i += kLaneCount) {
     Lanes near, far;
     Load(y + i, near);
     Load(y + i + distance, far);
@@ -35,7 +35,7 @@ template <class Pick>
 TSLBL_INLINE void JoinFours(const double* y, std::size_t distance, std::size_t count, double* out,
                             Pick pick) {
   std::size_t i = 0;
-  for (; i + LaneCount <= count; i += LaneCount) {
+  for (; i + kLaneCount <= count; i += kLaneCount) {
     Lanes joined[4];
 #pragma GCC unroll 4
     for (std::size_t k = 0; k < 4; ++k) Load(y + i + k * distance, joined[k]);

@@ -22,11 +22,12 @@ TSLBL_API void VFNoise(const double* y, std::uint32_t n, std::uint32_t segSize, 
 
 // The noise about the adaptive baseline (APBMorph with this segSize and a window of 25), one value for each
 // segment of segSize points, joined by straight lines.
-//   median  0: the values as they are ("Dispersion"). k > 0: a running median over k segments (k + 1 for even
-//           k) takes out those that peaks have spoilt ("Median").
-//   x       the axis, ascending or descending. A step of more than 4 times the median step is a gap: the
-//   parts
-//           on both sides are treated each for itself. Null means no gaps.
+//
+//   median  0: the values as they are ("Dispersion"). k > 0: a running median over k segments
+//           (k + 1 for even k) takes out those that peaks have spoilt ("Median").
+//   x       the axis, ascending or descending. A step of more than 4 times the median step is a
+//           gap: the parts on both sides are treated each for itself. Null means no gaps.
+//
 // x and y are only read.
 TSLBL_API void APBNoise(double* x, double* y, std::uint32_t n, std::uint32_t segSize, std::uint32_t median,
                         double* out);

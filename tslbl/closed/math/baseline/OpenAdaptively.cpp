@@ -1,7 +1,8 @@
+// Adaptive: a morphological opening as wide as the peaks ask for, and the kernel on what stands above it.
 #include <tslbl/closed/math/SmallestStep.h>
+#include <tslbl/closed/math/baseline/BackgroundKernel.h>
 #include <tslbl/closed/math/baseline/BaselineAndNoise.h>
 #include <tslbl/closed/math/baseline/CellCurve.h>
-#include <tslbl/closed/math/baseline/LinearFitSD.h>
 #include <tslbl/closed/math/baseline/MovingExtrema.h>
 #include <tslbl/closed/math/baseline/RobustLine.h>
 #include <tslbl/closed/math/baseline/SegmentLoader.h>
@@ -15,7 +16,7 @@ namespace TslMath {
 namespace {
 
 // A narrow opening stands on background where it is within this many SDs of the widest one.
-constexpr double SameLevel = 2;
+constexpr double kSameLevel = 2;
 
 // Lengths of the structuring elements and of the moving mean, in cells.
 struct Elements {
@@ -23,10 +24,10 @@ struct Elements {
 
   // Wider than twice the curve is no different from twice.
   Elements(std::size_t segSize, std::size_t window, std::size_t cells)
-      : narrow(std::clamp<std::size_t>(segSize / CellSize, 2, cells + 2)),
+      : narrow(std::clamp<std::size_t>(segSize / kCellSize, 2, cells + 2)),
         middle(2 * narrow),
         wide(std::min(4 * narrow, 2 * (cells + 2))),
-        mean(std::clamp<std::size_t>(window / CellSize, 1, cells + 2)) {}
+        mean(std::clamp<std::size_t>(window / kCellSize, 1, cells + 2)) {}
 
   // So far from its ends a continued curve feels them: half of the widest opening, a narrow one, half a
   // rounding, two halves of the mean, and one cell to draw the last points.
@@ -36,7 +37,7 @@ struct Elements {
 // The robust lines of the first and the last stretch of the curve, so that the openings keep a sloping end.
 void ContinueAlongEnds(const double* y, std::size_t n, const RejectionRule& rule, std::size_t segSize,
                        CellCurve& curve) {
-  const std::size_t length = std::min<std::size_t>(n, std::max<std::size_t>(segSize, RefiningSegment));
+  const std::size_t length = std::min<std::size_t>(n, std::max<std::size_t>(segSize, kRefiningSegment));
   SegmentLoader loader(y, nullptr, n, length, rule.points);
   const auto fit = [&](std::size_t begin) {
     const SegmentData data = loader.Load(begin, begin + length);
@@ -65,12 +66,13 @@ std::vector<double> PointNoise(const CellCurve& curve, const std::vector<double>
                                double floor) {
   std::vector<double> noise(curve.Cells().size(), floor);
   const auto inner = static_cast<std::uint32_t>(curve.InnerSize());
-  const auto segment = static_cast<std::uint32_t>(std::max<std::size_t>(segSize, RefiningSegment) / CellSize);
+  const auto segment =
+      static_cast<std::uint32_t>(std::max<std::size_t>(segSize, kRefiningSegment) / kCellSize);
   double* innerNoise = noise.data() + curve.Margin();
-  LinearFitSD(curve.Inner(), widest.data() + curve.Margin(), inner, SmallestStep(curve.Inner(), inner),
-              {segment, 1, RefiningWidth}, {nullptr, innerNoise});
+  FitBackground(curve.Inner(), widest.data() + curve.Margin(), inner, SmallestStep(curve.Inner(), inner),
+                {segment, 1, kRefiningWidth}, {nullptr, innerNoise});
   for (std::size_t c = 0; c < inner; ++c) {
-    innerNoise[c] = std::max(innerNoise[c] * std::sqrt(static_cast<double>(CellSize)), floor);
+    innerNoise[c] = std::max(innerNoise[c] * std::sqrt(static_cast<double>(kCellSize)), floor);
   }
   return noise;
 }
@@ -85,7 +87,7 @@ std::vector<double> AdaptiveOpening(const CellCurve& curve, const Elements& elem
   const std::vector<double> noise =
       PointNoise(curve, MovingMean(wide, elements.wide), 2 * segSize, noiseFloor);
   for (std::size_t c = 0; c < opening.size(); ++c) {
-    const double limit = wide[c] + SameLevel * noise[c];
+    const double limit = wide[c] + kSameLevel * noise[c];
     if (opening[c] > limit) opening[c] = middle[c] <= limit ? middle[c] : wide[c];
   }
   return Opening(opening, elements.narrow, scratch);
@@ -103,8 +105,8 @@ std::vector<double> Rounded(const std::vector<double>& opening, std::size_t leng
 
 void DrawShape(const double* y, std::uint32_t n, std::size_t segSize, std::size_t window, double quantum,
                double* shape) {
-  const RejectionRule rule(RefiningPoints, RefiningWidth, n, quantum);
-  const Elements elements(segSize, window, n / CellSize);
+  const RejectionRule rule(kRefiningPoints, kRefiningWidth, n, quantum);
+  const Elements elements(segSize, window, n / kCellSize);
   CellCurve curve(y, n, elements.Margin());
   ContinueAlongEnds(y, n, rule, segSize, curve);
   ExtremaScratch scratch;
@@ -119,13 +121,13 @@ void DrawShape(const double* y, std::uint32_t n, std::size_t segSize, std::size_
 void OpenAdaptively(const double* y, std::uint32_t n, std::uint32_t segSize, std::uint32_t window,
                     const BaselineAndNoise& out) {
   segSize = std::min(segSize, n);
-  const std::uint32_t refined = std::max(segSize < n / 2 ? 2 * segSize : n, RefiningSegment);
-  const LinearFitSettings refining{refined, RefiningPoints, RefiningWidth};
+  const std::uint32_t refined = std::max(segSize < n / 2 ? 2 * segSize : n, kRefiningSegment);
+  const BackgroundSettings refining{refined, kRefiningPoints, kRefiningWidth};
   const double quantum = SmallestStep(y, n);
-  if (n <= 2) return LinearFitSD(y, nullptr, n, quantum, refining, out);
+  if (n <= 2) return FitBackground(y, nullptr, n, quantum, refining, out);
   double* shape = out.baseline != nullptr ? out.baseline : out.noise;
   DrawShape(y, n, segSize, window, quantum, shape);
-  LinearFitSD(y, shape, n, quantum, refining, out);
+  FitBackground(y, shape, n, quantum, refining, out);
 }
 
 }  // namespace TslMath

@@ -12,7 +12,7 @@ TSLBL_WIDE void DrawLine(const Knot& knot, double slope, std::size_t begin, std:
   const Lanes lane = {0, 1, 2, 3};
   Lanes index = static_cast<double>(begin) + lane;
   std::size_t i = begin;
-  for (; i + LaneCount <= end; i += LaneCount, index += static_cast<double>(LaneCount)) {
+  for (; i + kLaneCount <= end; i += kLaneCount, index += static_cast<double>(kLaneCount)) {
     Store(knot.level + slope * (index - knot.position), out + i);
   }
   for (; i < end; ++i) out[i] = knot.level + slope * (static_cast<double>(i) - knot.position);

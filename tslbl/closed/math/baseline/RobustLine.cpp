@@ -8,11 +8,11 @@
 namespace TslMath {
 namespace {
 
-constexpr int MaxRounds = 40;
+constexpr int kMaxRounds = 40;
 // Growth has settled when line and noise move less than this part of the noise.
-constexpr double SettledMove = 0.02;
-constexpr double TrustedPart = 0.12;
-constexpr std::size_t TrustedPoints = 8;
+constexpr double kSettledMove = 0.02;
+constexpr double kTrustedPart = 0.12;
+constexpr std::size_t kTrustedPoints = 8;
 
 double Untruncation(double width) {
   const double density = std::exp(-0.5 * width * width) / std::sqrt(2 * std::numbers::pi);
@@ -53,7 +53,7 @@ RejectionRule::RejectionRule(std::uint32_t points_, std::uint32_t width_, std::s
       untruncation(Untruncation(width)),
       noiseFloor(quantum / 2) {}
 
-std::size_t RejectionRule::LeastCount() const { return std::max(2 * points, TrustedPoints); }
+std::size_t RejectionRule::LeastCount() const { return std::max(2 * points, kTrustedPoints); }
 
 RobustLine GrowLine(const SegmentData& segment, const RejectionRule& rule, const RobustLine& start,
                     Growth growth) {
@@ -63,7 +63,7 @@ RobustLine GrowLine(const SegmentData& segment, const RejectionRule& rule, const
   const double half = 0.5 * static_cast<double>(segment.length);
   AcceptanceLimits limits{rule.width * start.noise + Rounding(start.line),
                           std::numeric_limits<double>::infinity()};
-  for (int round = 0; round < MaxRounds; ++round) {
+  for (int round = 0; round < kMaxRounds; ++round) {
     const AcceptedSums sums = SumAccepted(segment.y, segment.mean, segment.length, fit.line, limits);
     if (sums.n < static_cast<double>(least)) {
       fit.count = static_cast<std::size_t>(sums.n);
@@ -76,7 +76,7 @@ RobustLine GrowLine(const SegmentData& segment, const RejectionRule& rule, const
     fit.line = {fit.line.level + move.level, fit.line.slope + move.slope};
     fit.noise = noise;
     fit.count = static_cast<std::size_t>(sums.n);
-    if (round > 0 && shift <= SettledMove * noise) break;
+    if (round > 0 && shift <= kSettledMove * noise) break;
     limits = {rule.width * noise + Rounding(fit.line),
               rule.width * NoiseOfMeans(sums, noise, rule) + Rounding(fit.line)};
   }
@@ -85,7 +85,7 @@ RobustLine GrowLine(const SegmentData& segment, const RejectionRule& rule, const
 
 bool IsTrusted(const RobustLine& fit, const RejectionRule& rule, std::size_t length) {
   return fit.count >= rule.LeastCount() &&
-         static_cast<double>(fit.count) >= TrustedPart * static_cast<double>(length);
+         static_cast<double>(fit.count) >= kTrustedPart * static_cast<double>(length);
 }
 
 }  // namespace TslMath

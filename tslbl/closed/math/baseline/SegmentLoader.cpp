@@ -8,7 +8,7 @@
 namespace TslMath {
 namespace {
 
-constexpr std::size_t LeastSamples = 10;
+constexpr std::size_t kLeastSamples = 10;
 
 void FillLastGroup(double* array, std::size_t length) {
   std::fill(array + length, array + WholeGroups(length), std::numeric_limits<double>::quiet_NaN());
@@ -20,12 +20,12 @@ TSLBL_WIDE void Subtract(const double* __restrict y, const double* __restrict sh
 }
 
 // Up to this window each mean is summed anew: neighbouring means are summed side by side.
-constexpr std::size_t MaxDirectWindow = 16;
+constexpr std::size_t kMaxDirectWindow = 16;
 
 // out[i] = mean of y[i .. i+window-1] for i < count.
 TSLBL_WIDE void NarrowMeans(const double* y, std::size_t count, std::size_t window, double* out) {
   const double share = 1 / static_cast<double>(window);
-  for (std::size_t i = 0; i < WholeGroups(count); i += LaneCount) {
+  for (std::size_t i = 0; i < WholeGroups(count); i += kLaneCount) {
     Lanes sum, next;
     Load(y + i, sum);
     for (std::size_t j = 1; j < window; ++j) {
@@ -85,7 +85,7 @@ SegmentData SegmentLoader::Load(std::size_t begin, std::size_t end) {
   LoadValues(begin, end);
   LoadMeans(begin, end);
   FillLastGroup(values_.data() + half_, length);
-  const std::size_t stride = std::clamp<std::size_t>(length / LeastSamples, 1, 2 * half_ + 1);
+  const std::size_t stride = std::clamp<std::size_t>(length / kLeastSamples, 1, 2 * half_ + 1);
   const std::size_t samples = LoadSamples(length, stride);
   return {values_.data() + half_, means_.data(), length, samples_.data(), samples, stride};
 }
@@ -104,7 +104,7 @@ void SegmentLoader::LoadValues(std::size_t begin, std::size_t end) {
 void SegmentLoader::LoadMeans(std::size_t begin, std::size_t end) {
   const std::size_t length = end - begin;
   const std::size_t window = 2 * half_ + 1;
-  if (window <= MaxDirectWindow) {
+  if (window <= kMaxDirectWindow) {
     NarrowMeans(values_.data(), length, window, means_.data());
   } else {
     WideMeans(values_.data(), length, window, sums_.data(), means_.data());

@@ -15,7 +15,7 @@ TSLBL_WIDE void SumLanes(const double* y, std::size_t groups, double centre, Lan
   Lanes s{}, q{};
   for (std::size_t g = 0; g < groups; ++g) {
     Lanes d;
-    Load(y + g * LaneCount, d);
+    Load(y + g * kLaneCount, d);
     d -= centre;
     s += d;
     q += d * d;
@@ -25,15 +25,15 @@ TSLBL_WIDE void SumLanes(const double* y, std::size_t groups, double centre, Lan
 }
 
 Deviations DeviationsFrom(double centre, const double* y, std::size_t n) {
-  const std::size_t groups = n / LaneCount;
+  const std::size_t groups = n / kLaneCount;
   Lanes sum, squares;
   SumLanes(y, groups, centre, sum, squares);
   Deviations total;
-  for (std::size_t j = 0; j < LaneCount; ++j) {
+  for (std::size_t j = 0; j < kLaneCount; ++j) {
     total.sum += sum[j];
     total.squares += squares[j];
   }
-  for (std::size_t i = groups * LaneCount; i < n; ++i) {
+  for (std::size_t i = groups * kLaneCount; i < n; ++i) {
     total.sum += y[i] - centre;
     total.squares += (y[i] - centre) * (y[i] - centre);
   }

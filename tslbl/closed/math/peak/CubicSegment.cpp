@@ -5,10 +5,10 @@
 namespace TslMath {
 namespace {
 
-constexpr double RootTolerance = 1e-14;
+constexpr double kRootTolerance = 1e-14;
 
 // Bisection alone would be done after this many steps.
-constexpr int MaxRootSteps = 60;
+constexpr int kMaxRootSteps = 60;
 
 }  // namespace
 
@@ -42,12 +42,12 @@ double CubicSegment::FindBelow(double level, double from) const {
 double CubicSegment::Crossing(double level, double above, double below) const {
   const double overshoot = Value(above) - level;
   double t = above + (below - above) * overshoot / (overshoot - (Value(below) - level));
-  for (int step = 0; step < MaxRootSteps; ++step) {
+  for (int step = 0; step < kMaxRootSteps; ++step) {
     if (!(t > above && t < below)) t = 0.5 * (above + below);
     const double height = Value(t) - level;
     (height < 0 ? below : above) = t;
     const double next = t - height / (b_ + t * (2 * c_ + 3 * t * d_));
-    if (std::abs(next - t) < RootTolerance || below - above < RootTolerance) break;
+    if (std::abs(next - t) < kRootTolerance || below - above < kRootTolerance) break;
     t = next;
   }
   return t >= above && t <= below ? t : 0.5 * (above + below);

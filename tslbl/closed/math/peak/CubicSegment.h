@@ -12,9 +12,9 @@ class CubicSegment {
   // From the values and the second derivatives at both ends. With the ends exchanged, the mirrored segment.
   CubicSegment(double y0, double y1, double curvature0, double curvature1)
       : a_(y0),
-        b_(y1 - y0 - (2 * curvature0 + curvature1) * Sixth),
+        b_(y1 - y0 - (2 * curvature0 + curvature1) * kSixth),
         c_(curvature0 / 2),
-        d_((curvature1 - curvature0) * Sixth) {}
+        d_((curvature1 - curvature0) * kSixth) {}
 
   double Value(double t) const { return a_ + t * (b_ + t * (c_ + t * d_)); }
 
@@ -27,8 +27,8 @@ class CubicSegment {
 
   // The value is not below this on the whole interval. (A cubic lies within the hull of its Bezier points.)
   double LowerBound() const {
-    const double bezier1 = a_ + b_ * Third;
-    const double bezier2 = bezier1 + (b_ + c_) * Third;
+    const double bezier1 = a_ + b_ * kThird;
+    const double bezier2 = bezier1 + (b_ + c_) * kThird;
     return std::min(std::min(a_, bezier1), std::min(bezier2, Value(1)));
   }
 
@@ -45,15 +45,15 @@ class CubicSegment {
 
  private:
   // Multiplied by, since a division takes as long as several multiplications.
-  static constexpr double Third = 1.0 / 3;
-  static constexpr double Fifth = 1.0 / 5;
-  static constexpr double Sixth = 1.0 / 6;
+  static constexpr double kThird = 1.0 / 3;
+  static constexpr double kFifth = 1.0 / 5;
+  static constexpr double kSixth = 1.0 / 6;
 
   double IntegralTo(double baseline, double t) const {
-    return t * (a_ - baseline + t * (b_ * 0.5 + t * (c_ * Third + t * (d_ * 0.25))));
+    return t * (a_ - baseline + t * (b_ * 0.5 + t * (c_ * kThird + t * (d_ * 0.25))));
   }
   double MomentTo(double t) const {
-    return t * t * (a_ * 0.5 + t * (b_ * Third + t * (c_ * 0.25 + t * (d_ * Fifth))));
+    return t * t * (a_ * 0.5 + t * (b_ * kThird + t * (c_ * 0.25 + t * (d_ * kFifth))));
   }
 
   // The Bezier points of the slope are below zero.

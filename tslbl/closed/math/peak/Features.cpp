@@ -7,7 +7,7 @@
 namespace TslMath {
 namespace {
 
-constexpr std::size_t BlockSize = 64;
+constexpr std::size_t kBlockSize = 64;
 
 // The samples first .. last, all equal.
 struct Run {
@@ -73,8 +73,8 @@ void FindFeatures(const double* y, std::uint32_t n, std::uint32_t start, std::ui
     const Run cut = samples.RunAround(first);
     if (cut.first < first) report(cut);
   }
-  for (std::size_t begin = first; begin < last; begin += BlockSize) {
-    std::uint64_t possible = PossibleFeatures(y, begin, std::min(begin + BlockSize, last));
+  for (std::size_t begin = first; begin < last; begin += kBlockSize) {
+    std::uint64_t possible = PossibleFeatures(y, begin, std::min(begin + kBlockSize, last));
     for (; possible != 0; possible &= possible - 1) {
       report(samples.RunAround(begin + static_cast<std::size_t>(std::countr_zero(possible))));
     }

@@ -1,7 +1,7 @@
 #include <tslbl/closed/math/peak/SplinePeak.h>
 
-#include <tslbl/closed/math/baseline/IntervalBounds.h>
 #include <tslbl/closed/math/peak/CubicSegment.h>
+#include <tslbl/closed/math/peak/IntervalBounds.h>
 
 #include <algorithm>
 #include <limits>
@@ -11,8 +11,8 @@ namespace {
 
 // Reciprocal pivots of the elimination, the same for every peak; beyond the table they have converged.
 struct PivotTable {
-  static constexpr std::size_t Size = 24;
-  double reciprocal[Size];
+  static constexpr std::size_t kSize = 24;
+  double reciprocal[kSize];
 
   constexpr PivotTable() : reciprocal{} {
     double pivot = 4;
@@ -22,10 +22,10 @@ struct PivotTable {
     }
   }
 
-  constexpr double operator[](std::size_t k) const { return reciprocal[std::min(k, Size - 1)]; }
+  constexpr double operator[](std::size_t k) const { return reciprocal[std::min(k, kSize - 1)]; }
 };
 
-constexpr PivotTable Pivots;
+constexpr PivotTable kPivots;
 
 double SecondDifference(const double* y, std::size_t i) { return y[i - 1] - 2 * y[i] + y[i + 1]; }
 
@@ -35,15 +35,15 @@ bool IsIndex(double x) { return x >= 0 && x <= std::numeric_limits<std::uint32_t
 
 SplinePeak::SplinePeak(const double* x, const double* y, std::uint32_t n)
     : count_(n), origin_(n > 0 ? x[0] : 0) {
-  const std::size_t room = count_ + Beyond;
-  if (count_ > InlineSamples) heap_.reset(new double[4 * room]);
+  const std::size_t room = count_ + kBeyond;
+  if (count_ > kInlineSamples) heap_.reset(new double[4 * room]);
   y_ = heap_ ? heap_.get() : inline_.data();
   curvature_ = y_ + room;
   lower_ = curvature_ + room;
   upper_ = lower_ + room;
   if (count_ == 0) return;
-  std::fill_n(std::copy(y, y + count_, y_), Beyond, 0.0);
-  std::fill_n(curvature_ + count_, Beyond, 0.0);
+  std::fill_n(std::copy(y, y + count_, y_), kBeyond, 0.0);
+  std::fill_n(curvature_ + count_, kBeyond, 0.0);
   SolveCurvatures();
   BoundIntervals(y_, curvature_, count_ - 1, lower_, upper_);
   FindApex();
@@ -67,10 +67,10 @@ void SplinePeak::SolveCurvatures() {
   double known = m[1];
   for (std::size_t i = 2; i + 2 < n; ++i) {
     m[i] = 6 * SecondDifference(y, i) - known;
-    known = m[i] * Pivots[i - 2];
+    known = m[i] * kPivots[i - 2];
   }
   known = m[n - 2];
-  for (std::size_t i = n - 3; i >= 2; --i) m[i] = known = (m[i] - known) * Pivots[i - 2];
+  for (std::size_t i = n - 3; i >= 2; --i) m[i] = known = (m[i] - known) * kPivots[i - 2];
   m[0] = 2 * m[1] - m[2];
   m[n - 1] = 2 * m[n - 2] - m[n - 3];
 }

@@ -6,9 +6,9 @@
 // It passes through noise as it passes through signal: give it smoothed samples. On noise-free Gaussian peaks
 // 10 points wide at half height the apex is right to 0.003 points, the width to 1e-4 and the area to 1e-5.
 //
-//   x  the point indexes of the samples, consecutive: x[i] = x[0] + i. Only x[0] is read, and positions that
-//   come back
-//      are fractional point indexes between x[0] and x[0] + n - 1, never outside.
+//   x  the point indexes of the samples, consecutive: x[i] = x[0] + i. Only x[0] is read, and
+//      positions that come back are fractional point indexes between x[0] and x[0] + n - 1,
+//      never outside.
 //   y  the samples, copied. Up to 64 of them need no memory from the heap.
 //
 // Any input is safe. With n = 0 all results are 0. A NaN or an infinity in y leaves positions within the
@@ -56,9 +56,9 @@ class TSLBL_API SplinePeak {
   double PeakArea(double level, double baseline, const double* xAxis) const;
 
  private:
-  static constexpr std::size_t InlineSamples = 64;
+  static constexpr std::size_t kInlineSamples = 64;
   // Bounds are found in whole groups of lanes, which reach beyond the last sample.
-  static constexpr std::size_t Beyond = 4;
+  static constexpr std::size_t kBeyond = 4;
 
   // A position, counted from the first sample, as the interval it lies in and the place in the interval.
   struct Place {
@@ -95,7 +95,7 @@ class TSLBL_API SplinePeak {
   double* upper_;
   Place apex_{0, 0};
   double apexY_ = 0;
-  std::array<double, 4 * (InlineSamples + Beyond)> inline_;
+  std::array<double, 4 * (kInlineSamples + kBeyond)> inline_;
   std::unique_ptr<double[]> heap_;
 };
 

@@ -64,8 +64,8 @@ TSLBL_INLINE void Medians(const double* y, std::size_t first, std::size_t last, 
   constexpr std::size_t width = 2 * Half + 1;
   const std::make_index_sequence<width> wires;
   const std::make_index_sequence<CountExchanges(width)> steps;
-  for (std::size_t i = first; i < last; i += LaneCount) {
-    const std::size_t at = std::min(i, last - LaneCount);
+  for (std::size_t i = first; i < last; i += kLaneCount) {
+    const std::size_t at = std::min(i, last - kLaneCount);
     MediansOfGroup<width>(y + (at - Half), wires, steps, out + at);
   }
 }
@@ -81,7 +81,7 @@ TSLBL_INLINE void MediansOf(std::size_t half, std::index_sequence<Halves...>, co
 
 TSLBL_WIDE void NetworkMedian(const double* y, std::size_t first, std::size_t last, std::size_t half,
                               double* out) {
-  MediansOf(half, std::make_index_sequence<MaxNetworkHalf>(), y, first, last, out);
+  MediansOf(half, std::make_index_sequence<kMaxNetworkHalf>(), y, first, last, out);
 }
 
 }  // namespace TslMath

@@ -8,7 +8,7 @@
 namespace TslMath {
 namespace {
 
-constexpr std::size_t WordBits = 64;
+constexpr std::size_t kWordBits = 64;
 
 // Negative doubles count down as their bits count up.
 std::int64_t FlipNegative(std::int64_t bits) {
@@ -44,7 +44,7 @@ void SortedWindow::Replace(std::size_t oldIndex, std::size_t newIndex) {
 }
 
 RankWindow::RankWindow(const double* y, std::size_t first, std::size_t last)
-    : first_(first), rankOf_(last - first), keys_(last - first), marks_((last - first) / WordBits + 1) {
+    : first_(first), rankOf_(last - first), keys_(last - first), marks_((last - first) / kWordBits + 1) {
   std::vector<std::pair<std::int64_t, std::uint32_t>> sorted(last - first);
   for (std::uint32_t k = 0; k < sorted.size(); ++k) sorted[k] = {OrderedKey(y[first + k]), k};
   std::sort(sorted.begin(), sorted.end());
@@ -56,13 +56,13 @@ RankWindow::RankWindow(const double* y, std::size_t first, std::size_t last)
 
 void RankWindow::Insert(std::size_t index) {
   const std::size_t rank = rankOf_[index - first_];
-  marks_[rank / WordBits] |= std::uint64_t{1} << rank % WordBits;
+  marks_[rank / kWordBits] |= std::uint64_t{1} << rank % kWordBits;
   if (rank < at_) ++below_;
 }
 
 void RankWindow::Erase(std::size_t index) {
   const std::size_t rank = rankOf_[index - first_];
-  marks_[rank / WordBits] &= ~(std::uint64_t{1} << rank % WordBits);
+  marks_[rank / kWordBits] &= ~(std::uint64_t{1} << rank % kWordBits);
   if (rank < at_) --below_;
 }
 
@@ -79,17 +79,17 @@ double RankWindow::Ranked(std::size_t below) {
 }
 
 std::size_t RankWindow::NextMarked(std::size_t rank) const {
-  std::size_t word = rank / WordBits;
-  std::uint64_t marks = marks_[word] >> rank % WordBits << rank % WordBits;
+  std::size_t word = rank / kWordBits;
+  std::uint64_t marks = marks_[word] >> rank % kWordBits << rank % kWordBits;
   while (marks == 0) marks = marks_[++word];
-  return word * WordBits + static_cast<std::size_t>(std::countr_zero(marks));
+  return word * kWordBits + static_cast<std::size_t>(std::countr_zero(marks));
 }
 
 std::size_t RankWindow::MarkedBefore(std::size_t rank) const {
-  std::size_t word = rank / WordBits;
-  std::uint64_t marks = marks_[word] & ((std::uint64_t{1} << rank % WordBits) - 1);
+  std::size_t word = rank / kWordBits;
+  std::uint64_t marks = marks_[word] & ((std::uint64_t{1} << rank % kWordBits) - 1);
   while (marks == 0) marks = marks_[--word];
-  return word * WordBits + WordBits - 1 - static_cast<std::size_t>(std::countl_zero(marks));
+  return word * kWordBits + kWordBits - 1 - static_cast<std::size_t>(std::countl_zero(marks));
 }
 
 }  // namespace TslMath

@@ -8,10 +8,10 @@ namespace TslMath {
 namespace {
 
 // Beyond this many sigma less than 1e-5 of the kernel's area is left.
-constexpr double KernelReach = 4.5;
+constexpr double kKernelReach = 4.5;
 
 std::size_t KernelHalf(double sigma, const SmoothStretch& stretch) {
-  const auto half = static_cast<std::size_t>(std::ceil(KernelReach * sigma));
+  const auto half = static_cast<std::size_t>(std::ceil(kKernelReach * sigma));
   return std::min(half, stretch.WidestHalf());
 }
 

@@ -7,7 +7,7 @@ namespace {
 
 // Up to this half window adding the points anew for each output is faster than sums over blocks, since
 // neighbouring outputs are added side by side.
-constexpr std::size_t MaxDirectHalf = 8;
+constexpr std::size_t kMaxDirectHalf = 8;
 
 // The window of a whole mean: `full` points of weight 1 on each side of the centre and, for even widths, one
 // more of weight 1/2.
@@ -27,33 +27,33 @@ struct MeanWindow {
 double PointsAround(std::size_t half) { return static_cast<double>(2 * half + 1); }
 
 // Vectors of outputs summed side by side.
-constexpr std::size_t MeanLanes = 4;
-constexpr std::size_t MeanTile = MeanLanes * LaneCount;
+constexpr std::size_t kMeanLanes = 4;
+constexpr std::size_t kMeanTile = kMeanLanes * kLaneCount;
 
 // sum[k] += weight * (what is `distance` points to the left + what is as far to the right), from y[k] on.
 TSLBL_INLINE void AddPair(const double* y, std::size_t distance, double weight, Lanes* sum) {
 #pragma GCC unroll 4
-  for (std::size_t k = 0; k < MeanLanes; ++k) {
+  for (std::size_t k = 0; k < kMeanLanes; ++k) {
     Lanes left, right;
-    Load(y + k * LaneCount - distance, left);
-    Load(y + k * LaneCount + distance, right);
+    Load(y + k * kLaneCount - distance, left);
+    Load(y + k * kLaneCount + distance, right);
     sum[k] += weight == 1 ? left + right : weight * (left + right);
   }
 }
 
-// Outputs first .. last-1, a multiple of MeanTile, none of whose windows is cut.
+// Outputs first .. last-1, a multiple of kMeanTile, none of whose windows is cut.
 TSLBL_WIDE void MeansOfTiles(const double* y, std::size_t first, std::size_t last, const MeanWindow& window,
                              double* out) {
   const std::size_t full = window.Full();
   const double width = window.Width();
-  for (std::size_t i = first; i < last; i += MeanTile) {
-    Lanes sum[MeanLanes];
+  for (std::size_t i = first; i < last; i += kMeanTile) {
+    Lanes sum[kMeanLanes];
 #pragma GCC unroll 4
-    for (std::size_t k = 0; k < MeanLanes; ++k) Load(y + i + k * LaneCount, sum[k]);
+    for (std::size_t k = 0; k < kMeanLanes; ++k) Load(y + i + k * kLaneCount, sum[k]);
     for (std::size_t j = 1; j <= full; ++j) AddPair(y + i, j, 1, sum);
     if (window.halfWeightEnds) AddPair(y + i, window.half, 0.5, sum);
 #pragma GCC unroll 4
-    for (std::size_t k = 0; k < MeanLanes; ++k) Store(sum[k] / width, out + i + k * LaneCount);
+    for (std::size_t k = 0; k < kMeanLanes; ++k) Store(sum[k] / width, out + i + k * kLaneCount);
   }
 }
 
@@ -61,7 +61,7 @@ void NarrowMean(const double* y, const SmoothStretch& stretch, const MeanWindow&
   const SmoothStretch inside = stretch.Inside(window.half);
   SmoothStretch rest = inside;
   if (!inside.Empty()) {
-    rest.first += (inside.last - inside.first) / MeanTile * MeanTile;
+    rest.first += (inside.last - inside.first) / kMeanTile * kMeanTile;
     MeansOfTiles(y, inside.first, rest.first, window, out);
   }
   std::vector<double> weight(window.half + 1, 1.0);
@@ -148,7 +148,7 @@ void SmoothMean(const double* y, std::uint32_t n, std::uint32_t start, std::uint
 
   const MeanWindow window(width, stretch);
   const SmoothInput input(y, stretch, out);
-  if (window.half <= MaxDirectHalf) {
+  if (window.half <= kMaxDirectHalf) {
     NarrowMean(input.Data(), stretch, window, out);
   } else {
     WideMean(input.Data(), stretch, window, out);

@@ -12,11 +12,11 @@ namespace {
 
 // Up to this width the window is kept sorted; above, keeping it sorted costs more than sorting the curve
 // once.
-constexpr std::size_t MaxSortedWidth = 151;
+constexpr std::size_t kMaxSortedWidth = 151;
 
 // Outputs for one sorting of the curve: so many windows that the window's own points weigh little.
-constexpr std::size_t WindowsPerSorting = 4;
-constexpr std::size_t MinOutputsPerSorting = 4096;
+constexpr std::size_t kWindowsPerSorting = 4;
+constexpr std::size_t kMinOutputsPerSorting = 4096;
 
 // The two ends of the window never move back as i grows.
 template <typename Window>
@@ -39,7 +39,7 @@ void SortedMedian(const double* y, const SmoothStretch& stretch, std::size_t hal
 }
 
 void WideMedian(const double* y, const SmoothStretch& stretch, std::size_t half, double* out) {
-  const std::size_t step = std::max(MinOutputsPerSorting, WindowsPerSorting * (2 * half + 1));
+  const std::size_t step = std::max(kMinOutputsPerSorting, kWindowsPerSorting * (2 * half + 1));
   for (std::size_t first = stretch.first; first < stretch.last; first += step) {
     const SmoothStretch part{stretch.n, first, std::min(stretch.last, first + step)};
     RankWindow window(y, first - std::min(first, half), std::min(part.last + half, part.n));
@@ -53,7 +53,7 @@ TSLBL_WIDE void FindDoubtful(const double* y, std::size_t n, bool& found) {
   constexpr std::int64_t negativeZero = std::numeric_limits<std::int64_t>::min();
   LaneMask doubtful{};
   std::size_t i = 0;
-  for (; i + LaneCount <= n; i += LaneCount) {
+  for (; i + kLaneCount <= n; i += kLaneCount) {
     Lanes value;
     Load(y + i, value);
     doubtful |= ~(value <= infinity) | ((LaneMask)value == negativeZero);
@@ -67,7 +67,7 @@ void NarrowMedian(const double* y, const SmoothStretch& inside, std::size_t half
   constexpr std::size_t pieceSize = 1024;
   for (std::size_t i = inside.first; i < inside.last; i += pieceSize) {
     const SmoothStretch piece{inside.n, i, std::min(inside.last, i + pieceSize)};
-    bool doubtful = piece.last - piece.first < LaneCount;
+    bool doubtful = piece.last - piece.first < kLaneCount;
     if (!doubtful) FindDoubtful(y + (piece.first - half), piece.last - piece.first + 2 * half, doubtful);
     if (doubtful) {
       SortedMedian(y, piece, half, out);
@@ -87,9 +87,9 @@ void SmoothMedian(const double* y, std::uint32_t n, std::uint32_t start, std::ui
 
   const std::size_t half = std::min<std::size_t>(width / 2, stretch.WidestHalf());
   const SmoothInput input(y, stretch, out);
-  if (2 * half + 1 > MaxSortedWidth) return WideMedian(input.Data(), stretch, half, out);
+  if (2 * half + 1 > kMaxSortedWidth) return WideMedian(input.Data(), stretch, half, out);
   SortedMedian(input.Data(), stretch.LeftEnd(half), half, out);
-  if (half <= MaxNetworkHalf) {
+  if (half <= kMaxNetworkHalf) {
     NarrowMedian(input.Data(), stretch.Inside(half), half, out);
   } else {
     SortedMedian(input.Data(), stretch.Inside(half), half, out);

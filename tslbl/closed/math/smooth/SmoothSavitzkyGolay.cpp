@@ -9,14 +9,14 @@ namespace {
 
 // width * order^2 is what the polynomials cost. The limit is reached at order 40 for the widest window of a
 // whole spectrum, far beyond any use, and keeps a mistyped order from halting the instrument.
-constexpr double MaxBasisWork = 1e8;
+constexpr double kMaxBasisWork = 1e8;
 
 std::size_t HalfWindow(std::uint32_t width, const SmoothStretch& stretch) {
   return std::min<std::size_t>(width / 2, stretch.WidestHalf());
 }
 
 std::size_t AffordableOrder(std::size_t order, std::size_t window) {
-  const double most = std::sqrt(MaxBasisWork / static_cast<double>(window));
+  const double most = std::sqrt(kMaxBasisWork / static_cast<double>(window));
   return std::min(order, static_cast<std::size_t>(most));
 }
 

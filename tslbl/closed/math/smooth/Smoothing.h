@@ -2,10 +2,10 @@
 // Smoothing of equidistant samples: moving mean, moving median, Gaussian and Savitzky-Golay filters.
 //
 // All four share one contract.
+//
 //   y      n finite samples, read anywhere.
-//   out    indexed as y is: out[i] belongs to y[i]. Only out[start .. end) is written. It may be y itself;
-//   the
-//          input is then copied first. The caller owns both arrays.
+//   out    indexed as y is: out[i] belongs to y[i]. Only out[start .. end) is written. It may be
+//          y itself; the input is then copied first. The caller owns both arrays.
 //   end    values above n mean n. An empty stretch, or n = 0, does nothing.
 //   width  in points. 0 and 1 copy the stretch. Any larger value is allowed, also one above n.
 //

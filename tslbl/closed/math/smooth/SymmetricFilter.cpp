@@ -8,7 +8,7 @@ namespace {
 // Vectors of outputs summed side by side: enough to keep the adders busy, few enough to stay in registers, of
 // which there are twice as many where they are widest.
 template <class Vector>
-constexpr std::size_t TileVectors = sizeof(Vector) > sizeof(Lanes) ? 8 : 4;
+constexpr std::size_t kTileVectors = sizeof(Vector) > sizeof(Lanes) ? 8 : 4;
 
 // Outputs first .. last-1, none of whose windows is cut.
 struct WholeTiles {
@@ -21,23 +21,23 @@ struct WholeTiles {
 };
 
 template <class Vector>
-constexpr std::size_t TileSize = TileVectors<Vector> * sizeof(Vector) / sizeof(double);
+constexpr std::size_t kTileSize = kTileVectors<Vector> * sizeof(Vector) / sizeof(double);
 
 template <class Vector>
 TSLBL_INLINE void FilterTiles(const WholeTiles& tiles) {
   constexpr std::size_t size = sizeof(Vector) / sizeof(double);
   const double* weight = tiles.weight;
-  for (std::size_t i = tiles.first; i < tiles.last; i += TileSize<Vector>) {
+  for (std::size_t i = tiles.first; i < tiles.last; i += kTileSize<Vector>) {
     const double* y = tiles.y + i;
-    Vector sum[TileVectors<Vector>];
+    Vector sum[kTileVectors<Vector>];
 #pragma GCC unroll 8
-    for (std::size_t k = 0; k < TileVectors<Vector>; ++k) {
+    for (std::size_t k = 0; k < kTileVectors<Vector>; ++k) {
       Load(y + k * size, sum[k]);
       sum[k] *= weight[0];
     }
     for (std::size_t j = 1; j <= tiles.half; ++j) {
 #pragma GCC unroll 8
-      for (std::size_t k = 0; k < TileVectors<Vector>; ++k) {
+      for (std::size_t k = 0; k < kTileVectors<Vector>; ++k) {
         Vector left;
         Vector right;
         Load(y + k * size - j, left);
@@ -46,7 +46,7 @@ TSLBL_INLINE void FilterTiles(const WholeTiles& tiles) {
       }
     }
 #pragma GCC unroll 8
-    for (std::size_t k = 0; k < TileVectors<Vector>; ++k) Store(sum[k], tiles.out + i + k * size);
+    for (std::size_t k = 0; k < kTileVectors<Vector>; ++k) Store(sum[k], tiles.out + i + k * size);
   }
 }
 
@@ -57,7 +57,7 @@ TSLBL_WIDEST void FilterWideLanes(const WholeTiles& tiles) { FilterTiles<WideLan
 
 template <class Vector>
 WholeTiles TilesFrom(std::size_t first, std::size_t last, const WholeTiles& all) {
-  return {all.y,      first,    first + (last - first) / TileSize<Vector> * TileSize<Vector>,
+  return {all.y,      first,    first + (last - first) / kTileSize<Vector> * kTileSize<Vector>,
           all.weight, all.half, all.out};
 }
 

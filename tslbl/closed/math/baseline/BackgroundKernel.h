@@ -1,5 +1,5 @@
 #pragma once
-// Baseline and noise of a curve from robust straight lines: the kernel under all baselines and noises.
+// The kernel under all baselines and noises: a curve's background from robust straight lines.
 //
 // The curve is cut into segments. Each gets the line and the standard deviation of its background (see
 // RobustLine.h). Segments without enough background, or filled by a peak (see SegmentGuard.h), are left out;
@@ -15,16 +15,16 @@
 
 namespace TslMath {
 
-struct LinearFitSettings {
+struct BackgroundSettings {
   std::uint32_t segSize;
   std::uint32_t points;
   std::uint32_t width;
 };
 
 // The settings that refine a shape found by other means.
-constexpr std::uint32_t RefiningSegment = 250;
-constexpr std::uint32_t RefiningPoints = 5;
-constexpr std::uint32_t RefiningWidth = 3;
+constexpr std::uint32_t kRefiningSegment = 250;
+constexpr std::uint32_t kRefiningPoints = 5;
+constexpr std::uint32_t kRefiningWidth = 3;
 
 // Fits y - shape and adds the shape to the baseline again. A shape that runs along the bottom of the data is
 // too low by a part of the noise; so it loses this bias and keeps its form. `shape` has n values, or is null
@@ -32,7 +32,7 @@ constexpr std::uint32_t RefiningWidth = 3;
 // values, see Baseline.h.
 //
 // `quantum` is the smallest step of the data (see SmallestStep.h).
-void LinearFitSD(const double* y, const double* shape, std::uint32_t n, double quantum,
-                 const LinearFitSettings& settings, const BaselineAndNoise& out);
+void FitBackground(const double* y, const double* shape, std::uint32_t n, double quantum,
+                   const BackgroundSettings& settings, const BaselineAndNoise& out);
 
 }  // namespace TslMath

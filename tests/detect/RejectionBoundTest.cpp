@@ -69,7 +69,7 @@ constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 }  // namespace
 
-TEST(HopelessPeaks, ARatioLeavesTheRowsThatReachIt) {
+TEST(RejectionBound, ARatioLeavesTheRowsThatReachIt) {
   RandomCurves random(41);
   for (int round = 0; round < 4000; ++round) {
     const RandomCurve c = random.Next(120);
@@ -80,7 +80,7 @@ TEST(HopelessPeaks, ARatioLeavesTheRowsThatReachIt) {
   }
 }
 
-TEST(HopelessPeaks, AThresholdLeavesTheRowsThatReachItExactly) {
+TEST(RejectionBound, AThresholdLeavesTheRowsThatReachItExactly) {
   RandomCurves random(42);
   for (int round = 0; round < 4000; ++round) {
     const RandomCurve c = random.Next(120);
@@ -98,7 +98,7 @@ TEST(HopelessPeaks, AThresholdLeavesTheRowsThatReachItExactly) {
   }
 }
 
-TEST(HopelessPeaks, BothLimitsTogether) {
+TEST(RejectionBound, BothLimitsTogether) {
   RandomCurves random(43);
   for (int round = 0; round < 2000; ++round) {
     const RandomCurve c = random.Next(120);
@@ -110,7 +110,7 @@ TEST(HopelessPeaks, BothLimitsTogether) {
   }
 }
 
-TEST(HopelessPeaks, OfASearchRangeAreThoseOfTheWholeCurve) {
+TEST(RejectionBound, OfASearchRangeAreThoseOfTheWholeCurve) {
   RandomCurves random(46);
   for (int round = 0; round < 4000; ++round) {
     const RandomCurve c = random.Next(120);
@@ -125,7 +125,7 @@ TEST(HopelessPeaks, OfASearchRangeAreThoseOfTheWholeCurve) {
 }
 
 // The curve through the points rises above them: 0 0 10 10 0 0 has its top at 11.25.
-TEST(HopelessPeaks, ATopBetweenThePointsCounts) {
+TEST(RejectionBound, ATopBetweenThePointsCounts) {
   TestCurve curve = PeakCurve("0 0 10 10 0 0");
   curve.peakDetectParams.RetentionType = PeakDetectParams::PeakTop;
   const double top = WithoutLimits(curve).peaks.at(0).maxAmpl;
@@ -136,7 +136,7 @@ TEST(HopelessPeaks, ATopBetweenThePointsCounts) {
   EXPECT_EQ(SpansFound(curve), "");
 }
 
-TEST(HopelessPeaks, ANoiseTooSmallForARatioPasses) {
+TEST(RejectionBound, ANoiseTooSmallForARatioPasses) {
   TestCurve curve = PeakCurve("0 1 2 1 0");
   UseRatio(curve, 1000);
   EXPECT_EQ(SpansFound(curve), "");
@@ -144,14 +144,14 @@ TEST(HopelessPeaks, ANoiseTooSmallForARatioPasses) {
   EXPECT_EQ(SpansFound(curve), "0-2-4");
 }
 
-TEST(HopelessPeaks, ANoiseThatIsNoNumberPasses) {
+TEST(RejectionBound, ANoiseThatIsNoNumberPasses) {
   TestCurve curve = PeakCurve("0 1 2 1 0");
   UseRatio(curve, 1000);
   curve.noise[2] = std::numeric_limits<double>::quiet_NaN();
   EXPECT_EQ(SpansFound(curve), "0-2-4");
 }
 
-TEST(HopelessPeaks, RelativeLimitsReferToWhatFailsOthers) {
+TEST(RejectionBound, RelativeLimitsReferToWhatFailsOthers) {
   TestCurve curve = PeakCurve("0 50 100 50 0 0 2 4 2 0");
   for (std::size_t i = 0; i < 5; ++i) curve.noise[i] = 1000.0;
   UseRatio(curve, 2);
@@ -161,7 +161,7 @@ TEST(HopelessPeaks, RelativeLimitsReferToWhatFailsOthers) {
   EXPECT_EQ(SpansFound(curve), "") << "4 is not 10 % of 100";
 }
 
-TEST(HopelessPeaks, AmongTheTallestCandidatesAreThoseThatFail) {
+TEST(RejectionBound, AmongTheTallestCandidatesAreThoseThatFail) {
   TestCurve curve = PeakCurve("0 50 100 50 0 0 2 4 2 0");
   for (std::size_t i = 0; i < 5; ++i) curve.noise[i] = 1000.0;
   UseRatio(curve, 2);
@@ -170,7 +170,7 @@ TEST(HopelessPeaks, AmongTheTallestCandidatesAreThoseThatFail) {
   EXPECT_EQ(SpansFound(curve), "");
 }
 
-TEST(HopelessPeaks, TheSortedRouteKeepsTheRowsThatPass) {
+TEST(RejectionBound, TheSortedRouteKeepsTheRowsThatPass) {
   RandomCurves random(44);
   for (int round = 0; round < 2000; ++round) {
     const RandomCurve c = random.Next(120);
@@ -185,7 +185,7 @@ TEST(HopelessPeaks, TheSortedRouteKeepsTheRowsThatPass) {
   }
 }
 
-TEST(HopelessPeaks, CurvesWithNumbersMissingKeepTheirRows) {
+TEST(RejectionBound, CurvesWithNumbersMissingKeepTheirRows) {
   RandomCurves random(45);
   for (int round = 0; round < 2000; ++round) {
     const RandomCurve c = random.NextBroken(120);

@@ -1,5 +1,5 @@
 #include <detect/PeakCurves.h>
-#include <tslbl/detect/DetectOnePeak.h>
+#include <tslbl/detect/FindOnePeak.h>
 
 using namespace TslBL;
 using namespace tests;

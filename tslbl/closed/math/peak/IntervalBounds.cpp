@@ -1,4 +1,4 @@
-#include <tslbl/closed/math/baseline/IntervalBounds.h>
+#include <tslbl/closed/math/peak/IntervalBounds.h>
 
 #include <tslbl/closed/math/Lanes.h>
 
@@ -7,8 +7,8 @@
 namespace TslMath {
 namespace {
 
-constexpr double Third = 1.0 / 3;
-constexpr double Sixth = 1.0 / 6;
+constexpr double kThird = 1.0 / 3;
+constexpr double kSixth = 1.0 / 6;
 
 inline void Lower(Lanes& least, const Lanes& value) { least = value < least ? value : least; }
 inline void Raise(Lanes& greatest, const Lanes& value) { greatest = greatest < value ? value : greatest; }
@@ -20,11 +20,11 @@ struct Hull {
 
 inline void FindHull(const Lanes& y0, const Lanes& y1, const Lanes& curvature0, const Lanes& curvature1,
                      Hull& hull) {
-  const Lanes b = y1 - y0 - (2 * curvature0 + curvature1) * Sixth;
+  const Lanes b = y1 - y0 - (2 * curvature0 + curvature1) * kSixth;
   const Lanes c = curvature0 * 0.5;
-  const Lanes d = (curvature1 - curvature0) * Sixth;
-  hull.bezier1 = y0 + b * Third;
-  hull.bezier2 = hull.bezier1 + (b + c) * Third;
+  const Lanes d = (curvature1 - curvature0) * kSixth;
+  hull.bezier1 = y0 + b * kThird;
+  hull.bezier2 = hull.bezier1 + (b + c) * kThird;
   hull.end = y0 + (b + (c + d));
 }
 
@@ -32,7 +32,7 @@ inline void FindHull(const Lanes& y0, const Lanes& y1, const Lanes& curvature0, 
 
 TSLBL_WIDE void BoundIntervals(const double* y, const double* curvature, std::size_t count, double* lower,
                                double* upper) {
-  for (std::size_t i = 0; i < count; i += LaneCount) {
+  for (std::size_t i = 0; i < count; i += kLaneCount) {
     Lanes y0, y1, curvature0, curvature1;
     Load(y + i, y0);
     Load(y + i + 1, y1);

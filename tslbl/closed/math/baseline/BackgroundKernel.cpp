@@ -1,4 +1,4 @@
-#include <tslbl/closed/math/baseline/LinearFitSD.h>
+#include <tslbl/closed/math/baseline/BackgroundKernel.h>
 
 #include <tslbl/closed/math/Lanes.h>
 #include <tslbl/closed/math/baseline/RobustLine.h>
@@ -14,9 +14,9 @@ namespace TslMath {
 namespace {
 
 // Centres farther apart than this many segments have a left-out segment between them.
-constexpr double NextCentre = 1.5;
+constexpr double kNextCentre = 1.5;
 // Lines of neighbours meet if they are no farther apart than this many standard deviations.
-constexpr double MeetingLimit = 2;
+constexpr double kMeetingLimit = 2;
 
 // A segment's result at its place on the curve.
 struct PlacedLine {
@@ -51,7 +51,7 @@ std::vector<PlacedLine> FitSegments(SegmentLoader& loader, const Segments& segme
 // Whether the lines of neighbours meet half-way between their centres.
 bool Meet(const PlacedLine& end, const PlacedLine& neighbour) {
   const double half = 0.5 * (neighbour.centre - end.centre);
-  return std::abs(end.line.At(half) - neighbour.line.At(-half)) <= MeetingLimit * end.noise;
+  return std::abs(end.line.At(half) - neighbour.line.At(-half)) <= kMeetingLimit * end.noise;
 }
 
 // At an end of the curve a steep background is as far above its one neighbour as a peak would be. But it goes
@@ -93,7 +93,7 @@ TSLBL_WIDE void Draw(const Parabola& p, std::size_t begin, std::size_t end, cons
   const Lanes lane = {0, 1, 2, 3};
   Lanes t = static_cast<double>(begin) - p.origin + lane;
   std::size_t i = begin;
-  for (; i + LaneCount <= end; i += LaneCount, t += static_cast<double>(LaneCount)) {
+  for (; i + kLaneCount <= end; i += kLaneCount, t += static_cast<double>(kLaneCount)) {
     Lanes value = p.c0 + t * (p.c1 + t * p.c2);
     if (shape != nullptr) {
       Lanes under;
@@ -151,8 +151,8 @@ void FlatMinimum(const double* y, const double* shape, std::uint32_t n, double n
 
 }  // namespace
 
-void LinearFitSD(const double* y, const double* shape, std::uint32_t n, double quantum,
-                 const LinearFitSettings& settings, const BaselineAndNoise& out) {
+void FitBackground(const double* y, const double* shape, std::uint32_t n, double quantum,
+                   const BackgroundSettings& settings, const BaselineAndNoise& out) {
   if (n == 0) return;
   if (n <= 2) return FlatMinimum(y, shape, n, quantum / 2, out);
   const RejectionRule rule(settings.points, settings.width, n, quantum);
@@ -162,7 +162,7 @@ void LinearFitSD(const double* y, const double* shape, std::uint32_t n, double q
   std::vector<SegmentLevel> levels;
   const std::vector<PlacedLine> fits = FitSegments(loader, segments, rule, levels);
   DropPeaksButKeepSteepEnds(fits, segSize, levels);
-  BlendAll(KeepValid(fits, levels), n, NextCentre * static_cast<double>(segSize), shape, out);
+  BlendAll(KeepValid(fits, levels), n, kNextCentre * static_cast<double>(segSize), shape, out);
 }
 
 }  // namespace TslMath

@@ -1,4 +1,4 @@
-#include <tslbl/detect/HopelessPeaks.h>
+#include <tslbl/detect/RejectionBound.h>
 
 #include <algorithm>
 #include <cmath>
@@ -75,14 +75,14 @@ std::ptrdiff_t AddPairs(Extent&, const double*, const double*, const double*, st
 
 }  // namespace
 
-HopelessPeaks::HopelessPeaks(const Curve& curve, std::size_t first)
+RejectionBound::RejectionBound(const Curve& curve, std::size_t first)
     : y_(curve.yAxis.data() + first),
       baseline_(curve.baseline.data() + first),
       noise_(curve.noise.data() + first) {
   const PeakDetectParams& p = curve.peakDetectParams;
   leastRatio_ = p.SNInUse && p.SN > 0 ? p.SN : kNone;
   leastAmplitude_ = p.ThresholdInUse ? curve.thresholdParams.Value : kNone;
-  none_ = (leastRatio_ == kNone && leastAmplitude_ == kNone) || p.RelAmplInUse || p.RelAreaInUse;
+  rejectsNothing_ = (leastRatio_ == kNone && leastAmplitude_ == kNone) || p.RelAmplInUse || p.RelAreaInUse;
 }
 
 // A peak is reported with a height of its spline, and with baseline and noise of one of its
@@ -91,8 +91,8 @@ HopelessPeaks::HopelessPeaks(const Curve& curve, std::size_t first)
 // and continue them in a straight line at the ends: none exceeds 3 D inside and 5 D at the ends.
 // Between two samples the curve rises above the higher one by at most an eighth of the larger
 // curvature, so by 5/8 D. What is added to that covers the rounding of the spline.
-bool HopelessPeaks::Between(std::ptrdiff_t first, std::ptrdiff_t last) const {
-  if (none_) return false;
+bool RejectionBound::RejectsAllBetween(std::ptrdiff_t first, std::ptrdiff_t last) const {
+  if (rejectsNothing_) return false;
   // Most that may pass show it at one of a few points.
   constexpr std::ptrdiff_t kSample = 8;
   for (std::ptrdiff_t i = first + kSample / 2; i < last; i += kSample)
@@ -110,7 +110,7 @@ bool HopelessPeaks::Between(std::ptrdiff_t first, std::ptrdiff_t last) const {
 }
 
 // False only where it is certain: not with a NaN, nor where noise is too small for a ratio.
-bool HopelessPeaks::MayPass(double amplitude, double baseline, double noise) const {
+bool RejectionBound::MayPass(double amplitude, double baseline, double noise) const {
   if (amplitude < leastAmplitude_) return false;
   return !(noise >= 1e-8 && (amplitude - baseline) / noise < leastRatio_);
 }

@@ -1,5 +1,5 @@
 #pragma once
-// How a stage runs over the list of rows: on the caller's thread or spread over several.
+// RunStage: how a stage runs over the list of rows, on the caller's thread or spread over several.
 
 #include <tbb/blocked_range.h>
 

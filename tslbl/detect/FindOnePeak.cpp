@@ -1,10 +1,10 @@
-#include <tslbl/detect/DetectOnePeak.h>
+#include <tslbl/detect/FindOnePeak.h>
 
 #include <tslbl/closed/math/peak/Features.h>
 #include <tslbl/curve/Execute.h>
 #include <tslbl/curve/Steps.h>
+#include <tslbl/detect/DescribeAndSelect.h>
 #include <tslbl/detect/FindPeak.h>
-#include <tslbl/detect/PeakStages.h>
 #include <tslbl/detect/PeakWalks.h>
 #include <algorithm>
 
