@@ -2,7 +2,7 @@
 
 #include <detect/PeakCurves.h>
 #include <spectrum/SampleSpectrum.h>
-#include <tslbl/detect/DetectOnePeak.h>
+#include <tslbl/detect/FindOnePeak.h>
 #include <tslbl/spectrum/PeakTable.h>
 #include <cmath>
 #include <limits>
