@@ -10,8 +10,10 @@
 #include <tslbl/closed/math/baseline/Baseline.cpp>
 #include <tslbl/closed/math/baseline/CellCurve.cpp>
 #include <tslbl/closed/math/baseline/ConsensusLine.cpp>
+#include <tslbl/closed/math/baseline/CurveFloor.cpp>
 #include <tslbl/closed/math/baseline/FitLinesSD.cpp>
 #include <tslbl/closed/math/baseline/FollowValleys.cpp>
+#include <tslbl/closed/math/baseline/IonCounter.cpp>
 #include <tslbl/closed/math/baseline/MovingExtrema.cpp>
 #include <tslbl/closed/math/baseline/Noise.cpp>
 #include <tslbl/closed/math/baseline/OpenAdaptively.cpp>
@@ -19,6 +21,7 @@
 #include <tslbl/closed/math/baseline/RobustLine.cpp>
 #include <tslbl/closed/math/baseline/SegmentGuard.cpp>
 #include <tslbl/closed/math/baseline/SegmentLoader.cpp>
+#include <tslbl/closed/math/baseline/ShotBackground.cpp>
 #include <tslbl/closed/math/baseline/StandardDeviation.cpp>
 #include <tslbl/closed/math/peak/CubicSegment.cpp>
 #include <tslbl/closed/math/peak/Features.cpp>

@@ -8,6 +8,7 @@
 #include <tslbl/closed/math/baseline/RobustLine.h>
 #include <tslbl/closed/math/baseline/SegmentLoader.h>
 #include <tslbl/closed/math/baseline/Segments.h>
+#include <tslbl/closed/math/baseline/ShotBackground.h>
 #include <tslbl/closed/math/smooth/Smoothing.h>
 
 #include <algorithm>
@@ -125,6 +126,7 @@ void APBNoise(double* x, double* y, std::uint32_t n, std::uint32_t segSize, std:
     begin = i;
   }
   PartNoise(y + begin, n - begin, segSize, median, baseline.data(), out + begin);
+  TakeShotBackground(y, n, segSize, {nullptr, out});
 }
 
 }  // namespace TslMath

@@ -2,12 +2,14 @@
 #include <tslbl/closed/math/SmallestStep.h>
 #include <tslbl/closed/math/baseline/BackgroundKernel.h>
 #include <tslbl/closed/math/baseline/BaselineAndNoise.h>
+#include <tslbl/closed/math/baseline/ShotBackground.h>
 
 namespace TslMath {
 
 void FitLinesSD(const double* y, std::uint32_t n, std::uint32_t segSize, std::uint32_t points,
                 std::uint32_t width, const BaselineAndNoise& out) {
   FitBackground(y, nullptr, n, SmallestStep(y, n), {segSize, points, width}, out);
+  TakeShotBackground(y, n, segSize, out);
 }
 
 }  // namespace TslMath

@@ -5,6 +5,7 @@
 #include <tslbl/closed/math/baseline/Polyline.h>
 #include <tslbl/closed/math/baseline/SegmentGuard.h>
 #include <tslbl/closed/math/baseline/Segments.h>
+#include <tslbl/closed/math/baseline/ShotBackground.h>
 #include <tslbl/closed/math/smooth/Smoothing.h>
 
 #include <algorithm>
@@ -138,6 +139,7 @@ void FollowValleys(const double* y, std::uint32_t n, std::uint32_t segSize, cons
   const std::vector<Knot> knots = FindKnots(shape, n, Segments(n, usable));
   DrawPolyline(WithoutPeaks(knots, y, n, usable, quantum / 2), n, shape);
   FitBackground(y, shape, n, quantum, refining, out);
+  TakeShotBackground(y, n, segSize, out);
 }
 
 }  // namespace TslMath

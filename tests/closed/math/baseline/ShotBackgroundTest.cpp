@@ -1,0 +1,144 @@
+#include <tslbl/closed/math/baseline/Baseline.h>
+#include <tslbl/closed/math/baseline/Noise.h>
+#include <tslbl/closed/math/baseline/ShotBackground.h>
+
+#include <gtest/gtest.h>
+
+#include <closed/math/baseline/Shots.h>
+#include <limits>
+
+using namespace TslMath;
+using namespace tests;
+
+namespace {
+
+constexpr std::uint32_t kSegment = 480;
+// What an algorithm is said to have found; neither is a figure of shots.
+constexpr double kBaseline = -1.5;
+constexpr double kNoise = 0.0625;
+
+struct Figures {
+  Samples baseline;
+  Samples noise;
+};
+
+Figures FiguresOf(const Samples& y, double noise = kNoise) {
+  Figures f{Samples(y.size(), kBaseline), Samples(y.size(), noise)};
+  TakeShotBackground(y.data(), static_cast<std::uint32_t>(y.size()), kSegment,
+                     {f.baseline.data(), f.noise.data()});
+  return f;
+}
+
+double MeanOf(const Samples& values) {
+  double sum = 0.0;
+  for (const double value : values) sum += value;
+  return sum / static_cast<double>(values.size());
+}
+
+bool Stay(const Figures& f) {
+  return f.baseline == Samples(f.baseline.size(), kBaseline) && f.noise == Samples(f.noise.size(), kNoise);
+}
+
+}  // namespace
+
+TEST(ShotBackground, AnIonAloneHasASignalToNoiseRatioOfOne) {
+  for (const std::uint32_t width : {7U, 15U}) {
+    const Samples noise = FiguresOf(Filtered(Shots(0.001, 20000, 1), width)).noise;
+    EXPECT_NEAR(HeightOfAnIon(width) / MeanOf(noise), 1.0, 0.05) << width;
+  }
+}
+
+TEST(ShotBackground, ItsNoiseIsThatOfOneIonMoreThanThereAre) {
+  for (const double mean : {0.01, 0.05, 0.1}) {
+    const double height = HeightOfAnIon(15);
+    const double expected = std::sqrt(height * (mean + height));
+    const Samples y = Filtered(Shots(mean, 20000, 2), 15);
+    EXPECT_NEAR(MeanOf(FiguresOf(y).noise), expected, 0.05 * expected) << mean;
+    const double cut = MeanOf(FiguresOf(WithoutNegatives(y)).noise);
+    EXPECT_LT(cut, expected) << mean;
+    EXPECT_GT(cut, 0.8 * expected) << mean;
+  }
+}
+
+TEST(ShotBackground, ItsBaselineIsTheMean) {
+  for (const double offset : {0.0, 20.0}) {
+    const Samples baseline = FiguresOf(Filtered(Shots(0.05, 20000, 3), 15, offset)).baseline;
+    EXPECT_NEAR(MeanOf(baseline), offset + 0.05, 0.005);
+  }
+}
+
+TEST(ShotBackground, ALargerNoiseStaysWhereAtMostHalfOfThePointsAreEmpty) {
+  const Samples y = Shots(1.0, 20000, 4);  // 37 % are
+  EXPECT_EQ(FiguresOf(y, 9.0).noise, Samples(y.size(), 9.0));
+  EXPECT_LT(MeanOf(FiguresOf(Shots(0.1, 20000, 4), 9.0).noise), 2.0);
+}
+
+TEST(ShotBackground, DenseCountsKeepTheirBits) {
+  for (const double mean : {5.0, 20.0, 200.0}) {
+    EXPECT_TRUE(Stay(FiguresOf(Shots(mean, 20000, 5)))) << mean;
+    EXPECT_TRUE(Stay(FiguresOf(Filtered(Shots(mean, 20000, 5), 15)))) << mean;
+  }
+}
+
+TEST(ShotBackground, ADensePartKeepsItsBitsBesideASparseOne) {
+  Samples y = Shots(0.02, 9600, 6);
+  const Samples dense = Shots(40.0, 9600, 7);
+  y.insert(y.end(), dense.begin(), dense.end());
+  const Figures f = FiguresOf(y);
+  EXPECT_TRUE(Stay({{f.baseline.begin() + 9600, f.baseline.end()}, {f.noise.begin() + 9600, f.noise.end()}}));
+  EXPECT_GT(f.noise.front(), 0.5);
+}
+
+TEST(ShotBackground, ConstantsKeepTheirBits) {
+  for (const double level : {0.0, 3.0}) EXPECT_TRUE(Stay(FiguresOf(Samples(5000, level)))) << level;
+}
+
+TEST(ShotBackground, TwoPeaksWithoutNoiseKeepTheirBits) {
+  Samples y(5000, 0.0);
+  for (int i = -60; i <= 60; ++i) {
+    y[static_cast<std::size_t>(1500 + i)] = 100.0 * std::exp(-0.5 * i * i / 100.0);
+    y[static_cast<std::size_t>(3500 + i)] = 50.0 * std::exp(-0.5 * i * i / 100.0);
+  }
+  EXPECT_TRUE(Stay(FiguresOf(y)));
+}
+
+TEST(ShotBackground, WhatIsNotFiniteDoesNoHarm) {
+  Samples y = Shots(0.05, 20000, 8);
+  y[100] = std::nan("");
+  y[5000] = std::numeric_limits<double>::infinity();
+  y[9000] = -std::numeric_limits<double>::infinity();
+  const double noise = FiguresOf(y).noise[15000];
+  EXPECT_NEAR(noise, 1.02, 0.1);
+}
+
+TEST(ShotBackground, OneOfTheFiguresMayBeLeftOut) {
+  const Samples y = Shots(0.05, 5000, 9);
+  const auto n = static_cast<std::uint32_t>(y.size());
+  const Figures both = FiguresOf(y);
+  Samples baseline(n, kBaseline);
+  Samples noise(n, kNoise);
+  TakeShotBackground(y.data(), n, kSegment, {baseline.data(), nullptr});
+  TakeShotBackground(y.data(), n, kSegment, {nullptr, noise.data()});
+  EXPECT_EQ(baseline, both.baseline);
+  EXPECT_EQ(noise, both.noise);
+}
+
+TEST(ShotBackground, EveryAlgorithmHasItsFigures) {
+  Samples y = Filtered(Shots(0.02, 20000, 10), 15);
+  const auto n = static_cast<std::uint32_t>(y.size());
+  const double height = HeightOfAnIon(15);
+  const double expected = std::sqrt(height * (0.02 + height));
+  Samples found(n);
+  LinearFitSDNoise(y.data(), n, kSegment, 5, 3, found.data());
+  EXPECT_NEAR(MeanOf(found), expected, 0.05 * expected);
+  VFNoise(y.data(), n, kSegment, found.data());
+  EXPECT_NEAR(MeanOf(found), expected, 0.05 * expected);
+  APBNoise(nullptr, y.data(), n, kSegment, 0, found.data());
+  EXPECT_NEAR(MeanOf(found), expected, 0.05 * expected);
+  LinearFitSDBaseline(y.data(), n, kSegment, 5, 3, found.data());
+  EXPECT_NEAR(MeanOf(found), 0.02, 0.003);
+  VFBaseline(y.data(), n, kSegment, found.data());
+  EXPECT_NEAR(MeanOf(found), 0.02, 0.003);
+  APBMorph(y.data(), n, kSegment, 25, found.data());
+  EXPECT_NEAR(MeanOf(found), 0.02, 0.003);
+}

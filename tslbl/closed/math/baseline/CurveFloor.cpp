@@ -1,0 +1,112 @@
+#include <tslbl/closed/math/baseline/CurveFloor.h>
+
+#include <tslbl/closed/math/Lanes.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <vector>
+
+namespace TslMath {
+namespace {
+
+constexpr std::size_t kLeastOnFloor = 10;
+constexpr double kAgreement = 0.6;
+// Differences below this part of the largest amplitude are rounding of a filter.
+constexpr double kRounding = 1e-9;
+
+struct Extent {
+  double lowest = std::numeric_limits<double>::infinity();
+  double largest = 0.0;  // in size
+};
+
+// Samples that are not finite are passed over.
+TSLBL_WIDE void FindExtent(const double* y, std::size_t n, Extent& extent) {
+  constexpr double kMost = std::numeric_limits<double>::max();
+  Lanes low = extent.lowest - Lanes{};
+  Lanes large{};
+  std::size_t i = 0;
+  for (; i + kLaneCount <= n; i += kLaneCount) {
+    Lanes here, size;
+    Load(y + i, here);
+    Magnitude(here, size);
+    low = (here < low) & (size <= kMost) ? here : low;
+    large = (size > large) & (size <= kMost) ? size : large;
+  }
+  for (std::size_t j = 0; j < kLaneCount; ++j) {
+    extent.lowest = std::min(extent.lowest, low[j]);
+    extent.largest = std::max(extent.largest, large[j]);
+  }
+  for (; i < n; ++i) {
+    if (!std::isfinite(y[i])) continue;
+    extent.lowest = std::min(extent.lowest, y[i]);
+    extent.largest = std::max(extent.largest, std::abs(y[i]));
+  }
+}
+
+TSLBL_WIDE void CountBetween(const double* y, std::size_t n, double low, double high, std::size_t& count) {
+  LaneMask between{};
+  std::size_t i = 0;
+  for (; i + kLaneCount <= n; i += kLaneCount) {
+    Lanes here;
+    Load(y + i, here);
+    between -= (here >= low) & (here <= high);
+  }
+  count = static_cast<std::size_t>(between[0] + between[1] + between[2] + between[3]);
+  for (; i < n; ++i) count += y[i] >= low && y[i] <= high ? 1 : 0;
+}
+
+TSLBL_WIDE void CountEqualNeighbours(const double* y, std::size_t n, double rounding, std::size_t& count) {
+  LaneMask equal{};
+  std::size_t i = 0;
+  for (; i + kLaneCount < n; i += kLaneCount) {
+    Lanes here, next, step;
+    Load(y + i, here);
+    Load(y + i + 1, next);
+    Magnitude(next - here, step);
+    equal -= step <= rounding;
+  }
+  count = static_cast<std::size_t>(equal[0] + equal[1] + equal[2] + equal[3]);
+  for (; i + 1 < n; ++i) count += std::abs(y[i + 1] - y[i]) <= rounding ? 1 : 0;
+}
+
+// The value of most points that have that of their right neighbour.
+double RestingValue(const double* y, std::size_t n, std::size_t repeats, double rounding) {
+  std::vector<double> values;
+  values.reserve(repeats);
+  for (std::size_t i = 0; i + 1 < n; ++i)
+    if (std::abs(y[i + 1] - y[i]) <= rounding) values.push_back(y[i]);
+  const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+  std::nth_element(values.begin(), middle, values.end());
+  const double value = *middle;
+  const auto near = [&](double v) { return std::abs(v - value) <= rounding; };
+  const auto agreeing = static_cast<double>(std::ranges::count_if(values, near));
+  return agreeing >= kAgreement * static_cast<double>(values.size()) ? value : std::nan("");
+}
+
+}  // namespace
+
+double CurveFloor::ShareOf(const double* y, std::size_t n) const {
+  std::size_t count = 0;
+  CountBetween(y, n, value - rounding, value + rounding, count);
+  return static_cast<double>(count) / static_cast<double>(n);
+}
+
+std::optional<CurveFloor> FindCurveFloor(const double* y, std::size_t n) {
+  Extent extent;
+  FindExtent(y, n, extent);
+  const double rounding = kRounding * extent.largest;
+  std::size_t lowest = 0;
+  std::size_t repeats = 0;
+  CountBetween(y, n, extent.lowest, extent.lowest + rounding, lowest);
+  CountEqualNeighbours(y, n, rounding, repeats);
+  // Ions swing below the floor to one depth, so that the lowest value may be shared, too.
+  if (repeats >= kLeastOnFloor && repeats > lowest) {
+    const double value = RestingValue(y, n, repeats, rounding);
+    if (!std::isnan(value)) return CurveFloor{value, rounding};
+  }
+  if (lowest < kLeastOnFloor) return std::nullopt;
+  return CurveFloor{extent.lowest, rounding};
+}
+
+}  // namespace TslMath

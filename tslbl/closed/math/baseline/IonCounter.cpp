@@ -1,0 +1,130 @@
+#include <tslbl/closed/math/baseline/IonCounter.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace TslMath {
+namespace {
+
+// What exceeds the mean by so many standard deviations is a peak.
+constexpr double kPeakLimit = 4.5;
+constexpr std::size_t kFlanksInSegment = 20;
+// Points; with fewer the mean of a segment stays as it is.
+constexpr double kLeastBackground = 50.0;
+constexpr std::size_t kLeastBumps = 8;
+// Bumps of peaks, which differ in height, give variance / mean far above the height of the low ones.
+constexpr double kMostUnlike = 3.0;
+constexpr int kCountingRounds = 8;
+constexpr double kSettled = 1e-3;
+
+struct Moments {
+  double count = 0.0;
+  double sum = 0.0;
+  double squares = 0.0;
+};
+
+class IonCounter {
+ public:
+  IonCounter(const double* y, std::size_t n, const CurveFloor& floor, std::size_t flank,
+             std::vector<IonBackground>& segments)
+      : y_(y), n_(n), floor_(floor), flank_(flank), segments_(segments) {}
+
+  double Count() {
+    std::vector<double> bumps = Bumps();
+    height_ = LowerQuartile(bumps);
+    for (int round = 0; round < kCountingRounds; ++round) {
+      const double before = height_;
+      Measure();
+      if (std::abs(height_ - before) <= kSettled * height_) break;
+    }
+    bumps = Bumps();
+    const bool areIons = bumps.size() >= kLeastBumps && height_ <= kMostUnlike * LowerQuartile(bumps);
+    return areIons ? height_ : 0.0;
+  }
+
+ private:
+  // What the background does not exceed; before the height is known there is no such limit.
+  double PeakLimit(const IonBackground& segment) const {
+    if (!(height_ > 0.0)) return std::numeric_limits<double>::infinity();
+    return segment.mean + kPeakLimit * std::sqrt(height_ * (segment.mean + height_));
+  }
+
+  // Heights of the local maxima of the background.
+  std::vector<double> Bumps() const {
+    std::vector<double> bumps;
+    for (const IonBackground& segment : segments_) {
+      const double limit = PeakLimit(segment);
+      for (std::size_t i = std::max<std::size_t>(segment.begin, 1); i < segment.end && i + 1 < n_; ++i) {
+        const double above = y_[i] - floor_.value;
+        if (y_[i] > y_[i - 1] && y_[i] >= y_[i + 1] && above > floor_.rounding && above <= limit)
+          bumps.push_back(above);
+      }
+    }
+    return bumps;
+  }
+
+  static double LowerQuartile(std::vector<double>& bumps) {
+    if (bumps.empty()) return 0.0;
+    const auto quartile = bumps.begin() + static_cast<std::ptrdiff_t>(bumps.size() / 4);
+    std::nth_element(bumps.begin(), quartile, bumps.end());
+    return *quartile;
+  }
+
+  // The mean of each background, and the height of an ion from all of them.
+  void Measure() {
+    double variances = 0.0;
+    double means = 0.0;
+    for (IonBackground& segment : segments_) {
+      const Moments m = BackgroundOf(segment);
+      if (!(m.count > kLeastBackground)) continue;
+      const double mean = m.sum / m.count;
+      segment.mean = std::max(mean, 0.0);
+      variances += std::max(m.squares / m.count - mean * mean, 0.0);
+      means += segment.mean;
+    }
+    if (means > 0.0) height_ = variances / means;
+  }
+
+  // Of the points that are no peak, and farther than a flank from any.
+  Moments BackgroundOf(const IonBackground& segment) const {
+    const double limit = floor_.value + PeakLimit(segment);
+    const std::size_t from = segment.begin - std::min(segment.begin, flank_);
+    const std::size_t to = std::min(segment.end + flank_, n_);
+    Moments moments;
+    std::size_t clean = segment.begin;  // the first point behind the flank of the last peak
+    for (std::size_t i = from; i < to; ++i) {
+      if (y_[i] <= limit) continue;
+      Add(clean, std::min(segment.end, i - std::min(i, flank_)), moments);
+      clean = std::max(clean, i + flank_ + 1);
+    }
+    Add(clean, segment.end, moments);
+    return moments;
+  }
+
+  void Add(std::size_t begin, std::size_t end, Moments& moments) const {
+    for (std::size_t i = begin; i < end; ++i) {
+      const double above = y_[i] - floor_.value;
+      if (!std::isfinite(above)) continue;
+      moments.count += 1.0;
+      moments.sum += above;
+      moments.squares += above * above;
+    }
+  }
+
+  const double* y_;
+  std::size_t n_;
+  const CurveFloor& floor_;
+  std::size_t flank_;
+  std::vector<IonBackground>& segments_;
+  double height_ = 0.0;
+};
+
+}  // namespace
+
+double CountIons(const double* y, std::size_t n, const CurveFloor& floor, std::size_t segment,
+                 std::vector<IonBackground>& segments) {
+  return IonCounter(y, n, floor, segment / kFlanksInSegment, segments).Count();
+}
+
+}  // namespace TslMath

@@ -1,0 +1,92 @@
+#include <tslbl/closed/math/baseline/ShotBackground.h>
+
+#include <tslbl/closed/math/SmallestStep.h>
+#include <tslbl/closed/math/baseline/CurveFloor.h>
+#include <tslbl/closed/math/baseline/IonCounter.h>
+#include <tslbl/closed/math/baseline/Polyline.h>
+#include <tslbl/closed/math/baseline/Segments.h>
+
+#include <algorithm>
+#include <cmath>
+#include <optional>
+#include <vector>
+
+namespace TslMath {
+namespace {
+
+// Shorter segments hold too few ions.
+constexpr std::size_t kLeastSegment = 250;
+// Of the points on the floor.
+constexpr double kSparseShare = 0.5;
+constexpr double kDenseShare = 0.1;
+// With more ions in the mean than this a background is dense.
+constexpr double kDenseMean = 20.0;
+// An ion that no filter has spread is as high as the smallest step.
+constexpr double kUnfiltered = 1.5;
+
+std::vector<IonBackground> CutIntoSegments(const double* y, std::size_t n, std::size_t segSize,
+                                           const CurveFloor& floor) {
+  const Segments cut(n, segSize);
+  std::vector<IonBackground> segments;
+  segments.reserve(cut.Count());
+  for (std::size_t k = 0; k < cut.Count(); ++k) {
+    const std::size_t begin = cut.Begin(k);
+    const std::size_t end = cut.Begin(k + 1);
+    segments.push_back({begin, end, floor.ShareOf(y + begin, end - begin), 0.0});
+  }
+  return segments;
+}
+
+// Many ions, or some that no filter has spread: there the algorithms' own figures are good.
+bool IsDense(const IonBackground& segment, double height, double quantum) {
+  if (segment.onFloor > kDenseShare) return false;
+  return height <= kUnfiltered * quantum || segment.mean > kDenseMean * height;
+}
+
+// Straight from centre to centre of the segments.
+template <class Level>
+std::vector<double> Draw(const std::vector<IonBackground>& segments, std::size_t n, Level level) {
+  std::vector<Knot> knots;
+  knots.reserve(segments.size());
+  for (const IonBackground& segment : segments)
+    knots.push_back({0.5 * static_cast<double>(segment.begin + segment.end - 1), level(segment)});
+  std::vector<double> drawn(n);
+  DrawPolyline(knots, n, drawn.data());
+  return drawn;
+}
+
+void TakeNoise(const IonBackground& segment, const std::vector<double>& shots, double* noise) {
+  for (std::size_t i = segment.begin; i < segment.end; ++i)
+    noise[i] = segment.onFloor > kSparseShare ? shots[i] : std::max(noise[i], shots[i]);
+}
+
+void TakeBaseline(const IonBackground& segment, const std::vector<double>& mean, double* baseline) {
+  for (std::size_t i = segment.begin; i < segment.end; ++i) baseline[i] = mean[i];
+}
+
+}  // namespace
+
+void TakeShotBackground(const double* y, std::uint32_t n, std::uint32_t segSize,
+                        const BaselineAndNoise& out) {
+  const std::optional<CurveFloor> floor = FindCurveFloor(y, n);
+  if (!floor) return;
+  const std::size_t length = std::max<std::size_t>(segSize, kLeastSegment);
+  std::vector<IonBackground> segments = CutIntoSegments(y, n, length, *floor);
+  const double height = CountIons(y, n, *floor, length, segments);
+  if (!(height > 0.0)) return;
+  const double quantum = SmallestStep(y, n);
+  std::erase_if(segments, [&](const IonBackground& s) { return IsDense(s, height, quantum); });
+  if (segments.empty()) return;
+  if (out.noise != nullptr) {
+    const auto shots =
+        Draw(segments, n, [&](const IonBackground& s) { return std::sqrt(height * (s.mean + height)); });
+    for (const IonBackground& segment : segments) TakeNoise(segment, shots, out.noise);
+  }
+  if (out.baseline != nullptr) {
+    const auto mean = Draw(segments, n, [&](const IonBackground& s) { return floor->value + s.mean; });
+    for (const IonBackground& segment : segments)
+      if (segment.onFloor > kDenseShare) TakeBaseline(segment, mean, out.baseline);
+  }
+}
+
+}  // namespace TslMath
