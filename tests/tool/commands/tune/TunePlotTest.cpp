@@ -1,12 +1,11 @@
 #include <tool/commands/tune/TunePlot.h>
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <pugixml.hpp>
-#include <sstream>
 #include <string>
 
+#include <tool/plot/SvgReading.h>
 #include <tslbl/tune/rules/DevTuneRules.h>
 #include <cmath>
 
@@ -20,19 +19,11 @@ using TslBL::Probes;
 using TslBL::Tune;
 using TslTool::TunePlot;
 
-std::size_t CountOf(const std::string& text, const std::string& part) {
-  std::size_t count = 0;
-  for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) ++count;
-  return count;
-}
-
 Tune Calibrated() {
   DevTuneRules rules(Probes::ESI);
   rules.ControlData.CapExit.Type = IOPoint::CalibratedType;
   return rules;
 }
-
-bool IsDocument(const std::string& svg) { return pugi::xml_document().load_string(svg.c_str()); }
 
 TEST(TunePlot, IsADocumentWithAPanelForEachLensAndTheSettling) {
   const std::string svg = TunePlot({{DevTuneRules(Probes::ESI), "a"}});
@@ -50,6 +41,20 @@ TEST(TunePlot, TwoTunesHaveCurvesAndLegendsEach) {
   EXPECT_EQ(CountOf(svg, "<path "), 20u);
   EXPECT_EQ(CountOf(svg, ">before<"), 1u);
   EXPECT_EQ(CountOf(svg, ">after<"), 1u);
+}
+
+TEST(TunePlot, EachOfTwoTunesHasALookOfItsOwnThatTheLegendShows) {
+  const std::string svg = TunePlot({{DevTuneRules(Probes::ESI), "before"}, {Calibrated(), "after"}});
+  const std::vector<std::string> legend = AttributesOf(svg, "line[@stroke-width='2.5']", "stroke");
+  ASSERT_EQ(legend.size(), 2U);
+  EXPECT_NE(legend[0], legend[1]);
+  const std::vector<std::string> colours = AttributesOf(svg, "path", "stroke");
+  const std::vector<std::string> dashes = AttributesOf(svg, "path", "stroke-dasharray");
+  for (std::size_t i = 0; i < colours.size(); ++i) {
+    EXPECT_EQ(colours[i], legend[i % 2]) << "line " << i;
+    EXPECT_EQ(dashes[i].empty(), i % 2 == 0) << "line " << i;
+  }
+  for (const std::string& mark : AttributesOf(svg, "circle", "fill")) EXPECT_EQ(mark, legend[1]);
 }
 
 TEST(TunePlot, ACurveGoesThroughItsCalibrants) {
