@@ -160,6 +160,18 @@ TEST(FindFeaturesSorted, OfEqualCandidatesBeyondFiveThousandTheLastAreLeftOut) {
   EXPECT_EQ(curve.peaks.back().apexIdx, 9999u);
 }
 
+// The second peak is twice as high, the first on an axis of twice the steps.
+TEST(FindFeaturesSorted, OfPeaksOfEqualAreaTheFirstIsTheLargest) {
+  TestCurve curve = SortedCurve("0 8 0 0 16 0");
+  curve.xAxis = {0, 2, 4, 6, 7, 8};
+  curve.peakDetectParams.RetentionType = PeakDetectParams::PeakTop;
+  ASSERT_TRUE(Detect(curve).ok);
+  ASSERT_EQ(curve.peaks.size(), 2u);
+  ASSERT_EQ(curve.peaks[0].area, curve.peaks[1].area);
+  EXPECT_EQ(curve.largestAreaIdx, 0);
+  EXPECT_EQ(curve.largestMaxIdx, 1);
+}
+
 // Both peaks walk over the small bump between the valleys, which then becomes a peak of its own.
 TEST(FindFeaturesSorted, AnOverlapWithThePeakToTheLeftIsLeftToNeither) {
   EXPECT_EQ(Found("0 30 40 30 9 2 4 2 12 20 12 0"), "0-2-5 5-6-7 7-9-11");

@@ -53,13 +53,28 @@ TEST(LargestPeaks, EachValueHasItsOwn) {
 }
 
 TEST(LargestPeaks, OfEqualRowsTheFirstStaysInWhateverOrderTheyCome) {
-  const std::vector<PeakInfo> rows(3, Row(5, 5, 5));
+  std::vector<PeakInfo> rows(3, Row(5, 5, 5));
+  for (std::size_t i = 0; i < rows.size(); ++i) rows[i].apexIdx = static_cast<std::uint32_t>(10 * i);
   std::array<std::size_t, 3> order = {0, 1, 2};
   do {
     LargestPeaks largest;
     for (const std::size_t i : order) largest.Offer(rows[i]);
     EXPECT_EQ(Places(largest, rows), (Three{0, 0, 0}));
   } while (std::ranges::next_permutation(order).found);
+}
+
+// Rows that were found tallest first do not lie in the order of the curve.
+TEST(LargestPeaks, OfEqualRowsTheFirstOnTheCurveStaysWhereverItLies) {
+  std::vector<PeakInfo> rows(3, Row(5, 5, 5));
+  rows[0].apexIdx = 20;
+  rows[1].apexIdx = 10;
+  rows[2].apexIdx = 30;
+  LargestPeaks left, right;
+  left.Offer(rows[0]);
+  right.Offer(rows[2]);
+  right.Offer(rows[1]);
+  left.Join(right);
+  EXPECT_EQ(Places(left, rows), (Three{1, 1, 1}));
 }
 
 TEST(LargestPeaks, JoinOffersEachRowForItsOwnValueOnly) {
@@ -106,8 +121,10 @@ TEST(LargestPeaks, DoNotDependOnHowTheRowsAreSharedOut) {
   const double values[] = {0.0, 1.0, 2.0, kNaN};
   for (int round = 0; round < 2000; ++round) {
     std::vector<PeakInfo> rows;
-    for (int i = 0; i < 9; ++i)
+    for (std::uint32_t i = 0; i < 9; ++i) {
       rows.push_back(Row(values[random() % 4], values[random() % 4], values[random() % 4]));
+      rows.back().apexIdx = i * 7 % 9;
+    }
     LargestPeaks whole;
     for (const PeakInfo& row : rows) whole.Offer(row);
 

@@ -53,7 +53,7 @@ FeatureRows FindFeatureRows(const Curve& curve, const SearchRange& range) {
   FeatureRows found;
   if (curve.peakDetectParams.FindFeatureAlgorithm == PeakDetectParams::Sorted) {
     const StageTimer timer(L"Find Features Sorted");
-    found = FindFeaturesSorted(curve, range, true, AmplitudeFloor(curve, range));
+    found = FindFeaturesSorted(curve, range, PeakCntLimit::Obeyed, AmplitudeFloor(curve, range));
   } else {
     const StageTimer timer(L"Find Features Sequential");
     found = FindFeaturesSequential(curve, range, timer.IsHeard() ? Features::All : Features::Promising);

@@ -27,8 +27,11 @@ enum class Features { All, Promising };
 // One sweep from left to right, on one thread or several with the same result.
 FeatureRows FindFeaturesSequential(const Curve& curve, const SearchRange& range, Features wanted);
 
-// Candidates taken tallest first, down to the amplitude `floor`. With `limit` it stops at
-// PeakCnt candidates if the parameters say so.
-FeatureRows FindFeaturesSorted(const Curve& curve, const SearchRange& range, bool limit, double floor);
+// Whether finding stops at PeakCnt candidates if the curve's parameters say so.
+enum class PeakCntLimit { Obeyed, Ignored };
+
+// Candidates taken tallest first, down to the amplitude `floor`.
+FeatureRows FindFeaturesSorted(const Curve& curve, const SearchRange& range, PeakCntLimit limit,
+                               double floor);
 
 }  // namespace TslBL

@@ -67,20 +67,22 @@ void InsertRow(std::vector<PeakInfo*>& list, PeakInfo& row) {
 
 }  // namespace
 
-FeatureRows FindFeaturesSorted(const Curve& curve, const SearchRange& range, bool limit, double floor) {
+FeatureRows FindFeaturesSorted(const Curve& curve, const SearchRange& range, PeakCntLimit limit,
+                               double floor) {
   FeatureRows found;
   if (curve.QNumPoints() < 2 || range.last < range.first + 2) return found;
   const auto candidates = CandidatesTallestFirst(curve, range);
   const std::size_t most = std::min(candidates.size(), kMostCandidates);
   found.rows.reserve(most);  // the list points into the rows
   const PeakDetectParams& p = curve.peakDetectParams;
+  const bool stopsAtPeakCnt = p.PeakCntInUse && limit == PeakCntLimit::Obeyed;
   for (std::size_t i = 0; i < most; ++i) {
     const auto& [index, amplitude] = candidates[i];
     if (floor > amplitude) break;
     if (!(amplitude > curve.baseline[index])) continue;
     if (FindPeakIdxByCurveIdx(found.list, index) >= 0) continue;
     InsertRow(found.list, found.rows.emplace_back(MakeRow(curve, candidates[i])));
-    if (limit && p.PeakCntInUse && found.rows.size() >= p.PeakCnt) break;
+    if (stopsAtPeakCnt && found.rows.size() >= p.PeakCnt) break;
   }
   return found;
 }

@@ -62,7 +62,7 @@ std::int32_t InsertPeak(Curve& curve, const PeakInfo& row) {
 std::int32_t FindOnePeak(Curve& curve, std::uint32_t curveIdx) {
   SearchRange span{};
   if (!HasBaselineAndNoise(curve) || !SpanAround(curve, curveIdx, span)) return -1;
-  FeatureRows found = FindFeaturesSorted(curve, span, false, 0.0);
+  FeatureRows found = FindFeaturesSorted(curve, span, PeakCntLimit::Ignored, 0.0);
   if (found.list.empty()) return -1;
   DescribePeaks(curve, found.list);
   std::erase(found.list, nullptr);

@@ -6,8 +6,9 @@
 
 namespace TslBL {
 
-// Points into the rows of one vector. Of equal rows the one with the lower address stays,
-// so that the result does not depend on the order in which parallel bodies finish.
+// Of rows with equal values the one that comes first on the curve stays, so that the result
+// depends neither on the order in which rows are found nor on that in which parallel bodies
+// finish. Owns nothing.
 struct LargestPeaks {
   const PeakInfo* area = nullptr;
   const PeakInfo* maxAmpl = nullptr;
@@ -30,7 +31,7 @@ struct LargestPeaks {
   static void Offer(const PeakInfo*& holder, const PeakInfo* row, double PeakInfo::*value) {
     if (row == nullptr) return;
     if (holder == nullptr || Outranks(row->*value, holder->*value) ||
-        (row < holder && !Outranks(holder->*value, row->*value)))
+        (*row < *holder && !Outranks(holder->*value, row->*value)))
       holder = row;
   }
   // A total order: a NaN, as odd data give, is below every number.

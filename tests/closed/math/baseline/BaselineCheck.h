@@ -93,6 +93,16 @@ inline Samples Line(std::size_t n, double start, double slope) {
   return y;
 }
 
+// Levels that a constant may have: whole ones, such as no sum of a few gives back to the bit, and the
+// largest.
+inline Samples AnyLevels() {
+  Samples levels{0, 7, -3, 0.1, 1e9, std::numeric_limits<double>::max()};
+  std::mt19937_64 random(4);
+  std::uniform_real_distribution<double> uniform(-100, 100);
+  for (int k = 0; k < 30; ++k) levels.push_back(uniform(random));
+  return levels;
+}
+
 // 20 peaks of 1000 counts on a line, without noise.
 inline Samples WithPeaks(Samples y) {
   std::mt19937 random(3);

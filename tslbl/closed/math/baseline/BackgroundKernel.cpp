@@ -139,10 +139,10 @@ std::size_t UsableSegment(std::size_t segSize, const RejectionRule& rule, std::s
   return n < 3 * rule.points ? n : std::max(segSize, rule.LeastCount());
 }
 
-void FlatMinimum(const double* y, const double* shape, std::uint32_t n, double noise,
+void DrawMinimum(const double* y, const double* shape, std::uint32_t n, double noise,
                  const BaselineAndNoise& out) {
   const auto residual = [&](std::uint32_t i) { return y[i] - (shape == nullptr ? 0 : shape[i]); };
-  const double level = n == 1 ? residual(0) : std::min(residual(0), residual(1));
+  const double level = std::min(residual(0), residual(n - 1));
   for (std::uint32_t i = 0; i < n; ++i) {
     if (out.baseline != nullptr) out.baseline[i] = level + (shape == nullptr ? 0 : shape[i]);
     if (out.noise != nullptr) out.noise[i] = noise;
@@ -151,10 +151,18 @@ void FlatMinimum(const double* y, const double* shape, std::uint32_t n, double n
 
 }  // namespace
 
+bool IsFlat(const double* y, std::uint32_t n, double quantum) {
+  return n <= 2 || (quantum == 0 && std::all_of(y, y + n, [=](double value) { return value - *y == 0; }));
+}
+
+void DrawFlat(const double* y, std::uint32_t n, double quantum, const BaselineAndNoise& out) {
+  if (n > 0) DrawMinimum(y, nullptr, n, quantum / 2, out);
+}
+
 void FitBackground(const double* y, const double* shape, std::uint32_t n, double quantum,
                    const BackgroundSettings& settings, const BaselineAndNoise& out) {
   if (n == 0) return;
-  if (n <= 2) return FlatMinimum(y, shape, n, quantum / 2, out);
+  if (n <= 2) return DrawMinimum(y, shape, n, quantum / 2, out);
   const RejectionRule rule(settings.points, settings.width, n, quantum);
   const std::size_t segSize = UsableSegment(settings.segSize, rule, n);
   const Segments segments(n, segSize);

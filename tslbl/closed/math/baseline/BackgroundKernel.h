@@ -26,12 +26,17 @@ constexpr std::uint32_t kRefiningSegment = 250;
 constexpr std::uint32_t kRefiningPoints = 5;
 constexpr std::uint32_t kRefiningWidth = 3;
 
+// Whether a curve leaves nothing to fit: it has up to two points, or all are equal. `quantum` is the smallest
+// step of the data (see SmallestStep.h).
+bool IsFlat(const double* y, std::uint32_t n, double quantum);
+
+// The least value is the baseline of a flat curve, half the quantum its noise.
+void DrawFlat(const double* y, std::uint32_t n, double quantum, const BaselineAndNoise& out);
+
 // Fits y - shape and adds the shape to the baseline again. A shape that runs along the bottom of the data is
 // too low by a part of the noise; so it loses this bias and keeps its form. `shape` has n values, or is null
 // for none; it may be the output for the baseline or, if that is null, for the noise. Settings may have any
 // values, see Baseline.h.
-//
-// `quantum` is the smallest step of the data (see SmallestStep.h).
 void FitBackground(const double* y, const double* shape, std::uint32_t n, double quantum,
                    const BackgroundSettings& settings, const BaselineAndNoise& out);
 

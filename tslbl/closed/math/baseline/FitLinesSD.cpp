@@ -8,7 +8,9 @@ namespace TslMath {
 
 void FitLinesSD(const double* y, std::uint32_t n, std::uint32_t segSize, std::uint32_t points,
                 std::uint32_t width, const BaselineAndNoise& out) {
-  FitBackground(y, nullptr, n, SmallestStep(y, n), {segSize, points, width}, out);
+  const double quantum = SmallestStep(y, n);
+  if (IsFlat(y, n, quantum)) return DrawFlat(y, n, quantum, out);
+  FitBackground(y, nullptr, n, quantum, {segSize, points, width}, out);
   TakeShotBackground(y, n, segSize, out);
 }
 

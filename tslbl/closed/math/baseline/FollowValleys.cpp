@@ -132,7 +132,7 @@ std::vector<Knot> WithoutPeaks(const std::vector<Knot>& knots, const double* y, 
 void FollowValleys(const double* y, std::uint32_t n, std::uint32_t segSize, const BaselineAndNoise& out) {
   const BackgroundSettings refining{std::max(segSize, kRefiningSegment), kRefiningPoints, kRefiningWidth};
   const double quantum = SmallestStep(y, n);
-  if (n <= 2) return FitBackground(y, nullptr, n, quantum, refining, out);
+  if (IsFlat(y, n, quantum)) return DrawFlat(y, n, quantum, out);
   double* shape = out.baseline != nullptr ? out.baseline : out.noise;
   SmoothGaussian(y, n, 0, n, kSmoothingWidth, shape);
   const std::size_t usable = std::max<std::size_t>(segSize, 1);

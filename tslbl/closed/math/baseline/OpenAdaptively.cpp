@@ -124,7 +124,7 @@ void OpenAdaptively(const double* y, std::uint32_t n, std::uint32_t segSize, std
   const std::uint32_t refined = std::max(segSize < n / 2 ? 2 * segSize : n, kRefiningSegment);
   const BackgroundSettings refining{refined, kRefiningPoints, kRefiningWidth};
   const double quantum = SmallestStep(y, n);
-  if (n <= 2) return FitBackground(y, nullptr, n, quantum, refining, out);
+  if (IsFlat(y, n, quantum)) return DrawFlat(y, n, quantum, out);
   double* shape = out.baseline != nullptr ? out.baseline : out.noise;
   DrawShape(y, n, segSize, window, quantum, shape);
   FitBackground(y, shape, n, quantum, refining, out);
