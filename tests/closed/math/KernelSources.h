@@ -28,6 +28,7 @@
 #include <tslbl/closed/math/peak/GaussPeak.cpp>
 #include <tslbl/closed/math/peak/IntervalBounds.cpp>
 #include <tslbl/closed/math/peak/SplinePeak.cpp>
+#include <tslbl/closed/math/peak/TypicalWidth.cpp>
 #include <tslbl/closed/math/smooth/MedianNetwork.cpp>
 #include <tslbl/closed/math/smooth/MedianWindow.cpp>
 #include <tslbl/closed/math/smooth/PolynomialBasis.cpp>
