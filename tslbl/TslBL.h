@@ -48,6 +48,7 @@
 #include <tslbl/curve/CurvePeak.h>
 #include <tslbl/curve/Execute.h>
 #include <tslbl/curve/NoiseParams.h>
+#include <tslbl/curve/PeakArea.h>
 #include <tslbl/curve/PeakDetectParams.h>
 #include <tslbl/curve/PeakInfo.h>
 #include <tslbl/curve/SmoothParams.h>

@@ -8,21 +8,21 @@ namespace {
 using TslBL::MZPeak;
 
 template <auto field>
-ColumnValue Get(const MZPeak& peak) {
-  using T = std::remove_cvref_t<decltype(peak.*field)>;
-  if constexpr (std::is_same_v<T, double>) {
-    return WithoutNaNSign(peak.*field);
-  } else if constexpr (std::is_same_v<T, bool>) {
-    return peak.*field;
+ColumnValue Get(const ReportedPeak& peak) {
+  const auto value = peak.row.*field;
+  if constexpr (std::is_same_v<decltype(value), const double>) {
+    return WithoutNaNSign(value);
+  } else if constexpr (std::is_same_v<decltype(value), const bool>) {
+    return value;
   } else {
-    return static_cast<std::int64_t>(peak.*field);
+    return static_cast<std::int64_t>(value);
   }
 }
 
 constexpr PeakColumn kColumns[] = {
     {"mz", Get<&MZPeak::Mass>},
     {"amplitude", Get<&MZPeak::Ampl>},
-    {"area", Get<&MZPeak::Area>},
+    {"area", [](const ReportedPeak& p) { return ColumnValue(WithoutNaNSign(p.area)); }},
     {"width", Get<&MZPeak::Width>},
     {"resolution", Get<&MZPeak::Resolution>},
     {"sn", Get<&MZPeak::Signal2Noise>},
@@ -35,6 +35,7 @@ constexpr PeakColumn kColumns[] = {
     {"MaxX", Get<&MZPeak::MaxX>},
     {"MaxAmpl", Get<&MZPeak::MaxAmpl>},
     {"RelMaxAmpl", Get<&MZPeak::RelMaxAmpl>},
+    {"Area", Get<&MZPeak::Area>},
     {"Baseline", Get<&MZPeak::Baseline>},
     {"Noise", Get<&MZPeak::Noise>},
     {"PkStartX", Get<&MZPeak::PkStartX>},
@@ -44,8 +45,8 @@ constexpr PeakColumn kColumns[] = {
     {"PkAreaStartX", Get<&MZPeak::PkAreaStartX>},
     {"PkAreaEndX", Get<&MZPeak::PkAreaEndX>},
     {"PkAreaIntercept", Get<&MZPeak::PkAreaIntercept>},
-    {"CSSeriesType", [](const MZPeak& p) { return ColumnValue(std::int64_t{p.CSSeriesRef.Type}); }},
-    {"CSSeriesId", [](const MZPeak& p) { return ColumnValue(std::int64_t{p.CSSeriesRef.Id}); }},
+    {"CSSeriesType", [](const ReportedPeak& p) { return ColumnValue(std::int64_t{p.row.CSSeriesRef.Type}); }},
+    {"CSSeriesId", [](const ReportedPeak& p) { return ColumnValue(std::int64_t{p.row.CSSeriesRef.Id}); }},
     {"CSValue1", Get<&MZPeak::CSValue1>},
     {"CSValue2", Get<&MZPeak::CSValue2>},
     {"CSValue3", Get<&MZPeak::CSValue3>},

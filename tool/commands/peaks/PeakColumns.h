@@ -1,7 +1,7 @@
 #pragma once
 // The columns of a peak row, for every format that names them.
 
-#include <tslbl/records/MZPeak.h>
+#include <tool/commands/peaks/ReportedPeak.h>
 #include <cstdint>
 #include <span>
 #include <variant>
@@ -12,7 +12,7 @@ using ColumnValue = std::variant<double, std::int64_t, bool>;
 
 struct PeakColumn {
   const char* name;
-  ColumnValue (*value)(const TslBL::MZPeak& peak);
+  ColumnValue (*value)(const ReportedPeak& peak);
 };
 
 // First the ones that everybody wants, under short names: mz, amplitude, area, width,

@@ -1,7 +1,6 @@
 #include <tool/commands/peaks/PeakFile.h>
 
 #include <tool/frame/InputError.h>
-#include <tslbl/spectrum/PeakTable.h>
 
 namespace TslTool {
 
@@ -26,7 +25,7 @@ void PeakFile::RefuseToResume(std::uint32_t scan, const std::string& reason) {
 }
 
 std::string PeakFile::Part(const LoadedSpectrum& loaded) const {
-  return writer_->Part(loaded, TslBL::CreateMZPeakTable(*loaded.spectrum));
+  return writer_->Part(loaded, ReportedPeaks(*loaded.spectrum));
 }
 
 void PeakFile::RequireSame(const std::string& part) {

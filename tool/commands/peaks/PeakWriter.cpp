@@ -14,7 +14,7 @@
 namespace TslTool {
 namespace {
 
-using Peaks = std::vector<TslBL::MZPeak>;
+using Peaks = std::vector<ReportedPeak>;
 
 class TableWriter final : public PeakWriter {
  public:
@@ -26,11 +26,11 @@ class TableWriter final : public PeakWriter {
       text += fmt::format("{:>5} {:>11} {:>12} {:>12} {:>9} {:>10} {:>9}\n", "peak", "m/z", "amplitude",
                           "area", "width", "resolution", "S/N");
     std::size_t number = 0;
-    for (const TslBL::MZPeak& p : peaks)
-      text +=
-          fmt::format("{:>5} {:>11.4f} {:>12.6g} {:>12.6g} {:>9.4f} {:>10.1f} {:>9.4g}\n", ++number,
-                      WithoutNaNSign(p.Mass), WithoutNaNSign(p.Ampl), WithoutNaNSign(p.Area),
-                      WithoutNaNSign(p.Width), WithoutNaNSign(p.Resolution), WithoutNaNSign(p.Signal2Noise));
+    for (const auto& [row, area] : peaks)
+      text += fmt::format("{:>5} {:>11.4f} {:>12.6g} {:>12.6g} {:>9.4f} {:>10.1f} {:>9.4g}\n", ++number,
+                          WithoutNaNSign(row.Mass), WithoutNaNSign(row.Ampl), WithoutNaNSign(area),
+                          WithoutNaNSign(row.Width), WithoutNaNSign(row.Resolution),
+                          WithoutNaNSign(row.Signal2Noise));
     return text;
   }
   std::string Between() const override { return "\n"; }
@@ -47,7 +47,7 @@ class TsvWriter final : public PeakWriter {
     const std::string time = std::isnan(loaded.rtSeconds) ? "" : fmt::format("{}", loaded.rtSeconds);
     std::string text;
     std::size_t number = 0;
-    for (const TslBL::MZPeak& peak : peaks) {
+    for (const ReportedPeak& peak : peaks) {
       text += fmt::format("{}\t{}\t{}", loaded.scan, time, ++number);
       for (const PeakColumn& column : PeakColumns())
         std::visit([&text](auto value) { text += fmt::format("\t{}", value); }, column.value(peak));
@@ -67,7 +67,7 @@ class JsonWriter final : public PeakWriter {
     spectrum["rt_s"] = loaded.rtSeconds;
     auto& rows = spectrum["peaks"] = nlohmann::ordered_json::array();
     std::size_t number = 0;
-    for (const TslBL::MZPeak& peak : peaks) {
+    for (const ReportedPeak& peak : peaks) {
       nlohmann::ordered_json row;
       row["peak"] = ++number;
       for (const PeakColumn& column : PeakColumns())

@@ -1,8 +1,8 @@
 #pragma once
 // Peak tables as text: a head, a part for each spectrum, and a tail.
 
+#include <tool/commands/peaks/ReportedPeak.h>
 #include <tool/io/SpectrumSource.h>
-#include <tslbl/records/MZPeak.h>
 #include <memory>
 #include <string>
 #include <vector>
@@ -14,7 +14,7 @@ class PeakWriter {
   virtual ~PeakWriter() = default;
   virtual std::string Head() const { return ""; }
   // Any number of threads may ask for the parts of their spectra.
-  virtual std::string Part(const LoadedSpectrum& loaded, const std::vector<TslBL::MZPeak>& peaks) const = 0;
+  virtual std::string Part(const LoadedSpectrum& loaded, const std::vector<ReportedPeak>& peaks) const = 0;
   virtual std::string Between() const { return ""; }  // two parts
   virtual std::string Tail() const { return ""; }
 };

@@ -13,7 +13,6 @@
 #include <tool/commands/peaks/Evaluated.h>
 #include <tool/commands/peaks/PeakColumns.h>
 #include <tool/commands/peaks/PeakWriter.h>
-#include <tslbl/spectrum/PeakTable.h>
 
 namespace tests {
 namespace {
@@ -22,7 +21,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::StartsWith;
 using TslTool::LoadedSpectrum;
-using Peaks = std::vector<TslBL::MZPeak>;
+using Peaks = std::vector<TslTool::ReportedPeak>;
 
 // What a format makes of the scans.
 std::string Written(const std::string& format, const std::vector<const LoadedSpectrum*>& scans) {
@@ -30,7 +29,7 @@ std::string Written(const std::string& format, const std::vector<const LoadedSpe
   std::string text = writer->Head();
   for (const LoadedSpectrum* scan : scans) {
     if (scan != scans.front()) text += writer->Between();
-    text += writer->Part(*scan, TslBL::CreateMZPeakTable(*scan->spectrum));
+    text += writer->Part(*scan, TslTool::ReportedPeaks(*scan->spectrum));
   }
   return text + writer->Tail();
 }
@@ -47,7 +46,7 @@ LoadedSpectrum Bare() {
 struct PeakWriter : testing::Test {
   const LoadedSpectrum third = EvaluatedScan(3), seventh = EvaluatedScan(7), bare = Bare();
   const std::vector<const LoadedSpectrum*> scans = {&third, &seventh, &bare};
-  const Peaks peaks = TslBL::CreateMZPeakTable(*third.spectrum);
+  const Peaks peaks = TslTool::ReportedPeaks(*third.spectrum);
 };
 
 TEST_F(PeakWriter, TsvHasOneHeaderWithTheRowsFieldsBehindTheShortNames) {
@@ -69,8 +68,8 @@ TEST_F(PeakWriter, TsvKeepsEveryDigit) {
   for (std::size_t i = 0; i < rows.size(); ++i) {
     EXPECT_EQ(rows[i].at("scan"), "3");
     EXPECT_EQ(rows[i].at("peak"), std::to_string(i + 1));
-    EXPECT_EQ(std::stod(rows[i].at("mz")), peaks[i].Mass);
-    EXPECT_EQ(std::stod(rows[i].at("area")), peaks[i].Area);
+    EXPECT_EQ(std::stod(rows[i].at("mz")), peaks[i].row.Mass);
+    EXPECT_EQ(std::stod(rows[i].at("area")), peaks[i].area);
     EXPECT_EQ(std::stod(rows[i].at("rt_s")), third.rtSeconds);
   }
 }
@@ -87,7 +86,7 @@ TEST_F(PeakWriter, JsonIsOneListOfSpectra) {
   ASSERT_EQ(json[0]["peaks"].size(), peaks.size());
   for (std::size_t i = 0; i < peaks.size(); ++i) {
     EXPECT_EQ(json[0]["peaks"][i]["peak"], i + 1);
-    EXPECT_EQ(json[0]["peaks"][i]["mz"].get<double>(), peaks[i].Mass);
+    EXPECT_EQ(json[0]["peaks"][i]["mz"].get<double>(), peaks[i].row.Mass);
     EXPECT_EQ(json[0]["peaks"][i]["IsOverlapped"], false);
   }
   EXPECT_TRUE(json[2]["rt_s"].is_null());
@@ -120,7 +119,7 @@ TEST_F(PeakWriter, TheTableIsForReading) {
   const auto lines = LinesOf(Written("table", scans));
   EXPECT_EQ(lines[0], fmt::format("scan 3, {:.3f} s, {} peaks", third.rtSeconds, peaks.size()));
   EXPECT_THAT(lines[1], HasSubstr("m/z"));
-  EXPECT_THAT(lines[2], HasSubstr(fmt::format("{:.4f}", peaks[0].Mass)));
+  EXPECT_THAT(lines[2], HasSubstr(fmt::format("{:.4f}", peaks[0].row.Mass)));
   EXPECT_EQ(lines[2 + peaks.size()], "");
   EXPECT_EQ(lines.back(), "scan 9, 0 peaks");
 }
