@@ -355,16 +355,16 @@ TEST(RecordFrame, ComparesOnlyTheFieldsThatARecordHas) {
   EXPECT_FALSE(a == b);
 }
 
-struct Foreign final : ITslSerial {
+struct Weight final : ITslSerial {
   std::uint32_t Value = 5;
   using ITslSerial::Serialize;
   void Serialize(BinaryReader& reader) override { reader >> Value; }
   void Serialize(BinaryWriter& writer) const override { writer << Value; }
-  void Serialize(std::wstring& text) const override { text = L"  Foreign:\t5\r\n"; }
-  bool operator==(const Foreign& other) const { return Value == other.Value; }
+  void Serialize(std::wstring& text) const override { text = L"  Weight:\t5\r\n"; }
+  bool operator==(const Weight& other) const { return Value == other.Value; }
 };
 struct Crate : Record<Crate> {
-  Foreign Content;
+  Weight Content;
 };
 void Describe(Archive& ar, Crate& c) {
   ar.Version(1, "Unknown Crate version.");
@@ -377,7 +377,7 @@ TEST(RecordFrame, CarriesARecordThatWritesAndReadsItself) {
   EXPECT_EQ(BytesOf(crate), Bytes(1u, 77u));
   EXPECT_TRUE(FromBytes<Crate>(BytesOf(crate)) == crate);
   EXPECT_FALSE(crate == Crate());
-  EXPECT_EQ(DumpOf(crate), L"  Foreign:\t5\r\n");
+  EXPECT_EQ(DumpOf(crate), L"  Weight:\t5\r\n");
 }
 
 TEST(RecordFrame, SaysThatARecordHasNoDocumentForm) { EXPECT_THROW(XmlOf(Crate()), std::logic_error); }

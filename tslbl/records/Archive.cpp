@@ -6,12 +6,17 @@
 
 namespace TslBL {
 
-const wchar_t* Codes::ToText(std::uint32_t value) const {
+std::wstring Codes::ToText(std::uint32_t value) const {
+  if (toText != nullptr) return toText(value);
   const auto row = std::ranges::find(rows, value, &CodeText::value);
   return row != rows.end() ? row->text : L"Unknown";
 }
 
 void Codes::FromText(const std::wstring& text, std::uint32_t& value) const {
+  if (fromText != nullptr) {
+    value = fromText(text);
+    return;
+  }
   const auto row = std::ranges::find_if(rows, [&](const CodeText& code) {
     return exact ? text == code.text : EqualsIgnoreCase(text, code.text);
   });

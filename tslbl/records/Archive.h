@@ -26,19 +26,24 @@
 
 namespace TslBL {
 
-// The text forms of an enumeration. Writing takes the first row of a value, or "Unknown";
-// further rows of a value are older names, read but never written.
+// The text forms of an enumeration, by a table or by two functions. Writing takes the first
+// row of a value, or "Unknown"; further rows of a value are older names, read but never
+// written.
 struct CodeText {
   std::uint32_t value;
   const wchar_t* text;
 };
 struct Codes {
-  std::span<const CodeText> rows;
+  std::span<const CodeText> rows = {};
   bool exact = false;        // compare with case
   std::uint32_t onMiss = 0;  // what another text reads as
   bool keepOnMiss = false;   // another text leaves the field alone
+  // In place of the rows, where the record or the platform keeps the forms; each has an answer
+  // for whatever it is given.
+  std::wstring (*toText)(std::uint32_t value) = nullptr;
+  std::uint32_t (*fromText)(const std::wstring& text) = nullptr;
 
-  const wchar_t* ToText(std::uint32_t value) const;
+  std::wstring ToText(std::uint32_t value) const;
   void FromText(const std::wstring& text, std::uint32_t& value) const;
 };
 
@@ -167,13 +172,13 @@ class Archive {
   // taken by one that writes.
   virtual bool OpenList(const wchar_t* name, std::uint32_t& count) = 0;
   virtual void CloseList() {}
-  // Whether it is of use to go on, for the items of a list whose count cannot be trusted.
-  virtual bool GoOn() const { return true; }
+  // Whether there may be more to describe, for the items of a list whose count cannot be trusted.
+  virtual bool MayContinue() const { return true; }
   virtual void NestedRecord(void* record, const RecordOps& ops);
 
   // The archive's own way with a record that writes and reads itself; `xml` is null for
   // one without a document form.
-  virtual void Foreign(ITslSerial& serial, ITslXML* xml) = 0;
+  virtual void SelfDescribed(ITslSerial& serial, ITslXML* xml) = 0;
 
  private:
   template <class E>
@@ -188,9 +193,9 @@ class Archive {
     if constexpr (Described<R>) {
       Describe(ar, *static_cast<R*>(record));
     } else if constexpr (std::is_base_of_v<ITslXML, R>) {
-      ar.Foreign(*static_cast<R*>(record), static_cast<R*>(record));
+      ar.SelfDescribed(*static_cast<R*>(record), static_cast<R*>(record));
     } else {
-      ar.Foreign(*static_cast<R*>(record), nullptr);
+      ar.SelfDescribed(*static_cast<R*>(record), nullptr);
     }
   }
   template <class R>
@@ -207,7 +212,7 @@ void Archive::List(const wchar_t* name, std::vector<T>& items, DescribeItem desc
   if (!OpenList(name, count)) return;
   if (Reading()) {
     items.clear();
-    for (; count > 0 && GoOn(); --count) {
+    for (; count > 0 && MayContinue(); --count) {
       const std::uint64_t before = ElementsFound();
       describeItem(*this, items.emplace_back());
       // A foreign element between the items of a document is counted, but is no item.
@@ -215,7 +220,7 @@ void Archive::List(const wchar_t* name, std::vector<T>& items, DescribeItem desc
     }
   } else {
     for (T& item : items) {
-      if (!GoOn()) break;
+      if (!MayContinue()) break;
       describeItem(*this, item);
     }
   }

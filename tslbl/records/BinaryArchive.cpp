@@ -21,7 +21,7 @@ class BinaryOut final : public Archive {
   void Value(const Slot&, std::wstring& value) override { writer_ << value; }
   void Value(const Slot&, std::vector<double>& value) override { writer_ << value; }
   bool OpenList(const wchar_t*, std::uint32_t& count) override { return writer_ << count, true; }
-  void Foreign(ITslSerial& record, ITslXML*) override { writer_ << record; }
+  void SelfDescribed(ITslSerial& record, ITslXML*) override { writer_ << record; }
 
   BinaryWriter& writer_;
 };
@@ -44,8 +44,8 @@ class BinaryIn final : public Archive {
   void Value(const Slot&, std::wstring& value) override { reader_ >> value; }
   void Value(const Slot&, std::vector<double>& value) override { reader_ >> value; }
   bool OpenList(const wchar_t*, std::uint32_t& count) override { return reader_ >> count, true; }
-  bool GoOn() const override { return reader_.Good(); }
-  void Foreign(ITslSerial& record, ITslXML*) override { reader_ >> record; }
+  bool MayContinue() const override { return reader_.Good(); }
+  void SelfDescribed(ITslSerial& record, ITslXML*) override { reader_ >> record; }
 
   BinaryReader& reader_;
 };

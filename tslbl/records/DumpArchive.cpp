@@ -32,7 +32,7 @@ class DumpOut final : public Archive {
     Line(slot.name, codes.ToText(value));
   }
   bool OpenList(const wchar_t*, std::uint32_t&) override { return true; }
-  void Foreign(ITslSerial& record, ITslXML*) override {
+  void SelfDescribed(ITslSerial& record, ITslXML*) override {
     std::wstring dump;
     record.Serialize(dump);
     text_ += dump;

@@ -3,7 +3,7 @@
 #include <tslbl/closed/common/MessageId.h>
 #include <tslbl/closed/common/StringTable.h>
 #include <tslbl/closed/common/Text.h>
-#include <tslbl/records/TypeAttribute.h>
+#include <tslbl/records/Archive.h>
 #include <algorithm>
 #include <iterator>
 
@@ -22,6 +22,10 @@ constexpr auto kLast = static_cast<std::uint32_t>(std::size(kRows) - 1);
 
 const Row& RowOf(std::uint32_t type) { return kRows[std::min(type, kLast)]; }
 
+constexpr Codes kTypes{
+    .toText = [](std::uint32_t type) -> std::wstring { return RowOf(type).text; },
+    .fromText = [](const std::wstring& text) -> std::uint32_t { return MZPeakField::CvtType(text); }};
+
 }  // namespace
 
 std::wstring MZPeakField::CvtType(Types type) { return RowOf(type).text; }
@@ -36,7 +40,7 @@ std::wstring MZPeakField::FieldToString() const { return TslLoadString(ModuleHan
 
 void Describe(Archive& ar, MZPeakField& field) {
   ar.Version(1, "Unknown MZPeakField version.");
-  if (const auto element = ar.Element(L"MZPkFld")) TypeAttribute(ar, field);
+  if (const auto element = ar.Element(L"MZPkFld")) ar.EnumAttribute(L"Type", field.Type, kTypes);
 }
 
 }  // namespace TslBL

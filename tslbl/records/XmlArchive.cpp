@@ -45,7 +45,7 @@ class XmlOut final : public Archive {
   void CloseElement() override { builder_.EndNode(); }
   bool OpenList(const wchar_t* name, std::uint32_t&) override { return builder_.StartList(name), true; }
   void CloseList() override { builder_.EndList(); }
-  void Foreign(ITslSerial&, ITslXML* record) override { WithDocumentForm(record).Serialize(builder_); }
+  void SelfDescribed(ITslSerial&, ITslXML* record) override { WithDocumentForm(record).Serialize(builder_); }
 
   void Put(const Slot& slot, const std::wstring& text) {
     switch (slot.place) {
@@ -116,7 +116,7 @@ class XmlIn final : public Archive {
   }
   void CloseList() override { parser_.EndList(); }
   // A record that reads itself is an item of its list whatever it finds.
-  void Foreign(ITslSerial&, ITslXML* record) override {
+  void SelfDescribed(ITslSerial&, ITslXML* record) override {
     WithDocumentForm(record).Serialize(parser_);
     ++found_;
   }

@@ -2,7 +2,6 @@
 
 #include <tslbl/closed/common/Text.h>
 #include <tslbl/records/Archive.h>
-#include <tslbl/tune/TextEnum.h>
 
 namespace TslBL {
 namespace {
@@ -10,8 +9,13 @@ namespace {
 constexpr CodeText kTypes[] = {{Control::Scan, L"Scan"}, {Control::Sim, L"Sim"}};
 constexpr CodeText kQ1MZTypes[] = {{Control::RF_DC, L"RF_DC"}, {Control::RF_Only, L"RF_Only"}};
 
-std::wstring PolarityText(PolarityTypes polarity) { return PolarityToWStr(polarity, L"Unknown"); }
-PolarityTypes PolarityOf(const std::wstring& text) { return PolarityFromWStr(text, PolarityPositive); }
+constexpr Codes kPolarities{.toText =
+                                [](std::uint32_t polarity) {
+                                  return PolarityToWStr(static_cast<PolarityTypes>(polarity), L"Unknown");
+                                },
+                            .fromText = [](const std::wstring& text) -> std::uint32_t {
+                              return PolarityFromWStr(text, PolarityPositive);
+                            }};
 
 std::wstring OneLine(const IOPoint& lens) {
   switch (lens.Type) {
@@ -36,7 +40,7 @@ void DescribeAcquisition(Archive& ar, Control& control) {
   ar(L"MZLow", control.MZLow);
   ar(L"MZHi", control.MZHi);
   ar(L"MZStepSize", control.MZStepSize);
-  TextEnum(ar, L"PolarityType", control.PolarityType, PolarityText, PolarityOf);
+  ar.Enum(L"PolarityType", control.PolarityType, kPolarities);
   ar(L"InitSettleDelay", control.InitSettleDelay);
   ar(L"StepSettleDelay", control.StepSettleDelay);
   ar(L"PulseCountDelaySCAN", control.PulseCountDelay);

@@ -1,7 +1,6 @@
 #include <tslbl/tune/IonSource.h>
 
 #include <tslbl/records/Archive.h>
-#include <tslbl/tune/TextEnum.h>
 
 namespace TslBL {
 namespace {
@@ -10,6 +9,9 @@ constexpr CodeText kTempLevels[] = {{IonSource::Off, L"Off"},
                                     {IonSource::Low, L"Low"},
                                     {IonSource::Medium, L"Medium"},
                                     {IonSource::High, L"High"}};
+constexpr Codes kProbes{
+    .toText = [](std::uint32_t probe) { return Probes::GetName(static_cast<Probes::ProbeTypes>(probe)); },
+    .fromText = [](const std::wstring& text) -> std::uint32_t { return Probes::GetId(text); }};
 
 // A place that the two kinds of probe name each in its own way.
 struct SharedTag {
@@ -42,7 +44,7 @@ bool HasCorona(const Archive& ar, const IonSource& source) {
 void Describe(Archive& ar, IonSource& source) {
   ar.Version(3, "Unknown IonSource version.");
   if (const auto element = ar.Element(L"Source")) {
-    TextEnum(ar, L"Type", source.Type, Probes::GetName, Probes::GetId);
+    ar.Enum(L"Type", source.Type, kProbes);
     kCylinder(ar, source, source.Cylinder);
     ar(L"EndPlate", source.EndPlate);
     ar(L"CapEnter", source.CapEnter);
