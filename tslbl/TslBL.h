@@ -40,6 +40,7 @@
 #include <tslbl/records/MZRange.h>
 #include <tslbl/records/OPDParams.h>
 #include <tslbl/records/OverlapPeakInfo.h>
+#include <tslbl/records/PeakValues.h>
 #include <tslbl/records/VexException.h>
 
 #include <tslbl/curve/BaselineParams.h>

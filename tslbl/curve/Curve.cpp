@@ -2,6 +2,7 @@
 
 #include <tslbl/closed/common/BinaryStream.h>
 #include <tslbl/closed/common/Truncate.h>
+#include <tslbl/curve/PeakLevels.h>
 #include <tslbl/records/Archive.h>
 #include <algorithm>
 #include <cmath>
@@ -93,7 +94,7 @@ double QSignalToNoise(double signal, double baseline, double noise) {
 
 void QWidthAndResolution(double x, double leftX, double rightX, double& width, double& resolution) {
   width = rightX - leftX;
-  resolution = width > 0.0 ? x / width : 0.0;
+  resolution = ResolutionOf(x, width);
 }
 
 }  // namespace TslBL

@@ -24,6 +24,11 @@ double SignalToNoiseAt(const Curve& curve, double idx, double amplitude) {
   return noise < 1e-8 ? 9e99 : (amplitude - ValueAt(curve.baseline, i)) / noise;
 }
 
+double WidthInX(const Curve& curve, const PeakInfo& peak) {
+  return curve.FractionalIndexToXAxisVal(peak.halfHeightRightIdx) -
+         curve.FractionalIndexToXAxisVal(peak.halfHeightLeftIdx);
+}
+
 CurvePeak TranslateCurvePeak(const Curve& curve, std::uint32_t peakIdx) {
   if (curve.peaks.empty()) throw std::runtime_error("Peak table is empty.");
   if (peakIdx >= curve.peaks.size())
@@ -40,7 +45,8 @@ CurvePeak TranslateCurvePeak(const Curve& curve, std::uint32_t peakIdx) {
   t.MaxAmpl = p.maxAmpl;
   t.RelMaxAmpl = p.maxAmpl / Largest(curve, curve.largestMaxIdx, &PeakInfo::maxAmpl) * 100;
   t.Area = p.area;
-  QWidthAndResolution(t.CentroidX, x(p.halfHeightLeftIdx), x(p.halfHeightRightIdx), t.Width, t.Resolution);
+  t.Width = WidthInX(curve, p);
+  t.Resolution = ResolutionOf(t.CentroidX, t.Width);
   t.Baseline = p.baselineAmpl;
   t.Signal2Noise = SignalToNoiseAt(curve, p.ReportedIdx(), p.ReportedAmpl());
   t.Noise = p.noiseAmpl;

@@ -1,5 +1,5 @@
 #pragma once
-// Amplitudes at and around a peak, shared by detection and its reports.
+// Amplitudes and widths at and around a peak, shared by detection and its reports.
 
 #include <tslbl/curve/Curve.h>
 #include <cstdint>
@@ -14,5 +14,10 @@ inline double ValueAt(const std::vector<double>& values, std::size_t i) {
 
 // Signal to noise of an amplitude at a fractional index, whose fraction does not count.
 double SignalToNoiseAt(const Curve& curve, double idx, double amplitude);
+
+// The full width at half maximum, in x units.
+double WidthInX(const Curve& curve, const PeakInfo& peak);
+// 0 for a width that is not above 0.
+inline double ResolutionOf(double x, double width) { return width > 0.0 ? x / width : 0.0; }
 
 }  // namespace TslBL

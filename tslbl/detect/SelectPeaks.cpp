@@ -22,8 +22,7 @@ class SelectPeak {
   bool WidthPasses(const PeakInfo& p) const {
     const PeakDetectParams& t = Limits();
     if (!t.FWHMGTInUse && !t.FWHMLTInUse) return true;
-    const double width = curve_.FractionalIndexToXAxisVal(p.halfHeightRightIdx) -
-                         curve_.FractionalIndexToXAxisVal(p.halfHeightLeftIdx);
+    const double width = WidthInX(curve_, p);
     return !(t.FWHMGTInUse && width < t.FWHMGT) && !(t.FWHMLTInUse && width > t.FWHMLT);
   }
 

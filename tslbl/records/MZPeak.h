@@ -10,13 +10,15 @@
 #include <tslbl/records/CSSeries.h>
 #include <tslbl/records/MZPeakField.h>
 #include <tslbl/records/MZRange.h>
+#include <tslbl/records/PeakValues.h>
 #include <tslbl/records/Record.h>
 #include <cstdint>
 #include <vector>
 
 namespace TslBL {
 
-struct TSLBL_API MZPeak : SerialRecord<MZPeak> {
+// The values of any peak, with x in m/z, and these.
+struct TSLBL_API MZPeak : SerialRecord<MZPeak>, PeakValues {
   enum Kinds : std::uint32_t { DataPeak = 0, OverlapPeak = 1 };
 
   std::uint32_t Kind = DataPeak;
@@ -24,27 +26,8 @@ struct TSLBL_API MZPeak : SerialRecord<MZPeak> {
   // A data peak's index in the peak table; for an overlap peak its index among the overlap
   // peaks plus the number of data peaks.
   std::uint32_t PeakId = 0;
-  double CentroidX = 0.0;        // m/z
-  double CentroidAmpl = 0.0;     //
-  double RelCentroidAmpl = 0.0;  // percent of the curve's largest
-  double MaxX = 0.0;             // m/z
-  double MaxAmpl = 0.0;          //
-  double RelMaxAmpl = 0.0;       // percent of the curve's largest
-  double Mass = 0.0;             // the m/z at which the peak is reported
-  double Ampl = 0.0;             // the amplitude with which it is reported
-  double Area = 0.0;             // amplitude times m/z
-  double Width = 0.0;            // m/z, at half height
-  double Resolution = 0.0;
-  double Baseline = 0.0;
-  double Signal2Noise = 0.0;
-  double Noise = 0.0;
-  double PkStartX = 0.0;  // m/z
-  double PkStartAmpl = 0.0;
-  double PkEndX = 0.0;  // m/z
-  double PkEndAmpl = 0.0;
-  double PkAreaStartX = 0.0;  // m/z
-  double PkAreaEndX = 0.0;    // m/z
-  double PkAreaIntercept = 0.0;
+  double Mass = 0.0;      // the m/z at which the peak is reported
+  double Ampl = 0.0;      // the amplitude with which it is reported
   CSSeries CSSeriesRef;   // the charge-state series that it belongs to
   double CSValue1 = 0.0;  // monoisotopic mass
   double CSValue2 = 0.0;  // average mass of the series

@@ -11,28 +11,6 @@ namespace {
 
 using TslMath::GaussPeak;
 
-void CopyCurvePeak(const CurvePeak& from, MZPeak& to) {
-  to.CentroidX = from.CentroidX;
-  to.CentroidAmpl = from.CentroidAmpl;
-  to.RelCentroidAmpl = from.RelCentroidAmpl;
-  to.MaxX = from.MaxX;
-  to.MaxAmpl = from.MaxAmpl;
-  to.RelMaxAmpl = from.RelMaxAmpl;
-  to.Area = from.Area;
-  to.Width = from.Width;
-  to.Resolution = from.Resolution;
-  to.Baseline = from.Baseline;
-  to.Signal2Noise = from.Signal2Noise;
-  to.Noise = from.Noise;
-  to.PkStartX = from.PkStartX;
-  to.PkStartAmpl = from.PkStartAmpl;
-  to.PkEndX = from.PkEndX;
-  to.PkEndAmpl = from.PkEndAmpl;
-  to.PkAreaStartX = from.PkAreaStartX;
-  to.PkAreaEndX = from.PkAreaEndX;
-  to.PkAreaIntercept = from.PkAreaIntercept;
-}
-
 double LargestCentroidAmpl(const Spectrum& spectrum) {
   const auto row = static_cast<std::size_t>(spectrum.largestCentroidIdx);
   return row < spectrum.peaks.size() ? spectrum.peaks[row].centroidAmpl : 0.0;
@@ -60,7 +38,7 @@ void SetShape(MZPeak& peak, const GaussPeak& model, const Spectrum& spectrum) {
 
 MZPeak TranslateMZPeak(const Spectrum& spectrum, std::uint32_t peakIdx) {
   MZPeak peak;
-  CopyCurvePeak(TranslateCurvePeak(spectrum, peakIdx), peak);
+  static_cast<PeakValues&>(peak) = TranslateCurvePeak(spectrum, peakIdx);
   const PeakInfo& row = spectrum.peaks[peakIdx];
   peak.Kind = MZPeak::DataPeak;
   peak.CurveId = spectrum.id;
