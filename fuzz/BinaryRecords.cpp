@@ -36,20 +36,20 @@ bool operator==(const PlainCurve& a, const PlainCurve& b) {
 template <class R>
 void CheckDocument(const R& record) {
   R read;
-  Require(ReadXml(XmlOf(record), read), "a written document is read");
-  RequireDocumentStays<R>(XmlOf(read));
+  Require(AcceptsXml(ToXml(record), read), "a written document is read");
+  RequireDocumentStays<R>(ToXml(read));
 }
 
 template <class R>
 void Check(std::string_view bytes) {
   R record;
-  const std::string before = BytesOf(record);
-  if (!ReadBytes(bytes, record))
-    return Require(BytesOf(record) == before, "a refused record stays as it was");
-  const std::string written = BytesOf(record);
+  const std::string before = ToBytes(record);
+  if (!AcceptsBytes(bytes, record))
+    return Require(ToBytes(record) == before, "a refused record stays as it was");
+  const std::string written = ToBytes(record);
   R again;
-  Require(ReadBytes(written, again), "what was written is read");
-  Require(BytesOf(again) == written, "what was read is written the same");
+  Require(AcceptsBytes(written, again), "what was written is read");
+  Require(ToBytes(again) == written, "what was read is written the same");
   // A record with a NaN does not even equal its copy.
   Require((again == record) == (R(record) == record), "what was read equals what was written");
   if constexpr (std::is_base_of_v<TslCommon::ITslSerial, R>) {
@@ -61,7 +61,7 @@ void Check(std::string_view bytes) {
 
 void CheckRules(std::string_view bytes) {
   Tune tune;
-  if (ReadBytes(bytes, tune)) CheckTuneRules(tune);
+  if (AcceptsBytes(bytes, tune)) CheckTuneRules(tune);
 }
 
 struct Row {

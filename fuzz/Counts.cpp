@@ -20,7 +20,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::uint8_t scale = input.Take<std::uint8_t>();
   for (std::size_t i = 0; i < raw.counts.size(); ++i) raw.counts[i] = static_cast<double>(i % 17 * scale);
   Tune tune;
-  if (!ReadBytes(input.Rest(), tune)) return 0;
+  if (!AcceptsBytes(input.Rest(), tune)) return 0;
   const std::size_t points = raw.counts.size();
   Accepts([&] {
     AssignCountRateAmpl(raw.counts, tune, &raw.info.TIC);

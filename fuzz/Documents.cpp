@@ -32,14 +32,14 @@ namespace {
 template <class R>
 void Check(std::string_view text) {
   R record;
-  if (ReadXml(TslCommon::FromUtf8(text), record)) RequireDocumentStays<R>(XmlOf(record));
+  if (AcceptsXml(TslCommon::FromUtf8(text), record)) RequireDocumentStays<R>(ToXml(record));
 }
 
 void CheckSyringeList(std::string_view text) {
   const std::wstring path = TslCommon::ModuleFolder(TslCommon::ModuleHandle()) + L"SyringeList.xml";
   std::ofstream(TslCommon::ToUtf8(path), std::ios::binary) << text;
   const SyringeList list = SyringeList::Load();
-  RequireDocumentStays<SyringeList>(XmlOf(list));
+  RequireDocumentStays<SyringeList>(ToXml(list));
   Check<SyringeList>(text);
 }
 
@@ -103,7 +103,7 @@ void CheckPrefs(std::string_view text) { CheckPrefsDocument(TslCommon::FromUtf8(
 // A short document is a sound tune: what it lacks stands as in a new one.
 void CheckRules(std::string_view text) {
   Tune tune = DevTuneRules(Probes::ESI);
-  if (ReadXml(TslCommon::FromUtf8(text), tune)) CheckTuneRules(tune);
+  if (AcceptsXml(TslCommon::FromUtf8(text), tune)) CheckTuneRules(tune);
 }
 
 struct Row {

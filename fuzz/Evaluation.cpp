@@ -189,7 +189,7 @@ bool RunChain(Input& input, Spectrum& spectrum, std::wstring& error) {
   Changed changedByChain;
   Require(ExecuteCurveEvals(spectrum, chain, changedByChain, error) == ran && error == errorAlone,
           "a chain ends as its commands do");
-  Require(BytesOf(spectrum) == BytesOf(alone), "a chain gives what its commands give");
+  Require(ToBytes(spectrum) == ToBytes(alone), "a chain gives what its commands give");
   return ran;
 }
 
@@ -240,8 +240,8 @@ void Report(const Spectrum& spectrum) {
   TslCommon::XMLBuilder document;
   AddCurvePeaks(spectrum, document);
   Spectrum again;
-  Require(ReadBytes(BytesOf(spectrum), again), "an evaluated spectrum is read");
-  Require(BytesOf(again) == BytesOf(spectrum), "an evaluated spectrum comes back");
+  Require(AcceptsBytes(ToBytes(spectrum), again), "an evaluated spectrum is read");
+  Require(ToBytes(again) == ToBytes(spectrum), "an evaluated spectrum comes back");
   Accepts([&] { CompactEval(spectrum.evals); });
 }
 

@@ -2,53 +2,31 @@
 // Records to and from their stored forms, for the fuzz targets.
 
 #include <fuzz/Input.h>
-#include <tslbl/closed/common/BinaryStream.h>
-#include <tslbl/closed/common/XMLBuilder.h>
-#include <tslbl/closed/common/XMLParser.h>
-#include <sstream>
+#include <tslbl/records/RecordForms.h>
 #include <string>
 #include <string_view>
 
 namespace fuzz {
 
+using TslBL::ToBytes;
+using TslBL::ToXml;
+
 template <class R>
-std::string BytesOf(const R& record) {
-  std::ostringstream out(std::ios::binary);
-  TslCommon::BinaryWriter writer(out);
-  record.Serialize(writer);
-  return out.str();
+bool AcceptsBytes(std::string_view bytes, R& record) {
+  return Accepts([&] { TslBL::ReadBytes(bytes, record); });
 }
 
 template <class R>
-bool ReadBytes(std::string_view bytes, R& record) {
-  std::istringstream in(std::string(bytes), std::ios::binary);
-  TslCommon::BinaryReader reader(in);
-  return Accepts([&] { record.Serialize(reader); });
-}
-
-template <class R>
-std::wstring XmlOf(const R& record) {
-  TslCommon::XMLBuilder builder;
-  record.Serialize(builder);
-  return builder.QXML();
-}
-
-template <class R>
-bool ReadXml(const std::wstring& xml, R& record) {
-  TslCommon::XMLParser parser;
-  if (!parser.LoadText(xml)) {
-    Require(!parser.QLoadError().empty(), "a document that is not well formed has a reason");
-    return false;
-  }
-  return Accepts([&] { record.Serialize(parser); });
+bool AcceptsXml(const std::wstring& xml, R& record) {
+  return Accepts([&] { record = TslBL::FromXml(xml, record); });
 }
 
 // A document that the library wrote is read, and what was read is written as the same document.
 template <class R>
 void RequireDocumentStays(const std::wstring& xml) {
   R record;
-  Require(ReadXml(xml, record), "a written document is read");
-  Require(XmlOf(record) == xml, "what was read from a written document is written the same");
+  Require(AcceptsXml(xml, record), "a written document is read");
+  Require(ToXml(record) == xml, "what was read from a written document is written the same");
 }
 
 }  // namespace fuzz

@@ -17,7 +17,7 @@ inline std::wstring LastErrorOf(DevTuneRules& rules) {
 
 // Whether the tune is accepted. Without an answer, or with a fault, it is not.
 inline bool IsValid(DevTuneRules& rules) {
-  const std::string before = BytesOf(rules);
+  const std::string before = ToBytes(rules);
   LastErrorOf(rules);
   DevTuneRules::ErrTypes result = DevTuneRules::Error;
   const bool answered = Accepts([&] { result = rules.Validate(); });
@@ -25,20 +25,20 @@ inline bool IsValid(DevTuneRules& rules) {
   Require(!answered || accepted || (result == DevTuneRules::Error && !LastErrorOf(rules).empty()),
           "an invalid tune has a text");
   Require(rules.QFaults().empty() == accepted, "a tune is valid if it has no faults");
-  Require(BytesOf(rules) == before, "a check leaves the tune");
+  Require(ToBytes(rules) == before, "a check leaves the tune");
   return accepted;
 }
 
 // A change that is refused, or that throws, leaves the tune and says why.
 template <class Change>
 void TryChange(DevTuneRules& rules, Change change) {
-  const std::string before = BytesOf(rules);
+  const std::string before = ToBytes(rules);
   const bool modified = rules.IsModified();
   LastErrorOf(rules);
   DevTuneRules::ErrTypes result = DevTuneRules::NoError;
   const bool answered = Accepts([&] { result = change(rules); });
   if (answered && result != DevTuneRules::Error) return;
-  Require(BytesOf(rules) == before && rules.IsModified() == modified, "a refusal leaves the tune");
+  Require(ToBytes(rules) == before && rules.IsModified() == modified, "a refusal leaves the tune");
   Require(!answered || !LastErrorOf(rules).empty(), "a refusal has a text");
 }
 
@@ -75,17 +75,17 @@ inline void TurnTwice(DevTuneRules& rules) {
   const TslBL::Tune copy = rules;
   const bool holdsNaN = !(copy == static_cast<const TslBL::Tune&>(rules));
   if (holdsNaN || polarity > TslCommon::PolarityNegative) return;
-  const std::string before = BytesOf(rules);
+  const std::string before = ToBytes(rules);
   rules.WPolarityType(polarity == TslCommon::PolarityPositive ? TslCommon::PolarityNegative
                                                               : TslCommon::PolarityPositive);
   rules.WPolarityType(polarity);
-  Require(BytesOf(rules) == before, "a tune that is turned twice is as it was");
+  Require(ToBytes(rules) == before, "a tune that is turned twice is as it was");
 }
 
 inline void RequireStaysValid(DevTuneRules& rules) {
   if (!IsValid(rules)) return;
   TslBL::Tune read;
-  Require(ReadBytes(BytesOf(rules), read), "a valid tune is read");
+  Require(AcceptsBytes(ToBytes(rules), read), "a valid tune is read");
   DevTuneRules again(read);
   Require(IsValid(again), "a valid tune that was written is valid");
 }
@@ -93,7 +93,7 @@ inline void RequireStaysValid(DevTuneRules& rules) {
 // A tune as it comes from a file: a lens that was a function there is a curve in bytes.
 inline void CheckTuneRules(const TslBL::Tune& tune) {
   TslBL::Tune stored;
-  Require(ReadBytes(BytesOf(tune), stored), "a written tune is read");
+  Require(AcceptsBytes(ToBytes(tune), stored), "a written tune is read");
   DevTuneRules rules(stored);
   RequireStaysValid(rules);
   TurnTwice(rules);

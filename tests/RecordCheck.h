@@ -16,10 +16,7 @@
 
 #include <gtest/gtest.h>
 
-#include <tslbl/closed/common/BinaryStream.h>
-#include <tslbl/closed/common/XMLBuilder.h>
-#include <tslbl/closed/common/XMLParser.h>
-#include <tslbl/records/Record.h>
+#include <tslbl/records/RecordForms.h>
 #include <cstdlib>
 #include <fstream>
 #include <functional>
@@ -30,30 +27,17 @@
 
 namespace tests {
 
-template <class R>
-std::string BytesOf(const R& record) {
-  std::ostringstream out(std::ios::binary);
-  TslCommon::BinaryWriter writer(out);
-  record.Serialize(writer);
-  return out.str();
-}
-
-template <class R>
-R FromBytes(const std::string& bytes, R record = R()) {
-  std::istringstream in(bytes, std::ios::binary);
-  TslCommon::BinaryReader reader(in);
-  record.Serialize(reader);
-  return record;
-}
+using TslBL::FromBytes;
+using TslBL::FromXml;
+using TslBL::ToBytes;
+using TslBL::ToXml;
 
 // The text of the std::runtime_error that reading these bytes raises; empty without one.
 template <class R>
 std::string ReadFailure(const std::string& bytes, R record = R()) {
   const R before = record;
   try {
-    std::istringstream in(bytes, std::ios::binary);
-    TslCommon::BinaryReader reader(in);
-    record.Serialize(reader);
+    TslBL::ReadBytes(bytes, record);
   } catch (const std::runtime_error& e) {
     EXPECT_TRUE(record == before) << "a failed reading changed the record";
     return e.what();
@@ -68,21 +52,6 @@ std::string Bytes(const Ts&... values) {
   TslCommon::BinaryWriter writer(out);
   (void)(writer << ... << values);
   return out.str();
-}
-
-template <class R>
-std::wstring XmlOf(const R& record) {
-  TslCommon::XMLBuilder builder;
-  record.Serialize(builder);
-  return builder.QXML();
-}
-
-template <class R>
-R FromXml(const std::wstring& xml, R record = R()) {
-  TslCommon::XMLParser parser;
-  EXPECT_TRUE(parser.LoadText(xml)) << "not well formed";
-  record.Serialize(parser);
-  return record;
 }
 
 template <class R>
@@ -112,10 +81,10 @@ void CheckRecord(const std::vector<FieldChange<R>>& fields) {
     EXPECT_FALSE(changed == R()) << "not compared";
     EXPECT_TRUE(changed == R(changed)) << "lost by a copy";
     if constexpr (std::is_base_of_v<TslCommon::ITslSerial, R>) {
-      EXPECT_EQ(FromBytes<R>(BytesOf(changed)) == changed, (forms & BinaryOnly) != 0) << "binary";
+      EXPECT_EQ(FromBytes<R>(ToBytes(changed)) == changed, (forms & BinaryOnly) != 0) << "binary";
     }
     if constexpr (std::is_base_of_v<TslCommon::ITslXML, R>) {
-      EXPECT_EQ(FromXml<R>(XmlOf(changed)) == changed, (forms & XmlOnly) != 0) << "XML";
+      EXPECT_EQ(FromXml<R>(ToXml(changed)) == changed, (forms & XmlOnly) != 0) << "XML";
     }
   }
 }
@@ -148,16 +117,16 @@ inline void WriteGolden(const std::string& name, const std::string& bytes) {
 template <class R>
 void CheckGolden(const R& record, const std::string& name) {
   const char* write = std::getenv("TSLBL_WRITE_GOLDEN");
-  if (write != nullptr && std::string(write) == "1") WriteGolden(name, BytesOf(record));
+  if (write != nullptr && std::string(write) == "1") WriteGolden(name, ToBytes(record));
   const std::string golden = GoldenBytes(name);
-  EXPECT_EQ(golden, BytesOf(record)) << name;
+  EXPECT_EQ(golden, ToBytes(record)) << name;
   EXPECT_TRUE(FromBytes<R>(golden) == record) << name;
 }
 
 // Every beginning of a record's bytes is refused.
 template <class R>
 void CheckCutShort(const R& record) {
-  const std::string whole = BytesOf(record);
+  const std::string whole = ToBytes(record);
   for (std::size_t length = 0; length < whole.size(); ++length)
     EXPECT_NE(ReadFailure<R>(whole.substr(0, length)), "") << length << " of " << whole.size() << " bytes";
 }

@@ -41,6 +41,7 @@
 #include <tslbl/records/OPDParams.h>
 #include <tslbl/records/OverlapPeakInfo.h>
 #include <tslbl/records/PeakValues.h>
+#include <tslbl/records/RecordForms.h>
 #include <tslbl/records/VexException.h>
 
 #include <tslbl/curve/BaselineParams.h>

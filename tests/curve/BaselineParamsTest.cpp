@@ -75,13 +75,13 @@ TEST(BaselineParams, HasItsNumbers) {
 
 TEST(BaselineParams, RefusesUnknownVersions) {
   for (const std::uint32_t version : {0u, 2u, 0xFFFFFFFFu})
-    EXPECT_EQ(ReadFailure<BaselineParams>(Bytes(version) + BytesOf(BaselineParams()).substr(4),
+    EXPECT_EQ(ReadFailure<BaselineParams>(Bytes(version) + ToBytes(BaselineParams()).substr(4),
                                           SampleBaselineParams()),
               "Unknown BaselineParams version.");
 }
 
 TEST(BaselineParams, WritesXml) {
-  EXPECT_EQ(XmlOf(SampleBaselineParams()),
+  EXPECT_EQ(ToXml(SampleBaselineParams()),
             L"<Baseline>\n"
             L"  <Mode>Manual</Mode>\n"
             L"  <Alg>Adaptive</Alg>\n"
@@ -94,7 +94,7 @@ TEST(BaselineParams, WritesXml) {
 }
 
 TEST(BaselineParams, ReadsTheXmlThatItWrites) {
-  EXPECT_EQ(FromXml<BaselineParams>(XmlOf(SampleBaselineParams())), SampleBaselineParams());
+  EXPECT_EQ(FromXml<BaselineParams>(ToXml(SampleBaselineParams())), SampleBaselineParams());
 }
 
 TEST(BaselineParams, KeepsWhatTheDocumentLacks) {
@@ -106,7 +106,7 @@ TEST(BaselineParams, KeepsWhatTheDocumentLacks) {
 TEST(BaselineParams, KeepsSixDigitsInXml) {
   BaselineParams p;
   p.ManVal = 1.2345678;
-  EXPECT_EQ(FromXml<BaselineParams>(XmlOf(p)).ManVal, 1.23457);
+  EXPECT_EQ(FromXml<BaselineParams>(ToXml(p)).ManVal, 1.23457);
 }
 
 TEST(BaselineParams, IsAutomaticForAutoAlone) {
@@ -120,8 +120,8 @@ TEST(BaselineParams, WritesEachAlgorithmByName) {
   for (std::uint32_t alg = 0; alg < std::size(texts); ++alg) {
     BaselineParams p;
     p.Alg = static_cast<BaselineParams::Algs>(alg);
-    EXPECT_NE(XmlOf(p).find(std::wstring(L"<Alg>") + texts[alg] + L"</Alg>"), std::wstring::npos) << alg;
-    EXPECT_EQ(FromBytes<BaselineParams>(BytesOf(p)), p) << alg;
+    EXPECT_NE(ToXml(p).find(std::wstring(L"<Alg>") + texts[alg] + L"</Alg>"), std::wstring::npos) << alg;
+    EXPECT_EQ(FromBytes<BaselineParams>(ToBytes(p)), p) << alg;
   }
 }
 

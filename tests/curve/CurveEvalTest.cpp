@@ -53,7 +53,7 @@ struct Row {
 
 template <class Params>
 Row WithParams(const wchar_t* text, std::uint32_t type, const Params& params) {
-  return {text, type, CurveEval(params), CurveEval(Params()), BytesOf(params), XmlOf(params), DumpOf(params)};
+  return {text, type, CurveEval(params), CurveEval(Params()), ToBytes(params), ToXml(params), DumpOf(params)};
 }
 template <class Tag>
 Row Without(const wchar_t* text, std::uint32_t type, const std::wstring& element) {
@@ -155,12 +155,12 @@ TEST(CurveEval, EqualsItselfWhateverItHolds) {
 }
 
 TEST(CurveEval, StoresVersionTypeAndParameters) {
-  for (const Row& row : Rows()) EXPECT_EQ(BytesOf(row.eval), Bytes(2u, row.type) + row.stored) << row.type;
+  for (const Row& row : Rows()) EXPECT_EQ(ToBytes(row.eval), Bytes(2u, row.type) + row.stored) << row.type;
 }
 
 TEST(CurveEval, ReadsWhatItStores) {
   for (const Row& row : Rows())
-    EXPECT_EQ(FromBytes<CurveEval>(BytesOf(row.eval), CurveEval(SampleNoise())), row.eval) << row.type;
+    EXPECT_EQ(FromBytes<CurveEval>(ToBytes(row.eval), CurveEval(SampleNoise())), row.eval) << row.type;
 }
 
 TEST(CurveEval, DropsTheSecondTypeOfACommandWithoutParameters) {
@@ -188,14 +188,14 @@ TEST(CurveEval, StaysAsItIsIfItsParametersAreOfAnUnknownVersion) {
 TEST(CurveEval, WritesItsTextAndItsParametersAsXml) {
   for (const Row& row : Rows()) {
     const std::wstring open = std::wstring(L"<CurveEval Type=\"") + row.text + L"\"";
-    EXPECT_EQ(XmlOf(row.eval), row.inside.empty() ? open + L" />\n"
+    EXPECT_EQ(ToXml(row.eval), row.inside.empty() ? open + L" />\n"
                                                   : open + L">\n" + Indented(row.inside) + L"</CurveEval>\n");
   }
 }
 
 TEST(CurveEval, ReadsTheXmlThatItWrites) {
   for (const Row& row : Rows())
-    EXPECT_EQ(FromXml<CurveEval>(XmlOf(row.eval), CurveEval(SampleNoise())), row.eval) << row.type;
+    EXPECT_EQ(FromXml<CurveEval>(ToXml(row.eval), CurveEval(SampleNoise())), row.eval) << row.type;
 }
 
 TEST(CurveEval, HasDefaultParametersIfItsElementLacksThem) {
@@ -231,12 +231,12 @@ TEST(CurveEvalsText, AppendsNothingForAnEmptyChain) {
 TEST(AddCurveEval, WritesTheCommand) {
   XMLBuilder builder;
   AddCurveEval(builder, CurveEval(SampleNoise()));
-  EXPECT_EQ(builder.QXML(), XmlOf(CurveEval(SampleNoise())));
+  EXPECT_EQ(builder.QXML(), ToXml(CurveEval(SampleNoise())));
 }
 
 TEST(LoadCurveEval, AppendsTheCommandsOfAListInTheirOrder) {
   XMLParser parser;
-  ASSERT_TRUE(parser.LoadText(L"<L>" + XmlOf(CurveEval(SampleNoise())) + Attribute(L"Smooth") + L"</L>"));
+  ASSERT_TRUE(parser.LoadText(L"<L>" + ToXml(CurveEval(SampleNoise())) + Attribute(L"Smooth") + L"</L>"));
   int count = 0;
   ASSERT_TRUE(parser.StartList(L"L", count));
   std::vector<CurveEval> evals(1);

@@ -56,7 +56,7 @@ TEST(CurvePeak, IsAllZeroByDefault) {
 }
 
 TEST(CurvePeak, WritesXml) {
-  EXPECT_EQ(XmlOf(SampleCurvePeak()),
+  EXPECT_EQ(ToXml(SampleCurvePeak()),
             L"<Peak>\n"
             L"  <CentroidX>1.5</CentroidX>\n"
             L"  <CentroidAmpl>2.5</CentroidAmpl>\n"
@@ -81,7 +81,7 @@ TEST(CurvePeak, WritesXml) {
 }
 
 TEST(CurvePeak, ReadsTheXmlThatItWrites) {
-  EXPECT_EQ(FromXml<CurvePeak>(XmlOf(SampleCurvePeak())), SampleCurvePeak());
+  EXPECT_EQ(FromXml<CurvePeak>(ToXml(SampleCurvePeak())), SampleCurvePeak());
 }
 
 TEST(CurvePeak, KeepsXValuesInFullAndSixDigitsOfTheRest) {
@@ -89,7 +89,7 @@ TEST(CurvePeak, KeepsXValuesInFullAndSixDigitsOfTheRest) {
   for (const Row& row : kRows) {
     CurvePeak p;
     p.*row.member = kLong;
-    const double read = FromXml<CurvePeak>(XmlOf(p)).*row.member;
+    const double read = FromXml<CurvePeak>(ToXml(p)).*row.member;
     EXPECT_EQ(read, row.fullPrecision ? kLong : 556.277) << row.field;
   }
 }
@@ -99,7 +99,7 @@ TEST(CurvePeak, WritesXValuesAsAFullPrecisionCastDoes) {
   p.MaxX = 0.1;
   const auto text = boost::lexical_cast<std::wstring>(0.1);
   EXPECT_EQ(text, L"0.10000000000000001");
-  EXPECT_NE(XmlOf(p).find(L"<MaxX>" + text + L"</MaxX>"), std::wstring::npos);
+  EXPECT_NE(ToXml(p).find(L"<MaxX>" + text + L"</MaxX>"), std::wstring::npos);
 }
 
 TEST(CurvePeak, KeepsWhatTheDocumentLacks) {

@@ -112,8 +112,8 @@ TEST(Curve, ReadsVersion1AndEmptiesItsAnnotations) {
 TEST(Curve, TakesNothingFromItselfForAnOlderRecordInside) {
   TestCurve written;
   written.peakDetectParams = PeakDetectParams::DefaultMS();
-  std::string bytes = BytesOf(written);
-  const std::string inside = BytesOf(written.peakDetectParams);
+  std::string bytes = ToBytes(written);
+  const std::string inside = ToBytes(written.peakDetectParams);
   const std::string older = GoldenBytes("PeakDetectParams.v1");
   ASSERT_NE(bytes.find(inside), std::string::npos);
   bytes.replace(bytes.find(inside), inside.size(), older);
@@ -164,7 +164,7 @@ TEST(Curve, HasItsNumbers) {
 
 TEST(Curve, RefusesUnknownVersions) {
   for (const std::uint32_t version : {0u, 3u, 0xFFFFFFFFu}) {
-    const std::string bytes = Bytes(version) + BytesOf(SampleCurve()).substr(4);
+    const std::string bytes = Bytes(version) + ToBytes(SampleCurve()).substr(4);
     EXPECT_EQ(ReadFailure<TestCurve>(bytes, SampleCurve()), "Unknown Curve version.");
   }
 }
@@ -177,13 +177,13 @@ TEST(Curve, DoesNotTrustTheCountOfAList) {
 }
 
 TEST(Curve, ReadingReplacesWhatItHeld) {
-  EXPECT_TRUE(FromBytes<TestCurve>(BytesOf(TestCurve()), SampleCurve()) == TestCurve());
+  EXPECT_TRUE(FromBytes<TestCurve>(ToBytes(TestCurve()), SampleCurve()) == TestCurve());
 }
 
 TEST(Curve, ReadingLeavesTheFieldsOfASubclass) {
   TaggedCurve tagged;
   tagged.tag = 7;
-  const auto read = FromBytes<TaggedCurve>(BytesOf(SampleCurve()), tagged);
+  const auto read = FromBytes<TaggedCurve>(ToBytes(SampleCurve()), tagged);
   EXPECT_EQ(read.tag, 7);
   EXPECT_TRUE(static_cast<const TestCurve&>(read) == SampleCurve());
 }

@@ -29,7 +29,7 @@ NoiseParams WithChild(const std::wstring& name, const std::wstring& text) {
 }
 
 bool Writes(const NoiseParams& p, const std::wstring& line) {
-  return XmlOf(p).find(line) != std::wstring::npos;
+  return ToXml(p).find(line) != std::wstring::npos;
 }
 
 }  // namespace
@@ -85,12 +85,12 @@ TEST(NoiseParams, HasItsNumbers) {
 TEST(NoiseParams, RefusesUnknownVersions) {
   for (const std::uint32_t version : {0u, 2u, 0xFFFFFFFFu})
     EXPECT_EQ(
-        ReadFailure<NoiseParams>(Bytes(version) + BytesOf(NoiseParams()).substr(4), SampleNoiseParams()),
+        ReadFailure<NoiseParams>(Bytes(version) + ToBytes(NoiseParams()).substr(4), SampleNoiseParams()),
         "Unknown NoiseParams version.");
 }
 
 TEST(NoiseParams, WritesXml) {
-  EXPECT_EQ(XmlOf(SampleNoiseParams()),
+  EXPECT_EQ(ToXml(SampleNoiseParams()),
             L"<Noise>\n"
             L"  <Mode>Manual</Mode>\n"
             L"  <AlgAuto>Median</AlgAuto>\n"
@@ -105,7 +105,7 @@ TEST(NoiseParams, WritesXml) {
 }
 
 TEST(NoiseParams, ReadsTheXmlThatItWrites) {
-  EXPECT_EQ(FromXml<NoiseParams>(XmlOf(SampleNoiseParams())), SampleNoiseParams());
+  EXPECT_EQ(FromXml<NoiseParams>(ToXml(SampleNoiseParams())), SampleNoiseParams());
 }
 
 TEST(NoiseParams, KeepsWhatTheDocumentLacks) {

@@ -151,7 +151,7 @@ TEST(PeakDetectParams, HasItsNumbers) {
 
 TEST(PeakDetectParams, RefusesUnknownVersions) {
   for (const std::uint32_t version : {0u, 3u, 0xFFFFFFFFu}) {
-    const std::string bytes = Bytes(version) + BytesOf(PeakDetectParams()).substr(4);
+    const std::string bytes = Bytes(version) + ToBytes(PeakDetectParams()).substr(4);
     EXPECT_EQ(ReadFailure<PeakDetectParams>(bytes, SamplePeakDetectParams()),
               "Unknown PeakDetectParams version.");
   }
@@ -176,7 +176,7 @@ TEST(PeakDetectParams, CutShortWithinItsVersionIsOfNoVersion) {
 }
 
 TEST(PeakDetectParams, WritesXml) {
-  EXPECT_EQ(XmlOf(SamplePeakDetectParams()),
+  EXPECT_EQ(ToXml(SamplePeakDetectParams()),
             L"<PeakDetect>\n"
             L"  <Search Type=\"Partial\" Start=\"6.5\" End=\"2000.5\" />\n"
             L"  <SN InUse=\"false\">11</SN>\n"
@@ -195,26 +195,26 @@ TEST(PeakDetectParams, WritesXml) {
 }
 
 TEST(PeakDetectParams, AFullSearchHasNoLimitsInXml) {
-  EXPECT_NE(XmlOf(PeakDetectParams()).find(L"  <Search Type=\"Full\" />\n"), std::wstring::npos);
+  EXPECT_NE(ToXml(PeakDetectParams()).find(L"  <Search Type=\"Full\" />\n"), std::wstring::npos);
 }
 
 TEST(PeakDetectParams, APeakTopHasNoPercentageInXml) {
   PeakDetectParams p;
   p.RetentionType = PeakDetectParams::PeakTop;
-  EXPECT_NE(XmlOf(p).find(L"  <Retention Type=\"Peak Top\" />\n"), std::wstring::npos);
+  EXPECT_NE(ToXml(p).find(L"  <Retention Type=\"Peak Top\" />\n"), std::wstring::npos);
 }
 
 TEST(PeakDetectParams, WritesValuesWithoutANameAsUnknown) {
   PeakDetectParams p;
   p.RetentionType = static_cast<PeakDetectParams::RetentionTypes>(2);
   p.FindFeatureAlgorithm = static_cast<PeakDetectParams::FindFeatureAlgorithms>(2);
-  EXPECT_NE(XmlOf(p).find(L"<Retention Type=\"Unknown\" />"), std::wstring::npos);
-  EXPECT_NE(XmlOf(p).find(L"<FindFeatAlg>Unknown</FindFeatAlg>"), std::wstring::npos);
-  EXPECT_EQ(FromBytes<PeakDetectParams>(BytesOf(p)), p);
+  EXPECT_NE(ToXml(p).find(L"<Retention Type=\"Unknown\" />"), std::wstring::npos);
+  EXPECT_NE(ToXml(p).find(L"<FindFeatAlg>Unknown</FindFeatAlg>"), std::wstring::npos);
+  EXPECT_EQ(FromBytes<PeakDetectParams>(ToBytes(p)), p);
 }
 
 TEST(PeakDetectParams, ReadsTheXmlThatItWrites) {
-  EXPECT_EQ(FromXml<PeakDetectParams>(XmlOf(SamplePeakDetectParams())), SamplePeakDetectParams());
+  EXPECT_EQ(FromXml<PeakDetectParams>(ToXml(SamplePeakDetectParams())), SamplePeakDetectParams());
 }
 
 TEST(PeakDetectParams, ReadsEveryElement) {

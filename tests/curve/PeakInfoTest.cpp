@@ -61,7 +61,7 @@ TEST(AllRecords, PeakInfo) {
   for (const auto& [field, change, forms] : kFields) {
     PeakInfo changed;
     change(changed);
-    EXPECT_TRUE(FromBytes<PeakInfo>(BytesOf(changed)) == changed) << field;
+    EXPECT_TRUE(FromBytes<PeakInfo>(ToBytes(changed)) == changed) << field;
   }
 }
 TEST(Golden, PeakInfo) { CheckGolden(SamplePeakInfo(), "PeakInfo.v1"); }
@@ -69,7 +69,7 @@ TEST(CutShort, PeakInfo) { CheckCutShort(SamplePeakInfo()); }
 
 TEST(PeakInfo, IsAllZeroByDefault) {
   const std::vector<double> zeros(13, 0.0);
-  EXPECT_EQ(BytesOf(PeakInfo()), Bytes(1u, 0u, 0u, 0.0, 0u) + Bytes(zeros).substr(4) + Bytes(false, 0u));
+  EXPECT_EQ(ToBytes(PeakInfo()), Bytes(1u, 0u, 0u, 0.0, 0u) + Bytes(zeros).substr(4) + Bytes(false, 0u));
 }
 
 TEST(PeakInfo, DefaultsToNoOverlapGroup) {
@@ -79,7 +79,7 @@ TEST(PeakInfo, DefaultsToNoOverlapGroup) {
 
 TEST(PeakInfo, RefusesUnknownVersions) {
   for (const std::uint32_t version : {0u, 2u, 0xFFFFFFFFu}) {
-    const std::string bytes = Bytes(version) + BytesOf(SamplePeakInfo()).substr(4);
+    const std::string bytes = Bytes(version) + ToBytes(SamplePeakInfo()).substr(4);
     EXPECT_EQ(ReadFailure<PeakInfo>(bytes, SamplePeakInfo()), "Unknown PeakInfo version.");
   }
 }

@@ -80,7 +80,7 @@ TEST(SmoothParams, ComparesStepsInTheirOrder) {
 TEST(SmoothParams, RefusesUnknownVersions) {
   for (const std::uint32_t version : {0u, 2u, 0xFFFFFFFFu})
     EXPECT_EQ(
-        ReadFailure<SmoothParams>(Bytes(version) + BytesOf(SmoothParams()).substr(4), SampleSmoothParams()),
+        ReadFailure<SmoothParams>(Bytes(version) + ToBytes(SmoothParams()).substr(4), SampleSmoothParams()),
         "Unknown SmoothParams version.");
 }
 
@@ -90,7 +90,7 @@ TEST(SmoothParams, DoesNotTrustTheCountOfSteps) {
 }
 
 TEST(SmoothParams, WritesXml) {
-  EXPECT_EQ(XmlOf(SampleSmoothParams()),
+  EXPECT_EQ(ToXml(SampleSmoothParams()),
             L"<Smooth>\n"
             L"  <Passes>3</Passes>\n"
             L"  <Order>4</Order>\n"
@@ -104,7 +104,7 @@ TEST(SmoothParams, WritesXml) {
 }
 
 TEST(SmoothParams, ReadsTheXmlThatItWrites) {
-  EXPECT_EQ(FromXml<SmoothParams>(XmlOf(SampleSmoothParams())), SampleSmoothParams());
+  EXPECT_EQ(FromXml<SmoothParams>(ToXml(SampleSmoothParams())), SampleSmoothParams());
 }
 
 TEST(SmoothParams, KeepsWhatTheDocumentLacks) {
@@ -123,7 +123,7 @@ TEST(SmoothParams, WritesEachAlgorithmByName) {
   for (std::uint32_t alg = 0; alg < std::size(texts); ++alg) {
     SmoothParams p;
     p.Alg = static_cast<SmoothParams::Algs>(alg);
-    EXPECT_NE(XmlOf(p).find(std::wstring(L"<Alg>") + texts[alg] + L"</Alg>"), std::wstring::npos) << alg;
+    EXPECT_NE(ToXml(p).find(std::wstring(L"<Alg>") + texts[alg] + L"</Alg>"), std::wstring::npos) << alg;
   }
 }
 
@@ -148,8 +148,8 @@ TEST(SmoothParams, AnyStepTransitionButStaggeredIsSmooth) {
 TEST(SmoothParams, AStepTransitionWithoutANameIsWrittenAsUnknown) {
   SmoothParams p;
   p.StepTrans = static_cast<SmoothParams::StepTransitions>(2);
-  EXPECT_NE(XmlOf(p).find(L"<StepTrans>Unknown</StepTrans>"), std::wstring::npos);
-  EXPECT_EQ(FromBytes<SmoothParams>(BytesOf(p)), p);
+  EXPECT_NE(ToXml(p).find(L"<StepTrans>Unknown</StepTrans>"), std::wstring::npos);
+  EXPECT_EQ(FromBytes<SmoothParams>(ToBytes(p)), p);
 }
 
 TEST(SmoothParams, ReadStepsReplaceTheOldOnes) {

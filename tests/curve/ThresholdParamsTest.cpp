@@ -37,7 +37,7 @@ TEST(ThresholdParams, RefusesUnknownVersions) {
 }
 
 TEST(ThresholdParams, StandsInXmlAsTheTextOfItsElement) {
-  EXPECT_EQ(XmlOf(Threshold(12.5)), L"<Threshold>12.5</Threshold>\n");
+  EXPECT_EQ(ToXml(Threshold(12.5)), L"<Threshold>12.5</Threshold>\n");
   EXPECT_EQ(Read(L"<Threshold>12.5</Threshold>"), 12.5);
 }
 
@@ -48,7 +48,7 @@ TEST(ThresholdParams, KeepsItsValueWithoutAUsableNumber) {
 }
 
 TEST(ThresholdParams, KeepsSixDigitsInXml) {
-  EXPECT_EQ(FromXml<ThresholdParams>(XmlOf(Threshold(1.2345678))).Value, 1.23457);
+  EXPECT_EQ(FromXml<ThresholdParams>(ToXml(Threshold(1.2345678))).Value, 1.23457);
 }
 
 TEST(ThresholdParams, Dumps) { EXPECT_EQ(DumpOf(Threshold(12.5)), L"  Value:\t12.5\r\n"); }

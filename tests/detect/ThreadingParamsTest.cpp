@@ -108,7 +108,7 @@ TEST(ThreadingParams, RefuseUnknownVersions) {
   for (const std::uint32_t version : {0u, 2u, 0xFFFFFFFFu}) {
     EXPECT_EQ(ReadFailure<EvalThreadingParams>(Bytes(version, true, 1u, 1u, 1u), SampleEvalThreadingParams()),
               "Unknown EvalThreadingParams version.");
-    EXPECT_EQ(ReadFailure<AppThreadingParams>(Bytes(version) + BytesOf(AppThreadingParams()).substr(4),
+    EXPECT_EQ(ReadFailure<AppThreadingParams>(Bytes(version) + ToBytes(AppThreadingParams()).substr(4),
                                               SampleAppThreadingParams()),
               "Unknown AppThreadingParams version.");
   }
@@ -120,7 +120,7 @@ TEST(ThreadingParams, AnUnknownVersionOfAStageChangesNothing) {
 }
 
 TEST(ThreadingParams, WriteXml) {
-  EXPECT_EQ(XmlOf(SampleAppThreadingParams()),
+  EXPECT_EQ(ToXml(SampleAppThreadingParams()),
             L"<AppThreadingParams>\n"
             L"  <Auto>false</Auto>\n"
             L"  <ThreadPoolSize>6</ThreadPoolSize>\n"
@@ -146,7 +146,7 @@ TEST(ThreadingParams, WriteXml) {
 }
 
 TEST(ThreadingParams, ReadTheXmlThatTheyWrite) {
-  EXPECT_EQ(FromXml<AppThreadingParams>(XmlOf(SampleAppThreadingParams())), SampleAppThreadingParams());
+  EXPECT_EQ(FromXml<AppThreadingParams>(ToXml(SampleAppThreadingParams())), SampleAppThreadingParams());
 }
 
 TEST(ThreadingParams, TellTheStagesApartByTheirOrderInADocument) {

@@ -132,18 +132,18 @@ TEST(RecordFrame, CarriesEveryKindOfField) {
 
 TEST(RecordFrame, WritesTheVersionThenTheFieldsInTheirOrder) {
   const Tray t = FullTray();
-  EXPECT_EQ(BytesOf(t), Bytes(2u, false, true, 7, 8u, std::int64_t{9000000000}, 9.0, 40.0, 2u, 1u, t.Name,
+  EXPECT_EQ(ToBytes(t), Bytes(2u, false, true, 7, 8u, std::int64_t{9000000000}, 9.0, 40.0, 2u, 1u, t.Name,
                               t.Heights, 1u, 9u, std::wstring(L"ref"), 2u, 1u, 2u, std::wstring(L"b"), 1u, 1u,
                               std::wstring(L"a"), 1u, 0.25, 4.0));
 }
 
 TEST(RecordFrame, WritesADocumentInTheOrderOfTheFields) {
   Vial vial = MakeVial(3, L"blank");
-  EXPECT_EQ(XmlOf(vial), L"<Vial Slot=\"3\">blank</Vial>\n");
+  EXPECT_EQ(ToXml(vial), L"<Vial Slot=\"3\">blank</Vial>\n");
   Tray tray;
   tray.Vials = {vial};
   tray.Heights = {1.5, 1.0 / 3.0};
-  EXPECT_EQ(XmlOf(tray),
+  EXPECT_EQ(ToXml(tray),
             L"<Sample_x0020_Tray Spare=\"Methanol\">\n"
             L"  <Cooled>true</Cooled>\n  <Lock>Open</Lock>\n  <Offset>-3</Offset>\n  <Rows>8</Rows>\n"
             L"  <Serial>0</Serial>\n  <Pitch>9</Pitch>\n  <Depth>40</Depth>\n  <Rinse>Methanol</Rinse>\n"
@@ -164,20 +164,20 @@ TEST(RecordFrame, DumpsALineForEachField) {
 }
 
 TEST(RecordFrame, RefusesAVersionThatItDoesNotKnow) {
-  const std::string rest = BytesOf(FullTray()).substr(4);
+  const std::string rest = ToBytes(FullTray()).substr(4);
   for (const std::uint32_t version : {0u, 3u, 0xFFFFFFFFu})
     EXPECT_EQ(ReadFailure(Bytes(version) + rest, FullTray()), "Unknown Tray version.");
 }
 
 TEST(RecordFrame, RefusesAnUnknownVersionInsideWithTheInnerText) {
-  const std::string whole = BytesOf(FullTray());
+  const std::string whole = ToBytes(FullTray());
   std::string garbled = whole;
   garbled[whole.find("ref") - 12] = 9;
   EXPECT_EQ(ReadFailure(garbled, FullTray()), "Unknown Vial version.");
 }
 
 TEST(RecordFrame, ReadsAnOlderVersionWithDefaultsForWhatItLacked) {
-  std::string old = BytesOf(FullTray());
+  std::string old = ToBytes(FullTray());
   old = Bytes(1u) + old.substr(4, old.size() - 12);
   Tray expected = FullTray();
   expected.Pitch = 0.9;
@@ -187,13 +187,13 @@ TEST(RecordFrame, ReadsAnOlderVersionWithDefaultsForWhatItLacked) {
 TEST(RecordFrame, ANestedRecordDoesNotChangeTheVersionOfTheOuter) {
   Tray tray;
   tray.Temperature = 20.0;
-  EXPECT_EQ(FromBytes<Tray>(BytesOf(tray)).Temperature, 20.0);
+  EXPECT_EQ(FromBytes<Tray>(ToBytes(tray)).Temperature, 20.0);
 }
 
 TEST(RecordFrame, RefusesEveryBeginningOfARecord) { CheckCutShort(FullTray()); }
 
 TEST(RecordFrame, ReadsRecordsInARow) {
-  std::istringstream in(BytesOf(MakeVial(1, L"a")) + BytesOf(MakeVial(2, L"b")), std::ios::binary);
+  std::istringstream in(ToBytes(MakeVial(1, L"a")) + ToBytes(MakeVial(2, L"b")), std::ios::binary);
   BinaryReader reader(in);
   Vial a, b;
   reader >> a >> b;
@@ -203,7 +203,7 @@ TEST(RecordFrame, ReadsRecordsInARow) {
 // 0xFF over any four bytes: refused, or read as another record, but at once and without
 // claiming memory for what is not there.
 TEST(RecordFrame, GarbageNeitherClaimsMemoryNorLoops) {
-  const std::string whole = BytesOf(FullTray());
+  const std::string whole = ToBytes(FullTray());
   int refused = 0;
   for (std::size_t at = 0; at + 4 <= whole.size(); ++at) {
     std::string garbled = whole;
@@ -250,7 +250,7 @@ TEST(RecordFrame, TextThatIsNoNumberRaisesNothingAndLeavesTheField) {
 TEST(RecordFrame, KeepsSixDigitsOfADoubleInADocument) {
   Tray tray;
   tray.Pitch = 1.2345678;
-  EXPECT_EQ(FromXml<Tray>(XmlOf(tray)).Pitch, 1.23457);
+  EXPECT_EQ(FromXml<Tray>(ToXml(tray)).Pitch, 1.23457);
 }
 
 TEST(RecordFrame, ReadsAnEnumerationInEitherCase) {
@@ -274,9 +274,9 @@ TEST(RecordFrame, AStrictEnumerationComparesCaseAndKeepsItsValue) {
 TEST(RecordFrame, AValueWithoutATextIsUnknown) {
   Tray tray;
   tray.Rinse = static_cast<Wash>(77);
-  EXPECT_NE(XmlOf(tray).find(L"<Rinse>Unknown</Rinse>"), std::wstring::npos);
+  EXPECT_NE(ToXml(tray).find(L"<Rinse>Unknown</Rinse>"), std::wstring::npos);
   EXPECT_NE(DumpOf(tray).find(L"  Rinse:\tUnknown\r\n"), std::wstring::npos);
-  EXPECT_EQ(FromBytes<Tray>(BytesOf(tray)).Rinse, static_cast<Wash>(77));
+  EXPECT_EQ(FromBytes<Tray>(ToBytes(tray)).Rinse, static_cast<Wash>(77));
 }
 
 TEST(RecordFrame, AFlagIsTrueForItsOneTextOnly) {
@@ -374,12 +374,12 @@ void Describe(Archive& ar, Crate& c) {
 TEST(RecordFrame, CarriesARecordThatWritesAndReadsItself) {
   Crate crate;
   crate.Content.Value = 77;
-  EXPECT_EQ(BytesOf(crate), Bytes(1u, 77u));
-  EXPECT_TRUE(FromBytes<Crate>(BytesOf(crate)) == crate);
+  EXPECT_EQ(ToBytes(crate), Bytes(1u, 77u));
+  EXPECT_TRUE(FromBytes<Crate>(ToBytes(crate)) == crate);
   EXPECT_FALSE(crate == Crate());
   EXPECT_EQ(DumpOf(crate), L"  Weight:\t5\r\n");
 }
 
-TEST(RecordFrame, SaysThatARecordHasNoDocumentForm) { EXPECT_THROW(XmlOf(Crate()), std::logic_error); }
+TEST(RecordFrame, SaysThatARecordHasNoDocumentForm) { EXPECT_THROW(ToXml(Crate()), std::logic_error); }
 
 }  // namespace

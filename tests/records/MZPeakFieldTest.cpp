@@ -63,8 +63,8 @@ TEST(MZPeakField, RefusesUnknownVersions) {
 }
 
 TEST(MZPeakField, WritesItsTypeAsAnAttribute) {
-  EXPECT_EQ(XmlOf(MZPeakField(MZPeakField::Mass)), L"<MZPkFld Type=\"Mass\" />\n");
-  EXPECT_EQ(XmlOf(MZPeakField(kNoField)), L"<MZPkFld Type=\"Width\" />\n");
+  EXPECT_EQ(ToXml(MZPeakField(MZPeakField::Mass)), L"<MZPkFld Type=\"Mass\" />\n");
+  EXPECT_EQ(ToXml(MZPeakField(kNoField)), L"<MZPkFld Type=\"Width\" />\n");
 }
 
 TEST(MZPeakField, KeepsItsTypeWithoutElementOrAttribute) {

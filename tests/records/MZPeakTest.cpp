@@ -92,7 +92,7 @@ TEST(Golden, MZPeak) { CheckGolden(SampleMZPeak(), "MZPeak.v2"); }
 TEST(CutShort, MZPeak) { CheckCutShort(SampleMZPeak()); }
 
 TEST(MZPeak, IsAllZeroByDefault) {
-  const std::string bytes = BytesOf(MZPeak());
+  const std::string bytes = ToBytes(MZPeak());
   const std::string nested = Bytes(1u, 0u, 0u);
   EXPECT_EQ(bytes,
             Bytes(2u) + std::string(3 * 4 + 21 * 8, '\0') + nested + std::string(3 * 8 + 4 + 1 + 4, '\0'));
@@ -100,7 +100,7 @@ TEST(MZPeak, IsAllZeroByDefault) {
 
 TEST(MZPeak, ReadsVersion2Alone) {
   for (const std::uint32_t version : {0u, 1u, 3u})
-    EXPECT_EQ(ReadFailure<MZPeak>(Bytes(version) + BytesOf(SampleMZPeak()).substr(4)),
+    EXPECT_EQ(ReadFailure<MZPeak>(Bytes(version) + ToBytes(SampleMZPeak()).substr(4)),
               "Unknown MZPeak version.");
 }
 

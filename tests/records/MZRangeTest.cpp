@@ -34,11 +34,11 @@ TEST(MZRange, RefusesUnknownVersions) {
     EXPECT_EQ(ReadFailure<MZRange>(Bytes(version, 0u, 1.0, 2.0)), "Unknown MZRange version.");
 }
 
-TEST(MZRange, FullRangeHasNoLimitsInXml) { EXPECT_EQ(XmlOf(MZRange()), L"<MZRange Type=\"Full\" />\n"); }
+TEST(MZRange, FullRangeHasNoLimitsInXml) { EXPECT_EQ(ToXml(MZRange()), L"<MZRange Type=\"Full\" />\n"); }
 
 TEST(MZRange, PartialRangeHasItsLimitsInXml) {
-  EXPECT_EQ(XmlOf(SampleMZRange()), L"<MZRange Type=\"Partial\" Start=\"12.5\" End=\"1234.75\" />\n");
-  EXPECT_EQ(FromXml<MZRange>(XmlOf(SampleMZRange())), SampleMZRange());
+  EXPECT_EQ(ToXml(SampleMZRange()), L"<MZRange Type=\"Partial\" Start=\"12.5\" End=\"1234.75\" />\n");
+  EXPECT_EQ(FromXml<MZRange>(ToXml(SampleMZRange())), SampleMZRange());
 }
 
 TEST(MZRange, FullRangeDoesNotReadLimitsFromXml) {
@@ -69,8 +69,8 @@ TEST(MZRange, TypeTextsBothWays) {
 
 TEST(MZRange, NumberWithoutANameIsCalledPartialAndKeptInBinary) {
   const MZRange range(kNotAsNamed, 1.0, 2.0);
-  EXPECT_EQ(XmlOf(range), L"<MZRange Type=\"Partial\" />\n");
-  EXPECT_EQ(FromBytes<MZRange>(BytesOf(range)), range);
+  EXPECT_EQ(ToXml(range), L"<MZRange Type=\"Partial\" />\n");
+  EXPECT_EQ(FromBytes<MZRange>(ToBytes(range)), range);
 }
 
 TEST(MZRange, Dumps) {

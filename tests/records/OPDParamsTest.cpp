@@ -90,7 +90,7 @@ TEST(OPDParams, DoesNotTrustTheCountOfRanges) {
 }
 
 TEST(OPDParams, WritesXml) {
-  EXPECT_EQ(XmlOf(SampleOPDParams()),
+  EXPECT_EQ(ToXml(SampleOPDParams()),
             L"<OPD>\n"
             L"  <FullRange>false</FullRange>\n"
             L"  <Ranges>\n"
@@ -110,7 +110,7 @@ TEST(OPDParams, WritesXml) {
 }
 
 TEST(OPDParams, ReadsTheXmlThatItWrites) {
-  EXPECT_EQ(FromXml<OPDParams>(XmlOf(SampleOPDParams())), SampleOPDParams());
+  EXPECT_EQ(FromXml<OPDParams>(ToXml(SampleOPDParams())), SampleOPDParams());
 }
 
 TEST(OPDParams, StaysAsItIsWithoutItsElement) {
@@ -124,7 +124,7 @@ TEST(OPDParams, KeepsWhatTheDocumentLacks) {
 TEST(OPDParams, DoublesKeepSixDigitsInXml) {
   OPDParams p;
   p.MinDeltaCentroidPkMax = 1.2345678;
-  EXPECT_EQ(FromXml<OPDParams>(XmlOf(p)).MinDeltaCentroidPkMax, 1.23457);
+  EXPECT_EQ(FromXml<OPDParams>(ToXml(p)).MinDeltaCentroidPkMax, 1.23457);
 }
 
 TEST(OPDParams, TextThatIsNoNumberLeavesItsField) {
@@ -159,8 +159,8 @@ TEST(OPDParams, FittingFuncIsHookeJeevesForAnyOtherText) {
 TEST(OPDParams, FittingFuncWithoutANameIsWrittenAsUnknown) {
   OPDParams p;
   p.FittingFunc = static_cast<OPDParams::FittingFuncs>(2);
-  EXPECT_NE(XmlOf(p).find(L"<FittingFunc>Unknown</FittingFunc>"), std::wstring::npos);
-  EXPECT_EQ(FromBytes<OPDParams>(BytesOf(p)), p);
+  EXPECT_NE(ToXml(p).find(L"<FittingFunc>Unknown</FittingFunc>"), std::wstring::npos);
+  EXPECT_EQ(FromBytes<OPDParams>(ToBytes(p)), p);
 }
 
 TEST(OPDParams, DumpsEveryFieldAndRange) {

@@ -40,7 +40,7 @@ TEST(Golden, OverlapPeakInfo) { CheckGolden(SampleOverlapPeakInfo(), "OverlapPea
 TEST(CutShort, OverlapPeakInfo) { CheckCutShort(SampleOverlapPeakInfo()); }
 
 TEST(OverlapPeakInfo, IsAllZeroByDefault) {
-  EXPECT_EQ(BytesOf(OverlapPeakInfo()), Bytes(1u, 0u, 0u, 0.0, 0.0, 0.0, 0.0, 0.0, 0.0, 0.0));
+  EXPECT_EQ(ToBytes(OverlapPeakInfo()), Bytes(1u, 0u, 0u, 0.0, 0.0, 0.0, 0.0, 0.0, 0.0, 0.0));
 }
 
 TEST(OverlapPeakInfo, RefusesUnknownVersions) {

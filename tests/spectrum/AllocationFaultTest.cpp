@@ -216,12 +216,8 @@ TEST(AllocationFault, TheReportOfASpectrumLeavesIt) {
 // Reads the bytes of `written` over a record of defaults.
 template <class R>
 void CheckReading(const R& written) {
-  const std::string bytes = BytesOf(written);
-  const auto read = [&](R& record) {
-    std::istringstream in(bytes, std::ios::binary);
-    TslCommon::BinaryReader reader(in);
-    record.Serialize(reader);
-  };
+  const std::string bytes = ToBytes(written);
+  const auto read = [&](R& record) { ReadBytes(bytes, record); };
   FailEach([] { return R(); }, read,
            [&](const R& record, bool failed) { EXPECT_TRUE(record == (failed ? R() : written)); });
 }
@@ -236,22 +232,27 @@ TEST(AllocationFault, ARecordIsReadOrStaysAsItWas) {
   CheckReading(raw);
 }
 
+TEST(AllocationFault, BytesAreWrittenWholeOrNotAtAll) {
+  const std::string whole = ToBytes(SampleTune());
+  const auto write = [](std::string& bytes) { bytes = ToBytes(SampleTune()); };
+  const std::size_t allocations =
+      FailEach([] { return std::string(); }, write,
+               [&](const std::string& bytes, bool failed) { EXPECT_EQ(bytes, failed ? "" : whole); });
+  EXPECT_GT(allocations, 4U);
+}
+
 TEST(AllocationFault, ADocumentIsWrittenWholeOrNotAtAll) {
-  const std::wstring whole = XmlOf(SampleTune());
-  const auto write = [](std::wstring& text) { text = XmlOf(SampleTune()); };
+  const std::wstring whole = ToXml(SampleTune());
+  const auto write = [](std::wstring& text) { text = ToXml(SampleTune()); };
   FailEach([] { return std::wstring(); }, write,
            [&](const std::wstring& text, bool failed) { EXPECT_EQ(text, failed ? L"" : whole); });
 }
 
 TEST(AllocationFault, ADocumentIsReadOrSaidToFail) {
-  const std::wstring text = XmlOf(SampleTune());
-  const auto read = [&](Tune& tune) {
-    TslCommon::XMLParser parser;
-    ASSERT_TRUE(parser.LoadText(text));
-    tune.Serialize(parser);
-  };
+  const std::wstring text = ToXml(SampleTune());
+  const auto read = [&](Tune& tune) { tune = FromXml<Tune>(text); };
   FailEach([] { return Tune(); }, read,
-           [&](const Tune& tune, bool failed) { EXPECT_TRUE(failed || XmlOf(tune) == text); });
+           [&](const Tune& tune, bool failed) { EXPECT_TRUE(failed || ToXml(tune) == text); });
 }
 
 TEST(AllocationFault, ASpectrumIsMadeOfCountsOrNot) {

@@ -45,7 +45,7 @@ TEST(CutShort, RawSpectrumInfo) { CheckCutShort(SampleRawSpectrumInfo()); }
 TEST(CutShort, RawSpectrum) { CheckCutShort(SampleRawSpectrum()); }
 
 TEST(RawSpectrumInfo, IsAllZeroByDefault) {
-  EXPECT_EQ(BytesOf(RawSpectrumInfo()), Bytes(2u, 0u, 0u, 0u, 0.0));
+  EXPECT_EQ(ToBytes(RawSpectrumInfo()), Bytes(2u, 0u, 0u, 0u, 0.0));
 }
 
 TEST(RawSpectrumInfo, OfVersion1HasNoId) {

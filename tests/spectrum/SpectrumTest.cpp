@@ -158,7 +158,7 @@ TEST(Spectrum, AssignmentReplacesEverything) {
 
 TEST(Spectrum, RefusesUnknownVersions) {
   for (const std::uint32_t version : {0u, 2u})
-    EXPECT_EQ(ReadFailure<Spectrum>(Bytes(version) + BytesOf(SampleSpectrum()).substr(4), SampleSpectrum()),
+    EXPECT_EQ(ReadFailure<Spectrum>(Bytes(version) + ToBytes(SampleSpectrum()).substr(4), SampleSpectrum()),
               "Unknown Spectrum version.");
 }
 
@@ -168,14 +168,14 @@ TEST(Spectrum, RefusesUnknownVersionsOfTheCurveInside) {
 }
 
 TEST(Spectrum, FailureLateInTheStreamLeavesItAsItWas) {
-  const std::string bytes = BytesOf(SampleSpectrum());
+  const std::string bytes = ToBytes(SampleSpectrum());
   EXPECT_NE(ReadFailure<Spectrum>(bytes.substr(0, bytes.size() - 1), SampleSpectrum()), "");
 }
 
 TEST(Spectrum, CurveOfVersion1HasNoAnnotations) {
   Spectrum plain = SampleSpectrum();
   plain.annotations.clear();
-  const std::string whole = BytesOf(plain);
+  const std::string whole = ToBytes(plain);
   // The count of annotations is the last word of the curve, before the spectrum's own fields.
   const std::size_t at = whole.find(Bytes(plain.tuneId, 2u, plain.tuneMZCalPts[0]));
   ASSERT_NE(at, std::string::npos);

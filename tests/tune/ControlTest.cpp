@@ -46,7 +46,7 @@ TEST(Control, OfAnUnknownVersionIsRefused) {
 }
 
 TEST(Control, ALensOfAnUnknownVersionIsRefused) {
-  std::string bytes = BytesOf(Control());
+  std::string bytes = ToBytes(Control());
   constexpr std::size_t kCapExit = 4 + 4 + 3 * 8 + 5 * 4;
   bytes[kCapExit] = 9;
   EXPECT_EQ(ReadFailure<Control>(bytes), "Unknown IOPoint version.");
@@ -59,7 +59,7 @@ TEST(Control, LosesItsEntranceLensInADocument) {
   expected.CapExit = IOPoint();
   expected.CapExit.Type = IOPoint::CalibratedType;
   expected.CapExit.Calibrated = -2.25;
-  EXPECT_EQ(FromXml<Control>(XmlOf(SampleControl())), expected);
+  EXPECT_EQ(FromXml<Control>(ToXml(SampleControl())), expected);
 }
 
 std::wstring LensXml(const std::wstring& name, const std::wstring& type, const std::wstring& value) {
@@ -67,7 +67,7 @@ std::wstring LensXml(const std::wstring& name, const std::wstring& type, const s
 }
 
 TEST(Control, IsAnElementControl) {
-  EXPECT_EQ(XmlOf(SampleControl()),
+  EXPECT_EQ(ToXml(SampleControl()),
             L"<Control>\n"
             L"  <Type>Sim</Type>\n"
             L"  <MZLow>500.5</MZLow>\n"
@@ -133,7 +133,7 @@ TEST(Control, NumbersWithoutATextAreUnknown) {
   control.Type = static_cast<Control::Types>(2);
   control.Q1MZType = static_cast<Control::Q1MZTypes>(2);
   control.PolarityType = static_cast<PolarityTypes>(2);
-  const std::wstring xml = XmlOf(control);
+  const std::wstring xml = ToXml(control);
   for (const wchar_t* element :
        {L"<Type>Unknown</Type>", L"<Q1MZType>Unknown</Q1MZType>", L"<PolarityType>Unknown</PolarityType>"})
     EXPECT_NE(xml.find(element), std::wstring::npos) << element;

@@ -42,19 +42,19 @@ TEST(IOPoint, OfAnUnknownVersionIsRefused) {
 }
 
 TEST(IOPoint, OfAnUnknownTypeSurvivesInBinary) {
-  EXPECT_EQ(FromBytes<IOPoint>(BytesOf(OfType(77))), OfType(77));
+  EXPECT_EQ(FromBytes<IOPoint>(ToBytes(OfType(77))), OfType(77));
 }
 
 TEST(IOPoint, IsAnElementWithWhatItsTypeNeeds) {
-  EXPECT_EQ(XmlOf(OfType(0)), L"<IOPt Type=\"Single\">1.5</IOPt>\n");
-  EXPECT_EQ(XmlOf(OfType(1)), L"<IOPt Type=\"Calibrated\">-2.25</IOPt>\n");
-  EXPECT_EQ(XmlOf(OfType(2)),
+  EXPECT_EQ(ToXml(OfType(0)), L"<IOPt Type=\"Single\">1.5</IOPt>\n");
+  EXPECT_EQ(ToXml(OfType(1)), L"<IOPt Type=\"Calibrated\">-2.25</IOPt>\n");
+  EXPECT_EQ(ToXml(OfType(2)),
             L"<IOPt Type=\"Function\">\n"
             L"  <Start>3</Start>\n"
             L"  <End>4</End>\n"
             L"  <StepSize>0.125</StepSize>\n"
             L"</IOPt>\n");
-  EXPECT_EQ(XmlOf(OfType(3)), L"<IOPt Type=\"Unknown\" />\n");
+  EXPECT_EQ(ToXml(OfType(3)), L"<IOPt Type=\"Unknown\" />\n");
 }
 
 TEST(IOPoint, ReadsOnlyWhatItsTypeCarries) {

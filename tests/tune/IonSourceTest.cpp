@@ -30,7 +30,7 @@ TEST(AllRecords, IonSource) {
 
 TEST(IonSource, OfAnApciProbeKeepsItsCoronaInADocument) {
   const IonSource apci = SampleIonSource(Probes::APCI);
-  EXPECT_EQ(FromXml<IonSource>(XmlOf(apci)), apci);
+  EXPECT_EQ(FromXml<IonSource>(ToXml(apci)), apci);
 }
 
 TEST(Golden, IonSource) { CheckGolden(SampleIonSource(), "IonSource.v3"); }
@@ -47,7 +47,7 @@ TEST(IonSource, SwitchesStandInTheirOrder) {
     source.*switches[i] = true;
     std::string expected(6, '\0');
     expected[i] = 1;
-    EXPECT_EQ(BytesOf(source).substr(kFirstSwitch, 6), expected) << i;
+    EXPECT_EQ(ToBytes(source).substr(kFirstSwitch, 6), expected) << i;
   }
 }
 
@@ -84,7 +84,7 @@ TEST(IonSource, OfAnOldVersionCutShortIsRefused) {
 }
 
 TEST(IonSource, OfAnEsiProbeIsAnElementSource) {
-  EXPECT_EQ(XmlOf(SampleIonSource(Probes::ESI)),
+  EXPECT_EQ(ToXml(SampleIonSource(Probes::ESI)),
             L"<Source>\n"
             L"  <Type>ESI (0)</Type>\n"
             L"  <Cylinder>-4000</Cylinder>\n"
@@ -104,7 +104,7 @@ TEST(IonSource, OfAnEsiProbeIsAnElementSource) {
 }
 
 TEST(IonSource, OfAnApciProbeHasTagsOfItsOwn) {
-  EXPECT_EQ(XmlOf(SampleIonSource(Probes::APCI)),
+  EXPECT_EQ(ToXml(SampleIonSource(Probes::APCI)),
             L"<Source>\n"
             L"  <Type>APCI (1)</Type>\n"
             L"  <Corona>-4000</Corona>\n"
@@ -158,7 +158,7 @@ TEST(IonSource, TemperatureLevelsHaveTexts) {
     IonSource source;
     source.EndPlateTemp = static_cast<IonSource::TempLevels>(level);
     const std::wstring element = std::wstring(L"<EndPlateTemp>") + texts[level] + L"</EndPlateTemp>";
-    EXPECT_NE(XmlOf(source).find(element), std::wstring::npos) << level;
+    EXPECT_NE(ToXml(source).find(element), std::wstring::npos) << level;
     EXPECT_EQ(FromXml<IonSource>(L"<Source>" + element + L"</Source>").EndPlateTemp, source.EndPlateTemp);
   }
 }
@@ -173,7 +173,7 @@ TEST(IonSource, ATemperatureLevelOfAnotherCaseOrWordIsOff) {
 TEST(IonSource, ATemperatureLevelOutsideTheTextsIsUnknown) {
   IonSource source;
   source.EndPlateTemp = static_cast<IonSource::TempLevels>(4);
-  EXPECT_NE(XmlOf(source).find(L"<EndPlateTemp>Unknown</EndPlateTemp>"), std::wstring::npos);
+  EXPECT_NE(ToXml(source).find(L"<EndPlateTemp>Unknown</EndPlateTemp>"), std::wstring::npos);
 }
 
 TEST(IonSource, AnUnknownProbeReadsAsEsi) {
@@ -184,7 +184,7 @@ TEST(IonSource, EveryProbeKindSurvivesADocument) {
   for (std::uint32_t kind = 0; kind <= 7; ++kind) {
     IonSource source;
     source.Type = static_cast<Probes::ProbeTypes>(kind);
-    EXPECT_EQ(FromXml<IonSource>(XmlOf(source)).Type, source.Type);
+    EXPECT_EQ(FromXml<IonSource>(ToXml(source)).Type, source.Type);
   }
 }
 

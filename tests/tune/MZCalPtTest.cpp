@@ -26,7 +26,7 @@ TEST(MZCalPt, OfAnUnknownVersionIsRefused) {
 }
 
 TEST(MZCalPt, IsAnElementOfAttributes) {
-  EXPECT_EQ(XmlOf(Sample()), L"<MZCal Name=\"Low\" MZ=\"118.086\" MassDAC=\"2361.73\" />\n");
+  EXPECT_EQ(ToXml(Sample()), L"<MZCal Name=\"Low\" MZ=\"118.086\" MassDAC=\"2361.73\" />\n");
 }
 
 TEST(MZCalPt, ComparesNumbersWithinATolerance) {

@@ -142,7 +142,7 @@ TEST(TuneOfVersion1, FormerFieldsLeaveThePoints) {
 TEST(TuneOfVersion1, WithTwoPointsOfOneMzIsRefused) {
   Tune tune = SampleTune();
   tune.Q1CalPts = {Point(100, {{TuneField::Q0Offset, 1}}), Point(100, {{TuneField::Q0Offset, 2}})};
-  std::string bytes = BytesOf(tune);
+  std::string bytes = ToBytes(tune);
   bytes[0] = 1;
   EXPECT_EQ(ReadFailure<Tune>(bytes, SampleTune()), "Divide by zero error");
 }

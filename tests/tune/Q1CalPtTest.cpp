@@ -42,7 +42,7 @@ TEST(Q1CalPt, OfTwoStoredEntriesOfAFieldKeepsTheLast) {
 }
 
 TEST(Q1CalPt, IsAnElementWithAListOfFields) {
-  EXPECT_EQ(XmlOf(SampleQ1CalPt()),
+  EXPECT_EQ(ToXml(SampleQ1CalPt()),
             L"<Q1Cal Name=\"Low\" MZ=\"118.5\">\n"
             L"  <IOPtFlds>\n"
             L"    <IOPtFld Name=\"CapExit\">120</IOPtFld>\n"
@@ -53,7 +53,7 @@ TEST(Q1CalPt, IsAnElementWithAListOfFields) {
 }
 
 TEST(Q1CalPt, AFieldWithoutATagIsUnknown) {
-  EXPECT_NE(XmlOf(With({{TuneField::Q1Enter, 3}})).find(L"<IOPtFld Name=\"Unknown\">3</IOPtFld>"),
+  EXPECT_NE(ToXml(With({{TuneField::Q1Enter, 3}})).find(L"<IOPtFld Name=\"Unknown\">3</IOPtFld>"),
             std::wstring::npos);
 }
 

@@ -22,7 +22,7 @@ TEST(SyringeManufacturer, IsAnElementWithAListOfModels) {
   SyringeManufacturer maker;
   maker.Name = L"Hamilton";
   maker.Models = {SampleSyringeModel()};
-  EXPECT_EQ(XmlOf(maker),
+  EXPECT_EQ(ToXml(maker),
             L"<Manufacturer Name=\"Hamilton\">\n"
             L"  <Models>\n"
             L"    <Model Name=\"1725\" Diameter=\"2.3\" />\n"

@@ -57,7 +57,7 @@ TEST(Syringe, OfAnUnknownVersionIsRefused) {
 }
 
 TEST(Syringe, IsAnElementWithItsModel) {
-  EXPECT_EQ(XmlOf(SampleSyringe()),
+  EXPECT_EQ(ToXml(SampleSyringe()),
             L"<Syringe>\n"
             L"  <Manufacturer>Hamilton</Manufacturer>\n"
             L"  <Model Name=\"1725\" Diameter=\"2.3\" />\n"

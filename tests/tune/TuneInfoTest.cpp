@@ -24,7 +24,7 @@ TEST(TuneInfo, OfAnUnknownVersionIsRefused) {
 }
 
 TEST(TuneInfo, IsAnElementInfo) {
-  EXPECT_EQ(XmlOf(SampleTuneInfo()),
+  EXPECT_EQ(ToXml(SampleTuneInfo()),
             L"<Info>\n"
             L"  <Name>Sp\u00E4t</Name>\n"
             L"  <Comment>After venting</Comment>\n"

@@ -45,7 +45,7 @@ TEST(Tune, OfAnOldVersionCutShortIsRefused) {
 }
 
 TEST(Tune, WithACountBeyondTheStreamIsRefused) {
-  std::string bytes = BytesOf(Tune());
+  std::string bytes = ToBytes(Tune());
   bytes.replace(bytes.size() - 8, 8, Bytes(4294967295u));
   EXPECT_EQ(ReadFailure<Tune>(bytes, SampleTune()), "Unknown MZCalPt version.");
 }
@@ -146,12 +146,12 @@ Tune DocumentTune(Probes::ProbeTypes probe) {
 }
 
 TEST(Tune, OfAnEsiProbeAsADocument) {
-  EXPECT_EQ(XmlOf(DocumentTune(Probes::ESI)), DocumentOf(false));
+  EXPECT_EQ(ToXml(DocumentTune(Probes::ESI)), DocumentOf(false));
   EXPECT_EQ(FromXml<Tune>(DocumentOf(false)), DocumentTune(Probes::ESI));
 }
 
 TEST(Tune, OfAnApciProbeAsADocument) {
-  EXPECT_EQ(XmlOf(DocumentTune(Probes::APCI)), DocumentOf(true));
+  EXPECT_EQ(ToXml(DocumentTune(Probes::APCI)), DocumentOf(true));
   EXPECT_EQ(FromXml<Tune>(DocumentOf(true)), DocumentTune(Probes::APCI));
 }
 

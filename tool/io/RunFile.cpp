@@ -3,14 +3,12 @@
 #include <tool/frame/InputError.h>
 #include <tool/io/Counts.h>
 #include <tslbl/Version.h>
-#include <tslbl/closed/common/BinaryStream.h>
 #include <tslbl/closed/common/Text.h>
-#include <tslbl/closed/common/XMLBuilder.h>
+#include <tslbl/records/RecordForms.h>
 #include <algorithm>
 #include <cmath>
 #include <ctime>
 #include <filesystem>
-#include <sstream>
 #include <stdexcept>
 
 namespace TslTool {
@@ -27,20 +25,6 @@ constexpr const char* kSchema = R"sql(
                     tune_id INTEGER NOT NULL REFERENCES tune(id), tic REAL NOT NULL, points INTEGER NOT NULL,
                     encoding TEXT NOT NULL, counts BLOB NOT NULL);
 )sql";
-
-std::string RecordBytes(const TslBL::Tune& tune) {
-  std::ostringstream out(std::ios::binary);
-  out.exceptions(std::ios::badbit);  // or memory that is short would cut the record
-  TslCommon::BinaryWriter writer(out);
-  tune.Serialize(writer);
-  return out.str();
-}
-
-std::string DocumentText(const TslBL::Tune& tune) {
-  TslCommon::XMLBuilder builder;
-  tune.Serialize(builder);
-  return TslCommon::ToUtf8(builder.QXML());
-}
 
 std::string PrepareNew(const std::string& file) {
   std::error_code ignored;
@@ -109,8 +93,8 @@ void RunWriter::Begin(const std::string& title) {
 void RunWriter::AddTune(std::uint32_t id, const TslBL::Tune& tune) {
   Statement insert(database_, "INSERT INTO tune VALUES (?, ?, ?, ?)");
   const std::string name = TslCommon::ToUtf8(tune.Info.Name);
-  const std::string record = RecordBytes(tune);
-  const std::string document = DocumentText(tune);
+  const std::string record = TslBL::ToBytes(tune);
+  const std::string document = TslCommon::ToUtf8(TslBL::ToXml(tune));
   insert.Bind(1, std::int64_t{id});
   insert.Bind(2, std::string_view(name));
   insert.BindBlob(3, record);
@@ -182,11 +166,8 @@ void RunReader::ReadTunes() {
   Statement rows(database_, "SELECT id, record FROM tune");
   while (rows.Next()) {
     const std::uint32_t id = Unsigned32(rows, 0, "tune id");
-    AtPlace(database_.File(), "tune " + std::to_string(id), [&] {
-      std::istringstream in(std::string(rows.Bytes(1)), std::ios::binary);
-      TslCommon::BinaryReader reader(in);
-      tunes_[id].Serialize(reader);
-    });
+    AtPlace(database_.File(), "tune " + std::to_string(id),
+            [&] { TslBL::ReadBytes(rows.Bytes(1), tunes_[id]); });
   }
 }
 

@@ -94,8 +94,8 @@ TEST(NewTune, HoldsTheDefaultsOfItsProbe) {
   for (const Probes::ProbeTypes probe : kProbes) {
     SCOPED_TRACE(probe);
     const DevTuneRules rules(probe);
-    EXPECT_EQ(BytesOf(rules.ControlData), BytesOf(NewControl()));
-    EXPECT_EQ(BytesOf(rules.Source), BytesOf(NewSource(probe)));
+    EXPECT_EQ(ToBytes(rules.ControlData), ToBytes(NewControl()));
+    EXPECT_EQ(ToBytes(rules.Source), ToBytes(NewSource(probe)));
     EXPECT_EQ(rules.Q1CalPts, NewCalibrants());
     EXPECT_EQ(rules.Info.Name, L"New Tune");
     EXPECT_EQ(rules.Info.Comment, L"");
@@ -117,7 +117,7 @@ TEST(NewTune, HoldsALineOverTheMzRange) {
 
 TEST(NewTune, OfAnUnknownProbeIsAnEsiKind) {
   const auto probe = static_cast<Probes::ProbeTypes>(6);
-  EXPECT_EQ(BytesOf(DevTuneRules(probe).Source), BytesOf(NewSource(probe)));
+  EXPECT_EQ(ToBytes(DevTuneRules(probe).Source), ToBytes(NewSource(probe)));
 }
 
 TEST(NewTune, WasSavedNow) {

@@ -181,7 +181,7 @@ TEST(AnyTune, ThatIsAcceptedSurvivesBothFormsAndIsAcceptedAgain) {
     const Tune binary = FromBytes<Tune>(TuneBytes(tune));
     EXPECT_EQ(TuneBytes(binary), TuneBytes(tune));
     EXPECT_EQ(DevTuneRules(binary).Validate(), kNoError);
-    const Tune document = FromXml<Tune>(XmlOf(tune));
+    const Tune document = FromXml<Tune>(ToXml(tune));
     EXPECT_EQ(TuneBytes(document), TuneBytes(tune)) << round;
     EXPECT_EQ(DevTuneRules(document).Validate(), kNoError);
   }

@@ -34,7 +34,7 @@ inline std::wstring LastErrorOf(DevTuneRules& rules) {
 }
 
 // Of all fields, to the bit.
-inline std::string TuneBytes(const Tune& tune) { return BytesOf(tune); }
+inline std::string TuneBytes(const Tune& tune) { return ToBytes(tune); }
 
 inline std::wstring OutOfRange(const std::wstring& label, double low, double high) {
   wchar_t range[80];

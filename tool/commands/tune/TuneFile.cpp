@@ -6,11 +6,8 @@
 #include <tool/frame/InputError.h>
 #include <tool/io/ByteSource.h>
 #include <tool/io/DocumentCheck.h>
-#include <tslbl/closed/common/BinaryStream.h>
 #include <tslbl/closed/common/Text.h>
-#include <tslbl/closed/common/XMLBuilder.h>
-#include <tslbl/closed/common/XMLParser.h>
-#include <tslbl/closed/common/XMLResultException.h>
+#include <tslbl/records/RecordForms.h>
 #include <algorithm>
 #include <iterator>
 #include <sstream>
@@ -42,18 +39,14 @@ bool IsDocument(const std::string& bytes) {
   return bytes[first] == '<' || bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF");
 }
 
-std::string ToXml(const Tune& tune) {
-  TslCommon::XMLBuilder builder;
-  tune.Serialize(builder);
-  return TslCommon::ToUtf8(builder.QXML());
-}
+std::string DocumentOf(const Tune& tune) { return TslCommon::ToUtf8(TslBL::ToXml(tune)); }
 
 // With the elements of both kinds of probe: each is read under either.
 void AddOtherProbe(pugi::xml_document& taken, Tune tune) {
   const bool isApci = tune.Source.Type == TslBL::Probes::APCI;
   tune.Source.Type = isApci ? TslBL::Probes::ESI : TslBL::Probes::APCI;
   pugi::xml_document other;
-  other.load_string(ToXml(tune).c_str());
+  other.load_string(DocumentOf(tune).c_str());
   pugi::xml_node source = taken.document_element().child("Source");
   for (const pugi::xml_node child : other.document_element().child("Source"))
     if (!source.child(child.name())) source.append_copy(child);
@@ -85,7 +78,6 @@ void AddMissing(const pugi::xml_node& written, const pugi::xml_node& taken, cons
 }
 
 TuneFile FromDocument(const std::string& file, const std::string& bytes) {
-  TslCommon::XMLParser parser;
   pugi::xml_document written;
   const pugi::xml_parse_result parsed =
       written.load_buffer(bytes.data(), bytes.size(), pugi::parse_default | pugi::parse_doctype);
@@ -93,16 +85,14 @@ TuneFile FromDocument(const std::string& file, const std::string& bytes) {
   written.save(utf8, "", pugi::format_raw | pugi::format_no_declaration, pugi::encoding_utf8);
   // The library's own reader says what is wrong, with line and column.
   const std::wstring text = TslCommon::FromUtf8(parsed ? utf8.str() : bytes);
-  if (!parser.LoadText(text)) throw InputError(file, "", TslCommon::ToUtf8(parser.QLoadError()));
-
   Tune tune;
   try {
-    tune.Serialize(parser);
-  } catch (const TslCommon::XMLResultException& e) {
+    tune = TslBL::FromXml<Tune>(text);
+  } catch (const std::runtime_error& e) {
     throw InputError(file, "", e.what());
   }
   pugi::xml_document taken;
-  taken.load_string(ToXml(tune).c_str());
+  taken.load_string(DocumentOf(tune).c_str());
   std::vector<std::string> missing;
   AddMissing(written.child("Tune"), taken.document_element(), "Tune", missing);
   AddOtherProbe(taken, tune);
@@ -126,29 +116,20 @@ void RequireFinite(const std::string& file, const pugi::xml_node& node, const st
 }
 
 Tune FromBinary(const std::string& file, const std::string& bytes) {
-  std::istringstream in(bytes, std::ios::binary);
-  TslCommon::BinaryReader reader(in);
   Tune tune;
+  std::size_t end = 0;
   try {
-    tune.Serialize(reader);
+    end = TslBL::ReadBytes(bytes, tune);
   } catch (const std::exception& e) {
     throw InputError(file, "", fmt::format("is no tune: {}", e.what()));
   }
-  const auto end = in.tellg();
-  if (end != static_cast<std::streamoff>(bytes.size()))
-    throw InputError(file, fmt::format("byte {}", static_cast<std::streamoff>(end)),
-                     fmt::format("{} bytes behind the tune", bytes.size() - static_cast<std::size_t>(end)));
+  if (end != bytes.size())
+    throw InputError(file, fmt::format("byte {}", end),
+                     fmt::format("{} bytes behind the tune", bytes.size() - end));
   pugi::xml_document shown;
-  shown.load_string(ToXml(tune).c_str());
+  shown.load_string(DocumentOf(tune).c_str());
   RequireFinite(file, shown.document_element(), "Tune");
   return tune;
-}
-
-std::string ToBinary(const Tune& tune) {
-  std::ostringstream out(std::ios::binary);
-  TslCommon::BinaryWriter writer(out);
-  tune.Serialize(writer);
-  return out.str();
 }
 
 }  // namespace
@@ -161,22 +142,13 @@ TuneFile LoadTune(const std::string& file) {
 }
 
 std::string TuneBytes(const Tune& tune, TuneForm form) {
-  if (form == TuneForm::Binary) return ToBinary(tune);
-  return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n" + ToXml(tune);
+  if (form == TuneForm::Binary) return TslBL::ToBytes(tune);
+  return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n" + DocumentOf(tune);
 }
 
 Tune ThroughForm(const Tune& tune, TuneForm form) {
-  Tune again;
-  if (form == TuneForm::Binary) {
-    std::istringstream in(ToBinary(tune), std::ios::binary);
-    TslCommon::BinaryReader reader(in);
-    again.Serialize(reader);
-  } else {
-    TslCommon::XMLParser parser;
-    parser.LoadText(TslCommon::FromUtf8(ToXml(tune)));
-    again.Serialize(parser);
-  }
-  return again;
+  if (form == TuneForm::Binary) return TslBL::FromBytes<Tune>(TslBL::ToBytes(tune));
+  return TslBL::FromXml<Tune>(TslBL::ToXml(tune));
 }
 
 TuneForm FormOfName(const std::string& file) {
