@@ -1,13 +1,19 @@
 #pragma once
 // What every record must do, checked for one record at a time.
 //
-//   TEST(AllRecords, BaselineParams) {
-//     CheckRecord<BaselineParams>({
-//         {"Auto", [](auto& r) { r.Auto = false; }},
-//         {"SegSize", [](auto& r) { r.SegSize = 7; }},
+//   TEST(AllRecords, SmoothParams) {
+//     CheckRecord<SmoothParams>({
+//         {"Alg", [](auto& r) { r.Alg = SmoothParams::Median; }},
+//         {"Steps", [](auto& r) { r.Steps.resize(2); }},
+//         {"Steps.Size", [](auto& r) { r.Steps[0].Size = 7; }},
+//         ...
 //     });
 //   }
-//   TEST(Golden, BaselineParams) { CheckGolden(SampleBaselineParams(), "BaselineParams.v1"); }
+//   TEST(Golden, SmoothParams) { CheckGolden(SampleSmoothParams(), "SmoothParams.v1"); }
+//
+// There is a row for each field that Describe names, which changes this field alone; further
+// rows may change several. scripts/check-records looks for the other half: that Describe names
+// each member.
 //
 // Golden bytes are text files of hexadecimal bytes, tests/data/golden/NAME.hex; '#' starts
 // a comment. With TSLBL_WRITE_GOLDEN=1 in the environment a current version's file is
@@ -16,13 +22,16 @@
 
 #include <gtest/gtest.h>
 
+#include <DescribedFields.h>
 #include <tslbl/records/RecordForms.h>
+#include <algorithm>
 #include <cstdlib>
 #include <fstream>
 #include <functional>
 #include <sstream>
+#include <stdexcept>
 #include <string>
-#include <type_traits>
+#include <string_view>
 #include <vector>
 
 namespace tests {
@@ -70,22 +79,69 @@ struct FieldChange {
   int forms = BothForms;  // which forms carry the field
 };
 
-// Changed, each field breaks equality and survives every form that carries it.
+// The record that a row changes. A row "first.then" goes on from the row "first": an item must
+// be in a list before it can change, and some fields are those of one kind only.
 template <class R>
-void CheckRecord(const std::vector<FieldChange<R>>& fields) {
+R RecordBefore(const FieldChange<R>& row, const std::vector<FieldChange<R>>& rows) {
+  const std::string_view field = row.field;
+  const std::string_view first = field.substr(0, field.find('.'));
+  R record;
+  if (first == field) return record;
+  const auto found =
+      std::ranges::find(rows, first, [](const auto& other) { return std::string_view(other.field); });
+  if (found == rows.end()) throw std::logic_error("There is no row \"" + std::string(first) + "\".");
+  found->change(record);
+  return record;
+}
+
+// What a record's Describe and the rows of its test do not agree on: each row changes what
+// Describe names, and for each field that Describe names there is a row that changes this
+// field alone.
+template <class R>
+std::vector<std::string> FieldFaults(const std::vector<FieldChange<R>>& rows) {
+  std::vector<std::string> faults;
+  FieldTexts named = DescribedFields::Of(R());
+  std::set<std::string> changedAlone;
+  for (const FieldChange<R>& row : rows) {
+    const R before = RecordBefore(row, rows);
+    R changed = before;
+    row.change(changed);
+    named.merge(DescribedFields::Of(changed));
+    const auto differing = DifferingFields(DescribedFields::Of(before), DescribedFields::Of(changed));
+    if (differing.empty()) faults.push_back(std::string(row.field) + " changes nothing that Describe names");
+    if (differing.size() == 1) changedAlone.insert(*differing.begin());
+  }
+  for (const auto& [field, text] : named)
+    if (!changedAlone.contains(field)) faults.push_back("no row changes " + field + " alone");
+  return faults;
+}
+
+template <class R>
+void CheckForms(const R& record, int forms) {
+  if constexpr (requires(TslCommon::BinaryWriter & writer) { record.Serialize(writer); }) {
+    EXPECT_EQ(FromBytes<R>(ToBytes(record)) == record, (forms & BinaryOnly) != 0) << "binary";
+  }
+  if constexpr (requires(TslCommon::XMLBuilder & builder) { record.Serialize(builder); }) {
+    EXPECT_EQ(FromXml<R>(ToXml(record)) == record, (forms & XmlOnly) != 0) << "XML";
+  }
+}
+
+// Changed, each field breaks equality and survives every form that carries it; and the rows
+// are all that Describe names.
+template <class R>
+void CheckRecord(const std::vector<FieldChange<R>>& rows) {
   EXPECT_TRUE(R() == R());
-  for (const auto& [field, change, forms] : fields) {
-    SCOPED_TRACE(field);
-    R changed;
-    change(changed);
-    EXPECT_FALSE(changed == R()) << "not compared";
+  for (const FieldChange<R>& row : rows) {
+    SCOPED_TRACE(row.field);
+    const R before = RecordBefore(row, rows);
+    R changed = before;
+    row.change(changed);
+    EXPECT_FALSE(changed == before) << "not compared";
     EXPECT_TRUE(changed == R(changed)) << "lost by a copy";
-    if constexpr (std::is_base_of_v<TslCommon::ITslSerial, R>) {
-      EXPECT_EQ(FromBytes<R>(ToBytes(changed)) == changed, (forms & BinaryOnly) != 0) << "binary";
-    }
-    if constexpr (std::is_base_of_v<TslCommon::ITslXML, R>) {
-      EXPECT_EQ(FromXml<R>(ToXml(changed)) == changed, (forms & XmlOnly) != 0) << "XML";
-    }
+    CheckForms(changed, row.forms);
+  }
+  if constexpr (TslBL::Described<R>) {
+    EXPECT_EQ(FieldFaults(rows), std::vector<std::string>());
   }
 }
 

@@ -64,7 +64,9 @@ TEST(AllRecords, Curve) {
       {"name", [](auto& c) { c.name = L"n"; }},
       {"status", [](auto& c) { c.status = 1; }},
       {"sourceListA", [](auto& c) { c.sourceListA = {1}; }},
+      {"sourceListA.id", [](auto& c) { c.sourceListA[0] = 2; }},
       {"sourceListB", [](auto& c) { c.sourceListB = {1}; }},
+      {"sourceListB.id", [](auto& c) { c.sourceListB[0] = 2; }},
       {"xAxis", [](auto& c) { c.xAxis = {1.5}; }},
       {"smoothParams", [](auto& c) { c.smoothParams.Order = 1; }},
       {"yAxis", [](auto& c) { c.yAxis = {1.5}; }},
@@ -82,18 +84,9 @@ TEST(AllRecords, Curve) {
       {"evals", [](auto& c) { c.evals.resize(1); }},
       {"evals.command", [](auto& c) { c.evals = {CurveEval(NoiseParams())}; }},
       {"annotations", [](auto& c) { c.annotations.resize(1); }},
-      {"annotations.x",
-       [](auto& c) {
-         c.annotations = {{1.5, 0.0, L""}};
-       }},
-      {"annotations.y",
-       [](auto& c) {
-         c.annotations = {{0.0, 1.5, L""}};
-       }},
-      {"annotations.text",
-       [](auto& c) {
-         c.annotations = {{0.0, 0.0, L"t"}};
-       }},
+      {"annotations.x", [](auto& c) { c.annotations[0].x = 1.5; }},
+      {"annotations.y", [](auto& c) { c.annotations[0].y = 1.5; }},
+      {"annotations.text", [](auto& c) { c.annotations[0].text = L"t"; }},
   });
 }
 TEST(Golden, Curve) { CheckGolden(SampleCurve(), "Curve.v2"); }

@@ -31,38 +31,30 @@ PeakInfo SamplePeakInfo() {
   return p;
 }
 
-const std::vector<FieldChange<PeakInfo>> kFields = {
-    {"startIdx", [](auto& p) { p.startIdx = 1; }},
-    {"apexIdx", [](auto& p) { p.apexIdx = 1; }},
-    {"apexAmpl", [](auto& p) { p.apexAmpl = 1.5; }},
-    {"endIdx", [](auto& p) { p.endIdx = 1; }},
-    {"maxIdx", [](auto& p) { p.maxIdx = 1.5; }},
-    {"maxAmpl", [](auto& p) { p.maxAmpl = 1.5; }},
-    {"maxBaseline", [](auto& p) { p.maxBaseline = 1.5; }},
-    {"centroidIdx", [](auto& p) { p.centroidIdx = 1.5; }},
-    {"centroidAmpl", [](auto& p) { p.centroidAmpl = 1.5; }},
-    {"baselineAmpl", [](auto& p) { p.baselineAmpl = 1.5; }},
-    {"halfHeightLeftIdx", [](auto& p) { p.halfHeightLeftIdx = 1.5; }},
-    {"halfHeightRightIdx", [](auto& p) { p.halfHeightRightIdx = 1.5; }},
-    {"areaIntercept", [](auto& p) { p.areaIntercept = 1.5; }},
-    {"areaStartIdx", [](auto& p) { p.areaStartIdx = 1.5; }},
-    {"areaEndIdx", [](auto& p) { p.areaEndIdx = 1.5; }},
-    {"area", [](auto& p) { p.area = 1.5; }},
-    {"noiseAmpl", [](auto& p) { p.noiseAmpl = 1.5; }},
-    {"useMax", [](auto& p) { p.useMax = true; }},
-    {"overlapGroup", [](auto& p) { p.overlapGroup = 1; }},
-};
-
 }  // namespace
 
 TEST(AllRecords, PeakInfo) {
-  CheckRecord<PeakInfo>(kFields);
-  // A row is no ITslSerial, so its bytes are looked at here.
-  for (const auto& [field, change, forms] : kFields) {
-    PeakInfo changed;
-    change(changed);
-    EXPECT_TRUE(FromBytes<PeakInfo>(ToBytes(changed)) == changed) << field;
-  }
+  CheckRecord<PeakInfo>({
+      {"startIdx", [](auto& p) { p.startIdx = 1; }},
+      {"apexIdx", [](auto& p) { p.apexIdx = 1; }},
+      {"apexAmpl", [](auto& p) { p.apexAmpl = 1.5; }},
+      {"endIdx", [](auto& p) { p.endIdx = 1; }},
+      {"maxIdx", [](auto& p) { p.maxIdx = 1.5; }},
+      {"maxAmpl", [](auto& p) { p.maxAmpl = 1.5; }},
+      {"maxBaseline", [](auto& p) { p.maxBaseline = 1.5; }},
+      {"centroidIdx", [](auto& p) { p.centroidIdx = 1.5; }},
+      {"centroidAmpl", [](auto& p) { p.centroidAmpl = 1.5; }},
+      {"baselineAmpl", [](auto& p) { p.baselineAmpl = 1.5; }},
+      {"halfHeightLeftIdx", [](auto& p) { p.halfHeightLeftIdx = 1.5; }},
+      {"halfHeightRightIdx", [](auto& p) { p.halfHeightRightIdx = 1.5; }},
+      {"areaIntercept", [](auto& p) { p.areaIntercept = 1.5; }},
+      {"areaStartIdx", [](auto& p) { p.areaStartIdx = 1.5; }},
+      {"areaEndIdx", [](auto& p) { p.areaEndIdx = 1.5; }},
+      {"area", [](auto& p) { p.area = 1.5; }},
+      {"noiseAmpl", [](auto& p) { p.noiseAmpl = 1.5; }},
+      {"useMax", [](auto& p) { p.useMax = true; }},
+      {"overlapGroup", [](auto& p) { p.overlapGroup = 1; }},
+  });
 }
 TEST(Golden, PeakInfo) { CheckGolden(SamplePeakInfo(), "PeakInfo.v1"); }
 TEST(CutShort, PeakInfo) { CheckCutShort(SamplePeakInfo()); }

@@ -126,6 +126,7 @@ TEST(RecordFrame, CarriesEveryKindOfField) {
        [](Tray& t) {
          t.Marks = {0.5, 0.25};
        }},
+      {"Marks.Mark", [](Tray& t) { t.Marks[1] = 0.75; }},
       {"Temperature", [](Tray& t) { t.Temperature = 20.0; }},
   });
 }

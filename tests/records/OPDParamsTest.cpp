@@ -37,18 +37,9 @@ TEST(AllRecords, OPDParams) {
   CheckRecord<OPDParams>({
       {"FullRange", [](auto& r) { r.FullRange = false; }},
       {"Ranges", [](auto& r) { r.Ranges.resize(2); }},
-      {"Ranges.Enable",
-       [](auto& r) {
-         r.Ranges = {{false, 5.0, 3000.0}};
-       }},
-      {"Ranges.LowMZ",
-       [](auto& r) {
-         r.Ranges = {{true, 6.0, 3000.0}};
-       }},
-      {"Ranges.HighMZ",
-       [](auto& r) {
-         r.Ranges = {{true, 5.0, 6.0}};
-       }},
+      {"Ranges.Enable", [](auto& r) { r.Ranges[1].Enable = false; }},
+      {"Ranges.LowMZ", [](auto& r) { r.Ranges[1].LowMZ = 6.0; }},
+      {"Ranges.HighMZ", [](auto& r) { r.Ranges[1].HighMZ = 6.0; }},
       {"MinAmplPercentCmnEndPt", [](auto& r) { r.MinAmplPercentCmnEndPt = 1; }},
       {"ResolutionThreshold", [](auto& r) { r.ResolutionThreshold = 2; }},
       {"MinDeltaCentroidPkMax", [](auto& r) { r.MinDeltaCentroidPkMax = 0.5; }},

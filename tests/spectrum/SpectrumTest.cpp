@@ -75,13 +75,15 @@ Spectrum SampleSpectrum() {
 
 }  // namespace
 
-TEST(AllRecords, SpectrumFieldsOfACurve) {
+TEST(AllRecords, Spectrum) {
   CheckRecord<Spectrum>({
       {"id", [](auto& r) { r.id = 1; }},
       {"name", [](auto& r) { r.name = L"n"; }},
       {"status", [](auto& r) { r.status = Curve::STATUS_Y; }},
       {"sourceListA", [](auto& r) { r.sourceListA = {1}; }},
+      {"sourceListA.id", [](auto& r) { r.sourceListA[0] = 2; }},
       {"sourceListB", [](auto& r) { r.sourceListB = {1}; }},
+      {"sourceListB.id", [](auto& r) { r.sourceListB[0] = 2; }},
       {"xAxis", [](auto& r) { r.xAxis = {1.0}; }},
       {"smoothParams", [](auto& r) { r.smoothParams.Passes = 2; }},
       {"yAxis", [](auto& r) { r.yAxis = {1.0}; }},
@@ -97,10 +99,9 @@ TEST(AllRecords, SpectrumFieldsOfACurve) {
       {"largestCentroidIdx", [](auto& r) { r.largestCentroidIdx = 1; }},
       {"evals", [](auto& r) { r.evals.resize(1); }},
       {"annotations", [](auto& r) { r.annotations.resize(1); }},
-  });
-}
-TEST(AllRecords, Spectrum) {
-  CheckRecord<Spectrum>({
+      {"annotations.x", [](auto& r) { r.annotations[0].x = 1.5; }},
+      {"annotations.y", [](auto& r) { r.annotations[0].y = 1.5; }},
+      {"annotations.text", [](auto& r) { r.annotations[0].text = L"t"; }},
       {"tuneId", [](auto& r) { r.tuneId = 1; }},
       {"tuneMZCalPts", [](auto& r) { r.tuneMZCalPts.resize(1); }},
       {"appliedMZCalPts", [](auto& r) { r.appliedMZCalPts.resize(1); }},

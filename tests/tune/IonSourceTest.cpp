@@ -10,6 +10,9 @@ using namespace tests;
 TEST(AllRecords, IonSource) {
   CheckRecord<IonSource>({
       {"Type", [](auto& r) { r.Type = Probes::APCI; }},
+      {"Type.Cylinder", [](auto& r) { r.Cylinder = -1; }},
+      {"Type.Neb1GasPres", [](auto& r) { r.Neb1GasPres = 4; }},
+      {"Type.CalValveOn", [](auto& r) { r.CalValveOn = true; }},
       {"Cylinder", [](auto& r) { r.Cylinder = -1; }},
       {"EndPlate", [](auto& r) { r.EndPlate = -2; }},
       {"CapEnter", [](auto& r) { r.CapEnter = -3; }},

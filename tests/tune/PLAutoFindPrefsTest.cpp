@@ -57,27 +57,11 @@ const std::vector<Answers> kEach = {
     kSample,
 };
 
-std::string Written(const PLAutoFindPrefs& prefs) {
-  std::ostringstream out(std::ios::binary);
-  TslCommon::BinaryWriter writer(out);
-  EXPECT_EQ(&(writer << prefs), &writer);
-  return out.str();
-}
-
-PLAutoFindPrefs ReadBack(const std::string& bytes, PLAutoFindPrefs prefs = PLAutoFindPrefs()) {
-  std::istringstream in(bytes, std::ios::binary);
-  TslCommon::BinaryReader reader(in);
-  EXPECT_EQ(&(reader >> prefs), &reader);
-  return prefs;
-}
-
 // The reason for which bytes are refused; the preferences stay as they were.
 std::string Refusal(const std::string& bytes) {
   PLAutoFindPrefs prefs = Made(kSample);
-  std::istringstream in(bytes, std::ios::binary);
-  TslCommon::BinaryReader reader(in);
   try {
-    reader >> prefs;
+    TslBL::ReadBytes(bytes, prefs);
   } catch (const std::runtime_error& e) {
     EXPECT_EQ(Ask(prefs), kSample) << "a failed reading changed the preferences";
     return e.what();
@@ -121,13 +105,25 @@ TEST(PLAutoFindPrefs, AveragesEndEverySpectrum) {
 
 // ---- Binary --------------------------------------------------------------------------------
 
+TEST(AllRecords, PLAutoFindPrefs) {
+  const std::vector<FieldChange<PLAutoFindPrefs>> rows = {
+      {"EverySpectrum", [](auto& p) { p.WEverySpectrumSelection(); }},
+      {"AvgSpectrum", [](auto& p) { p.WPeakTableSelection(5, false); }},
+      {"SaveSpectrum", [](auto& p) { p.WPeakTableSelection(0, true); }},
+      {"DisplayPList", [](auto& p) { p.WDisplayPList(false); }},
+      {"SmoothSpectrum", [](auto& p) { p.WSmoothSpectrum(true); }},
+      {"CSDecon", [](auto& p) { p.WCSDecon(true); }},
+      {"SavePeakList", [](auto& p) { p.WSavePeakList(true); }},
+  };
+  EXPECT_EQ(FieldFaults(rows), std::vector<std::string>());
+}
 TEST(Golden, PLAutoFindPrefs) {
   const char* write = std::getenv("TSLBL_WRITE_GOLDEN");
   if (write != nullptr && std::string(write) == "1")
-    WriteGolden("PLAutoFindPrefs.v1", Written(Made(kSample)));
+    WriteGolden("PLAutoFindPrefs.v1", ToBytes(Made(kSample)));
   const std::string golden = GoldenBytes("PLAutoFindPrefs.v1");
-  EXPECT_EQ(golden, Written(Made(kSample)));
-  EXPECT_EQ(Ask(ReadBack(golden)), kSample);
+  EXPECT_EQ(golden, ToBytes(Made(kSample)));
+  EXPECT_EQ(Ask(FromBytes<PLAutoFindPrefs>(golden)), kSample);
 }
 
 TEST(PLAutoFindPrefsBinary, IsTheVersionAndTheFieldsInOrder) {
@@ -135,21 +131,33 @@ TEST(PLAutoFindPrefsBinary, IsTheVersionAndTheFieldsInOrder) {
     const std::string bytes =
         Bytes(1u, a.every, a.average, a.save, a.display, a.smooth, a.decon, a.savePeaks);
     EXPECT_EQ(bytes.size(), 14u) << "a switch is one byte";
-    EXPECT_EQ(Written(Made(a)), bytes);
-    EXPECT_EQ(Ask(ReadBack(bytes, Made(kSample))), a);
+    EXPECT_EQ(ToBytes(Made(a)), bytes);
+    EXPECT_EQ(Ask(FromBytes<PLAutoFindPrefs>(bytes, Made(kSample))), a);
   }
+}
+
+TEST(PLAutoFindPrefsBinary, StandInARow) {
+  std::stringstream stream(std::ios::in | std::ios::out | std::ios::binary);
+  TslCommon::BinaryWriter writer(stream);
+  writer << Made(kSample) << Made({});
+  TslCommon::BinaryReader reader(stream);
+  PLAutoFindPrefs first;
+  PLAutoFindPrefs second;
+  reader >> first >> second;
+  EXPECT_EQ(Ask(first), kSample);
+  EXPECT_EQ(Ask(second), Answers());
 }
 
 TEST(PLAutoFindPrefsBinary, OfAnUnknownVersionIsRefused) {
   for (const std::uint32_t version : {0u, 2u, 4294967295u}) {
-    std::string bytes = Written(Made({}));
+    std::string bytes = ToBytes(Made({}));
     bytes.replace(0, 4, Bytes(version));
     EXPECT_EQ(Refusal(bytes), "Unknown PLAutoFindPrefs version.");
   }
 }
 
 TEST(PLAutoFindPrefsBinary, CutShortIsRefused) {
-  const std::string whole = Written(Made({}));
+  const std::string whole = ToBytes(Made({}));
   for (std::size_t length = 0; length < whole.size(); ++length)
     EXPECT_NE(Refusal(whole.substr(0, length)), "") << length;
   EXPECT_EQ(Refusal(whole), "");
@@ -158,11 +166,7 @@ TEST(PLAutoFindPrefsBinary, CutShortIsRefused) {
 // ---- Documents -----------------------------------------------------------------------------
 
 Answers FromDocument(const std::wstring& xml, const Answers& before) {
-  PLAutoFindPrefs prefs = Made(before);
-  TslCommon::XMLParser parser;
-  EXPECT_TRUE(parser.LoadText(xml));
-  EXPECT_EQ(&(parser >> prefs), &parser);
-  return Ask(prefs);
+  return Ask(FromXml(xml, Made(before)));
 }
 
 struct Child {

@@ -20,6 +20,11 @@ TEST(AllRecords, Q1CalPt) {
       {"Name", [](auto& r) { r.Name = L"name"; }},
       {"MZ", [](auto& r) { r.MZ = 1; }},
       {"Fields", [](auto& r) { r.Fields[TuneField::Q1CoarseResolution] = 2; }},
+      {"Fields.value", [](auto& r) { r.Fields[TuneField::Q1CoarseResolution] = 3; }},
+      {"Fields.field",
+       [](auto& r) {
+         r.Fields = {{TuneField::CapExit, 2}};
+       }},
   });
 }
 

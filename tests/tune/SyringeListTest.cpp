@@ -18,6 +18,10 @@ TEST(AllRecords, SyringeManufacturer) {
   });
 }
 
+TEST(AllRecords, SyringeList) {
+  CheckRecord<SyringeList>({{"Manufacturers", [](auto& r) { r.Manufacturers.resize(2); }}});
+}
+
 TEST(SyringeManufacturer, IsAnElementWithAListOfModels) {
   SyringeManufacturer maker;
   maker.Name = L"Hamilton";
