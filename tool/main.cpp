@@ -1,4 +1,4 @@
-// tslbl: the command-line tool. Its commands stand in tool/commands, one file each.
+// tslbl: the command-line tool. tool/commands/Program.cpp lists its commands.
 
 #include <tool/commands/Commands.h>
 #include <tool/frame/CommandLine.h>
@@ -9,5 +9,5 @@ int main(int argc, char** argv) {
   using namespace TslTool;
   CatchInterrupts();
   LogWarningsToStandardError();
-  return RunCommandLine(argc, argv, {PeaksCommand(), SimulateCommand(), InfoCommand(), TuneCommand()});
+  return RunCommandLine(argc, argv, Program());
 }

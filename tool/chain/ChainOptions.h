@@ -2,8 +2,8 @@
 // The switches of the usual evaluation chain: filter, smooth, baseline, noise, threshold,
 // peak detection.
 
-#include <tool/frame/CommandLine.h>
 #include <tool/frame/Numbers.h>
+#include <tool/frame/Options.h>
 #include <tslbl/curve/CurveEval.h>
 #include <tslbl/curve/PeakDetectParams.h>
 #include <cstdint>

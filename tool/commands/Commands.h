@@ -5,10 +5,14 @@
 
 namespace TslTool {
 
+// The program, with all of them.
+Command Program();
+
 Command PeaksCommand();
 Command SimulateCommand();
 Command InfoCommand();
 Command TuneCommand();
+Command ManualCommand();
 // A member of its family.
 Command TuneSetCommand();
 

@@ -5,75 +5,15 @@
 #include <CLI/CLI.hpp>
 
 #include <tool/frame/Interrupt.h>
-#include <tool/frame/Numbers.h>
 #include <tool/frame/Output.h>
 #include <tslbl/Version.h>
 #include <tslbl/closed/common/ComponentRegistry.h>
 #include <algorithm>
 #include <iostream>
-#include <utility>
+#include <new>
 
 namespace TslTool {
 namespace {
-
-class CliOptions final : public Options {
- public:
-  explicit CliOptions(CLI::App& app) : app_(app) {}
-
-  void Flag(const std::string& names, bool& value, const std::string& help) override {
-    app_.add_flag(names, value, help);
-  }
-  void Value(const std::string& names, std::string& value, const std::string& help) override {
-    Add(names, value, help, [](const std::string&, const std::string& text) { return text; });
-  }
-  void Values(const std::string& names, std::vector<std::string>& values, const std::string& help) override {
-    const std::size_t blank = names.find(' ');
-    const std::string typed = names.substr(0, blank);
-    const auto take = [&values, typed](const std::vector<std::string>& texts) {
-      if (std::ranges::find(texts, "") != texts.end()) throw UsageError(typed + ": the value is empty");
-      values = texts;
-    };
-    const std::string shown = blank == std::string::npos ? "" : names.substr(blank + 1);
-    app_.add_option_function<std::vector<std::string>>(typed, take, help)->type_name(shown);
-  }
-  void Value(const std::string& names, std::optional<double>& value, const std::string& help) override {
-    Add(names, value, help, ParseReal);
-  }
-  void Value(const std::string& names, std::optional<std::uint32_t>& value,
-             const std::string& help) override {
-    Add(names, value, help, ParseCount);
-  }
-  void Value(const std::string& names, std::optional<std::uint64_t>& value,
-             const std::string& help) override {
-    Add(names, value, help, ParseLongCount);
-  }
-  void Choice(const std::string& names, std::string& value, const std::vector<std::string>& choices,
-              const std::string& help) override {
-    const std::string all = fmt::format("{}", fmt::join(choices, ", "));
-    const auto parse = [choices, all](const std::string& option, const std::string& text) {
-      if (std::ranges::find(choices, text) != choices.end()) return text;
-      throw UsageError(option + ": \"" + text + "\" is not one of " + all);
-    };
-    Add(names, value, help + ": " + all + " [" + value + "]", parse);
-  }
-  bool Given(const std::string& name) const override { return app_.count(name) > 0; }
-
- private:
-  template <class T, class Parse>
-  void Add(const std::string& names, T& value, const std::string& help, Parse parse) {
-    const std::size_t blank = names.find(' ');
-    const std::string typed = names.substr(0, blank);
-    const std::string option = typed.substr(typed.rfind(',') + 1);
-    const auto take = [&value, option, parse](const std::string& text) {
-      if (text.empty()) throw UsageError(option + ": the value is empty");
-      value = parse(option, text);
-    };
-    const std::string shown = blank == std::string::npos ? "" : names.substr(blank + 1);
-    app_.add_option_function<std::string>(typed, take, help)->type_name(shown);
-  }
-
-  CLI::App& app_;
-};
 
 int Fail(const std::string& message, int status) {
   std::cerr << "tslbl: " << message << '\n';
@@ -87,7 +27,7 @@ int Guarded(const std::function<int()>& run) {
   } catch (const UsageError& e) {
     return Fail(e.what(), kWrongUsage);
   } catch (const ReaderGone&) {
-    return kFailed;  // whoever closed the pipe has seen enough
+    return kFailed;  // nobody reads standard output any more, as behind `| head`: no error to report
   } catch (const std::bad_alloc&) {
     return Fail("out of memory", kFailed);
   } catch (const std::exception& e) {
@@ -109,68 +49,102 @@ int WrongUsage(const std::string& message, const CLI::App& app) {
 }
 
 // The help or the version, which are results: a write that fails is a failure.
-int Tell(const CLI::App& app, const CLI::Success& success) {
+int Print(const CLI::App& app, const CLI::Success& success) {
   app.exit(success);
   return std::cout.flush() ? kDone : Fail("standard output cannot be written", kFailed);
 }
 
-// Commands beside what the parser knows of them.
+std::string Joined(const std::vector<std::string>& names) { return fmt::format("{}", fmt::join(names, ",")); }
+
+// `option` must outlive the parsing.
+void AddTo(CLI::App& app, Option& option) {
+  const auto take = [&option](const std::vector<std::string>& texts) {
+    option.given = true;
+    option.take(texts);
+  };
+  const std::string names = Joined(option.names);
+  if (option.takes == Option::Takes::Nothing) {
+    app.add_flag_callback(
+        names, [take] { take({}); }, option.help);
+  } else if (option.takes == Option::Takes::OneValue) {
+    app.add_option_function<std::string>(
+           names, [take](const std::string& text) { take({text}); }, option.help)
+        ->type_name(option.valueName);
+  } else {
+    app.add_option_function<std::vector<std::string>>(names, take, option.help)->type_name(option.valueName);
+  }
+}
+
+// A command beside what the parser knows of it.
 struct Declared {
   CLI::App* app;
   const Command* command;
-  std::unique_ptr<CliOptions> options;
+  std::unique_ptr<Options> options;
   std::vector<Declared> family;
 };
 
-std::vector<Declared> Declare(CLI::App& app, const std::vector<Command>& commands) {
-  std::vector<Declared> all;
-  for (const Command& command : commands) {
-    CLI::App* sub = app.add_subcommand(command.name, command.summary);
-    sub->footer(command.examples);
-    Declared& declared = all.emplace_back(Declared{sub, &command, std::make_unique<CliOptions>(*sub), {}});
-    if (command.family.empty()) {
-      command.declare(*declared.options);
-    } else {
-      sub->require_subcommand(0, 1);
-      declared.family = Declare(*sub, command.family);
-    }
-  }
-  return all;
+Declared Declare(CLI::App& app, const Command& command) {
+  Declared declared{&app, &command, std::make_unique<Options>(), {}};
+  const Option help = HelpOption();
+  app.set_help_flag(Joined(help.names), help.help);
+  app.footer(command.examples);
+  if (command.declare) command.declare(*declared.options);
+  for (Option& option : declared.options->List()) AddTo(app, option);
+  if (!command.family.empty()) app.require_subcommand(0, 1);
+  for (const Command& member : command.family)
+    declared.family.push_back(Declare(*app.add_subcommand(member.name, member.summary), member));
+  return declared;
 }
 
 // The command that was named, or null.
-const Declared* NamedOf(const std::vector<Declared>& all) {
-  for (const Declared& declared : all) {
-    if (!declared.app->parsed()) continue;
-    return declared.family.empty() ? &declared : NamedOf(declared.family);
-  }
+const Declared* NamedOf(const Declared& declared) {
+  if (declared.family.empty()) return &declared;
+  for (const Declared& member : declared.family)
+    if (member.app->parsed()) return NamedOf(member);
   return nullptr;
 }
 
-int ParseAndRun(int argc, char** argv, const std::vector<Command>& commands) {
-  CLI::App app("Evaluates spectra of a single-quadrupole mass spectrometer.", "tslbl");
-  app.set_version_flag("--version", "tslbl " TSLBL_VERSION);
-  app.require_subcommand(0, 1);
-  app.footer("'tslbl COMMAND --help' tells all about a command.");
-  const std::vector<Declared> all = Declare(app, commands);
+int ParseAndRun(int argc, char** argv, const Command& program) {
+  CLI::App app(program.summary, program.name);
+  const Declared declared = Declare(app, program);
+  const Option version = VersionOption();
+  app.set_version_flag(Joined(version.names), program.name + " " TSLBL_VERSION, version.help);
   try {
     app.parse(argc, argv);
   } catch (const CLI::Success& e) {
-    return Tell(app, e);
+    return Print(app, e);
   } catch (const CLI::ParseError& e) {
     return WrongUsage(e.what(), app);
   } catch (const UsageError& e) {
     return WrongUsage(e.what(), app);
   }
-  const Declared* named = NamedOf(all);
+  const Declared* named = NamedOf(declared);
   if (named == nullptr) return WrongUsage("a command is required", app);
   return named->command->run(*named->options);
 }
 
 }  // namespace
 
-int RunCommandLine(int argc, char** argv, std::vector<Command> commands) {
-  return Guarded([&] { return ParseAndRun(argc, argv, commands); });
+Option HelpOption() {
+  return {.names = {"-h", "--help"},
+          .valueName = "",
+          .help = "Print this help message and exit",
+          .choices = {},
+          .takes = Option::Takes::Nothing,
+          .take = {}};
+}
+
+Option VersionOption() {
+  return {.names = {"--version"},
+          .valueName = "",
+          .help = "Display program version information and exit",
+          .choices = {},
+          .takes = Option::Takes::Nothing,
+          .take = {}};
+}
+
+int RunCommandLine(int argc, char** argv, const Command& program) {
+  return Guarded([&] { return ParseAndRun(argc, argv, program); });
 }
 
 }  // namespace TslTool

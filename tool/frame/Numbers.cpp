@@ -1,6 +1,6 @@
 #include <tool/frame/Numbers.h>
 
-#include <tool/frame/CommandLine.h>
+#include <tool/frame/UsageError.h>
 #include <charconv>
 #include <cmath>
 #include <limits>

@@ -1,8 +1,8 @@
 #pragma once
 // Which scans of the input a command takes.
 
-#include <tool/frame/CommandLine.h>
 #include <tool/frame/Numbers.h>
+#include <tool/frame/Options.h>
 #include <tool/io/Scan.h>
 #include <string>
 

@@ -8,6 +8,7 @@
 #include <tool/TempFile.h>
 #include <tool/chain/ChainFile.h>
 #include <tool/chain/ChainOptions.h>
+#include <tool/frame/CommandLine.h>
 #include <tslbl/curve/BaselineParams.h>
 #include <tslbl/curve/NoiseParams.h>
 #include <tslbl/curve/PeakDetectParams.h>
@@ -48,10 +49,10 @@ Parsed Parse(std::vector<std::string> words, std::optional<double> mzStep = 0.05
                                  }
                                  return 0;
                                }};
-  words.insert(words.begin(), {"tslbl", "try"});
+  words.insert(words.begin(), "try");
   std::vector<char*> argv;
   for (std::string& word : words) argv.push_back(word.data());
-  EXPECT_EQ(TslTool::RunCommandLine(static_cast<int>(argv.size()), argv.data(), {command}), 0);
+  EXPECT_EQ(TslTool::RunCommandLine(static_cast<int>(argv.size()), argv.data(), command), 0);
   return parsed;
 }
 

@@ -60,7 +60,13 @@ Session Start(
   for (std::string& word : words) argv.push_back(word.data());
   testing::internal::CaptureStdout();
   testing::internal::CaptureStderr();
-  session.status = TslTool::RunCommandLine(static_cast<int>(argv.size()), argv.data(), {command});
+  session.status = TslTool::RunCommandLine(static_cast<int>(argv.size()), argv.data(),
+                                           {.name = "tslbl",
+                                            .summary = "A program",
+                                            .examples = "",
+                                            .declare = {},
+                                            .run = {},
+                                            .family = {command}});
   session.out = testing::internal::GetCapturedStdout();
   session.err = testing::internal::GetCapturedStderr();
   return session;

@@ -1,0 +1,16 @@
+// The program and the list of its commands.
+
+#include <tool/commands/Commands.h>
+
+namespace TslTool {
+
+Command Program() {
+  return {.name = "tslbl",
+          .summary = "Evaluates spectra of a single-quadrupole mass spectrometer.",
+          .examples = "'tslbl COMMAND --help' shows all about a command.",
+          .declare = {},
+          .run = {},
+          .family = {PeaksCommand(), SimulateCommand(), InfoCommand(), TuneCommand(), ManualCommand()}};
+}
+
+}  // namespace TslTool
