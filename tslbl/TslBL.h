@@ -60,6 +60,8 @@
 #include <tslbl/detect/ThreadingParams.h>
 
 #include <tslbl/tune/FieldLimits.h>
+#include <tslbl/tune/FieldTable.h>
+#include <tslbl/tune/LensCurve.h>
 #include <tslbl/tune/MZConvert.h>
 #include <tslbl/tune/MassAxis.h>
 #include <tslbl/tune/MassRange.h>

@@ -1,5 +1,6 @@
 #include <tslbl/tune/LimitOverrides.h>
 
+#include <log4cxx/appenderskeleton.h>
 #include <log4cxx/basicconfigurator.h>
 #include <log4cxx/consoleappender.h>
 #include <log4cxx/logger.h>
@@ -10,6 +11,7 @@
 #include <tslbl/tune/TuneField.h>
 #include <tslbl/tune/rules/DevTuneRules.h>
 #include <sstream>
+#include <stdexcept>
 #include <utility>
 
 #include "tune/BesideLibrary.h"
@@ -177,6 +179,32 @@ TEST(LimitOverridesFile, ThatIsAPipeIsNone) {
     ASSERT_EQ(mkfifo((site.Folder() / "overrides.txt").c_str(), 0600), 0);
   }
   EXPECT_BESIDE_LIBRARY(site, Common(22).Max == 400, Not(HasSubstr("Override")));
+}
+
+// A log that cannot be written.
+class FullDisk final : public log4cxx::AppenderSkeleton {
+ public:
+  void append(const log4cxx::spi::LoggingEventPtr&, log4cxx::helpers::Pool&) override {
+    throw std::runtime_error("the disk is full");
+  }
+  void close() override {}
+  bool requiresLayout() const override { return false; }
+};
+
+TEST(LimitOverridesFile, CountsThoughItsLineCannotBeLogged) {
+  const BesideLibrary site("overrides.txt", "22 -300 300 1");
+  const auto counts = [&] {
+    log4cxx::Logger::getLogger("tslbl")->addAppender(std::make_shared<FullDisk>());
+    bool thrown = false;
+    try {
+      FieldLimits().QLimits(22);
+    } catch (const std::runtime_error&) {
+      thrown = true;
+    }
+    std::ofstream(site.Folder() / "overrides.txt") << "22 -200 200 1";
+    return thrown && FieldLimits().QLimits(22).Max == 300 && FieldLimits().QMinMaxStep(22).Max == 300;
+  };
+  EXPECT_BESIDE_LIBRARY(site, counts(), "");
 }
 
 TEST(LimitOverridesFile, IsReadOnceForTheLifeOfTheProcess) {

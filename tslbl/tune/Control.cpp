@@ -61,7 +61,7 @@ void DescribeOptics(Archive& ar, Control& control) {
   Lens(ar, L"Q1Resolution", control.Q1Resolution);
   Lens(ar, L"Q1CoarseResolution", control.Q1CoarseResolution);
   Lens(ar, L"Q1Offset", control.Q1Offset);
-  // The entrance lens is the instrument's affair: a document does not carry it.
+  // No user sets the entrance lens: a document does not carry it.
   if (!ar.Xml()) Lens(ar, L"Q1Enter", control.Q1Enter);
   Lens(ar, L"Q1IonGuide", control.Q1IonGuide);
   ar(L"Q1PolePolarity", control.Q1PolePolarity);

@@ -16,15 +16,6 @@ namespace {
 
 bool IsSound(const Limits& row) { return !(row.Min > row.Max) && !(row.Step > std::abs(row.Max - row.Min)); }
 
-// Limits that a site has moved are the first thing to know when an instrument misbehaves.
-void LogFound(const std::wstring& path) {
-  const log4cxx::LoggerPtr logger = log4cxx::Logger::getLogger("tslbl");
-  if (!TslCommon::IsHeard(logger, log4cxx::Level::getWarn())) return;
-  log4cxx::helpers::WideMessageBuffer message;
-  message << L"Tune Field Limits Override Successful: " << path;
-  logger->forcedLog(log4cxx::Level::getWarn(), message.str(message), LOG4CXX_LOCATION);
-}
-
 }  // namespace
 
 LimitRows ReadLimitRows(std::istream& in) {
@@ -36,17 +27,23 @@ LimitRows ReadLimitRows(std::istream& in) {
   return rows;
 }
 
-LimitRows LoadLimitOverrides(const std::wstring& path) {
+std::optional<LimitRows> LoadLimitOverrides(const std::wstring& path) {
   // Anything but a plain file of that name could keep the reader waiting for ever.
   const std::filesystem::path file(ToUtf8(path));
   std::error_code ignored;
-  if (!std::filesystem::is_regular_file(file, ignored)) return {};
+  if (!std::filesystem::is_regular_file(file, ignored)) return std::nullopt;
   std::ifstream in(file);
-  if (!in) return {};
-  LimitRows rows = ReadLimitRows(in);
-  in.close();
-  LogFound(path);
-  return rows;
+  if (!in) return std::nullopt;
+  return ReadLimitRows(in);
+}
+
+// Limits that a site has moved are the first thing to know when an instrument misbehaves.
+void LogOverrides(const std::wstring& path) {
+  const log4cxx::LoggerPtr logger = log4cxx::Logger::getLogger("tslbl");
+  if (!TslCommon::IsHeard(logger, log4cxx::Level::getWarn())) return;
+  log4cxx::helpers::WideMessageBuffer message;
+  message << L"Tune Field Limits Override Successful: " << path;
+  logger->forcedLog(log4cxx::Level::getWarn(), message.str(message), LOG4CXX_LOCATION);
 }
 
 }  // namespace TslBL

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <iosfwd>
 #include <map>
+#include <optional>
 #include <string>
 
 namespace TslBL {
@@ -15,8 +16,10 @@ using LimitRows = std::map<std::uint32_t, Limits>;  // by field number
 // All rows up to the first bad one. Of several rows of a field the last counts.
 LimitRows ReadLimitRows(std::istream& in);
 
-// Those of a file, and a line in the log that it was found. No rows, and no line, if there
-// is no such file.
-LimitRows LoadLimitOverrides(const std::wstring& path);
+// Those of a file; nothing if there is no such file.
+std::optional<LimitRows> LoadLimitOverrides(const std::wstring& path);
+
+// A line in the log that the file was found.
+void LogOverrides(const std::wstring& path);
 
 }  // namespace TslBL

@@ -4,23 +4,20 @@
 #include <tslbl/closed/common/StringTable.h>
 #include <tslbl/records/VexException.h>
 #include <tslbl/tune/FieldLimits.h>
+#include <tslbl/tune/FieldTable.h>
 #include <tslbl/tune/PointTable.h>
+#include <algorithm>
 
 namespace TslBL {
 namespace {
-
-// A line drawn on would soon leave what these may safely be set to.
-bool IsLevelBeyondEnds(TuneField::Id field) {
-  return field == TuneField::CapExit || field == TuneField::Q0RFAmpl || field == TuneField::Q0Offset ||
-         field == TuneField::Q1Offset;
-}
 
 double Cut(double value, double min, double max) { return value < min ? min : value > max ? max : value; }
 
 }  // namespace
 
 void Q1FieldConvert::WCalPts(const std::vector<Q1CalPt>& points, TuneField::Id field) {
-  if (!TuneField::IsFieldSteppable(field))
+  const FieldRow* row = FindField(field);
+  if (row == nullptr || !row->IsSteppable())
     throw VexException(L"The field " + TuneField::FieldToString(field) + L" is not steppable.");
   PointTable table;
   for (const Q1CalPt& point : points) {
@@ -29,7 +26,7 @@ void Q1FieldConvert::WCalPts(const std::vector<Q1CalPt>& points, TuneField::Id f
   }
   SortByAbscissa(table);
   points_ = std::move(table);
-  level_ = IsLevelBeyondEnds(field);
+  level_ = row->traits.beyondEnds == BeyondEnds::Level;
   const Limits limits = FieldLimits().QLimits(Probes::ESI, static_cast<int>(field));
   min_ = limits.Min;
   max_ = limits.Max;
@@ -42,6 +39,11 @@ bool Q1FieldConvert::MZToFieldVal(double mz, double& value, std::wstring& error)
   }
   value = MZToFieldVal(mz);
   return true;
+}
+
+std::optional<double> Q1FieldConvert::QOpenMZ() const {
+  const auto twin = std::ranges::adjacent_find(points_, {}, &TablePoint::first);
+  return twin != points_.end() ? std::optional(twin->first) : std::nullopt;
 }
 
 double Q1FieldConvert::MZToFieldVal(double mz) const { return Cut(Interpolate(mz), min_, max_); }

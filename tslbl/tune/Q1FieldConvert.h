@@ -4,12 +4,13 @@
 //
 // Between points the curve is straight. Beyond its ends it is level for the capillary
 // exit, the Q0 RF amplitude and the Q0 and Q1 offsets, and goes on along the end segment
-// for the others. Values are cut to the limits of the field.
+// for the others (BeyondEnds in FieldTable.h). Values are cut to the limits of the field.
 //
 // A value; evaluations may run on many threads at once.
 
 #include <tslbl/Export.h>
 #include <tslbl/tune/Q1CalPt.h>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -25,6 +26,10 @@ class TSLBL_API Q1FieldConvert {
 
   // Whether no point carries the field.
   bool Empty() const { return points_.empty(); }
+  // m/z and value, ascending in m/z.
+  const std::vector<std::pair<double, double>>& QPoints() const { return points_; }
+  // The lowest m/z that two points share: between them the curve is open.
+  std::optional<double> QOpenMZ() const;
 
   // False with a text for the user, and `value` left alone, if no point carries the field.
   // Throws std::runtime_error "Divide by zero error" on a segment between two points of
@@ -36,8 +41,8 @@ class TSLBL_API Q1FieldConvert {
  private:
   double Interpolate(double mz) const;
 
-  std::vector<std::pair<double, double>> points_;  // m/z, value; ascending in m/z
-  bool level_ = false;                             // beyond the ends
+  std::vector<std::pair<double, double>> points_;
+  bool level_ = false;  // beyond the ends
   double min_ = 0.0;
   double max_ = 0.0;
 };

@@ -12,9 +12,12 @@ namespace TslBL {
 // mass axis and what the lens takes.
 TSLBL_API std::uint32_t SettlingDelay(double high, double low, double capExitChange);
 
-// The capillary exit of a tune at an m/z, in volts: its single value, or that of its curve
-// within the limits of the field. Throws std::runtime_error "Divide by zero error" if two
-// points of one m/z leave the curve undefined there.
+// The same for a tune's own scan, which goes back from the high end of its range to the low
+// one. Throws std::runtime_error "Divide by zero error" if two points of one m/z leave the
+// curve of the capillary exit open at an end.
+TSLBL_API std::uint32_t SettlingDelay(const Tune& tune);
+
+// The capillary exit of a tune at an m/z, in volts; see LensCurve. Throws likewise.
 TSLBL_API double CapExitAt(const Tune& tune, double mz);
 
 }  // namespace TslBL

@@ -1,6 +1,6 @@
 #pragma once
 // The fields of a tune, by number. The numbers stand in stored calibration points and in
-// the limit overrides of a site: they never change.
+// the limit overrides of a site: they never change. FieldTable.h tells more of each field.
 //
 // Numbers 18 and 19 are one field, the dwell, with limits of its own for a scan and for a
 // SIM. Of the source fields, 52 to 56 are those of an APCI probe, some of which share a
@@ -72,6 +72,7 @@ struct TSLBL_API TuneField {
     CoronaVoltage = 54,
     ApciAuxGas = 55,
     ApciNebGas = 56,
+    kFieldCount,  // no field; a new one stands before it, with the next number
   };
 
   // Whether a number names a field.

@@ -184,4 +184,52 @@ TEST(QSamplesPerMass, AreThoseThatWereWritten) {
   }
 }
 
+TEST(LimitsNow, AreThoseOfTheProbe) {
+  EXPECT_EQ(Unmarked(Probes::ESI).QLimitsNow(TuneField::Cylinder), (Limits{-6000, 6000, 1}));
+  EXPECT_EQ(Unmarked(Probes::ESI).QLimitsNow(TuneField::EndPlate), (Limits{-6000, 6000, 1}));
+  EXPECT_EQ(Unmarked(Probes::APCI).QLimitsNow(TuneField::Cylinder), Limits());
+  EXPECT_EQ(Unmarked(Probes::APCI).QLimitsNow(TuneField::CapExit), (Limits{-400, 400, 1}));
+  EXPECT_EQ(Unmarked().QLimitsNow(TuneField::kFieldCount), Limits());
+}
+
+TEST(LimitsNow, OfApciVoltagesAreTheSideThatTheIonsLeave) {
+  DevTuneRules rules = Unmarked(Probes::APCI);
+  EXPECT_EQ(rules.QLimitsNow(TuneField::EndPlate), (Limits{-5000, 0, 1}));
+  EXPECT_EQ(rules.QLimitsNow(TuneField::CapEnter), (Limits{-5000, 0, 1}));
+  EXPECT_EQ(rules.QLimitsNow(TuneField::CoronaVoltage), (Limits{0, 6000, 1}));
+  rules.WPolarityType(PolarityNegative);
+  EXPECT_EQ(rules.QLimitsNow(TuneField::EndPlate), (Limits{0, 5000, 1}));
+  EXPECT_EQ(rules.QLimitsNow(TuneField::CapEnter), (Limits{0, 5000, 1}));
+  EXPECT_EQ(rules.QLimitsNow(TuneField::CoronaVoltage), (Limits{-6000, 0, 1}));
+}
+
+TEST(LimitsNow, OfASyringeHaveNoStep) {
+  EXPECT_EQ(Unmarked().QLimitsNow(TuneField::Diameter), (Limits{0.46, 10.3, 0}));
+  EXPECT_EQ(Unmarked().QLimitsNow(TuneField::FlowRate), (Limits{0, 999, 0}));
+}
+
+TEST(Samplings, AreTakenAsTheyAre) {
+  const auto samplings = DevTuneRules::QSamplings();
+  EXPECT_EQ(std::vector<std::int32_t>(samplings.begin(), samplings.end()),
+            (std::vector<std::int32_t>{20, 10, 6, 5, 4}));
+  const double steps[] = {0.05, 0.1, 0.15, 0.2, 0.25};
+  for (std::size_t i = 0; i < samplings.size(); ++i) {
+    DevTuneRules rules = Unmarked();
+    EXPECT_EQ(rules.WSamplesPerMass(samplings[i]), kNoError);
+    EXPECT_DOUBLE_EQ(rules.QMZStepSize(), steps[i]);
+  }
+}
+
+TEST(SimSpans, StandAtTheirCodes) {
+  const auto spans = DevTuneRules::QSimSpans();
+  ASSERT_EQ(spans.size(), Control::Span2_0 + 1u);
+  EXPECT_EQ(spans[Control::NoSpan], 0.0);
+  for (std::uint32_t code = Control::Span0_2; code <= Control::Span2_0; ++code) {
+    Tune tune;
+    tune.ControlData.MZHi = spans[code];
+    EXPECT_EQ(DevTuneRules(tune).QSimWithSpan(), code);
+    EXPECT_DOUBLE_EQ(spans[code], code * 0.2);
+  }
+}
+
 }  // namespace

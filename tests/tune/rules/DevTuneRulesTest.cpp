@@ -110,10 +110,24 @@ TEST(NumPulses, OfAStepFarBelowThatOfTheFieldThrow) {
   EXPECT_BESIDE_LIBRARY(site, PulsesOrMessage(Scan(100, 200, 0.1)) == "2001", "");
 }
 
+// A site may say that the steps are of no size, which divides no range.
+TEST(NumPulses, OfAFieldWithoutAStepThrow) {
+  const tests::BesideLibrary site("overrides.txt", "13 0.05 2995 0");
+  EXPECT_BESIDE_LIBRARY(site, PulsesOrMessage(Scan(100, 200, 0.1)) == kInvalidStep, "");
+  EXPECT_BESIDE_LIBRARY(site, PulsesOrMessage(Scan(100, 100, 0.1)) == "1", "");
+}
+
 TEST(NumPulses, OfNumbersOutOfRangeDoNoHarm) {
   constexpr double kMax = std::numeric_limits<double>::max();
-  EXPECT_EQ(DevTuneRules::QNumPulses(Scan(-kMax, kMax, kMax)), 3u);  // ends and step are the nearest integers
+  // Ends and step are the nearest integers.
+  EXPECT_EQ(DevTuneRules::QNumPulses(Scan(-kMax, kMax, kMax / 100)), 3u);
   EXPECT_EQ(DevTuneRules::QNumPulses(Scan(kMax, -kMax, 1)), 1u);
+}
+
+TEST(NumPulses, OfAStepBeyondAllCountsThrow) {
+  constexpr double kMax = std::numeric_limits<double>::max();
+  EXPECT_EQ(PulsesOrMessage(Scan(-kMax, kMax, kMax)), kInvalidStep);
+  EXPECT_EQ(PulsesOrMessage(Scan(-kMax, kMax, std::numeric_limits<double>::infinity())), kInvalidStep);
 }
 
 TEST(NumPulses, AreAtLeastOneForATuneWithinTheLimits) {

@@ -110,6 +110,17 @@ TEST(Duration, OfASpectrumOfALongScanWrapsAround) {
   EXPECT_EQ(DevTuneRules::QDuration(tune), 29954795.0 * 144 - 4294967296.0);
 }
 
+TEST(ExactDuration, DoesNotWrapAround) {
+  Tune tune = Unmarked();
+  EXPECT_EQ(DevTuneRules::QExactDuration(tune), 29954795.0);
+  tune.ControlData.ScansPerSpec = 144;
+  EXPECT_EQ(DevTuneRules::QExactDuration(tune), 29954795.0 * 144);
+  tune.ControlData.PulseCountDelay = 4000000000u;
+  tune.ControlData.StepSettleDelay = 5;
+  tune.ControlData.ScansPerSpec = 1;
+  EXPECT_EQ(DevTuneRules::QExactDuration(tune), 29951 * 4e9 + 29950 * 5 + 3795);
+}
+
 TEST(Duration, IsOfTheStepsBetweenThePulses) {
   Tune tune = Unmarked();
   tune.ControlData.MZHi = 5.25;  // three pulses
@@ -149,6 +160,13 @@ TEST(NumPulses, RoundTheStepToCounts) {
 TEST(TranslateField, RoundsJustBelowHalfAUnitDown) {
   EXPECT_EQ(DevTuneRules::TranslateField(TuneField::CapExit, 160.495), 160);
   EXPECT_EQ(DevTuneRules::TranslateField(TuneField::CapExit, -160.495), -160);
+}
+
+TEST(SettlingDelay, OfATuneIsThatOfItsWayBack) {
+  EXPECT_EQ(SettlingDelay(Range(100, 200, 7)), 650u);
+  EXPECT_EQ(SettlingDelay(WithCurve(Range(5, 3000, 0), {{5, 100}, {3000, 200}})), 5000u);
+  EXPECT_EQ(SettlingDelay(Range(5, 1e7, 77)), 10000795u) << "beyond what the field may hold";
+  EXPECT_THROW(SettlingDelay(WithCurve(Range(100, 200, 7), {{100, 1}, {100, 2}})), std::runtime_error);
 }
 
 TEST(SettlingDelay, BeginsAndEndsAtItsEdges) {

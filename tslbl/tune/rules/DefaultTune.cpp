@@ -4,56 +4,40 @@
 #include <tslbl/closed/common/StringTable.h>
 #include <tslbl/closed/common/TimeBase.h>
 #include <tslbl/tune/FieldLimits.h>
-#include <array>
-#include <chrono>
+#include <tslbl/tune/FieldPlaces.h>
+#include <tslbl/tune/rules/TurnVoltages.h>
+#include <cstddef>
+#include <iterator>
 
 namespace TslBL {
 namespace {
 
-// Of the fields that can follow m/z, in the order of the calibrants' values.
-constexpr std::array kSteppable = {TuneField::CapExit,      TuneField::Skimmer,  TuneField::Q0RFAmpl,
-                                   TuneField::Q0Offset,     TuneField::Q0Exit1,  TuneField::Q0Exit2,
-                                   TuneField::Q1Resolution, TuneField::Q1Offset, TuneField::Q1IonGuide};
-
 struct Calibrant {
   const wchar_t* name;
   double mz;
-  double values[kSteppable.size()];
 };
-constexpr Calibrant kCalibrants[] = {
-    {L"Fragment 2", 39.0, {100.0, 25.0, 100.0, -15.0, -0.4, -90.0, 98.975, 10.0, -8.0}},
-    {L"Agilent 1", 118.0, {100.0, 25.0, 500.0, -15.0, -0.4, -90.0, 30.615, -0.5, -12.6}},
-    {L"Agilent 2", 322.0, {120.0, 30.0, 800.0, -20.0, -0.4, -90.0, 6.445, -2.5, -13.9}},
-    {L"Agilent 5", 1521.0, {140.0, 35.0, 800.0, -25.0, -0.4, -90.0, -7.226, -9.0, -40.5}},
-    {L"Agilent 7", 2721.0, {170.0, 45.0, 800.0, -30.0, -0.4, -90.0, -7.836, -10.0, -71.7}},
-};
+// The values of each lens there stand in its row of the field table.
+constexpr Calibrant kCalibrants[] = {{L"Fragment 2", 39.0},
+                                     {L"Agilent 1", 118.0},
+                                     {L"Agilent 2", 322.0},
+                                     {L"Agilent 5", 1521.0},
+                                     {L"Agilent 7", 2721.0}};
+static_assert(std::size(kCalibrants) == NewCurve::kPoints, "Each lens has a value at each calibrant.");
 
-IonSource EsiSource() {
-  IonSource source;
-  source.Cylinder = -3500;
-  source.EndPlate = -5000;
-  source.CapEnter = -6000;
-  source.DryGasTemp = 170;
-  source.ApciVapTemp = 0;
-  source.DryGasFlow = 12.0;
-  source.Neb1GasPres = 60;
-  source.CalValveOn = false;
-  source.ControlByCurrent = false;
-  return source;
+void Assign(IOPoint& lens, double value) { lens.Single = value; }
+template <class T>
+void Assign(T& stored, double value) {
+  stored = static_cast<T>(value);
 }
 
-IonSource ApciSource() {
-  IonSource source;
-  source.Cylinder = 0;
-  source.EndPlate = -2000;
-  source.CapEnter = -3000;
-  source.DryGasTemp = 25;
-  source.ApciVapTemp = 25;
-  source.DryGasFlow = 5.0;
-  source.Neb1GasPres = 25;
-  source.CalValveOn = true;
-  source.ControlByCurrent = true;
-  return source;
+// The values that the record's fields have in a new tune.
+template <class Record>
+Record MakeNew(double NewValue::*ofProbe) {
+  Record record;
+  ForEachFieldIn(record, [&](const FieldRow& row, auto& stored) {
+    if (row.traits.newValue) Assign(stored, (*row.traits.newValue).*ofProbe);
+  });
+  return record;
 }
 
 }  // namespace
@@ -65,44 +49,12 @@ TuneInfo DefaultTuneInfo() {
   return info;
 }
 
-Control DefaultControl() {
-  Control control;
-  control.MZLow = 5.0;
-  control.MZHi = 3000.0;
-  control.MZStepSize = 0.1;
-  control.Type = Control::Scan;
-  control.PolarityType = PolarityPositive;
-  control.StepSettleDelay = 0;
-  control.PulseCountDelay = 1000;
-  control.ScansPerSpec = 1;
-  control.CapExit.Single = 160.0;
-  control.Skimmer.Single = 18.0;
-  control.Q0RFAmpl.Single = 600.0;
-  control.Q0Offset.Single = -8.0;
-  control.Q0Exit1.Single = -0.4;
-  control.Q0Exit2.Single = -90.0;
-  control.HEDynode = -7000;
-  control.DetectorGain = -1400;
-  control.SignalThreshold = 0;
-  control.Q1MZType = Control::RF_DC;
-  control.Q1Resolution.Single = 0.0;
-  control.Q1CoarseResolution.Single = 0.0;
-  control.Q1Offset.Single = -1.0;
-  control.Q1Enter.Single = 10.0;
-  control.Q1IonGuide.Single = -12.6;
-  control.Q1PolePolarity = false;
-  return control;
-}
+Control DefaultControl() { return MakeNew<Control>(&NewValue::esi); }
 
 IonSource DefaultIonSource(Probes::ProbeTypes probe, PolarityTypes polarity) {
-  IonSource source = probe == Probes::APCI ? ApciSource() : EsiSource();
+  IonSource source = MakeNew<IonSource>(probe == Probes::APCI ? &NewValue::apci : &NewValue::esi);
   source.Type = probe;
-  source.CoronaCurrent = 0.0;
-  if (polarity == PolarityNegative) {
-    source.Cylinder = -source.Cylinder;
-    source.EndPlate = -source.EndPlate;
-    source.CapEnter = -source.CapEnter;
-  }
+  if (polarity == PolarityNegative) TurnVoltages(source);
   return source;
 }
 
@@ -114,9 +66,10 @@ std::vector<MZCalPt> DefaultMZCalPts() {
 
 std::vector<Q1CalPt> DefaultQ1CalPts() {
   std::vector<Q1CalPt> points;
-  for (const Calibrant& calibrant : kCalibrants) {
-    Q1CalPt& point = points.emplace_back(calibrant.mz, calibrant.name);
-    for (std::size_t i = 0; i < kSteppable.size(); ++i) point.Fields[kSteppable[i]] = calibrant.values[i];
+  for (std::size_t i = 0; i < std::size(kCalibrants); ++i) {
+    Q1CalPt& point = points.emplace_back(kCalibrants[i].mz, kCalibrants[i].name);
+    for (const TuneField::Id field : kSteppableFields)
+      point.Fields[field] = kFieldTable[field].traits.newCurve->values[i];
   }
   return points;
 }

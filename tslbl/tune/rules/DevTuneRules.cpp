@@ -1,10 +1,10 @@
 #include <tslbl/tune/rules/DevTuneRules.h>
 
 #include <tslbl/closed/common/Truncate.h>
+#include <tslbl/tune/FieldTable.h>
 #include <tslbl/tune/SyringeList.h>
 #include <tslbl/tune/rules/DefaultTune.h>
 #include <tslbl/tune/rules/SimSpans.h>
-#include <utility>
 
 namespace TslBL {
 namespace {
@@ -38,13 +38,9 @@ DevTuneRules::DevTuneRules(Probes::ProbeTypes probe) {
 
 DevTuneRules& DevTuneRules::operator=(const Tune& tune) {
   Tune::operator=(tune);
-  Modified = false;
-  LastError.clear();
+  Forget();
   return *this;
 }
-
-void DevTuneRules::QLastError(std::wstring& error) const { error = QLastError(); }
-std::wstring DevTuneRules::QLastError() const { return std::exchange(LastError, {}); }
 
 void DevTuneRules::QLimits(TuneField::Id field, double& min, double& max, double& step,
                            Probes::ProbeTypes probe) {
@@ -65,10 +61,31 @@ void DevTuneRules::QLimitsSimWithSpan(double& min, double& max, double& step) {
 
 double DevTuneRules::QSimWithSpanStepSize() { return 0.1; }
 
+std::span<const double> DevTuneRules::QSimSpans() { return kSimSpans; }
+
+std::span<const std::int32_t> DevTuneRules::QSamplings() {
+  static constexpr std::int32_t kSamplings[] = {20, 10, 6, 5, 4};
+  return kSamplings;
+}
+
 void DevTuneRules::QLimitsSyringe(TuneField::Id field, double& min, double& max) {
   const bool isDiameter = field == TuneField::Diameter;
-  min = isDiameter ? 0.46 : 0.0;
-  max = isDiameter ? 10.3 : 999.0;
+  const auto limits = FindField(isDiameter ? TuneField::Diameter : TuneField::FlowRate)->limits.fixed;
+  min = limits->Min;
+  max = limits->Max;
+}
+
+// The end plate and the capillary entrance of an APCI source draw the ions on: they cannot
+// take their sign. The needle makes the ions: it has their sign.
+Limits DevTuneRules::QLimitsNow(TuneField::Id field) const {
+  const FieldRow* row = FindField(field);
+  if (row != nullptr && row->limits.fixed) return *row->limits.fixed;
+  Limits limits = LimitsOf(field);
+  if (row == nullptr || Source.Type != Probes::APCI || row->traits.apciSign == ApciSign::Any) return limits;
+  const bool ionsArePositive = ControlData.PolarityType == PolarityPositive;
+  const bool isPositive = ionsArePositive == (row->traits.apciSign == ApciSign::OfIons);
+  (isPositive ? limits.Min : limits.Max) = 0.0;
+  return limits;
 }
 
 std::int32_t DevTuneRules::TranslateField(TuneField::Id field, double value) {

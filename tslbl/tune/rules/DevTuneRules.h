@@ -16,6 +16,7 @@
 #include <tslbl/Export.h>
 #include <tslbl/tune/FieldLimits.h>
 #include <tslbl/tune/Tune.h>
+#include <tslbl/tune/rules/Rules.h>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -26,14 +27,8 @@
 
 namespace TslBL {
 
-class TSLBL_API DevTuneRules : public Tune {
+class TSLBL_API DevTuneRules : public Tune, public Rules {
  public:
-  // What a change or a check came to. QLastError tells about the last two.
-  enum ErrTypes : std::uint32_t {
-    NoError = 0,  // accepted
-    Warning = 1,  // accepted and written, with a text to be read
-    Error = 2,    // refused; the tune is unchanged, unless the writer says otherwise
-  };
   using Pairs = std::vector<std::pair<double, double>>;  // m/z, value
 
   // The default tune of a probe. Its settling delay has been worked out for it, so that it
@@ -43,13 +38,6 @@ class TSLBL_API DevTuneRules : public Tune {
   DevTuneRules(const Tune& tune) : Tune(tune) {}
   // Takes another tune, unchecked; nothing of this one stays.
   DevTuneRules& operator=(const Tune& tune);
-
-  bool IsModified() const { return Modified; }
-  void ClearModified() { Modified = false; }
-  // Hands over the text of the last failure or warning and forgets it. A success in
-  // between does not.
-  void QLastError(std::wstring& error) const;
-  std::wstring QLastError() const;
 
   // ---- Limits ------------------------------------------------------------------------
 
@@ -62,8 +50,15 @@ class TSLBL_API DevTuneRules : public Tune {
   // change them.
   static void QLimitsSimWithSpan(double& min, double& max, double& step);
   static double QSimWithSpanStepSize();
+  // The spans that a SIM may have, in m/z, by Control::SimWithSpanTypes.
+  static std::span<const double> QSimSpans();
+  // The samplings that WSamplesPerMass knows.
+  static std::span<const std::int32_t> QSamplings();
   // Of the diameter and the flow rate of a syringe; the site cannot change these either.
   static void QLimitsSyringe(TuneField::Id field, double& min, double& max);
+  // The limits of a field in this tune: those under its probe, and for a voltage of an APCI
+  // source the side of zero that the sign of the ions leaves to it.
+  Limits QLimitsNow(TuneField::Id field) const;
   // A value in units of the instrument: divided by the field's step and rounded, halves
   // away from zero; beyond 32 bits the nearest end. The first form takes the ESI limits.
   static std::int32_t TranslateField(TuneField::Id field, double value);
@@ -187,7 +182,7 @@ class TSLBL_API DevTuneRules : public Tune {
   ErrTypes WMZHi(double mz);
   ErrTypes WSimWithSpan(Control::SimWithSpanTypes code);
   ErrTypes WMZStepSize(double step);
-  // 20, 10, 6, 5 or 4; any other number counts as 10.
+  // One of QSamplings; any other number counts as 10.
   ErrTypes WSamplesPerMass(double samples);
   // Turns every voltage that follows the sign of the ions.
   ErrTypes WPolarityType(PolarityTypes polarity);
@@ -229,7 +224,7 @@ class TSLBL_API DevTuneRules : public Tune {
   ErrTypes WQ1Resolution(const IOPoint& point);
   ErrTypes WQ1CoarseResolution(const IOPoint& point);
   ErrTypes WQ1Offset(const IOPoint& point);
-  // The entrance lens is the instrument's affair: whatever is asked for, it stands at 0.
+  // No user sets the entrance lens: whatever is asked for, it stands at 0.
   ErrTypes WQ1Enter(const IOPoint& point);
   ErrTypes WQ1IonGuide(const IOPoint& point);
   ErrTypes WQ1PolePolarity(bool on);
@@ -282,34 +277,36 @@ class TSLBL_API DevTuneRules : public Tune {
 
   // The number of mass steps of one scan: at least 1 for a tune whose mass DAC values rise
   // with m/z. A step below 0.05 m/z counts as 0.05. Throws std::runtime_error if the step
-  // is less than one unit of the instrument.
+  // is less than one unit of the instrument, or if a site has made that unit 0.
   static std::uint32_t QNumPulses(const Tune& tune);
   // The microseconds that a spectrum takes. Counted in 32 bits: a tune beyond them, which
   // the limits of its fields allow, wraps around. Throws as QNumPulses does.
   static double QDuration(const Tune& tune);
+  // The same counted without end.
+  static double QExactDuration(const Tune& tune);
   // Sets the initial settling delay to what the m/z range and the capillary exit need.
   // Whether another delay is needed than was set; one beyond the limits is not written.
   bool CalculateInitialSettlingDelay();
 
  private:
-  ErrTypes Fail(unsigned text) const;
   Limits LimitsOf(TuneField::Id field) const;
   template <class T>
-  void Store(T& stored, const T& value);
-  template <class T>
   ErrTypes Write(T& stored, const std::type_identity_t<T>& value);
-  template <class T>
-  ErrTypes Write(TuneField::Id field, T& stored, std::type_identity_t<T> value);
-  ErrTypes WriteLens(TuneField::Id field, IOPoint& stored, const IOPoint& point);
-  ErrTypes WriteResolution(TuneField::Id field, IOPoint& stored, const IOPoint& point);
+  template <TuneField::Id field, class T>
+  ErrTypes Write(T value);
+  template <TuneField::Id field>
+  ErrTypes WriteVoltage(std::int32_t volts);
+  template <TuneField::Id field>
+  ErrTypes WriteLens(const IOPoint& point);
+  template <TuneField::Id field>
+  ErrTypes WriteResolution(const IOPoint& point);
   ErrTypes WriteSyringe(const Syringe& syringe);
-  ErrTypes CheckAttracts(TuneField::Id field, std::int32_t volts) const;
-  void SwitchPolarityQ1CalPts();
 
-  // The steps of a pass over the tune, in their order.
+  // A pass over the tune, and its stages in their order.
   class Faults;
-  struct Step;
-  static std::span<const Step> Steps();
+  struct Stage;
+  static std::span<const Stage> Stages();
+  ErrTypes CheckStored(TuneField::Id field) const;
   bool SourceHolds(Faults& faults) const;
   bool AcquisitionHolds(Faults& faults) const;
   bool DurationHolds(Faults& faults) const;
@@ -321,10 +318,6 @@ class TSLBL_API DevTuneRules : public Tune {
 
   bool FindQ1CalPt(double mz, std::size_t& found) const;
   ErrTypes CheckSteppable(TuneField::Id field) const;
-  ErrTypes WriteRamped(TuneField::Id field, double value);
-
-  bool Modified = false;
-  mutable std::wstring LastError;
 };
 
 }  // namespace TslBL

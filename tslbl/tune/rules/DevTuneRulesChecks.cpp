@@ -2,8 +2,8 @@
 
 #include <tslbl/closed/common/Message.h>
 #include <tslbl/closed/common/Truncate.h>
+#include <tslbl/tune/LensCurve.h>
 #include <tslbl/tune/PointTable.h>
-#include <tslbl/tune/Q1FieldConvert.h>
 #include <tslbl/tune/rules/DevTuneRules.h>
 #include <cmath>
 
@@ -18,37 +18,25 @@ std::wstring OutOfRange(const std::wstring& label, double low, double high) {
   return FillMessage(kOutOfRange, label, low, high);
 }
 
-// A calibrated lens without points does nothing, and counts as 0 volts.
-double CurveValue(const Q1FieldConvert& curve, double mz) {
-  double value = 0.0;
-  std::wstring ignored;
-  curve.MZToFieldVal(mz, value, ignored);
-  return value;
-}
-
 struct Ends {
   double low;
   double high;
 };
 
 // A lens at both ends of the range, or twice at the centre of a SIM.
-Ends EndsOf(const Tune& tune, TuneField::Id field, const IOPoint& lens) {
-  if (lens.Type == IOPoint::SingleType) return {lens.Single, lens.Single};
+Ends EndsOf(const Tune& tune, TuneField::Id field) {
+  const LensCurve lens(tune, field);
+  // One that should follow m/z and has no points does nothing, and counts as 0 volts.
+  if (lens.QCurve() != nullptr && lens.QCurve()->Empty()) return {0.0, 0.0};
   const Control& control = tune.ControlData;
-  const Q1FieldConvert curve(tune.Q1CalPts, field);
-  const double low = CurveValue(curve, control.MZLow);
-  return {low, control.Type == Control::Scan ? CurveValue(curve, control.MZHi) : low};
+  const double low = lens.At(control.MZLow);
+  return {low, control.Type == Control::Scan ? lens.At(control.MZHi) : low};
 }
 
 }  // namespace
 
 Limits DevTuneRules::LimitsOf(TuneField::Id field) const {
   return FieldLimits().QLimits(Source.Type, static_cast<int>(field));
-}
-
-ErrTypes DevTuneRules::Fail(unsigned text) const {
-  LastError = TslLoadString(ModuleHandle(), text);
-  return Error;
 }
 
 ErrTypes DevTuneRules::CheckLimits(Probes::ProbeTypes probe, TuneField::Id field, double value,
@@ -113,8 +101,8 @@ ErrTypes DevTuneRules::CheckMZCalPts(const std::vector<MZCalPt>& points) const {
 
 ErrTypes DevTuneRules::CheckCapExitSkimmer() const {
   constexpr double kMost = 370.0;
-  const Ends capExit = EndsOf(*this, TuneField::CapExit, ControlData.CapExit);
-  const Ends skimmer = EndsOf(*this, TuneField::Skimmer, ControlData.Skimmer);
+  const Ends capExit = EndsOf(*this, TuneField::CapExit);
+  const Ends skimmer = EndsOf(*this, TuneField::Skimmer);
   const bool far = capExit.low - skimmer.low > kMost || capExit.high - skimmer.high > kMost;
   return far ? Fail(kCapExitFarFromSkimmer) : NoError;
 }

@@ -2,11 +2,13 @@
 
 #include <tslbl/closed/common/Message.h>
 #include <tslbl/closed/common/Truncate.h>
+#include <tslbl/tune/FieldTable.h>
 #include <tslbl/tune/rules/DevTuneRules.h>
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <limits>
-#include <stdexcept>
+#include <variant>
 
 namespace TslBL {
 namespace {
@@ -26,10 +28,53 @@ std::uint32_t Unsigned(double value) {
   return value > -1.0 ? Truncate<std::uint32_t>(value) : std::numeric_limits<std::uint32_t>::max();
 }
 
-IOPoint WithSingle(IOPoint point, double value) {
-  point.Single = value;
-  return point;
+// A field's writer takes a ramp's result, and its own type of it. A lens keeps its type: one
+// that follows m/z has a single value that nothing uses.
+using R = DevTuneRules;
+using RampWriter = std::variant<ErrTypes (R::*)(double), ErrTypes (R::*)(std::int32_t),
+                                ErrTypes (R::*)(std::uint32_t), ErrTypes (R::*)(const IOPoint&)>;
+
+struct WriteRamped {
+  DevTuneRules& rules;
+  TuneField::Id field;
+  double value;
+
+  ErrTypes operator()(ErrTypes (R::*write)(double)) const { return (rules.*write)(value); }
+  ErrTypes operator()(ErrTypes (R::*write)(std::int32_t)) const { return (rules.*write)(Whole(value)); }
+  ErrTypes operator()(ErrTypes (R::*write)(std::uint32_t)) const { return (rules.*write)(Unsigned(value)); }
+  ErrTypes operator()(ErrTypes (R::*write)(const IOPoint&)) const {
+    IOPoint lens = rules.ControlData.*FindField(field)->Lens();
+    lens.Single = value;
+    return (rules.*write)(lens);
+  }
+};
+
+struct RampRow {
+  TuneField::Id field;
+  RampWriter write;
+};
+constexpr RampRow kRampRows[] = {
+    {TuneField::Cylinder, &R::WCylinder},         {TuneField::EndPlate, &R::WEndPlate},
+    {TuneField::CapEnter, &R::WCapEnter},         {TuneField::DryGasTemp, &R::WDryGasTemp},
+    {TuneField::ApciVapTemp, &R::WApciVapTemp},   {TuneField::DryGasFlow, &R::WDryGasFlow},
+    {TuneField::Neb1GasPres, &R::WNeb1GasPres},   {TuneField::CapExit, &R::WCapExit},
+    {TuneField::Skimmer, &R::WSkimmer},           {TuneField::Q0RFAmpl, &R::WQ0RFAmpl},
+    {TuneField::Q0Offset, &R::WQ0Offset},         {TuneField::Q0Exit1, &R::WQ0Exit1},
+    {TuneField::Q0Exit2, &R::WQ0Exit2},           {TuneField::HEDynode, &R::WHEDynode},
+    {TuneField::DetectorGain, &R::WDetectorGain}, {TuneField::SignalThreshold, &R::WSignalThreshold},
+    {TuneField::Q1Resolution, &R::WQ1Resolution}, {TuneField::Q1CoarseResolution, &R::WQ1CoarseResolution},
+    {TuneField::Q1Offset, &R::WQ1Offset},         {TuneField::Q1IonGuide, &R::WQ1IonGuide},
+};
+
+constexpr const RampRow* FindRampRow(TuneField::Id field) {
+  const auto found = std::ranges::find(kRampRows, field, &RampRow::field);
+  return found != std::end(kRampRows) ? &*found : nullptr;
 }
+static_assert(std::ranges::all_of(kFieldTable,
+                                  [](const FieldRow& row) {
+                                    return row.IsRampable() == (FindRampRow(row.id) != nullptr);
+                                  }),
+              "What a ramp finds is written by the field's writer.");
 
 }  // namespace
 
@@ -151,59 +196,11 @@ ErrTypes DevTuneRules::WFieldQ1CalPts(TuneField::Id field, const Pairs& pairs) {
 }
 
 ErrTypes DevTuneRules::WRampResults(TuneField::Id field, double value, const Pairs& pairs) {
-  if (!TuneField::IsFieldRampable(field)) return Fail(kInvalidRampField);
-  const ErrTypes written = WriteRamped(field, value);
+  const RampRow* row = FindRampRow(field);
+  if (row == nullptr) return Fail(kInvalidRampField);
+  const ErrTypes written = std::visit(WriteRamped{*this, field, value}, row->write);
   if (written == Error || !TuneField::IsFieldSteppable(field)) return written;
   return WFieldQ1CalPts(field, pairs);
-}
-
-// A lens keeps its type: one that follows m/z has a single value that nothing uses.
-ErrTypes DevTuneRules::WriteRamped(TuneField::Id field, double value) {
-  const Control& c = ControlData;
-  switch (field) {
-    case TuneField::Cylinder:
-      return WCylinder(Whole(value));
-    case TuneField::EndPlate:
-      return WEndPlate(Whole(value));
-    case TuneField::CapEnter:
-      return WCapEnter(Whole(value));
-    case TuneField::DryGasTemp:
-      return WDryGasTemp(Unsigned(value));
-    case TuneField::ApciVapTemp:
-      return WApciVapTemp(Unsigned(value));
-    case TuneField::DryGasFlow:
-      return WDryGasFlow(value);
-    case TuneField::Neb1GasPres:
-      return WNeb1GasPres(Unsigned(value));
-    case TuneField::CapExit:
-      return WCapExit(WithSingle(c.CapExit, value));
-    case TuneField::Skimmer:
-      return WSkimmer(WithSingle(c.Skimmer, value));
-    case TuneField::Q0RFAmpl:
-      return WQ0RFAmpl(WithSingle(c.Q0RFAmpl, value));
-    case TuneField::Q0Offset:
-      return WQ0Offset(WithSingle(c.Q0Offset, value));
-    case TuneField::Q0Exit1:
-      return WQ0Exit1(WithSingle(c.Q0Exit1, value));
-    case TuneField::Q0Exit2:
-      return WQ0Exit2(WithSingle(c.Q0Exit2, value));
-    case TuneField::HEDynode:
-      return WHEDynode(Whole(value));
-    case TuneField::DetectorGain:
-      return WDetectorGain(Whole(value));
-    case TuneField::SignalThreshold:
-      return WSignalThreshold(Unsigned(value));
-    case TuneField::Q1Resolution:
-      return WQ1Resolution(WithSingle(c.Q1Resolution, value));
-    case TuneField::Q1CoarseResolution:
-      return WQ1CoarseResolution(WithSingle(c.Q1CoarseResolution, value));
-    case TuneField::Q1Offset:
-      return WQ1Offset(WithSingle(c.Q1Offset, value));
-    case TuneField::Q1IonGuide:
-      return WQ1IonGuide(WithSingle(c.Q1IonGuide, value));
-    default:
-      throw std::runtime_error("Unknown ramp tune field");
-  }
 }
 
 }  // namespace TslBL

@@ -5,6 +5,7 @@
 #include <tslbl/tune/MassRange.h>
 #include <tslbl/tune/Settling.h>
 #include <tslbl/tune/rules/DevTuneRules.h>
+#include <cmath>
 #include <stdexcept>
 
 namespace TslBL {
@@ -19,6 +20,16 @@ std::uint32_t WholeDAC(const MZConvert& convert, double mz) {
   return static_cast<std::uint32_t>(Truncate<std::int32_t>(convert.MZToDAC(mz)));
 }
 
+// Counted in `Count`, as far as it goes.
+template <class Count>
+Count Duration(const Tune& tune) {
+  const Control& control = tune.ControlData;
+  const Count pulses = DevTuneRules::QNumPulses(tune);
+  return ((pulses - 1) * control.StepSettleDelay + pulses * control.PulseCountDelay +
+          control.InitSettleDelay) *
+         control.ScansPerSpec;
+}
+
 }  // namespace
 
 std::uint32_t DevTuneRules::QNumPulses(const Tune& tune) {
@@ -31,22 +42,17 @@ std::uint32_t DevTuneRules::QNumPulses(const Tune& tune) {
   const std::uint32_t lowDAC = WholeDAC(convert, low);
   const std::uint32_t highDAC = WholeDAC(convert, high);
   const double unit = FieldLimits().QLimits(tune.Source.Type, TuneField::MZStepSize).Step;
-  const auto stepMDAC = Truncate<std::int32_t>(step / unit + 0.5);
+  const double units = step / unit + 0.5;
+  const auto stepMDAC = std::isfinite(units) ? Truncate<std::int32_t>(units) : 0;
   if (stepMDAC < 1) throw std::runtime_error("Invalid stepMDAC in DevTuneRules.cpp NumPulses");
   return (highDAC - lowDAC) / static_cast<std::uint32_t>(stepMDAC) + 1;
 }
 
-double DevTuneRules::QDuration(const Tune& tune) {
-  const Control& control = tune.ControlData;
-  const std::uint32_t pulses = QNumPulses(tune);
-  return ((pulses - 1) * control.StepSettleDelay + pulses * control.PulseCountDelay +
-          control.InitSettleDelay) *
-         control.ScansPerSpec;
-}
+double DevTuneRules::QDuration(const Tune& tune) { return Duration<std::uint32_t>(tune); }
+double DevTuneRules::QExactDuration(const Tune& tune) { return Duration<double>(tune); }
 
 bool DevTuneRules::CalculateInitialSettlingDelay() {
-  const auto [low, high] = QMassRange(*this);
-  const std::uint32_t delay = SettlingDelay(high, low, CapExitAt(*this, high) - CapExitAt(*this, low));
+  const std::uint32_t delay = SettlingDelay(*this);
   if (delay == ControlData.InitSettleDelay) return false;
   WInitSettleDelay(delay);
   return true;

@@ -4,10 +4,11 @@
 #include <tslbl/closed/common/Text.h>
 #include <tslbl/closed/common/Truncate.h>
 #include <tslbl/records/VexException.h>
+#include <tslbl/tune/FieldTable.h>
+#include <tslbl/tune/FieldTableChecks.h>
 #include <tslbl/tune/rules/DevTuneRules.h>
 #include <algorithm>
 #include <cstdlib>
-#include <initializer_list>
 #include <stdexcept>
 
 namespace TslBL {
@@ -15,18 +16,45 @@ namespace {
 
 using ErrTypes = DevTuneRules::ErrTypes;
 
-struct Setting {
-  template <class T>
-  Setting(TuneField::Id id, T setting) : field(id), value(static_cast<double>(setting)) {}
+using F = TuneField;
 
-  TuneField::Id field;
-  double value;
-};
+// The fields in the order in which they are checked.
+constexpr F::Id kSourceFields[] = {
+    // of an ESI probe
+    F::Cylinder, F::Neb1GasPres,
+    // of an APCI probe
+    F::CoronaVoltage, F::ApciAuxGas, F::CoronaCurrent, F::ApciVapTemp};
+constexpr F::Id kAcquisitionFields[] = {F::SourceType,
+                                        F::EndPlate,
+                                        F::CapEnter,
+                                        F::EndPlateTemp,
+                                        F::DryGasTemp,
+                                        F::DryGasFlow,
+                                        F::ControlType,
+                                        F::MZLow,
+                                        F::MZHi,
+                                        F::MZStepSize,
+                                        F::PolarityType,
+                                        F::InitSettleDelay,
+                                        F::StepSettleDelay,
+                                        F::PulseCountDelayScan,
+                                        F::PulseCountDelaySim};
+constexpr F::Id kIonPathFields[] = {F::ScansPerSpec,       F::CapExit,         F::Skimmer,   F::Q0RFAmpl,
+                                    F::Q0Offset,           F::Q0Exit1,         F::Q0Exit2,   F::HEDynode,
+                                    F::DetectorGain,       F::SignalThreshold, F::Q1MZType,  F::Q1Resolution,
+                                    F::Q1CoarseResolution, F::Q1Offset,        F::Q1IonGuide};
 
-struct Lens {
-  TuneField::Id field;
-  const IOPoint& point;
-};
+constexpr std::ptrdiff_t CountChecks(F::Id field) {
+  return std::ranges::count(kSourceFields, field) + std::ranges::count(kAcquisitionFields, field) +
+         std::ranges::count(kIonPathFields, field);
+}
+// The entrance lens is not set, and stands where it is.
+static_assert(std::ranges::all_of(kFieldTable,
+                                  [](const FieldRow& row) {
+                                    const bool isChecked = IsNumeric(row) && row.id != TuneField::Q1Enter;
+                                    return CountChecks(row.id) == (isChecked ? 1 : 0);
+                                  }),
+              "A field is not checked, or is checked twice.");
 
 std::int64_t Distance(std::int32_t a, std::int32_t b) { return std::abs(std::int64_t{a} - b); }
 
@@ -45,13 +73,8 @@ class DevTuneRules::Faults {
     all_->push_back({field, rules_.LastError});
     return true;
   }
-  bool Hold(std::initializer_list<Setting> settings) {
-    return std::ranges::all_of(
-        settings, [&](const Setting& s) { return Holds(s.field, rules_.CheckLimits(s.field, s.value)); });
-  }
-  bool Hold(std::initializer_list<Lens> lenses) {
-    return std::ranges::all_of(
-        lenses, [&](const Lens& l) { return Holds(l.field, rules_.CheckIOPoint(l.field, l.point)); });
+  bool Hold(std::span<const F::Id> fields) {
+    return std::ranges::all_of(fields, [&](F::Id field) { return Holds(field, rules_.CheckStored(field)); });
   }
 
  private:
@@ -59,78 +82,59 @@ class DevTuneRules::Faults {
   std::vector<Fault>* all_;
 };
 
-struct DevTuneRules::Step {
+struct DevTuneRules::Stage {
   TuneField::Id field;  // of what may be raised
   bool (DevTuneRules::*holds)(Faults& faults) const;
 };
 
-std::span<const DevTuneRules::Step> DevTuneRules::Steps() {
-  static constexpr Step kSteps[] = {{TuneField::SourceType, &DevTuneRules::SourceHolds},
-                                    {TuneField::ControlType, &DevTuneRules::AcquisitionHolds},
-                                    {TuneField::MZCalPts, &DevTuneRules::DurationHolds},
-                                    {TuneField::ScansPerSpec, &DevTuneRules::IonPathHolds},
-                                    {TuneField::CapExit, &DevTuneRules::CapExitHolds},
-                                    {TuneField::EndPlate, &DevTuneRules::DistancesHold},
-                                    {TuneField::MZCalPts, &DevTuneRules::MZCalibrationHolds},
-                                    {TuneField::Q1CalPts, &DevTuneRules::Q1CalibrationHolds}};
-  return kSteps;
+std::span<const DevTuneRules::Stage> DevTuneRules::Stages() {
+  static constexpr Stage kStages[] = {{TuneField::SourceType, &DevTuneRules::SourceHolds},
+                                      {TuneField::ControlType, &DevTuneRules::AcquisitionHolds},
+                                      {TuneField::MZCalPts, &DevTuneRules::DurationHolds},
+                                      {TuneField::ScansPerSpec, &DevTuneRules::IonPathHolds},
+                                      {TuneField::CapExit, &DevTuneRules::CapExitHolds},
+                                      {TuneField::EndPlate, &DevTuneRules::DistancesHold},
+                                      {TuneField::MZCalPts, &DevTuneRules::MZCalibrationHolds},
+                                      {TuneField::Q1CalPts, &DevTuneRules::Q1CalibrationHolds}};
+  return kStages;
 }
 
 ErrTypes DevTuneRules::Validate() const {
   Faults faults(*this, nullptr);
-  for (const Step& step : Steps())
-    if (!(this->*step.holds)(faults)) return Error;
+  for (const Stage& stage : Stages())
+    if (!(this->*stage.holds)(faults)) return Error;
   return NoError;
 }
 
 std::vector<DevTuneRules::Fault> DevTuneRules::QFaults() const {
   std::vector<Fault> all;
   Faults faults(*this, &all);
-  for (const Step& step : Steps()) {
+  for (const Stage& stage : Stages()) {
     try {
-      (this->*step.holds)(faults);
+      (this->*stage.holds)(faults);
     } catch (const VexException& e) {
-      all.push_back({step.field, e.Message()});
+      all.push_back({stage.field, e.Message()});
     } catch (const std::runtime_error& e) {
-      all.push_back({step.field, TslNarrowToWideStr(e.what())});
+      all.push_back({stage.field, TslNarrowToWideStr(e.what())});
     }
   }
   return all;
 }
 
-bool DevTuneRules::SourceHolds(Faults& faults) const {
-  const IonSource& s = Source;
-  if (s.Type != Probes::APCI)
-    return faults.Hold({{TuneField::Cylinder, s.Cylinder}, {TuneField::Neb1GasPres, s.Neb1GasPres}});
-  return faults.Hold({{TuneField::CoronaVoltage, s.Cylinder},
-                      {TuneField::ApciAuxGas, s.Neb1GasPres},
-                      {TuneField::CoronaCurrent, s.CoronaCurrent},
-                      {TuneField::ApciVapTemp, s.ApciVapTemp}});
+ErrTypes DevTuneRules::CheckStored(TuneField::Id field) const {
+  if (field == TuneField::MZHi) {
+    // What a SIM has there is a span.
+    const ErrTypes asMz = CheckLimits(field, ControlData.MZHi);
+    return ControlData.Type == Control::Scan ? asMz : CheckSimSpanRange(ControlData.MZHi);
+  }
+  const FieldRow& row = *FindField(field);
+  if (!IsAmong(*this, row.traits.appliesTo)) return NoError;
+  if (const auto lens = row.Lens()) return CheckIOPoint(field, ControlData.*lens);
+  return CheckLimits(field, *FieldValue(*this, field));
 }
 
-bool DevTuneRules::AcquisitionHolds(Faults& faults) const {
-  const IonSource& s = Source;
-  const Control& c = ControlData;
-  const bool scans = c.Type == Control::Scan;
-  const bool upToLow = faults.Hold({{TuneField::SourceType, s.Type},
-                                    {TuneField::EndPlate, s.EndPlate},
-                                    {TuneField::CapEnter, s.CapEnter},
-                                    {TuneField::EndPlateTemp, s.EndPlateTemp},
-                                    {TuneField::DryGasTemp, s.DryGasTemp},
-                                    {TuneField::DryGasFlow, s.DryGasFlow},
-                                    {TuneField::ControlType, c.Type},
-                                    {TuneField::MZLow, c.MZLow}});
-  if (!upToLow) return false;
-  // What a SIM has there is a span.
-  const ErrTypes asMz = CheckLimits(TuneField::MZHi, c.MZHi);
-  if (!faults.Holds(TuneField::MZHi, scans ? asMz : CheckSimSpanRange(c.MZHi))) return false;
-  return faults.Hold(
-      {{TuneField::MZStepSize, c.MZStepSize},
-       {TuneField::PolarityType, c.PolarityType},
-       {TuneField::InitSettleDelay, c.InitSettleDelay},
-       {TuneField::StepSettleDelay, c.StepSettleDelay},
-       {scans ? TuneField::PulseCountDelayScan : TuneField::PulseCountDelaySim, c.PulseCountDelay}});
-}
+bool DevTuneRules::SourceHolds(Faults& faults) const { return faults.Hold(kSourceFields); }
+bool DevTuneRules::AcquisitionHolds(Faults& faults) const { return faults.Hold(kAcquisitionFields); }
 
 bool DevTuneRules::DurationHolds(Faults& faults) const {
   constexpr std::int32_t kShortest = 1000;
@@ -141,24 +145,7 @@ bool DevTuneRules::DurationHolds(Faults& faults) const {
   return faults.Holds(TuneField::ScansPerSpec, Error);
 }
 
-bool DevTuneRules::IonPathHolds(Faults& faults) const {
-  const Control& c = ControlData;
-  return faults.Hold({{TuneField::ScansPerSpec, c.ScansPerSpec}}) &&
-         faults.Hold({Lens{TuneField::CapExit, c.CapExit},
-                      {TuneField::Skimmer, c.Skimmer},
-                      {TuneField::Q0RFAmpl, c.Q0RFAmpl},
-                      {TuneField::Q0Offset, c.Q0Offset},
-                      {TuneField::Q0Exit1, c.Q0Exit1},
-                      {TuneField::Q0Exit2, c.Q0Exit2}}) &&
-         faults.Hold({{TuneField::HEDynode, c.HEDynode},
-                      {TuneField::DetectorGain, c.DetectorGain},
-                      {TuneField::SignalThreshold, c.SignalThreshold},
-                      {TuneField::Q1MZType, c.Q1MZType}}) &&
-         faults.Hold({Lens{TuneField::Q1Resolution, c.Q1Resolution},
-                      {TuneField::Q1CoarseResolution, c.Q1CoarseResolution},
-                      {TuneField::Q1Offset, c.Q1Offset},
-                      {TuneField::Q1IonGuide, c.Q1IonGuide}});
-}
+bool DevTuneRules::IonPathHolds(Faults& faults) const { return faults.Hold(kIonPathFields); }
 
 bool DevTuneRules::CapExitHolds(Faults& faults) const {
   return faults.Holds(TuneField::CapExit, CheckCapExitSkimmer());
