@@ -3,10 +3,12 @@
 // the curve keeps one entry a point, and its peaks lie inside it, in order.
 
 #include <fuzz/Records.h>
+#include <tslbl/curve/CommandTable.h>
 #include <tslbl/curve/Execute.h>
 #include <tslbl/detect/FindOnePeak.h>
 #include <tslbl/spectrum/PeakTable.h>
 #include <tslbl/spectrum/Spectrum.h>
+#include <algorithm>
 #include <cmath>
 #include <random>
 #include <vector>
@@ -155,26 +157,39 @@ ThresholdParams ThresholdOf(Input& input) {
   return p;
 }
 
+template <class Params, Params (*params)(Input&)>
+CurveEval With(Input& input) {
+  return CurveEval(params(input));
+}
+
+// Commands with parameters; peak detection twice, as it has the most to go wrong.
+constexpr struct {
+  EvalType type;
+  CurveEval (*make)(Input& input);
+} kWithParams[] = {
+    {EvalType::Smooth, With<SmoothParams, Smoothing>},
+    {EvalType::Baseline, With<BaselineParams, BaselineOf>},
+    {EvalType::Noise, With<NoiseParams, NoiseOf>},
+    {EvalType::PeakDetect, With<PeakDetectParams, PeakSearch>},
+    {EvalType::PeakDetect, With<PeakDetectParams, PeakSearch>},
+    {EvalType::Threshold, With<ThresholdParams, ThresholdOf>},
+};
+
+// All other commands that do something, with default parameters if they have any.
+std::vector<CommandRow> Others() {
+  std::vector<CommandRow> rows(CommandTable().begin(), CommandTable().end());
+  std::erase_if(rows, [](const CommandRow& row) {
+    return row.type == EvalType::Empty ||
+           std::ranges::any_of(kWithParams, [&](const auto& with) { return with.type == row.type; });
+  });
+  return rows;
+}
+
 CurveEval Command(Input& input) {
-  switch (input.Below(9)) {
-    case 0:
-      return Smoothing(input);
-    case 1:
-      return BaselineOf(input);
-    case 2:
-      return NoiseOf(input);
-    case 3:
-    case 4:
-      return PeakSearch(input);
-    case 5:
-      return ThresholdOf(input);
-    case 6:
-      return CurveEval::BaselineSubtract();
-    case 7:
-      return CurveEval::ThresholdSubtract();
-    default:
-      return CurveEval::AerosolFilter();
-  }
+  static const std::vector<CommandRow> others = Others();
+  const std::size_t kind = input.Below(std::size(kWithParams) + others.size());
+  return kind < std::size(kWithParams) ? kWithParams[kind].make(input)
+                                       : others[kind - std::size(kWithParams)].make();
 }
 
 // A chain gives to the bit what its commands give one by one, also where they share work.

@@ -1,26 +1,66 @@
 // The table of evaluation commands: the one file that names them all. Text and number are
 // stored in documents and streams and never change; the order is that of the application's
-// menus.
+// menus. Overlap peak and charge state deconvolution have their ranks, 5 and 6, and no row
+// before they have a step: until then a stream or document that holds one is refused.
 
-#include <tslbl/curve/Commands.h>
+#include <tslbl/curve/CommandTable.h>
+#include <tslbl/curve/Curve.h>
+#include <tslbl/curve/Execute.h>
+#include <algorithm>
 
 namespace TslBL {
+
+// Each stands in the Cmd*.cpp of its command.
+StepFunction DoNothing, DoBaseline, DoBaselineSubtract, DoNoise, DoPeakDetect, DoSmooth, DoThreshold,
+    DoThresholdSubtract;
+FusedSteps DoBaselineAndNoise;
+
 namespace {
 
+template <class Params>
+CurveEval Make() {
+  return CurveEval(Params());
+}
+CurveEval MakeEmpty() { return CurveEval(); }
+
 constexpr CommandRow kCommands[] = {
-    {L"Empty", EvalType::Empty, MakeEmpty},
-    {L"Baseline", EvalType::Baseline, MakeBaseline},
-    {L"Baseline Subtract", EvalType::BaselineSubtract, MakeBaselineSubtract},
-    {L"Noise", EvalType::Noise, MakeNoise},
-    {L"Peak Detect", EvalType::PeakDetect, MakePeakDetect},
-    {L"Smooth", EvalType::Smooth, MakeSmooth},
-    {L"Threshold", EvalType::Threshold, MakeThreshold},
-    {L"Threshold Subtract", EvalType::ThresholdSubtract, MakeThresholdSubtract},
-    {L"Aerosol Filter", EvalType::AerosolFilter, MakeAerosolFilter},
+    {EvalType::Empty, L"Empty", MakeEmpty, DoNothing},
+    {EvalType::Baseline, L"Baseline", Make<BaselineParams>, DoBaseline, kUnableToBaseline, 1},
+    {EvalType::BaselineSubtract, L"Baseline Subtract", Make<CurveEval::BaselineSubtract>, DoBaselineSubtract,
+     kUnableToSubtractBaseline, 0, EvalType::Baseline},
+    {EvalType::Noise, L"Noise", Make<NoiseParams>, DoNoise, kUnableToNoise, 2},
+    {EvalType::PeakDetect, L"Peak Detect", Make<PeakDetectParams>, DoPeakDetect, kUnableToPeakDetect, 4},
+    {EvalType::Smooth, L"Smooth", Make<SmoothParams>, DoSmooth, kUnableToSmooth},
+    {EvalType::Threshold, L"Threshold", Make<ThresholdParams>, DoThreshold, kUnableToThreshold, 3},
+    {EvalType::ThresholdSubtract, L"Threshold Subtract", Make<CurveEval::ThresholdSubtract>,
+     DoThresholdSubtract, kUnableToSubtractThreshold, 0, EvalType::Threshold},
+    {EvalType::AerosolFilter, L"Aerosol Filter", Make<CurveEval::AerosolFilter>, DoAerosolFilter},
+};
+
+constexpr FusionRow kFusions[] = {
+    {EvalType::Baseline, EvalType::Noise, DoBaselineAndNoise},
 };
 
 }  // namespace
 
 std::span<const CommandRow> CommandTable() { return kCommands; }
+std::span<const FusionRow> FusionTable() { return kFusions; }
+
+const CommandRow* FindCommand(EvalType type) {
+  const auto* row = std::ranges::find(kCommands, type, &CommandRow::type);
+  return row != std::end(kCommands) ? row : nullptr;
+}
+
+const CommandRow* FindCommand(const std::wstring& text) {
+  const auto* row = std::ranges::find(kCommands, text, &CommandRow::text);
+  // Any other text stands for charge state deconvolution, too.
+  return row != std::end(kCommands) ? row : FindCommand(EvalType::CSDecon);
+}
+
+FusedSteps* FindFusion(EvalType first, EvalType second) {
+  const auto* row = std::ranges::find_if(
+      kFusions, [&](const FusionRow& fusion) { return fusion.first == first && fusion.second == second; });
+  return row != std::end(kFusions) ? row->run : nullptr;
+}
 
 }  // namespace TslBL

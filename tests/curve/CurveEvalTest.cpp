@@ -1,6 +1,7 @@
 #include <RecordCheck.h>
 
 #include <curve/TestCurve.h>
+#include <tslbl/curve/CommandTable.h>
 #include <tslbl/curve/Execute.h>
 
 using namespace TslBL;
@@ -112,6 +113,11 @@ TEST(CurveEval, HasTheTypeAndTheTextOfItsCommand) {
   }
 }
 
+TEST(CurveEval, IsOneOfTheseCommands) {
+  ASSERT_EQ(CommandTable().size(), Rows().size());
+  for (const Row& row : Rows()) EXPECT_EQ(FindCommand(row.text)->make(), row.fresh) << row.type;
+}
+
 TEST(CurveEval, KeepsACopyOfTheParameters) {
   BaselineParams params = SampleBaseline();
   const CurveEval eval(params);
@@ -178,6 +184,26 @@ TEST(CurveEval, RefusesUnknownTypes) {
   for (const std::uint32_t type : {11u, 0xFFFFFFFFu})
     EXPECT_EQ(ReadFailure<CurveEval>(Bytes(2u, type, 0u), CurveEval(SampleNoise())),
               "Invalid curve evaluation type.");
+}
+
+TEST(CurveEval, RefusesCommandsWithoutARow) {
+  for (const EvalType type : {EvalType::OPD, EvalType::CSDecon})
+    EXPECT_EQ(ReadFailure<CurveEval>(Bytes(2u, Number(type), 1u)), "Invalid curve evaluation type.");
+  for (const wchar_t* text : {L"OPD", L"Charge State Deconvolution", L"Smooth ", L"smooth", L""}) {
+    CurveEval eval(SampleNoise());
+    XMLParser parser;
+    ASSERT_TRUE(parser.LoadText(Attribute(text)));
+    EXPECT_THROW(eval.Serialize(parser), std::runtime_error);
+    EXPECT_EQ(eval, CurveEval(SampleNoise()));
+  }
+}
+
+TEST(EvalType, IsHeldAgainstStoredNumbers) {
+  EXPECT_TRUE(CurveEval(SampleSmooth()).Type() == EvalType::Smooth);
+  EXPECT_TRUE(EvalType::Smooth == 4u);
+  EXPECT_TRUE(4u == EvalType::Smooth);
+  EXPECT_TRUE(EvalType::Smooth != 5u);
+  EXPECT_EQ(Number(EvalType::AerosolFilter), 10u);
 }
 
 TEST(CurveEval, StaysAsItIsIfItsParametersAreOfAnUnknownVersion) {

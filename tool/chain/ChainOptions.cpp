@@ -9,6 +9,7 @@
 #include <tslbl/curve/ThresholdParams.h>
 #include <algorithm>
 #include <cmath>
+#include <variant>
 
 namespace TslTool {
 namespace {
@@ -188,46 +189,70 @@ void SetLimit(const std::optional<T>& given, bool& inUse, T& value) {
   value = *given;
 }
 
+void DeclareOne(Options& options, const std::string& names, bool& flag, const std::string& help) {
+  options.Flag(names, flag, help);
+}
+template <class T>
+void DeclareOne(Options& options, const std::string& names, T& value, const std::string& help) {
+  options.Value(names, value, help);
+}
+
 }  // namespace
+
+// A switch of the usual chain, and the member that takes what the user gives.
+struct ChainOptions::Switch {
+  std::string names;
+  std::variant<bool ChainOptions::*, std::string ChainOptions::*, std::optional<double> ChainOptions::*,
+               std::optional<std::uint32_t> ChainOptions::*>
+      member;
+  std::string help;
+
+  std::string Name() const { return names.substr(0, names.find(' ')); }
+};
+
+const std::vector<ChainOptions::Switch>& ChainOptions::Switches() {
+  using Own = ChainOptions;
+  static const std::vector<Switch> switches = {
+      {"--aerosol", &Own::aerosol_, "Take out isolated spikes first"},
+      {"--smooth HOW", &Own::smooth_,
+       "mean, median or gaussian[:WIDTH], savgol[:WIDTH[:ORDER]], or off; width in points [auto: "
+       "savgol, 1.25 line widths of a run, 7 points else]"},
+      {"--baseline HOW", &Own::baseline_,
+       "linear[:SEGMENT[:POINTS[:WIDTH]]], adaptive[:SEGMENT[:WINDOW]], valley[:SEGMENT], or a "
+       "constant [linear]"},
+      {"--subtract-baseline", &Own::subtractBaseline_, "Take the baseline out of the amplitudes"},
+      {"--noise HOW", &Own::noise_,
+       "linear[:SEGMENT[:POINTS[:WIDTH]]], valley[:SEGMENT], dispersion[:SEGMENT], "
+       "median[:SEGMENT[:SEGMENTS]], "
+       "or of a peak-free stretch of m/z: peak-to-peak:A-B, 6sd:A-B [linear]"},
+      {"--threshold X", &Own::threshold_, "Least amplitude"},
+      {"--sn N", &Own::sn_, "Least signal-to-noise ratio, a whole number [5]"},
+      {"--min-rel-ampl PERCENT", &Own::minRelAmpl_, "Least amplitude, percent of the tallest peak"},
+      {"--min-area X", &Own::minArea_, "Least area"},
+      {"--min-rel-area PERCENT", &Own::minRelArea_, "Least area, percent of the largest"},
+      {"--min-width X", &Own::minWidth_, "Least full width at half maximum, m/z"},
+      {"--max-width X", &Own::maxWidth_, "Largest full width at half maximum, m/z"},
+      {"--max-peaks N", &Own::maxPeaks_, "Go on with this many of the tallest candidates"},
+      {"--valley PERCENT", &Own::valley_, "A valley below this percentage of a peak's height ends it [50]"},
+      {"--position HOW", &Own::position_,
+       "Where a peak is: top, or centroid[:PERCENT] over its top percent [centroid:25]"},
+      {"--range A-B", &Own::range_, "Search from A to B only, m/z"},
+      {"--sorted", &Own::sorted_, "Find candidates tallest first instead of from left to right"},
+  };
+  return switches;
+}
 
 void ChainOptions::Declare(Options& options) {
   options.Value("--chain FILE", file_,
                 "Run the chain of this XML file instead of the usual one (see --show-chain)");
-  options.Flag("--aerosol", aerosol_, "Take out isolated spikes first");
-  options.Value("--smooth HOW", smooth_,
-                "mean, median or gaussian[:WIDTH], savgol[:WIDTH[:ORDER]], or off; width in points [auto: "
-                "savgol, 1.25 line widths of a run, 7 points else]");
-  options.Value("--baseline HOW", baseline_,
-                "linear[:SEGMENT[:POINTS[:WIDTH]]], adaptive[:SEGMENT[:WINDOW]], valley[:SEGMENT], or a "
-                "constant [linear]");
-  options.Flag("--subtract-baseline", subtractBaseline_, "Take the baseline out of the amplitudes");
-  options.Value("--noise HOW", noise_,
-                "linear[:SEGMENT[:POINTS[:WIDTH]]], valley[:SEGMENT], dispersion[:SEGMENT], "
-                "median[:SEGMENT[:SEGMENTS]], "
-                "or of a peak-free stretch of m/z: peak-to-peak:A-B, 6sd:A-B [linear]");
-  options.Value("--threshold X", threshold_, "Least amplitude");
-  options.Value("--sn N", sn_, "Least signal-to-noise ratio, a whole number [5]");
-  options.Value("--min-rel-ampl PERCENT", minRelAmpl_, "Least amplitude, percent of the tallest peak");
-  options.Value("--min-area X", minArea_, "Least area");
-  options.Value("--min-rel-area PERCENT", minRelArea_, "Least area, percent of the largest");
-  options.Value("--min-width X", minWidth_, "Least full width at half maximum, m/z");
-  options.Value("--max-width X", maxWidth_, "Largest full width at half maximum, m/z");
-  options.Value("--max-peaks N", maxPeaks_, "Go on with this many of the tallest candidates");
-  options.Value("--valley PERCENT", valley_,
-                "A valley below this percentage of a peak's height ends it [50]");
-  options.Value("--position HOW", position_,
-                "Where a peak is: top, or centroid[:PERCENT] over its top percent [centroid:25]");
-  options.Value("--range A-B", range_, "Search from A to B only, m/z");
-  options.Flag("--sorted", sorted_, "Find candidates tallest first instead of from left to right");
+  for (const Switch& each : Switches())
+    std::visit([&](auto member) { DeclareOne(options, each.names, this->*member, each.help); }, each.member);
 }
 
 std::vector<CurveEval> ChainOptions::Chain(const Options& options, std::optional<double> mzStep) const {
   if (!options.Given("--chain")) return FromSwitches(mzStep);
-  for (const char* other :
-       {"--aerosol", "--smooth", "--baseline", "--subtract-baseline", "--noise", "--threshold", "--sn",
-        "--min-rel-ampl", "--min-area", "--min-rel-area", "--min-width", "--max-width", "--max-peaks",
-        "--valley", "--position", "--range", "--sorted"})
-    if (options.Given(other)) throw UsageError(std::string(other) + " and --chain exclude each other");
+  for (const Switch& each : Switches())
+    if (options.Given(each.Name())) throw UsageError(each.Name() + " and --chain exclude each other");
   return LoadChain(file_);
 }
 

@@ -29,6 +29,9 @@ class ChainOptions {
   std::optional<RealRange> SearchStretch() const;
 
  private:
+  struct Switch;
+  static const std::vector<Switch>& Switches();
+
   std::vector<TslBL::CurveEval> FromSwitches(std::optional<double> mzStep) const;
   TslBL::PeakDetectParams PeakSearch() const;
 

@@ -1,7 +1,5 @@
-// Baseline and noise in one pass, where their parameters allow it.
+#include <tslbl/curve/BaselineAndNoiseSteps.h>
 
-#include <tslbl/curve/Curve.h>
-#include <tslbl/curve/Steps.h>
 #include <new>
 
 namespace TslBL {
@@ -26,12 +24,16 @@ std::vector<double> PlaceForNoise(const Curve& curve) {
 
 }  // namespace
 
-bool DoBaselineAndNoise(Curve& curve, const NoiseParams& params, Changed& changed, std::wstring& error) {
+bool DoBaselineAndNoise(Curve& curve, const CurveEval::EvalImpl* second, Changed& changed,
+                        std::wstring& error) {
+  const auto* command = static_cast<const NoiseImpl*>(second);
+  const NoiseParams& params = command != nullptr ? command->QParams() : curve.noiseParams;
   std::vector<double> noise;
   if (ShareOnePass(curve.baselineParams, params)) noise = PlaceForNoise(curve);
   if (!DoBaseline(curve, changed, error, noise.empty() ? nullptr : noise.data())) return false;
   curve.SetParam(params);
-  return noise.empty() ? DoNoise(curve, changed, error) : DoNoise(curve, changed, error, noise);
+  return noise.empty() ? RunStepOf(EvalType::Noise, curve, changed, error)
+                       : DoNoise(curve, changed, error, noise);
 }
 
 }  // namespace TslBL

@@ -1,9 +1,8 @@
 // The aerosol filter step.
 
 #include <tslbl/curve/AerosolFilter.h>
-#include <tslbl/curve/Commands.h>
+#include <tslbl/curve/EvalImpl.h>
 #include <tslbl/curve/Execute.h>
-#include <tslbl/curve/Step.h>
 
 namespace TslBL {
 namespace {
@@ -37,8 +36,6 @@ bool DoAerosolFilter(Curve& curve, Changed& changed, std::wstring&) {
   return true;
 }
 
-using AerosolFilterImpl = EvalOf<EvalType::AerosolFilter, NoParams<EvalType::AerosolFilter>, DoAerosolFilter>;
-CurveEval::CurveEval(const AerosolFilter&) : impl_(new AerosolFilterImpl) {}
-CurveEval::EvalImpl* MakeAerosolFilter() { return new AerosolFilterImpl; }
+CurveEval::CurveEval(const AerosolFilter&) : impl_(new EvalOf<EvalType::AerosolFilter>) {}
 
 }  // namespace TslBL

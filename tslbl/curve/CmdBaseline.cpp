@@ -3,27 +3,26 @@
 
 #include <tslbl/closed/math/baseline/Baseline.h>
 #include <tslbl/closed/math/baseline/BaselineAndNoise.h>
-#include <tslbl/curve/Commands.h>
+#include <tslbl/curve/BaselineAndNoiseSteps.h>
 #include <tslbl/curve/Step.h>
-#include <tslbl/curve/Steps.h>
 
 namespace TslBL {
 namespace {
 
 constexpr StepRule kBaseline = {
+    .command = EvalType::Baseline,
     .needs = Curve::STATUS_Y,
     .needsPoints = Points::Some,
     .adds = Curve::STATUS_BASELINE,
     .mark = [](Changed& changed) { changed.baseline = true; },
-    .failure = kUnableToBaseline,
 };
 
 constexpr StepRule kBaselineSubtract = {
+    .command = EvalType::BaselineSubtract,
     .needs = Curve::STATUS_BASELINE,
     .needsPoints = Points::None,
     .adds = 0,
     .mark = [](Changed& changed) { changed.yAxis = changed.baseline = true; },
-    .failure = kUnableToSubtractBaseline,
 };
 
 // `noise` is null, or as for DoBaseline.
@@ -80,13 +79,7 @@ bool DoBaselineSubtract(Curve& curve, Changed& changed, std::wstring& error) {
                  [](const Curve&) { return CurveEval(CurveEval::BaselineSubtract()); });
 }
 
-using BaselineImpl = EvalOf<EvalType::Baseline, BaselineParams, DoBaseline>;
-using BaselineSubtractImpl =
-    EvalOf<EvalType::BaselineSubtract, NoParams<EvalType::BaselineSubtract>, DoBaselineSubtract>;
-
 CurveEval::CurveEval(const BaselineParams& params) : impl_(new BaselineImpl(params)) {}
-CurveEval::CurveEval(const BaselineSubtract&) : impl_(new BaselineSubtractImpl) {}
-CurveEval::EvalImpl* MakeBaseline() { return new BaselineImpl; }
-CurveEval::EvalImpl* MakeBaselineSubtract() { return new BaselineSubtractImpl; }
+CurveEval::CurveEval(const BaselineSubtract&) : impl_(new EvalOf<EvalType::BaselineSubtract>) {}
 
 }  // namespace TslBL

@@ -1,13 +1,11 @@
 // The Empty command, which does nothing.
 
-#include <tslbl/curve/Commands.h>
-#include <tslbl/curve/Step.h>
+#include <tslbl/curve/EvalImpl.h>
 
 namespace TslBL {
-namespace {
-bool DoNothing(Curve&, Changed&, std::wstring&) { return true; }
-}  // namespace
 
-CurveEval::EvalImpl* MakeEmpty() { return new EvalOf<EvalType::Empty, NoParams<EvalType::Empty>, DoNothing>; }
+bool DoNothing(Curve&, Changed&, std::wstring&) { return true; }
+
+CurveEval::CurveEval() : impl_(new EvalOf<EvalType::Empty>) {}
 
 }  // namespace TslBL

@@ -2,9 +2,8 @@
 
 #include <tslbl/closed/common/Text.h>
 #include <tslbl/closed/math/baseline/Noise.h>
-#include <tslbl/curve/Commands.h>
+#include <tslbl/curve/BaselineAndNoiseSteps.h>
 #include <tslbl/curve/Step.h>
-#include <tslbl/curve/Steps.h>
 #include <algorithm>
 #include <exception>
 
@@ -12,11 +11,11 @@ namespace TslBL {
 namespace {
 
 constexpr StepRule kNoise = {
+    .command = EvalType::Noise,
     .needs = Curve::STATUS_Y,
     .needsPoints = Points::Paired,
     .adds = Curve::STATUS_NOISE,
     .mark = [](Changed& changed) { changed.noise = true; },
-    .failure = kUnableToNoise,
 };
 
 // The noise of the stretch that the user named; of the whole curve if it is empty.
@@ -92,8 +91,6 @@ bool DoNoise(Curve& curve, Changed& changed, std::wstring& error, std::vector<do
   });
 }
 
-using NoiseImpl = EvalOf<EvalType::Noise, NoiseParams, DoNoise>;
 CurveEval::CurveEval(const NoiseParams& params) : impl_(new NoiseImpl(params)) {}
-CurveEval::EvalImpl* MakeNoise() { return new NoiseImpl; }
 
 }  // namespace TslBL

@@ -1,10 +1,9 @@
 // The smooth step: the amplitudes are replaced by smoothed ones.
 
 #include <tslbl/closed/math/smooth/Smoothing.h>
-#include <tslbl/curve/Commands.h>
+#include <tslbl/curve/EvalImpl.h>
 #include <tslbl/curve/SmoothRanges.h>
 #include <tslbl/curve/Step.h>
-#include <tslbl/curve/Steps.h>
 #include <algorithm>
 #include <cstring>
 
@@ -12,11 +11,11 @@ namespace TslBL {
 namespace {
 
 constexpr StepRule kSmooth = {
+    .command = EvalType::Smooth,
     .needs = Curve::STATUS_Y | Curve::STATUS_X,
     .needsPoints = Points::Paired,
     .adds = Curve::STATUS_SMOOTHED,
     .mark = [](Changed& changed) { changed.yAxis = true; },
-    .failure = kUnableToSmooth,
 };
 
 // Smooths one range of y into out; false for an algorithm that does not exist.
@@ -75,8 +74,7 @@ bool DoSmooth(Curve& curve, Changed& changed, std::wstring& error) {
                  [](const Curve& c) { return CurveEval(c.smoothParams); });
 }
 
-using SmoothImpl = EvalOf<EvalType::Smooth, SmoothParams, DoSmooth>;
-CurveEval::CurveEval(const SmoothParams& params) : impl_(new SmoothImpl(params)) {}
-CurveEval::EvalImpl* MakeSmooth() { return new SmoothImpl; }
+CurveEval::CurveEval(const SmoothParams& params)
+    : impl_(new EvalOf<EvalType::Smooth, SmoothParams>(params)) {}
 
 }  // namespace TslBL

@@ -1,26 +1,25 @@
 // The threshold step, and the subtraction that takes the threshold out of the amplitudes.
 
-#include <tslbl/curve/Commands.h>
+#include <tslbl/curve/EvalImpl.h>
 #include <tslbl/curve/Step.h>
-#include <tslbl/curve/Steps.h>
 
 namespace TslBL {
 namespace {
 
 constexpr StepRule kThreshold = {
+    .command = EvalType::Threshold,
     .needs = 0,
     .needsPoints = Points::None,
     .adds = Curve::STATUS_THRESHOLD,
     .mark = [](Changed& changed) { changed.threshold = true; },
-    .failure = kUnableToThreshold,
 };
 
 constexpr StepRule kThresholdSubtract = {
+    .command = EvalType::ThresholdSubtract,
     .needs = Curve::STATUS_THRESHOLD,
     .needsPoints = Points::None,
     .adds = 0,
     .mark = [](Changed& changed) { changed.yAxis = changed.threshold = true; },
-    .failure = kUnableToSubtractThreshold,
 };
 
 bool SubtractThreshold(Curve& curve) {
@@ -43,13 +42,8 @@ bool DoThresholdSubtract(Curve& curve, Changed& changed, std::wstring& error) {
                  [](const Curve&) { return CurveEval(CurveEval::ThresholdSubtract()); });
 }
 
-using ThresholdImpl = EvalOf<EvalType::Threshold, ThresholdParams, DoThreshold>;
-using ThresholdSubtractImpl =
-    EvalOf<EvalType::ThresholdSubtract, NoParams<EvalType::ThresholdSubtract>, DoThresholdSubtract>;
-
-CurveEval::CurveEval(const ThresholdParams& params) : impl_(new ThresholdImpl(params)) {}
-CurveEval::CurveEval(const ThresholdSubtract&) : impl_(new ThresholdSubtractImpl) {}
-CurveEval::EvalImpl* MakeThreshold() { return new ThresholdImpl; }
-CurveEval::EvalImpl* MakeThresholdSubtract() { return new ThresholdSubtractImpl; }
+CurveEval::CurveEval(const ThresholdParams& params)
+    : impl_(new EvalOf<EvalType::Threshold, ThresholdParams>(params)) {}
+CurveEval::CurveEval(const ThresholdSubtract&) : impl_(new EvalOf<EvalType::ThresholdSubtract>) {}
 
 }  // namespace TslBL

@@ -16,6 +16,7 @@
 
 #include <tslbl/curve/Changed.h>
 #include <tslbl/records/Record.h>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
@@ -30,6 +31,24 @@ struct OPDParams;
 struct PeakDetectParams;
 struct SmoothParams;
 struct ThresholdParams;
+
+// The kinds of commands. The numbers stand in binary streams and never change.
+enum class EvalType : std::uint32_t {
+  Empty = 0,
+  Baseline = 1,
+  Noise = 2,
+  PeakDetect = 3,
+  Smooth = 4,
+  Threshold = 5,
+  OPD = 6,      // overlap peak deconvolution
+  CSDecon = 7,  // charge state deconvolution
+  BaselineSubtract = 8,
+  ThresholdSubtract = 9,
+  AerosolFilter = 10,
+};
+constexpr std::uint32_t Number(EvalType type) { return static_cast<std::uint32_t>(type); }
+// So that a number that was stored can be held against a type as it is.
+constexpr bool operator==(EvalType type, std::uint32_t number) { return Number(type) == number; }
 
 class TSLBL_API CurveEval : public frame::SerialAndXml {
  public:
@@ -55,7 +74,7 @@ class TSLBL_API CurveEval : public frame::SerialAndXml {
 
   bool operator==(const CurveEval& other) const;
 
-  std::uint32_t Type() const;
+  EvalType Type() const;
   std::wstring TypeText() const;
 
   // False with a message in `error` if the step failed.

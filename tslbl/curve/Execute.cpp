@@ -1,55 +1,83 @@
 #include <tslbl/curve/Execute.h>
 
 #include <tslbl/closed/common/Text.h>
+#include <tslbl/curve/CommandTable.h>
 #include <tslbl/curve/Curve.h>
-#include <tslbl/curve/Steps.h>
+#include <tslbl/curve/EvalImpl.h>
 #include <exception>
 
 namespace TslBL {
 namespace {
 
-// One run of a cascade. What has run before is run again when something under it changed.
+// One run of a cascade. What a step needs runs once; what has run before is run again when
+// something under it changed.
 struct Cascade {
   Curve& curve;
   Changed& changed;
   std::wstring& error;
 
-  bool Run(bool (*step)(Curve&, Changed&, std::wstring&)) { return step(curve, changed, error); }
   bool Has(Curve::Status bits) const { return curve.CheckAllStatus(bits); }
   bool UsesThreshold() const { return curve.peakDetectParams.ThresholdInUse; }
 
-  bool BaselineAndNoise() { return DoBaselineAndNoise(curve, curve.noiseParams, changed, error); }
+  bool Run(EvalType step) { return RunStepOf(step, curve, changed, error); }
+  bool Run(EvalType first, EvalType second) {
+    if (FusedSteps* fused = FindFusion(first, second)) return fused(curve, nullptr, changed, error);
+    return Run(first) && Run(second);
+  }
+  bool BaselineAndNoiseOnce() {
+    const bool baseline = Has(Curve::STATUS_BASELINE);
+    const bool noise = Has(Curve::STATUS_NOISE);
+    if (!baseline && !noise) return Run(EvalType::Baseline, EvalType::Noise);
+    return (baseline || Run(EvalType::Baseline)) && (noise || Run(EvalType::Noise));
+  }
+  bool ThresholdOnce() { return Has(Curve::STATUS_THRESHOLD) || Run(EvalType::Threshold); }
   bool BaselineAndNoiseAgain() {
-    if (Has(Curve::STATUS_BASELINE) && Has(Curve::STATUS_NOISE)) return BaselineAndNoise();
+    if (Has(Curve::STATUS_BASELINE) && Has(Curve::STATUS_NOISE))
+      return Run(EvalType::Baseline, EvalType::Noise);
     return BaselineAgain() && NoiseAgain();
   }
-  bool BaselineAgain() { return !Has(Curve::STATUS_BASELINE) || Run(DoBaseline); }
-  bool NoiseAgain() { return !Has(Curve::STATUS_NOISE) || Run(DoNoise); }
-  bool PeaksAgain() { return !Has(Curve::STATUS_PEAKS) || Run(DoPeakDetect); }
+  bool BaselineAgain() { return !Has(Curve::STATUS_BASELINE) || Run(EvalType::Baseline); }
+  bool NoiseAgain() { return !Has(Curve::STATUS_NOISE) || Run(EvalType::Noise); }
+  bool PeaksAgain() { return !Has(Curve::STATUS_PEAKS) || Run(EvalType::PeakDetect); }
 };
 
 }  // namespace
 
+bool ExecuteCurveEvals(Curve& curve, const std::vector<CurveEval>& evals, Changed& changed,
+                       std::wstring& error) {
+  for (auto eval = evals.begin(); eval != evals.end(); ++eval) {
+    const auto next = eval + 1;
+    FusedSteps* fused = next != evals.end() ? FindFusion(eval->Type(), next->Type()) : nullptr;
+    if (fused == nullptr) {
+      if (!eval->Execute(curve, changed, error)) return false;
+    } else {
+      if (!eval->impl_->StoreParams(curve) || !fused(curve, next->impl_.get(), changed, error)) return false;
+      ++eval;
+    }
+  }
+  return true;
+}
+
 bool ExecuteSmooth(Curve& curve, Changed& changed, std::wstring& error) {
   Cascade c{curve, changed, error};
-  return c.Run(DoSmooth) && c.BaselineAndNoiseAgain() && c.PeaksAgain();
+  return c.Run(EvalType::Smooth) && c.BaselineAndNoiseAgain() && c.PeaksAgain();
 }
 
 bool ExecuteBaseline(Curve& curve, Changed& changed, std::wstring& error) {
   Cascade c{curve, changed, error};
-  return c.Run(DoBaseline) && c.PeaksAgain();
+  return c.Run(EvalType::Baseline) && c.PeaksAgain();
 }
 
 bool ExecuteBaselineSubtract(Curve& curve, Changed& changed, std::wstring& error) {
   Cascade c{curve, changed, error};
-  return c.Run(DoBaselineSubtract) && c.NoiseAgain() && c.PeaksAgain();
+  return c.Run(EvalType::BaselineSubtract) && c.NoiseAgain() && c.PeaksAgain();
 }
 
 bool ExecuteNoise(Curve& curve, Changed& changed, std::wstring& error) {
   // As in the step itself, a failure of the numerics is a message to the user.
   try {
     Cascade c{curve, changed, error};
-    return c.Run(DoNoise) && c.PeaksAgain();
+    return c.Run(EvalType::Noise) && c.PeaksAgain();
   } catch (const std::exception& e) {
     error = TslNarrowToWideStr(e.what());
     return false;
@@ -58,22 +86,17 @@ bool ExecuteNoise(Curve& curve, Changed& changed, std::wstring& error) {
 
 bool ExecuteThreshold(Curve& curve, Changed& changed, std::wstring& error) {
   Cascade c{curve, changed, error};
-  return c.Run(DoThreshold) && (!c.UsesThreshold() || c.PeaksAgain());
+  return c.Run(EvalType::Threshold) && (!c.UsesThreshold() || c.PeaksAgain());
 }
 
 bool ExecuteThresholdSubtract(Curve& curve, Changed& changed, std::wstring& error) {
   Cascade c{curve, changed, error};
-  return c.Run(DoThresholdSubtract) && c.BaselineAndNoiseAgain() && c.PeaksAgain();
+  return c.Run(EvalType::ThresholdSubtract) && c.BaselineAndNoiseAgain() && c.PeaksAgain();
 }
 
 bool ExecutePeakDetect(Curve& curve, Changed& changed, std::wstring& error) {
   Cascade c{curve, changed, error};
-  const bool hasBaseline = c.Has(Curve::STATUS_BASELINE);
-  const bool hasNoise = c.Has(Curve::STATUS_NOISE);
-  if (!hasBaseline && !(hasNoise ? c.Run(DoBaseline) : c.BaselineAndNoise())) return false;
-  if (hasBaseline && !hasNoise && !c.Run(DoNoise)) return false;
-  if (c.UsesThreshold() && !c.Has(Curve::STATUS_THRESHOLD) && !c.Run(DoThreshold)) return false;
-  return c.Run(DoPeakDetect);
+  return c.BaselineAndNoiseOnce() && (!c.UsesThreshold() || c.ThresholdOnce()) && c.Run(EvalType::PeakDetect);
 }
 
 }  // namespace TslBL

@@ -1,10 +1,9 @@
 // The peak detection step: features, their description, and the selection of those that
 // meet the user's limits.
 
-#include <tslbl/curve/Commands.h>
+#include <tslbl/curve/EvalImpl.h>
 #include <tslbl/curve/Execute.h>
 #include <tslbl/curve/Step.h>
-#include <tslbl/curve/Steps.h>
 #include <tslbl/detect/DescribeAndSelect.h>
 #include <tslbl/detect/PeakDetectLog.h>
 #include <algorithm>
@@ -14,11 +13,11 @@ namespace TslBL {
 namespace {
 
 constexpr StepRule kPeakDetect = {
+    .command = EvalType::PeakDetect,
     .needs = Curve::STATUS_Y | Curve::STATUS_X | Curve::STATUS_BASELINE | Curve::STATUS_NOISE,
     .needsPoints = Points::Paired,
     .adds = Curve::STATUS_PEAKS,
     .mark = [](Changed& changed) { changed.peaks = true; },
-    .failure = kUnableToPeakDetect,
 };
 
 std::optional<SearchRange> QSearchRange(const Curve& curve) {
@@ -106,8 +105,7 @@ bool DoPeakDetect(Curve& curve, Changed& changed, std::wstring& error) {
                  [](const Curve& c) { return CurveEval(c.peakDetectParams); });
 }
 
-using PeakDetectImpl = EvalOf<EvalType::PeakDetect, PeakDetectParams, DoPeakDetect>;
-CurveEval::CurveEval(const PeakDetectParams& params) : impl_(new PeakDetectImpl(params)) {}
-CurveEval::EvalImpl* MakePeakDetect() { return new PeakDetectImpl; }
+CurveEval::CurveEval(const PeakDetectParams& params)
+    : impl_(new EvalOf<EvalType::PeakDetect, PeakDetectParams>(params)) {}
 
 }  // namespace TslBL

@@ -1,8 +1,8 @@
 #include <tslbl/detect/FindOnePeak.h>
 
 #include <tslbl/closed/math/peak/Features.h>
+#include <tslbl/curve/CommandTable.h>
 #include <tslbl/curve/Execute.h>
-#include <tslbl/curve/Steps.h>
 #include <tslbl/detect/DescribeAndSelect.h>
 #include <tslbl/detect/FindPeak.h>
 #include <tslbl/detect/PeakWalks.h>
@@ -11,13 +11,17 @@
 namespace TslBL {
 namespace {
 
-bool HasBaselineAndNoise(Curve& curve) {
+// Runs the step unless the curve has what it gives.
+bool Has(Curve& curve, Curve::Status status, EvalType step) {
   Changed changed;
   std::wstring error;
-  if (!curve.CheckAllStatus(Curve::STATUS_BASELINE) && !DoBaseline(curve, changed, error)) return false;
-  if (!curve.CheckAllStatus(Curve::STATUS_NOISE) && !DoNoise(curve, changed, error)) return false;
-  return curve.baseline.size() == curve.yAxis.size() && curve.noise.size() == curve.yAxis.size() &&
-         curve.xAxis.size() == curve.yAxis.size();
+  return curve.CheckAllStatus(status) || RunStepOf(step, curve, changed, error);
+}
+
+bool HasBaselineAndNoise(Curve& curve) {
+  return Has(curve, Curve::STATUS_BASELINE, EvalType::Baseline) &&
+         Has(curve, Curve::STATUS_NOISE, EvalType::Noise) && curve.baseline.size() == curve.yAxis.size() &&
+         curve.noise.size() == curve.yAxis.size() && curve.xAxis.size() == curve.yAxis.size();
 }
 
 // The span of the maximum around a point.
