@@ -107,10 +107,19 @@ TEST(BaselineAndNoise, AnAxisTooShortForTheNoiseLeavesTheBaseline) {
   TestCurve curve = Ripples();
   curve.xAxis.pop_back();
   curve.noise = {1.0, 2.0};
-  ExpectTheSame({BaselineParams(), NoiseParams()}, curve);
-  InAChain({BaselineParams(), NoiseParams()}, curve);
+  NoiseParams noise;
+  noise.AlgAuto = NoiseParams::AutoAlgs::Dispersion;
+  ExpectTheSame({BaselineParams(), noise}, curve);
+  InAChain({BaselineParams(), noise}, curve);
   EXPECT_EQ(curve.baseline.size(), curve.yAxis.size());
   EXPECT_EQ(curve.noise, (std::vector<double>{1.0, 2.0}));
+}
+
+TEST(BaselineAndNoise, InOnePassNeedNoXForEachPoint) {
+  TestCurve curve = Ripples();
+  curve.xAxis.pop_back();
+  ExpectTheSame({BaselineParams(), NoiseParams()}, curve);
+  EXPECT_EQ(InAChain({BaselineParams(), NoiseParams()}, curve), Success("baseline noise"));
 }
 
 TEST(BaselineAndNoise, ACascadeGivesTheSameAsItsSteps) {

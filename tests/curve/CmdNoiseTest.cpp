@@ -5,6 +5,7 @@
 #include <tslbl/closed/math/baseline/Noise.h>
 #include <tslbl/curve/Execute.h>
 #include <cmath>
+#include <limits>
 
 using namespace TslBL;
 using namespace tests;
@@ -84,6 +85,64 @@ TEST(NoiseStep, FailsForAnAlgorithmThatDoesNotExist) {
   EXPECT_EQ(RunCommand(Automatic(4), curve), Failure(L"Unable to noise."));
   EXPECT_FALSE(curve.CheckAnyStatus(Curve::STATUS_NOISE));
   EXPECT_EQ(History(curve), "");
+}
+
+TEST(NoiseStep, NeedsAnXForEachPointWhereItReadsX) {
+  const struct {
+    NoiseParams params;
+    bool readsX;
+  } rows[] = {{Automatic(0), false}, {Automatic(1), true},       {Automatic(2), true},
+              {Automatic(3), false}, {Manual(0.0, 100.0), true}, {Manual(100.0, 0.0), true}};
+  for (const auto& [params, readsX] : rows)
+    for (const std::size_t points : {kPoints - 1, kPoints + 1, 1U}) {
+      TestCurve curve = Rippled();
+      curve.xAxis = Count(points);
+      const TestCurve before = curve;
+      EXPECT_EQ(RunCommand(params, curve), readsX ? Failure(L"Unable to noise.") : Success("noise"));
+      EXPECT_EQ(curve.noise.size(), readsX ? before.noise.size() : kPoints);
+    }
+}
+
+TEST(NoiseStep, GivesTheSameWhateverTheAxisThatItDoesNotRead) {
+  for (const std::uint32_t alg : {0U, 3U}) {
+    TestCurve paired = Rippled();
+    TestCurve single = Rippled();
+    single.xAxis = {1.0};
+    RunCommand(Automatic(alg), paired);
+    RunCommand(Automatic(alg), single);
+    EXPECT_EQ(paired.noise, single.noise);
+  }
+}
+
+TEST(NoiseStep, NeedsAnAxisThoughItDoesNotReadIt) {
+  for (const NoiseParams& params : {Automatic(0), Automatic(3), Manual(0.0, 100.0)}) {
+    TestCurve curve = Rippled();
+    curve.xAxis.clear();
+    EXPECT_EQ(RunCommand(params, curve), Failure(L"Unable to noise."));
+  }
+}
+
+TEST(ManualNoise, OfTheWholeCurveNeedsNoXForEachPoint) {
+  TestCurve curve = CurveOf("1 3 2 7 109", "1 2");
+  curve.status = Curve::STATUS_Y;
+  EXPECT_EQ(ManualNoise(Manual(1.0, 3.0), curve), 108.0);
+}
+
+TEST(ManualNoise, PeakToPeakPassesOverWhatIsNoNumber) {
+  constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+  const std::vector<double> curves[] = {
+      {kNaN, 1, 3, 2, 7}, {1, kNaN, 3, 2, 7}, {1, 3, 2, 7, kNaN}, {kNaN, kNaN, 7, kNaN, 1}};
+  for (const std::vector<double>& y : curves) EXPECT_EQ(ManualNoise(Manual(4.0, 1.0), CurveOf(y)), 6.0);
+}
+
+TEST(ManualNoise, IsNaNWhereThereIsNoNumberToMeasure) {
+  constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+  for (const auto alg : {NoiseParams::ManAlgs::PeakToPeak, NoiseParams::ManAlgs::SixTimesSD}) {
+    TestCurve curve = CurveOf(std::vector<double>{1, kNaN, kNaN, 2});
+    EXPECT_EQ(RunCommand(Manual(1.0, 3.0, alg), curve), Success("noise"));
+    for (const double noise : curve.noise) EXPECT_TRUE(std::isnan(noise));
+    EXPECT_EQ(QSignalToNoise(9.0, 1.0, curve.noise[0]), 9e99);
+  }
 }
 
 TEST(ManualNoise, IsTheSpanOfTheStretchWithoutItsLastPoint) {

@@ -369,6 +369,21 @@ TEST(ExecuteCurveEvals, RunsTheCommandsInTheirOrder) {
   EXPECT_EQ(History(curve), "Threshold, Baseline, Baseline Subtract, Threshold");
 }
 
+TEST(ExecuteCurveEvals, RunsTheCurvesOwnHistoryOnce) {
+  TestCurve curve = CurveOf("0 1 5 9 5 1 0 0");
+  const std::vector<CurveEval> chain = {CurveEval(SampleSmooth()), CurveEval(SampleBaseline()),
+                                        CurveEval(SampleNoise()), CurveEval(SampleThreshold())};
+  RunChain(chain, curve);
+  TestCurve twice = curve;
+  RunChain(chain, twice);
+  const Outcome outcome =
+      RunOn([](Curve& c, Changed& changed,
+               std::wstring& error) { return ExecuteCurveEvals(c, c.evals, changed, error); },
+            curve);
+  EXPECT_EQ(outcome, Success("yAxis baseline noise threshold"));
+  EXPECT_EQ(curve, twice);
+}
+
 TEST(ExecuteCurveEvals, StopsAtTheFirstFailureAndKeepsWhatRanBefore) {
   TestCurve curve = CurveOf("0 1 5 9 5 1 0 0");
   const Outcome outcome =

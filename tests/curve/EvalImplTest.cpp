@@ -27,9 +27,9 @@ OPDParams Params() {
 }
 
 Outcome RunImpl(const CurveEval::EvalImpl& command, Curve& curve) {
-  return RunOn([&](Curve& c, Changed& changed,
-                   std::wstring& error) { return command.Execute(c, changed, error); },
-               curve);
+  return RunOn(
+      [&](Curve& c, Changed& changed, std::wstring& error) { return command.Execute(c, changed, error); },
+      curve);
 }
 
 }  // namespace

@@ -6,7 +6,7 @@
 #include <RecordCheck.h>
 #include <curve/FailingAllocations.h>
 #include <tslbl/closed/common/Text.h>
-#include <tslbl/curve/CurveEval.h>
+#include <tslbl/curve/CommandTable.h>
 #include <tslbl/curve/Execute.h>
 #include <tslbl/detect/FindOnePeak.h>
 #include <tslbl/spectrum/CountRate.h>
@@ -126,6 +126,39 @@ TEST(AllocationFault, ACommandIsInTheHistoryIfAndOnlyIfItRan) {
         EXPECT_EQ(spectrum.yAxis, before.yAxis);
         EXPECT_EQ(spectrum.status, before.status);
       }
+    });
+  }
+}
+
+// A spectrum on which every command may run, with values of all that commands compute.
+Spectrum Complete() {
+  Spectrum spectrum = Evaluated();
+  Changed changed;
+  std::wstring error;
+  ExecuteThreshold(spectrum, changed, error);
+  return spectrum;
+}
+
+TEST(AllocationFault, ACommandThatFailedLeftAllThatTheCurveHolds) {
+  std::vector<CurveEval> commands = EachCommand();
+  for (const CommandRow& row : CommandTable())
+    if (row.type != EvalType::Empty) commands.push_back(row.make());
+  const Spectrum before = Complete();
+  for (const CurveEval& command : commands) {
+    SCOPED_TRACE(TslCommon::ToUtf8(command.TypeText()));
+    const auto run = [&](Spectrum& spectrum) {
+      Changed changed;
+      std::wstring error;
+      command.Execute(spectrum, changed, error);
+    };
+    FailEach(Complete, run, [&](const Spectrum& spectrum, bool failed) {
+      EXPECT_EQ(spectrum.evals.size(), before.evals.size() + (failed ? 0 : 1));
+      if (!failed) return;
+      EXPECT_EQ(spectrum.yAxis, before.yAxis);
+      EXPECT_EQ(spectrum.baseline, before.baseline);
+      EXPECT_EQ(spectrum.noise, before.noise);
+      EXPECT_EQ(spectrum.peaks, before.peaks);
+      EXPECT_EQ(spectrum.status, before.status);
     });
   }
 }

@@ -25,29 +25,33 @@ constexpr StepRule kBaselineSubtract = {
     .mark = [](Changed& changed) { changed.yAxis = changed.baseline = true; },
 };
 
-// `noise` is null, or as for DoBaseline.
-bool ComputeBaseline(Curve& curve, double* noise) {
+// Fills `out`; false for an algorithm that does not exist. `out.noise` is null, or as for
+// DoBaseline.
+bool AutomaticBaseline(const Curve& curve, const TslMath::BaselineAndNoise& out) {
   const BaselineParams& p = curve.baselineParams;
   const double* y = curve.yAxis.data();
   const std::uint32_t n = curve.QNumPoints();
-  if (!p.Auto) {
-    curve.baseline.assign(n, p.ManVal);
-    return true;
-  }
-  curve.baseline.resize(n);
-  double* out = curve.baseline.data();
   switch (p.Alg) {
     case BaselineParams::VFBaseline:
-      TslMath::FollowValleys(y, n, p.SegSize, {out, noise});
+      TslMath::FollowValleys(y, n, p.SegSize, out);
       return true;
     case BaselineParams::Adaptive:
-      TslMath::APBMorph(y, n, p.SegSize, p.Window, out);
+      TslMath::APBMorph(y, n, p.SegSize, p.Window, out.baseline);
       return true;
     case BaselineParams::LinearFitSD:
-      TslMath::FitLinesSD(y, n, p.SegSize, p.Points, p.Width, {out, noise});
+      TslMath::FitLinesSD(y, n, p.SegSize, p.Points, p.Width, out);
       return true;
   }
   return false;
+}
+
+bool ComputeBaseline(Curve& curve, double* noise) {
+  if (curve.baselineParams.Auto)
+    return ReplaceValues(curve, Curve::STATUS_BASELINE, curve.baseline, [&](double* out) {
+      return AutomaticBaseline(curve, {out, noise});
+    });
+  curve.baseline.assign(curve.yAxis.size(), curve.baselineParams.ManVal);
+  return true;
 }
 
 bool SubtractBaseline(Curve& curve) {

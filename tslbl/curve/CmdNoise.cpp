@@ -4,8 +4,9 @@
 #include <tslbl/closed/math/baseline/Noise.h>
 #include <tslbl/curve/BaselineAndNoiseSteps.h>
 #include <tslbl/curve/Step.h>
-#include <algorithm>
 #include <exception>
+#include <limits>
+#include <span>
 
 namespace TslBL {
 namespace {
@@ -13,10 +14,21 @@ namespace {
 constexpr StepRule kNoise = {
     .command = EvalType::Noise,
     .needs = Curve::STATUS_Y,
-    .needsPoints = Points::Paired,
+    .needsPoints = Points::Some,
     .adds = Curve::STATUS_NOISE,
     .mark = [](Changed& changed) { changed.noise = true; },
 };
+
+// What is no number says nothing about the noise: it is passed over. NaN if there is nothing else.
+double PeakToPeak(std::span<const double> y) {
+  double lowest = std::numeric_limits<double>::infinity();
+  double highest = -lowest;
+  for (const double amplitude : y) {
+    if (amplitude < lowest) lowest = amplitude;
+    if (amplitude > highest) highest = amplitude;
+  }
+  return lowest <= highest ? highest - lowest : std::numeric_limits<double>::quiet_NaN();
+}
 
 // The noise of the stretch that the user named; of the whole curve if it is empty.
 double ManualNoise(const Curve& curve) {
@@ -27,22 +39,17 @@ double ManualNoise(const Curve& curve) {
     first = 0;
     last = curve.QNumPoints();
   }
-  const double* begin = curve.yAxis.data() + first;
-  const double* end = curve.yAxis.data() + last;
-  if (p.AlgMan == NoiseParams::ManAlgs::PeakToPeak) {
-    const auto [lowest, highest] = std::minmax_element(begin, end);
-    return *highest - *lowest;
-  }
-  return 6.0 * TslMath::StandardDeviation(begin, last - first);
+  const std::span<const double> stretch(curve.yAxis.data() + first, last - first);
+  if (p.AlgMan == NoiseParams::ManAlgs::PeakToPeak) return PeakToPeak(stretch);
+  return 6.0 * TslMath::StandardDeviation(stretch.data(), last - first);
 }
 
-bool AutomaticNoise(Curve& curve) {
+// Fills `out`; false for an algorithm that does not exist.
+bool AutomaticNoise(Curve& curve, double* out) {
   const NoiseParams& p = curve.noiseParams;
   const std::uint32_t n = curve.QNumPoints();
   double* x = curve.xAxis.data();
   double* y = curve.yAxis.data();
-  curve.noise.resize(n);
-  double* out = curve.noise.data();
   switch (p.AlgAuto) {
     case NoiseParams::AutoAlgs::VFNoise:
       TslMath::VFNoise(y, n, p.SegSize, out);
@@ -60,9 +67,19 @@ bool AutomaticNoise(Curve& curve) {
   return false;
 }
 
+// Gaps in the axis, or the ends of the stretch, which without STATUS_X is the whole curve.
+bool ReadsX(const Curve& curve) {
+  const NoiseParams& p = curve.noiseParams;
+  if (!p.Auto) return curve.CheckAllStatus(Curve::STATUS_X);
+  return p.AlgAuto == NoiseParams::AutoAlgs::Dispersion || p.AlgAuto == NoiseParams::AutoAlgs::Median;
+}
+
 bool ComputeNoise(Curve& curve) {
-  if (curve.noiseParams.Auto) return AutomaticNoise(curve);
-  curve.noise.assign(curve.QNumPoints(), ManualNoise(curve));
+  if (ReadsX(curve) && curve.xAxis.size() != curve.yAxis.size()) return false;
+  if (curve.noiseParams.Auto)
+    return ReplaceValues(curve, Curve::STATUS_NOISE, curve.noise,
+                         [&](double* out) { return AutomaticNoise(curve, out); });
+  curve.noise.assign(curve.yAxis.size(), ManualNoise(curve));
   return true;
 }
 

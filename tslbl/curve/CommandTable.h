@@ -41,7 +41,8 @@ inline bool RunStepOf(EvalType type, Curve& curve, Changed& changed, std::wstrin
 // Two steps, one right behind the other, that share work: the same result in less time. The
 // parameters of the first are in the curve. `second` holds those of the second, which reach
 // the curve when the first step has run; null if they are in the curve, too.
-using FusedSteps = bool(Curve& curve, const CurveEval::EvalImpl* second, Changed& changed, std::wstring& error);
+using FusedSteps = bool(Curve& curve, const CurveEval::EvalImpl* second, Changed& changed,
+                        std::wstring& error);
 
 struct FusionRow {
   EvalType first;

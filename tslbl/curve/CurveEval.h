@@ -99,7 +99,8 @@ class TSLBL_API CurveEval : public frame::SerialAndXml {
 };
 
 // Runs the commands in order and stops at the first that fails; those before it stay
-// applied. Imposes no order of its own.
+// applied. Imposes no order of its own. `evals` may be the curve's own history: the commands
+// that stand in it at the call run once more.
 TSLBL_API bool ExecuteCurveEvals(Curve& curve, const std::vector<CurveEval>& evals, Changed& changed,
                                  std::wstring& error);
 

@@ -1,6 +1,13 @@
 #pragma once
 // How the noise of a curve is found: per point by an algorithm, or as one number measured
 // on a stretch that the user knows to be free of peaks.
+//
+// PeakToPeak is the largest minus the smallest amplitude of the stretch. Amplitudes that are
+// NaN are passed over; where there are no others the noise is NaN. SixTimesSD is six times the
+// standard deviation of the stretch, and NaN if one of its amplitudes is not finite.
+//
+// Dispersion and Median look for gaps in the axis, and the stretch is one of the axis where the
+// curve has STATUS_X: these need an x for each y. The others read amplitudes alone.
 
 #include <tslbl/records/Record.h>
 #include <cstdint>

@@ -49,6 +49,22 @@ class HistoryEntry {
   bool kept_ = false;
 };
 
+// Lets `find(out)` compute a value for each point, or return false if it cannot, and puts them
+// in the place of `values`. Those that the status calls valid stay until all new ones are
+// there: work that ends half-way, as memory may, must not leave its scratch in their place.
+// The memory of others is used again.
+template <class Find>
+bool ReplaceValues(Curve& curve, Curve::Status valid, std::vector<double>& values, Find find) {
+  const std::size_t n = curve.yAxis.size();
+  std::vector<double> found;
+  if (!curve.CheckAllStatus(valid)) found.swap(values);
+  found.resize(n);
+  const bool ok = find(found.data());
+  if (ok) values.swap(found);
+  values.resize(n);
+  return ok;
+}
+
 // Runs `compute(curve)`, which returns false if it cannot, with what `command(curve)` returns
 // in the history. On failure, also by an exception, it is not in the history, and `error`
 // holds the command's message. The entry comes first, as it takes memory: no curve may have
