@@ -83,7 +83,7 @@ Output::~Output() {
 
 std::string Output::Part() const { return beside_ == Beside::Resumable ? temporary_ : ""; }
 
-void Output::GoOnBehind(std::uint64_t bytes) { kept_ = bytes; }
+void Output::ResumeAt(std::uint64_t bytes) { kept_ = bytes; }
 
 void Output::KeepPart() { keep_ = true; }
 

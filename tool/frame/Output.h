@@ -26,9 +26,9 @@ class Output {
  public:
   // How the file is named until Commit. Resumable: FILE.part, which stays if the process is
   // killed and can be gone on with. Only one process at a time may write it.
-  enum class Beside { Passing, Resumable };
+  enum class Beside { Temporary, Resumable };
 
-  explicit Output(const std::string& path, Beside beside = Beside::Passing);
+  explicit Output(const std::string& path, Beside beside = Beside::Temporary);
   ~Output();
   Output(const Output&) = delete;
   Output& operator=(const Output&) = delete;
@@ -37,7 +37,7 @@ class Output {
   std::string Part() const;
   // Keeps the first `bytes` of the part that an earlier process left, to go on behind them.
   // Without this the first Write replaces it.
-  void GoOnBehind(std::uint64_t bytes);
+  void ResumeAt(std::uint64_t bytes);
   // The part stays, even though there will be no Commit.
   void KeepPart();
 

@@ -4,11 +4,13 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <filesystem>
 #include <functional>
 #include <stdexcept>
 #include <string>
 
+#include <tool/FailingCall.h>
 #include <tool/ToolRun.h>
 #include <tool/frame/Output.h>
 
@@ -118,6 +120,21 @@ TEST(Output, AFullDiskIsToldWithTheFile) {
             "/dev/full: cannot be written: No space left on device");
 }
 
+TEST(Output, AnErrorAtTheEndIsToldAndKeepsWhatWasThere) {
+  for (const char* call : {"fsync", "fclose", "rename"}) {
+    const TempFile file("result", "old\n");
+    {
+      Output output(file.Path());
+      output.Write("new\n");
+      const FailingCall failing(call, EIO);
+      EXPECT_EQ(ErrorOf([&] { output.Commit(); }), file.Path() + ": cannot be written: Input/output error")
+          << call;
+    }
+    EXPECT_EQ(ReadFile(file.Path()), "old\n") << call;
+    EXPECT_THAT(NamesIn(file.Folder()), ElementsAre("result")) << call;
+  }
+}
+
 TEST(Output, AFolderOrNoPlaceIsToldBeforeAnythingIsWritten) {
   EXPECT_EQ(ErrorOf([] { Output("/tmp"); }), "/tmp: cannot be written: Is a directory");
   EXPECT_EQ(ErrorOf([] { Output("/no/such/result"); }),
@@ -173,11 +190,11 @@ TEST(ResumableOutput, StaysOnlyIfItIsKept) {
   EXPECT_EQ(ReadFile(path + ".part"), "one\n");
 }
 
-TEST(ResumableOutput, IsGoneOnWithBehindWhatIsWhole) {
+TEST(ResumableOutput, GoesOnBehindWhatIsWhole) {
   const TempFile part("result.part", "one\ntw");
   const std::string path = part.Folder() + "/result";
   Output output(path, Output::Beside::Resumable);
-  output.GoOnBehind(4);
+  output.ResumeAt(4);
   output.Write("two\n");
   output.Commit();
   EXPECT_EQ(ReadFile(path), "one\ntwo\n");

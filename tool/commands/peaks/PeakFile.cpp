@@ -10,18 +10,18 @@ bool PeakFile::CanResume(const std::string& format, const std::string& path) {
 
 PeakFile::PeakFile(const std::string& format, const std::string& path)
     : writer_(MakePeakWriter(format)),
-      output_(path, CanResume(format, path) ? Output::Beside::Resumable : Output::Beside::Passing) {}
+      output_(path, CanResume(format, path) ? Output::Beside::Resumable : Output::Beside::Temporary) {}
 
 const std::optional<TableEnd>& PeakFile::Resume() {
   if (!output_.Part().empty()) resumed_ = FindTableEnd(output_.Part(), writer_->Head());
-  if (resumed_) output_.GoOnBehind(resumed_->bytes);
+  if (resumed_) output_.ResumeAt(resumed_->bytes);
   return resumed_;
 }
 
 void PeakFile::RefuseToResume(std::uint32_t scan, const std::string& reason) {
   output_.KeepPart();
   throw InputError(output_.Part(), "scan " + std::to_string(scan),
-                   reason + "; without --resume it is begun anew");
+                   reason + "; without --resume it starts over");
 }
 
 std::string PeakFile::Part(const LoadedSpectrum& loaded) const {
