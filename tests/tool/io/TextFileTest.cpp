@@ -36,9 +36,9 @@ Result Read(const std::string& text, const std::string& name = "profile.txt") {
   return result;
 }
 
-std::string ErrorOf(const std::string& text) {
+std::string ErrorOf(const std::string& text, const std::string& name = "profile.txt") {
   try {
-    Read(text);
+    Read(text, name);
   } catch (const InputError& error) {
     return error.Place() + ": " + error.Reason();
   }
@@ -82,6 +82,13 @@ TEST(TextFile, LeavesOutThePrecursorLineOfDta) {
   const Result result = Read("850.4 2\n100 5\n101 6\n", "spectrum.dta");
   EXPECT_THAT(result.scan.mz, ElementsAre(100, 101));
   EXPECT_THAT(result.warnings, ElementsAre(HasSubstr("line 1 is the precursor line")));
+}
+
+TEST(TextFile, CountsThePrecursorLineOfDtaAmongTheLines) {
+  EXPECT_THAT(Read("850.4 2\n1.0 5\n1.2 6\n1.1 0\n1.3 7\n", "a.dta").warnings,
+              ElementsAre(HasSubstr("line 1 is"), HasSubstr("first at line 4")));
+  EXPECT_EQ(ErrorOf("850.4 2\n1 2\n2 3\n3 4\n1.5 5\n", "a.dta"), "line 5: m/z does not ascend: 1.5");
+  EXPECT_EQ(ErrorOf("850.4 2\n1 2\n2 x\n", "a.dta"), "line 3: \"x\" is not a number");
 }
 
 TEST(TextFile, PutsTheOverlapOfTwoSegmentsInOrderAndWarns) {
