@@ -43,9 +43,9 @@ FileLock::FileLock(const std::string& file) {
 
 FileLock::~FileLock() { close(descriptor_); }
 
-void TakeName(const std::string& file) {
+void CreateExclusive(const std::string& file) {
   const int descriptor = open(file.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-  if (descriptor < 0 && errno == EEXIST) Fail(file, "is there already, and may be somebody's tune");
+  if (descriptor < 0 && errno == EEXIST) Fail(file, "exists already");
   if (descriptor < 0) Fail(file, std::string("cannot be written: ") + std::strerror(errno));
   close(descriptor);
 }

@@ -21,6 +21,6 @@ class FileLock {
 
 // Makes an empty file of a name that nothing has, which makes the name one's own. Throws
 // std::runtime_error if there is anything.
-void TakeName(const std::string& file);
+void CreateExclusive(const std::string& file);
 
 }  // namespace TslTool

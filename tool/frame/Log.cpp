@@ -8,7 +8,7 @@
 namespace TslTool {
 
 void LogWarningsToStandardError() {
-  const auto layout = std::make_shared<log4cxx::PatternLayout>(LOG4CXX_STR("tslbl: %m%n"));
+  const auto layout = std::make_shared<log4cxx::PatternLayout>(LOG4CXX_STR("tslbl: warning: %m%n"));
   const auto root = log4cxx::Logger::getRootLogger();
   root->addAppender(
       std::make_shared<log4cxx::ConsoleAppender>(layout, log4cxx::ConsoleAppender::getSystemErr()));

@@ -4,7 +4,7 @@
 #include <tool/frame/Printable.h>
 #include <tool/io/Axis.h>
 #include <tool/io/MzMLText.h>
-#include <tool/io/Oddities.h>
+#include <tool/io/WarningCounts.h>
 #include <tool/io/XmlScanner.h>
 
 #include <algorithm>
@@ -128,7 +128,7 @@ struct MzMLFile::Impl {
   bool spent = false;
   std::string place;  // of the spectrum in hand
   std::optional<std::uint64_t> points;
-  Oddities oddities;
+  WarningCounts counts;
   std::vector<std::string> warnings;
 };
 
@@ -234,7 +234,7 @@ double MzMLFile::Impl::StartTime(const msdata::Spectrum& spectrum) {
     throw std::runtime_error("the scan start time is \"" + param.value + "\"");
   }
   if (param.units == cv::CVID_Unknown) {
-    oddities.Add("with a start time without a unit, taken as unknown", place);
+    counts.Add("with a start time without a unit, taken as unknown", place);
     return kUnknown;
   }
   return param.timeInSeconds();
@@ -247,7 +247,7 @@ bool MzMLFile::Impl::TakeArrays(const msdata::Spectrum& spectrum, Scan& scan) {
   const auto mz = spectrum.getMZArray();
   const auto amplitude = spectrum.getIntensityArray();
   if (amplitude && !mz) {
-    oddities.Add("without an m/z array, left out", place);
+    counts.Add("without an m/z array, left out", place);
     return false;
   }
   if (!mz || !amplitude)
@@ -270,8 +270,8 @@ void MzMLFile::Impl::SettleAxis(Scan& scan) {
   if (repair.disorder) {
     throw std::runtime_error("m/z does not ascend at point " + std::to_string(*repair.disorder + 1));
   }
-  if (repair.exchanged) oddities.Add("with neighbouring points in the wrong order, put in order", place);
-  if (repair.merged) oddities.Add("with repeated m/z values, averaged", place);
+  if (repair.exchanged) counts.Add("with neighbouring points in the wrong order, put in order", place);
+  if (repair.merged) counts.Add("with repeated m/z values, averaged", place);
 }
 
 void MzMLFile::Impl::CompareCount() {
@@ -302,7 +302,7 @@ std::optional<std::uint64_t> MzMLFile::Count() const { return impl_->announced; 
 std::string MzMLFile::Format() const { return "mzML"; }
 
 std::vector<std::string> MzMLFile::Warnings() const {
-  std::vector<std::string> texts = impl_->oddities.Texts();
+  std::vector<std::string> texts = impl_->counts.Texts();
   texts.insert(texts.end(), impl_->warnings.begin(), impl_->warnings.end());
   return texts;
 }

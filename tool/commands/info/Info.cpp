@@ -7,6 +7,7 @@
 #include <tool/frame/Interrupt.h>
 #include <tool/frame/Output.h>
 #include <tool/frame/Progress.h>
+#include <tool/frame/Warning.h>
 #include <tool/io/OpenScans.h>
 #include <tool/io/RunFile.h>
 #include <tslbl/closed/common/Text.h>
@@ -130,7 +131,7 @@ int RunInfo(const std::string& input) {
   Output output("");
   output.Write(IsDatabase(input) ? DescribeRun(input) : DescribeScans(input, warnings));
   output.Commit();
-  for (const std::string& warning : warnings) fmt::print(stderr, "tslbl: {}: {}\n", input, warning);
+  for (const std::string& warning : warnings) Warn(input + ": " + warning);
   return kDone;
 }
 

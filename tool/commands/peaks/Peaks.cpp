@@ -12,6 +12,7 @@
 #include <tool/frame/Interrupt.h>
 #include <tool/frame/Output.h>
 #include <tool/frame/Progress.h>
+#include <tool/frame/Warning.h>
 #include <tool/io/ScanOptions.h>
 #include <tslbl/closed/common/Text.h>
 #include <tslbl/curve/CurveEval.h>
@@ -67,9 +68,8 @@ void RequireStretch(const std::string& input, const std::optional<RealRange>& st
         fmt::format("there are no two points from m/z {} to {} {}", stretch->from, stretch->to, purpose));
 }
 
-void Warn(const SpectrumSource& source, const std::string& name) {
-  for (const std::string& warning : source.Warnings())
-    std::cerr << "tslbl: " << name << ": " << warning << '\n';
+void WarnOf(const SpectrumSource& source, const std::string& name) {
+  for (const std::string& warning : source.Warnings()) Warn(name + ": " + warning);
 }
 
 void RequireSafeFiles(const PeaksArguments& arguments) {
@@ -80,7 +80,7 @@ void RequireSafeFiles(const PeaksArguments& arguments) {
 
 void WarnOfNoPeaks(const std::string& file, const std::vector<TslBL::CurveEval>& chain) {
   if (std::ranges::none_of(chain, [](const auto& eval) { return eval.TypeText() == L"Peak Detect"; }))
-    std::cerr << "tslbl: " << file << ": no command \"Peak Detect\", so no peaks\n";
+    Warn(file + ": no command \"Peak Detect\", so no peaks");
 }
 
 int ShowChain(const std::vector<TslBL::CurveEval>& chain, const std::string& path) {
@@ -169,7 +169,7 @@ int EvaluateInput(const PeaksArguments& arguments, const Options& options, PeakF
   if (EvaluateAll(arguments, name, *source, chain, peaks) == 0)
     throw InputError(name, "",
                      wanted.WantsAll() ? "holds no spectrum" : "holds no spectrum that was asked for");
-  Warn(*source, name);
+  WarnOf(*source, name);
   return kDone;
 }
 

@@ -42,7 +42,7 @@ void WriteScans(const Simulator& simulator, RunWriter& run, Output* truth) {
 }
 
 int RunSimulate(const SimulateArguments& arguments) {
-  if (arguments.output.empty()) throw UsageError("--output is missing: where shall the run go?");
+  if (arguments.output.empty()) throw UsageError("--output FILE is required");
   if (!arguments.truth.empty() && SameFile(arguments.truth, arguments.output))
     throw UsageError("--truth: " + arguments.truth + " is the --output as well");
   const std::uint32_t scans = arguments.scans.value_or(Simulator::kDefaultScans);

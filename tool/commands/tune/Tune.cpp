@@ -56,7 +56,7 @@ int RunNew(const NewArguments& arguments) {
   Require(arguments.output, "--output");
   RequireForm(arguments.to);
   const DevTuneRules rules(arguments.probe == "apci" ? TslBL::Probes::APCI : TslBL::Probes::ESI);
-  TakeName(arguments.output);
+  CreateExclusive(arguments.output);
   try {
     Save(rules, FormFor(arguments.to, arguments.output), arguments.output);
   } catch (...) {

@@ -7,14 +7,10 @@
 #include <tool/commands/tune/TuneFaults.h>
 #include <tool/frame/Output.h>
 #include <algorithm>
-#include <iostream>
 
 namespace TslTool {
 
 using TslBL::Tune;
-
-// One that cannot be shown must not undo what was done.
-void Warn(const std::string& text) { std::cerr << "tslbl: warning: " << text << std::endl; }
 
 TuneFile LoadAndTell(const std::string& file) {
   TuneFile loaded = LoadTune(file);

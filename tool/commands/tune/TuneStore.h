@@ -2,13 +2,11 @@
 // Tunes from and to files, as the commands use them: what is odd is told on standard error.
 
 #include <tool/commands/tune/TuneFile.h>
+#include <tool/frame/Warning.h>
 #include <string>
 #include <vector>
 
 namespace TslTool {
-
-// A line on standard error; never fails.
-void Warn(const std::string& text);
 
 // As LoadTune; tells what the document lacks.
 TuneFile LoadAndTell(const std::string& file);

@@ -55,7 +55,7 @@ TEST(Info, WhatIsOddIsToldOnStandardError) {
   const Outcome outcome = RunTool({"info", file.Path()});
   EXPECT_EQ(outcome.status, 0);
   EXPECT_THAT(outcome.out, StartsWith("file          " + file.Path()));
-  EXPECT_THAT(outcome.err, HasSubstr(file.Path() + ": m/z does not ascend everywhere"));
+  EXPECT_THAT(outcome.err, HasSubstr("tslbl: warning: " + file.Path() + ": m/z does not ascend everywhere"));
 }
 
 TEST(Info, WithoutInputItIsWrongUsage) {

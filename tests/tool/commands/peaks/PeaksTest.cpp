@@ -152,7 +152,7 @@ TEST(Peaks, AChainThatFindsNoneSaysSo) {
   const TempFile chain("chain.xml", "<CurveEvals/>");
   const Outcome outcome = RunTool({"peaks", DemoRun::Get().Run(), "--scan", "5", "--chain", chain.Path()});
   EXPECT_EQ(outcome.status, 0);
-  EXPECT_EQ(outcome.err, "tslbl: " + chain.Path() + ": no command \"Peak Detect\", so no peaks\n");
+  EXPECT_EQ(outcome.err, "tslbl: warning: " + chain.Path() + ": no command \"Peak Detect\", so no peaks\n");
 }
 
 TEST(Peaks, NotANumberHasNoSign) {

@@ -57,7 +57,7 @@ TEST(Simulate, WrongUsageIsStatus2) {
   const TempFile folder("x", "");
   const std::string run = folder.Folder() + "/a.run";
   const std::pair<Arguments, const char*> cases[] = {
-      {{"simulate"}, "tslbl: --output is missing"},
+      {{"simulate"}, "tslbl: --output FILE is required"},
       {{"simulate", "-o", run, "--scans", "0"}, "tslbl: --scans: there must be at least one"},
       {{"simulate", "-o", run, "--scans", "-1"}, "tslbl: --scans: \"-1\" is not a whole number"},
       {{"simulate", "-o", run, "--truth", run}, "tslbl: --truth: "}};

@@ -53,7 +53,7 @@ TEST_F(TuneTest, NewWritesTheFormThatIsAskedFor) {
 
 TEST_F(TuneTest, NewReplacesNoTune) {
   const Outcome outcome = RunRefused({"tune", "new", "--output", Path("esi.xml")}, 1, Path("esi.xml"));
-  EXPECT_THAT(outcome.err, HasSubstr(Path("esi.xml") + ": is there already"));
+  EXPECT_THAT(outcome.err, HasSubstr(Path("esi.xml") + ": exists already"));
 }
 
 TEST_F(TuneTest, NewTunesAreAccepted) {

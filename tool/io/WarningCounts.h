@@ -10,7 +10,7 @@
 
 namespace TslTool {
 
-class Oddities {
+class WarningCounts {
  public:
   // `what` completes the sentence "N spectra ...".
   void Add(const std::string& what, const std::string& place) {

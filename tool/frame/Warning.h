@@ -1,0 +1,12 @@
+#pragma once
+// What is odd and does not stop the work.
+
+#include <string>
+
+namespace TslTool {
+
+// A line "tslbl: warning: TEXT" on standard error, where the text begins with the file that it
+// is about. Never fails: a warning that cannot be shown must not undo what was done.
+void Warn(const std::string& text);
+
+}  // namespace TslTool
