@@ -1,7 +1,9 @@
 #include <tool/io/RunFile.h>
 
+#include <tool/frame/FileLock.h>
 #include <tool/frame/InputError.h>
 #include <tool/io/Counts.h>
+#include <tool/io/Snapshot.h>
 #include <tslbl/Version.h>
 #include <tslbl/closed/common/Text.h>
 #include <tslbl/records/RecordForms.h>
@@ -25,12 +27,6 @@ constexpr const char* kSchema = R"sql(
                     tune_id INTEGER NOT NULL REFERENCES tune(id), tic REAL NOT NULL, points INTEGER NOT NULL,
                     encoding TEXT NOT NULL, counts BLOB NOT NULL);
 )sql";
-
-std::string PrepareNew(const std::string& file) {
-  std::error_code ignored;
-  if (std::filesystem::exists(file, ignored)) throw std::runtime_error(file + ": exists already");
-  return file;
-}
 
 // Runs `read`; what SQLite or a record finds wrong becomes an InputError with the place.
 template <class Read>
@@ -59,22 +55,28 @@ std::string PlaceOf(std::uint32_t number) { return "scan " + std::to_string(numb
 
 }  // namespace
 
-RunWriter::RunWriter(const std::string& file, const std::string& title)
-    : database_(PrepareNew(file), Database::Mode::Create) {
+RunWriter::RunWriter(const std::string& file, const std::string& title) {
+  CreateExclusive(file);
   try {
+    database_.emplace(file, Database::Mode::Create);
     Begin(title);
   } catch (...) {
+    database_.reset();
     RemoveRun(file);
     throw;
   }
 }
 
 void RunWriter::Begin(const std::string& title) {
-  database_.Execute("PRAGMA journal_mode = WAL; PRAGMA synchronous = NORMAL;");
-  database_.Execute("PRAGMA application_id = " + std::to_string(kApplicationId));
-  database_.Execute("BEGIN");
-  database_.Execute(kSchema);
-  Statement insert(database_, "INSERT INTO run VALUES (?, ?)");
+  // To turn a file to its log, and back in Finish, is one write within its first sector, so a
+  // journal on the disk would make it no safer. But one that a killed writer leaves would have
+  // to be rolled back, which readers must not do.
+  database_->SetJournalMode("memory");
+  database_->SetJournalMode("wal");
+  database_->Execute("PRAGMA synchronous = NORMAL; BEGIN;");
+  database_->Execute("PRAGMA application_id = " + std::to_string(kApplicationId));
+  database_->Execute(kSchema);
+  Statement insert(*database_, "INSERT INTO run VALUES (?, ?)");
   const std::pair<std::string, std::string> rows[] = {{"format", std::to_string(kFormat)},
                                                       {"writer", "tslbl " TSLBL_VERSION},
                                                       {"created", std::to_string(std::time(nullptr))},
@@ -84,14 +86,14 @@ void RunWriter::Begin(const std::string& title) {
     insert.Bind(2, std::string_view(value));
     insert.Run();
   }
-  database_.Execute("COMMIT");
-  insertScan_ = std::make_unique<Statement>(database_,
+  database_->Execute("COMMIT");
+  insertScan_ = std::make_unique<Statement>(*database_,
                                             "INSERT INTO scan(id, time_stamp, tune_id, tic, points, "
                                             "encoding, counts) VALUES (?, ?, ?, ?, ?, ?, ?)");
 }
 
 void RunWriter::AddTune(std::uint32_t id, const TslBL::Tune& tune) {
-  Statement insert(database_, "INSERT INTO tune VALUES (?, ?, ?, ?)");
+  Statement insert(*database_, "INSERT INTO tune VALUES (?, ?, ?, ?)");
   const std::string name = TslCommon::ToUtf8(tune.Info.Name);
   const std::string record = TslBL::ToBytes(tune);
   const std::string document = TslCommon::ToUtf8(TslBL::ToXml(tune));
@@ -116,20 +118,26 @@ void RunWriter::AddScan(const TslBL::RawSpectrum& raw) {
 
 void RunWriter::Finish() {
   insertScan_.reset();
-  database_.Execute("PRAGMA wal_checkpoint(TRUNCATE); PRAGMA journal_mode = DELETE;");
+  database_->Execute("PRAGMA wal_checkpoint(TRUNCATE)");
+  try {
+    database_->SetJournalMode("memory");
+  } catch (const SqliteError& error) {
+    if (error.Code() != SQLITE_BUSY) throw;  // a reader has it open, to whom the log belongs as well
+  }
 }
 
 void RemoveRun(const std::string& file) {
   std::error_code ignored;
-  for (const char* companion : {"", "-wal", "-shm"}) std::filesystem::remove(file + companion, ignored);
+  for (const char* companion : {"", "-journal", "-wal", "-shm"})
+    std::filesystem::remove(file + companion, ignored);
 }
 
 RunReader::RunReader(const std::string& file, const ScanFilter& filter)
-    : database_(file, Database::Mode::Read) {
+    : database_(AtPlace(file, "", [&] { return OpenSnapshot(file); })) {
   AtPlace(file, "", [this] { ReadHeader(); });
   AtPlace(file, "", [this] { ReadTunes(); });
   AtPlace(file, "table scan", [&] {
-    Statement count(database_, "SELECT count(*) FROM scan");
+    Statement count(*database_, "SELECT count(*) FROM scan");
     count.Next();
     count_ = static_cast<std::uint64_t>(count.Integer(0));
     // Without a wish nothing is compared, so that no row with odd values stays unseen. The
@@ -137,8 +145,8 @@ RunReader::RunReader(const std::string& file, const ScanFilter& filter)
     const std::string wish =
         filter.WantsAll() ? "" : "WHERE number BETWEEN ? AND ? AND time_stamp / 1000.0 BETWEEN ? AND ? ";
     scans_ = std::make_unique<Statement>(
-        database_, "SELECT number, id, time_stamp, tune_id, tic, points, encoding, counts FROM scan " + wish +
-                       "ORDER BY number");
+        *database_, "SELECT number, id, time_stamp, tune_id, tic, points, encoding, counts FROM scan " +
+                        wish + "ORDER BY number");
     if (wish.empty()) return;
     scans_->Bind(1, std::int64_t{filter.firstNumber});
     scans_->Bind(2, std::int64_t{filter.lastNumber});
@@ -148,10 +156,13 @@ RunReader::RunReader(const std::string& file, const ScanFilter& filter)
 }
 
 void RunReader::ReadHeader() {
-  Statement id(database_, "PRAGMA application_id");
+  Statement version(*database_, "PRAGMA schema_version");
+  if (version.Next() && version.Integer(0) == 0)
+    throw std::runtime_error("is empty, as a run is whose writer was ended at once");
+  Statement id(*database_, "PRAGMA application_id");
   if (!id.Next() || id.Integer(0) != kApplicationId)
     throw std::runtime_error("is an SQLite file, but not a run of raw counts");
-  Statement rows(database_, "SELECT key, value FROM run");
+  Statement rows(*database_, "SELECT key, value FROM run");
   std::string format;
   while (rows.Next()) {
     if (rows.Bytes(0) == "format") format = rows.Bytes(1);
@@ -163,10 +174,10 @@ void RunReader::ReadHeader() {
 }
 
 void RunReader::ReadTunes() {
-  Statement rows(database_, "SELECT id, record FROM tune");
+  Statement rows(*database_, "SELECT id, record FROM tune");
   while (rows.Next()) {
     const std::uint32_t id = Unsigned32(rows, 0, "tune id");
-    AtPlace(database_.File(), "tune " + std::to_string(id),
+    AtPlace(database_->File(), "tune " + std::to_string(id),
             [&] { TslBL::ReadBytes(rows.Bytes(1), tunes_[id]); });
   }
 }
@@ -181,10 +192,10 @@ bool RunReader::Next(std::uint32_t& number, TslBL::RawSpectrum& raw) {
 
 bool RunReader::Next(PackedScan& scan) {
   const std::string behind = last_ == 0 ? "first scan" : "behind scan " + std::to_string(last_);
-  if (!AtPlace(database_.File(), behind, [this] { return scans_->Next(); })) return false;
-  scan.number = AtPlace(database_.File(), behind, [this] { return Unsigned32(*scans_, 0, "scan number"); });
+  if (!AtPlace(database_->File(), behind, [this] { return scans_->Next(); })) return false;
+  scan.number = AtPlace(database_->File(), behind, [this] { return Unsigned32(*scans_, 0, "scan number"); });
   last_ = scan.number;
-  AtPlace(database_.File(), PlaceOf(scan.number), [&] {
+  AtPlace(database_->File(), PlaceOf(scan.number), [&] {
     scan.info.Id = Unsigned32(*scans_, 1, "id");
     scan.info.TimeStamp = Unsigned32(*scans_, 2, "time stamp");
     scan.info.TuneId = Unsigned32(*scans_, 3, "tune id");
@@ -198,7 +209,7 @@ bool RunReader::Next(PackedScan& scan) {
 }
 
 void RunReader::Unpack(const PackedScan& scan, TslBL::RawSpectrum& raw) const {
-  AtPlace(database_.File(), PlaceOf(scan.number), [&] {
+  AtPlace(database_->File(), PlaceOf(scan.number), [&] {
     raw.info = scan.info;
     UnpackCounts(scan.encoding, scan.counts, scan.points, raw.counts);
     if (!std::ranges::all_of(raw.counts, [](double c) { return std::isfinite(c); }))
@@ -209,7 +220,7 @@ void RunReader::Unpack(const PackedScan& scan, TslBL::RawSpectrum& raw) const {
 const TslBL::Tune& RunReader::TuneOf(std::uint32_t number, const TslBL::RawSpectrum& raw) const {
   const auto found = tunes_.find(raw.info.TuneId);
   if (found == tunes_.end())
-    throw InputError(database_.File(), PlaceOf(number),
+    throw InputError(database_->File(), PlaceOf(number),
                      "tune " + std::to_string(raw.info.TuneId) + " is not in the run");
   return found->second;
 }

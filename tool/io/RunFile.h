@@ -1,7 +1,8 @@
 #pragma once
 // A run: the scans of one acquisition as the instrument delivered them, with the tunes that
 // acquired them, in one SQLite file that other programs can query. While it is written, and
-// after a writer was killed, FILE-wal and FILE-shm stand beside it and belong to it.
+// after a writer was killed, FILE-wal stands beside it and belongs to it, and FILE-shm, which
+// SQLite makes again where it is missing.
 //
 //   run(key TEXT PRIMARY KEY, value TEXT)            "format", "writer", "created", "title"
 //   tune(id INTEGER PRIMARY KEY, name, record, document)   the tune as binary record and XML
@@ -10,8 +11,9 @@
 // number counts from 1; id, time_stamp (milliseconds), tune_id and tic (counts) are those of
 // RawSpectrumInfo; counts holds `points` pulse counts, one a mass DAC step, see Counts.h.
 //
-// Each scan is a transaction of its own: a writer that is killed loses at most the scan in
-// hand. A reader holds one scan at a time, whatever the length of the run.
+// Each scan is a transaction of its own: a writer that is killed, at whatever moment, loses at
+// most the scan in hand. A reader holds one scan at a time, whatever the length of the run, and
+// may read while another process writes.
 
 #include <tool/io/Scan.h>
 #include <tool/io/Sqlite.h>
@@ -20,6 +22,7 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace TslTool {
@@ -31,14 +34,14 @@ class RunWriter {
   void AddTune(std::uint32_t id, const TslBL::Tune& tune);
   // Scans come in order; the first has number 1.
   void AddScan(const TslBL::RawSpectrum& raw);
-  // Makes it one file without companions. A writer that goes without it leaves a run that
-  // can be read all the same.
+  // Makes it one file without companions, or keeps them if somebody reads it just now, for whom
+  // it waits 5 s. A writer that goes without it leaves a run that can be read all the same.
   void Finish();
 
  private:
   void Begin(const std::string& title);
 
-  Database database_;
+  std::optional<Database> database_;
   std::unique_ptr<Statement> insertScan_;
 };
 
@@ -56,8 +59,8 @@ struct PackedScan {
 
 class RunReader {
  public:
-  // Throws InputError if the file is no run, or damaged. Every scan is handed out unless
-  // `filter` asks for some.
+  // What is written from now on is not seen. Throws InputError if the file is no run, or
+  // damaged. Every scan is handed out unless `filter` asks for some.
   explicit RunReader(const std::string& file, const ScanFilter& filter = {});
 
   // Fills `raw` with the next scan; false when there is none left. Throws InputError that
@@ -78,7 +81,7 @@ class RunReader {
   void ReadHeader();
   void ReadTunes();
 
-  Database database_;
+  std::unique_ptr<Database> database_;
   std::string title_;
   std::uint64_t count_ = 0;
   std::map<std::uint32_t, TslBL::Tune> tunes_;

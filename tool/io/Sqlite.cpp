@@ -1,20 +1,15 @@
 #include <tool/io/Sqlite.h>
 
 #include <cstring>
-#include <stdexcept>
 
 namespace TslTool {
-namespace {
 
-constexpr int kPatience = 5000;  // milliseconds that another program may hold the file
-
-}  // namespace
-
-Database::Database(const std::string& file, Mode mode) : file_(file) {
+Database::Database(const std::string& file, Mode mode, const std::string& name)
+    : name_(name.empty() ? file : name) {
   const int flags = mode == Mode::Read ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE;
   // SQLite keeps names with a colon in front for itself.
-  const std::string name = file.starts_with(':') ? "./" + file : file;
-  if (sqlite3_open_v2(name.c_str(), &handle_, flags, nullptr) == SQLITE_OK) {
+  const std::string path = file.starts_with(':') ? "./" + file : file;
+  if (sqlite3_open_v2(path.c_str(), &handle_, flags, nullptr) == SQLITE_OK) {
     sqlite3_busy_timeout(handle_, kPatience);
     return;
   }
@@ -22,7 +17,7 @@ Database::Database(const std::string& file, Mode mode) : file_(file) {
   if (const int error = handle_ != nullptr ? sqlite3_system_errno(handle_) : 0; error != 0)
     reason = std::string("cannot be opened: ") + std::strerror(error);
   sqlite3_close(handle_);
-  throw std::runtime_error(file + ": " + reason);
+  throw std::runtime_error(name_ + ": " + reason);
 }
 
 Database::~Database() { sqlite3_close(handle_); }
@@ -31,10 +26,20 @@ void Database::Execute(const std::string& sql) {
   if (sqlite3_exec(handle_, sql.c_str(), nullptr, nullptr, nullptr) != SQLITE_OK) Fail();
 }
 
-void Database::Fail() const { throw std::runtime_error(file_ + ": " + sqlite3_errmsg(handle_)); }
+void Database::SetJournalMode(const std::string& mode) {
+  Statement set(*this, "PRAGMA journal_mode = " + mode);
+  set.Next();
+  if (set.Bytes(0) != mode)
+    throw std::runtime_error(name_ + ": keeps journal mode " + std::string(set.Bytes(0)) + " instead of " +
+                             mode);
+}
+
+void Database::Fail() const {
+  throw SqliteError(name_ + ": " + sqlite3_errmsg(handle_), sqlite3_errcode(handle_) & 0xff);
+}
 
 Statement::Statement(const Database& database, const std::string& sql) : database_(database) {
-  Check(sqlite3_prepare_v2(database.handle_, sql.c_str(), -1, &handle_, nullptr));
+  Check(sqlite3_prepare_v2(database.Handle(), sql.c_str(), -1, &handle_, nullptr));
 }
 
 Statement::~Statement() { sqlite3_finalize(handle_); }

@@ -1,33 +1,48 @@
 #pragma once
-// A database file and its statements, for the run file. Every failure of SQLite throws
-// std::runtime_error with the file's name and SQLite's reason.
+// A database file and its statements, for the run file. Every failure throws
+// std::runtime_error with the file's name and the reason; one of SQLite's is a SqliteError.
 
 #include <sqlite3.h>
 
 #include <cstdint>
 #include <memory>
-#include <span>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 
 namespace TslTool {
 
+constexpr int kPatience = 5000;  // milliseconds that another program may hold a file
+
+class SqliteError : public std::runtime_error {
+ public:
+  SqliteError(const std::string& text, int code) : std::runtime_error(text), code_(code) {}
+  // SQLite's primary result code, as SQLITE_BUSY.
+  int Code() const { return code_; }
+
+ private:
+  int code_;
+};
+
 class Database {
  public:
   enum class Mode { Read, Create };
 
-  Database(const std::string& file, Mode mode);
+  // Errors call the file by `name`, which is its own unless another is given.
+  Database(const std::string& file, Mode mode, const std::string& name = "");
   ~Database();
   Database(const Database&) = delete;
   Database& operator=(const Database&) = delete;
 
   void Execute(const std::string& sql);
-  const std::string& File() const { return file_; }
+  // "wal", "memory" and so on, see SQLite's journal_mode. Throws if the database stays in another.
+  void SetJournalMode(const std::string& mode);
+  const std::string& File() const { return name_; }
+  sqlite3* Handle() const { return handle_; }
   [[noreturn]] void Fail() const;
 
  private:
-  friend class Statement;
-  std::string file_;
+  std::string name_;
   sqlite3* handle_ = nullptr;
 };
 

@@ -71,7 +71,7 @@ TEST(RunFile, ADamagedTuneIsNamed) {
 TEST(RunFile, CountsThatAreNoNumbersAreRefused) {
   const SmallRun run;
   TslTool::RunWriter writer(run.Folder() + "/nan.run", "");
-  writer.AddTune(1, TslTool::Simulator(1).Tune());
+  writer.AddTune(1, DemoTune());
   writer.AddScan([] {
     TslBL::RawSpectrum raw = RawScan(1, {1.0});
     raw.counts[0] = std::numeric_limits<double>::quiet_NaN();

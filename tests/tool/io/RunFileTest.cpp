@@ -1,15 +1,15 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <signal.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
-#include <chrono>
 #include <filesystem>
+#include <fstream>
+#include <limits>
+#include <memory>
 #include <string>
-#include <thread>
 #include <vector>
 
+#include <tool/ToolRun.h>
+#include <tool/io/NoWaiting.h>
 #include <tool/io/RunMaker.h>
 
 namespace tests {
@@ -59,7 +59,7 @@ TEST(RunFile, TunesAndTitleComeBackAsTheyWere) {
   EXPECT_EQ(reader.Title(), "Small");
   EXPECT_EQ(reader.Count(), 3U);
   ASSERT_EQ(reader.Tunes().size(), 1U);
-  EXPECT_EQ(reader.Tunes().at(1), TslTool::Simulator(1).Tune());
+  EXPECT_EQ(reader.Tunes().at(1), DemoTune());
 }
 
 TEST(RunFile, AFinishedRunIsOneFile) {
@@ -145,7 +145,7 @@ TEST(RunFile, OtherProgramsFindWhatARunIs) {
 TEST(RunFile, CanBeReadWhileItIsWritten) {
   const TempFile folder("x", "");
   RunWriter writer(folder.Folder() + "/a.run", "");
-  writer.AddTune(1, TslTool::Simulator(1).Tune());
+  writer.AddTune(1, DemoTune());
   for (const TslBL::RawSpectrum& scan : SmallRun::Scans()) writer.AddScan(scan);
   EXPECT_EQ(ReadRun(folder.Folder() + "/a.run"), SmallRun::Scans());
 }
@@ -154,57 +154,95 @@ TEST(RunFile, AWriterThatGoesWithoutFinishingLeavesEveryScan) {
   const TempFile folder("x", "");
   {
     RunWriter writer(folder.Folder() + "/a.run", "");
-    writer.AddTune(1, TslTool::Simulator(1).Tune());
+    writer.AddTune(1, DemoTune());
     for (const TslBL::RawSpectrum& scan : SmallRun::Scans()) writer.AddScan(scan);
   }
   EXPECT_EQ(ReadRun(folder.Folder() + "/a.run"), SmallRun::Scans());
 }
 
+TEST(RunFile, IsFinishedWhileItIsRead) {
+  const NoWaiting readerStays;
+  const TempFile folder("x", "");
+  const std::string file = folder.Folder() + "/a.run";
+  auto writer = std::make_unique<RunWriter>(file, "");
+  writer->AddTune(1, DemoTune());
+  const auto scans = SmallRun::Scans();
+  writer->AddScan(scans[0]);
+  writer->AddScan(scans[1]);
+  RunReader reader(file);
+  writer->AddScan(scans[2]);
+  writer->Finish();
+  writer.reset();
+  EXPECT_EQ(Rest(reader), std::vector(scans.begin(), scans.begin() + 2));
+  EXPECT_EQ(ReadRun(file), scans);
+}
+
+TEST(RunFile, AScanThatComesWithATuneOfItsOwnIsNotReadBeforeIt) {
+  const TempFile folder("x", "");
+  const std::string file = folder.Folder() + "/a.run";
+  RunWriter writer(file, "");
+  writer.AddTune(1, DemoTune());
+  RunReader before(file);
+  writer.AddTune(2, DemoTune());
+  TslBL::RawSpectrum scan = RawScan(1, {1, 2});
+  scan.info.TuneId = 2;
+  writer.AddScan(scan);
+  EXPECT_THAT(Rest(before), IsEmpty());
+  EXPECT_THAT(ReadRun(file), ElementsAre(scan));
+}
+
+TEST(RunFile, TakesInNothingThatAnEarlierRunHasLeft) {
+  const TempFile earlier("x", "");
+  RunWriter other(earlier.Folder() + "/b.run", "Earlier");
+  other.AddTune(1, DemoTune());
+  other.AddScan(RawScan(7, {7}));
+  const TempFile folder("x", "");
+  const std::string file = folder.Folder() + "/a.run";
+  for (const char* companion : {"-wal", "-shm"})
+    std::filesystem::copy(earlier.Folder() + "/b.run" + companion, file + companion);
+  std::ofstream(file + "-journal") << "a journal";
+  RunWriter(file, "").Finish();
+  EXPECT_THAT(ReadRun(file), IsEmpty());
+  EXPECT_THAT(NamesIn(folder.Folder()), ElementsAre("a.run", "x"));
+}
+
+TEST(RunFile, AWriterThatIsEndedAtOnceLeavesAnEmptyFileThatSaysSo) {
+  const TempFile file("a.run", "");
+  EXPECT_EQ(ErrorOfRun(file.Path()), ": is empty, as a run is whose writer was ended at once");
+}
+
+TEST(RunFile, EveryNumberHas32Bits) {
+  constexpr std::uint32_t kMost = std::numeric_limits<std::uint32_t>::max();
+  const TempFile folder("x", "");
+  const std::string file = folder.Folder() + "/a.run";
+  RunWriter writer(file, "");
+  writer.AddTune(kMost, DemoTune());
+  TslBL::RawSpectrum scan = RawScan(1, std::vector<double>(70000, kMost));
+  scan.info.Id = kMost;
+  scan.info.TimeStamp = kMost - 1;
+  scan.info.TuneId = kMost;
+  writer.AddScan(scan);
+  EXPECT_THAT(ReadRun(file), ElementsAre(scan));
+}
+
+TEST(RunFile, ScanNumbersHave32Bits) {
+  const SmallRun run;
+  run.Change(
+      "UPDATE scan SET number = 4294967295 WHERE number = 3; UPDATE scan SET number = 70000 WHERE number = "
+      "2");
+  RunReader reader(run.Path());
+  std::vector<std::uint32_t> numbers;
+  std::uint32_t number = 0;
+  for (TslBL::RawSpectrum raw; reader.Next(number, raw);) numbers.push_back(number);
+  EXPECT_THAT(numbers, ElementsAre(1, 70000, 4294967295));
+  EXPECT_THAT(IdsIn(run, Numbers(65537, 4294967295)), ElementsAre(2, 3));
+}
+
 TEST(RunFile, IsRemovedWithItsCompanions) {
   const TempFile folder("a.run", "");
-  for (const char* companion : {"-wal", "-shm"}) std::ofstream(folder.Path() + companion) << "x";
+  for (const char* companion : {"-journal", "-wal", "-shm"}) std::ofstream(folder.Path() + companion) << "x";
   TslTool::RemoveRun(folder.Path());
   EXPECT_TRUE(std::filesystem::is_empty(folder.Folder()));
-}
-
-// Writes scans until it is killed and tells the number of each that is written.
-[[noreturn]] void WriteForEver(const std::string& file, int told) {
-  RunWriter writer(file, "");
-  writer.AddTune(1, TslTool::Simulator(1).Tune());
-  for (std::uint32_t id = 1;; ++id) {
-    writer.AddScan(RawScan(id, std::vector<double>(2000, id)));
-    if (write(told, &id, sizeof id) != sizeof id) _exit(1);
-  }
-}
-
-// Kills a writer `delay` after its first scan and returns how many scans it told.
-std::uint32_t WriteAndKill(const std::string& file, std::chrono::microseconds delay) {
-  int ends[2];
-  if (pipe(ends) != 0) throw std::runtime_error("no pipe");
-  const pid_t child = fork();
-  if (child == 0) WriteForEver(file, ends[1]);
-  close(ends[1]);
-  std::uint32_t told = 0;
-  if (read(ends[0], &told, sizeof told) != sizeof told) throw std::runtime_error("no first scan");
-  std::this_thread::sleep_for(delay);
-  kill(child, SIGKILL);
-  waitpid(child, nullptr, 0);
-  while (read(ends[0], &told, sizeof told) == sizeof told) continue;
-  close(ends[0]);
-  return told;
-}
-
-TEST(RunFile, AKilledWriterLosesAtMostTheScanInHand) {
-  for (int i = 0; i < 30; ++i) {
-    const TempFile folder("x", "");
-    const std::string file = folder.Folder() + "/killed.run";
-    const std::uint32_t told = WriteAndKill(file, std::chrono::microseconds(i * 700));
-    const auto scans = ReadRun(file);
-    ASSERT_GE(scans.size(), told) << i;
-    ASSERT_LE(scans.size(), told + 1) << i;
-    for (std::uint32_t k = 0; k < scans.size(); ++k)
-      ASSERT_EQ(scans[k], RawScan(k + 1, std::vector<double>(2000, k + 1))) << i;
-  }
 }
 
 }  // namespace

@@ -22,12 +22,17 @@ inline TslBL::RawSpectrum RawScan(std::uint32_t id, const std::vector<double>& c
   return raw;
 }
 
+inline const TslBL::Tune& DemoTune() {
+  static const TslBL::Tune tune = TslTool::Simulator(1).Tune();
+  return tune;
+}
+
 // A run of three scans at 1, 2 and 3 s, in a folder of its own.
 class SmallRun {
  public:
   SmallRun() {
     TslTool::RunWriter writer(Path(), "Small");
-    writer.AddTune(1, TslTool::Simulator(1).Tune());
+    writer.AddTune(1, DemoTune());
     for (const TslBL::RawSpectrum& scan : Scans()) writer.AddScan(scan);
     writer.Finish();
   }
@@ -48,9 +53,8 @@ class SmallRun {
   TempFile folder_{"x", ""};
 };
 
-inline std::vector<TslBL::RawSpectrum> ReadRun(const std::string& file,
-                                               const TslTool::ScanFilter& filter = {}) {
-  TslTool::RunReader reader(file, filter);
+// The scans that a reader has not yet handed out.
+inline std::vector<TslBL::RawSpectrum> Rest(TslTool::RunReader& reader) {
   std::vector<TslBL::RawSpectrum> scans;
   std::uint32_t number = 0;
   for (TslBL::RawSpectrum raw; reader.Next(number, raw);) {
@@ -58,6 +62,12 @@ inline std::vector<TslBL::RawSpectrum> ReadRun(const std::string& file,
     scans.push_back(raw);
   }
   return scans;
+}
+
+inline std::vector<TslBL::RawSpectrum> ReadRun(const std::string& file,
+                                               const TslTool::ScanFilter& filter = {}) {
+  TslTool::RunReader reader(file, filter);
+  return Rest(reader);
 }
 
 // The message without the file's name; empty if the run can be read.

@@ -89,6 +89,25 @@ TEST(Sqlite, ErrorsNameTheFileAndTheReason) {
             "/no/such/db: cannot be opened: No such file or directory");
 }
 
+TEST(Sqlite, AJournalModeThatIsNotTakenIsAnError) {
+  Fixture f;
+  f.database.Execute("BEGIN; INSERT INTO t(i) VALUES (1)");
+  EXPECT_EQ(ErrorOf([&] { f.database.SetJournalMode("wal"); }),
+            f.file.Path() + ": keeps journal mode delete instead of wal");
+}
+
+TEST(Sqlite, ErrorsHaveACodeAndTheNameThatIsGiven) {
+  const Fixture f;
+  Database reader(f.file.Path(), Database::Mode::Read, "the run");
+  try {
+    reader.Execute("DELETE FROM t");
+    FAIL();
+  } catch (const TslTool::SqliteError& error) {
+    EXPECT_EQ(error.Code(), SQLITE_READONLY);
+    EXPECT_STREQ(error.what(), "the run: attempt to write a readonly database");
+  }
+}
+
 TEST(Sqlite, ReadingWritesNothing) {
   const Fixture f;
   Database reader(f.file.Path(), Database::Mode::Read);
