@@ -11,7 +11,7 @@ namespace TslTool {
 std::string ChainToXml(const std::vector<TslBL::CurveEval>& chain);
 
 // Throws InputError for a file that cannot be read or is not well formed, and, so that no
-// slip of the pen goes unnoticed, for an element or attribute that no command has and for a
+// typing error goes unnoticed, for an element or attribute that no command has and for a
 // value that would not be taken as it stands.
 std::vector<TslBL::CurveEval> LoadChain(const std::string& file);
 

@@ -122,10 +122,10 @@ void AddBaseline(std::vector<CurveEval>& chain, const std::string& text) {
   chain.emplace_back(p);
 }
 
-// The stretch of m/z behind the word, for the two ways that measure the noise on one.
+// The range of m/z after the word, for the two ways that measure the noise on one.
 std::optional<RealRange> StretchOf(Words& words) {
   if (words.Word() != "peak-to-peak" && words.Word() != "6sd") return std::nullopt;
-  if (!words.HasMore()) words.Refuse("it needs a stretch, as in " + words.Word() + ":100-120");
+  if (!words.HasMore()) words.Refuse("it needs a range of m/z, as in " + words.Word() + ":100-120");
   return ParseRealRange("--noise", words.Next());
 }
 
@@ -213,30 +213,30 @@ struct ChainOptions::Switch {
 const std::vector<ChainOptions::Switch>& ChainOptions::Switches() {
   using Own = ChainOptions;
   static const std::vector<Switch> switches = {
-      {"--aerosol", &Own::aerosol_, "Take out isolated spikes first"},
+      {"--aerosol", &Own::aerosol_, "Remove isolated spikes first"},
       {"--smooth HOW", &Own::smooth_,
        "mean, median or gaussian[:WIDTH], savgol[:WIDTH[:ORDER]], or off; width in points [auto: "
-       "savgol, 1.25 line widths of a run, 7 points else]"},
+       "savgol, 1.25 line widths of a run, 7 points otherwise]"},
       {"--baseline HOW", &Own::baseline_,
        "linear[:SEGMENT[:POINTS[:WIDTH]]], adaptive[:SEGMENT[:WINDOW]], valley[:SEGMENT], or a "
        "constant [linear]"},
-      {"--subtract-baseline", &Own::subtractBaseline_, "Take the baseline out of the amplitudes"},
+      {"--subtract-baseline", &Own::subtractBaseline_, "Subtract the baseline from the amplitudes"},
       {"--noise HOW", &Own::noise_,
        "linear[:SEGMENT[:POINTS[:WIDTH]]], valley[:SEGMENT], dispersion[:SEGMENT], "
        "median[:SEGMENT[:SEGMENTS]], "
-       "or of a peak-free stretch of m/z: peak-to-peak:A-B, 6sd:A-B [linear]"},
-      {"--threshold X", &Own::threshold_, "Least amplitude"},
-      {"--sn N", &Own::sn_, "Least signal-to-noise ratio, a whole number [5]"},
-      {"--min-rel-ampl PERCENT", &Own::minRelAmpl_, "Least amplitude, percent of the tallest peak"},
-      {"--min-area X", &Own::minArea_, "Least area"},
-      {"--min-rel-area PERCENT", &Own::minRelArea_, "Least area, percent of the largest"},
-      {"--min-width X", &Own::minWidth_, "Least full width at half maximum, m/z"},
-      {"--max-width X", &Own::maxWidth_, "Largest full width at half maximum, m/z"},
-      {"--max-peaks N", &Own::maxPeaks_, "Go on with this many of the tallest candidates"},
+       "or of a peak-free range of m/z: peak-to-peak:A-B, 6sd:A-B [linear]"},
+      {"--threshold X", &Own::threshold_, "Minimum amplitude"},
+      {"--sn N", &Own::sn_, "Minimum signal-to-noise ratio, a whole number [5]"},
+      {"--min-rel-ampl PERCENT", &Own::minRelAmpl_, "Minimum amplitude, percent of the tallest peak"},
+      {"--min-area X", &Own::minArea_, "Minimum area"},
+      {"--min-rel-area PERCENT", &Own::minRelArea_, "Minimum area, percent of the largest"},
+      {"--min-width X", &Own::minWidth_, "Minimum full width at half maximum, m/z"},
+      {"--max-width X", &Own::maxWidth_, "Maximum full width at half maximum, m/z"},
+      {"--max-peaks N", &Own::maxPeaks_, "Keep only this many of the tallest candidates"},
       {"--valley PERCENT", &Own::valley_, "A valley below this percentage of a peak's height ends it [50]"},
       {"--position HOW", &Own::position_,
-       "Where a peak is: top, or centroid[:PERCENT] over its top percent [centroid:25]"},
-      {"--range A-B", &Own::range_, "Search from A to B only, m/z"},
+       "Position of a peak: top, or centroid[:PERCENT] over its top percent [centroid:25]"},
+      {"--range A-B", &Own::range_, "Search only from A to B, m/z"},
       {"--sorted", &Own::sorted_, "Find candidates tallest first instead of from left to right"},
   };
   return switches;
@@ -244,7 +244,7 @@ const std::vector<ChainOptions::Switch>& ChainOptions::Switches() {
 
 void ChainOptions::Declare(Options& options) {
   options.Value("--chain FILE", file_,
-                "Run the chain of this XML file instead of the usual one (see --show-chain)");
+                "Run the chain of this XML file instead of the default one (see --show-chain)");
   for (const Switch& each : Switches())
     std::visit([&](auto member) { DeclareOne(options, each.names, this->*member, each.help); }, each.member);
 }

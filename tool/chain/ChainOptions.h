@@ -1,5 +1,5 @@
 #pragma once
-// The switches of the usual evaluation chain: filter, smooth, baseline, noise, threshold,
+// The switches of the default evaluation chain: filter, smooth, baseline, noise, threshold,
 // peak detection.
 
 #include <tool/frame/Numbers.h>
@@ -20,12 +20,12 @@ class ChainOptions {
   // the spacing of the points: the default smoothing follows the width of a line in points.
   // Throws UsageError and InputError.
   std::vector<TslBL::CurveEval> Chain(const Options& options, std::optional<double> mzStep) const;
-  // The stretch of m/z that the noise is to be measured on, if --noise names one. With fewer
+  // The range of m/z that the noise is to be measured on, if --noise names one. With fewer
   // than two points in it the library would take the whole spectrum for it.
   std::optional<RealRange> NoiseStretch() const;
   // The file that --chain names; empty without it.
   const std::string& File() const { return file_; }
-  // The stretch that --range names, if it is given.
+  // The range that --range names, if it is given.
   std::optional<RealRange> SearchStretch() const;
 
  private:

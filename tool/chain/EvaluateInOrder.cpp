@@ -11,7 +11,7 @@
 namespace TslTool {
 namespace {
 
-// A spectrum on its way.
+// A spectrum in the pipeline.
 struct Item {
   std::function<LoadedSpectrum()> load;
   SpectrumTexts texts;
@@ -35,7 +35,7 @@ void Try(Item& item, Step step) {
 }
 
 // Takes spectra from the source into a ring of as many items as may be in work. The pipeline
-// only passes pointers: what it holds when a failure ends it belongs to nobody there.
+// only passes pointers: when a failure ends it, nothing that it holds is left without an owner.
 class Reader {
  public:
   Reader(SpectrumSource& source, std::size_t inWork) : source_(source), items_(inWork) {}

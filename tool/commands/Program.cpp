@@ -7,7 +7,7 @@ namespace TslTool {
 Command Program() {
   return {.name = "tslbl",
           .summary = "Evaluates spectra of a single-quadrupole mass spectrometer.",
-          .examples = "'tslbl COMMAND --help' shows all about a command.",
+          .examples = "'tslbl COMMAND --help' describes a command in full.",
           .declare = {},
           .run = {},
           .family = {PeaksCommand(), SimulateCommand(), InfoCommand(), TuneCommand(), ManualCommand()}};

@@ -18,7 +18,7 @@ inline constexpr int kFailed = 1;
 inline constexpr int kWrongUsage = 2;
 
 // A command, made afresh for each start of the program: it runs, or it is a family of commands, of which the
-// user names one behind it. The program itself is such a family.
+// user names one after it. The program itself is such a family.
 struct Command {
   std::string name;
   std::string summary;   // one line

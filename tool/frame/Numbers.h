@@ -26,7 +26,7 @@ struct CountRange {
 };
 CountRange ParseCountRange(const std::string& option, std::string_view text);
 
-// The same number; one that is none has no sign that could be printed.
+// The same number; a NaN loses its sign, which would be printed.
 double WithoutNaNSign(double value);
 
 // The parts between colons.

@@ -31,7 +31,7 @@ struct Option {
 // Behind a blank may follow what stands for the value in the help, as in "--scan N|A-B"; shells complete a
 // value that is called FILE, RUN or INPUT with the names of files. `value` must outlive the parsing and is
 // left alone if the option is not given. An empty value, which is mostly a shell variable that was never set,
-// is wrong usage; so is a number that is none, or not finite.
+// is wrong usage; so is a text that is no number, or not a finite one.
 class Options {
  public:
   void Flag(const std::string& names, bool& value, const std::string& help);

@@ -9,7 +9,7 @@
 namespace TslTool {
 
 // Instruments that join segments of a spectrum write places where the next segment's first point falls just
-// before the last segment's last one. Such a point is an honest reading in the wrong row. The rule:
+// before the last segment's last one. Such a point is a valid reading in the wrong place. The rule:
 // - two neighbouring points in the wrong order change places, if the pair then fits its other neighbours;
 // - points with the same m/z become one point with their mean amplitude: the same place was read twice;
 // - anything wilder is no spectrum axis and stays as it is.
@@ -24,7 +24,7 @@ struct AxisRepair {
 // Both arrays have the same length and finite values; one pass where the axis ascends strictly.
 AxisRepair RepairAxis(std::vector<double>& mz, std::vector<double>& amplitude);
 
-// One sentence for the user that names the place of the first repair; empty if there is nothing to tell.
+// One sentence for the user that names the place of the first repair; empty if there is nothing to report.
 std::string DescribeRepair(const AxisRepair& repair, const std::string& firstPlace);
 
 // Sorts a list of peaks by m/z, equal ones in their old order. A peak list is a set, so nothing is odd.

@@ -1,6 +1,6 @@
 #pragma once
-// Holds a document against what was taken from it, so that no slip of the pen goes
-// unnoticed: the records of the library leave alone what they do not understand.
+// Compares a document with what was read from it, so that no typing error goes unnoticed: the
+// records of the library ignore what they do not know.
 
 #include <functional>
 #include <pugixml.hpp>

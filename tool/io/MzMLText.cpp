@@ -80,7 +80,7 @@ void AppendBase64(std::string& out, std::string_view text) {
   const std::size_t length = out.size() - begin;
   if (length % 4 != 0) FailBase64("has a wrong length (" + std::to_string(length) + " characters)");
   const std::size_t padding = out.size() - std::min(out.find('=', begin), out.size());
-  if (padding > 2 || (padding == 2 && out.back() != '=')) FailBase64("goes on behind its padding");
+  if (padding > 2 || (padding == 2 && out.back() != '=')) FailBase64("continues after its padding");
 }
 
 bool IsWantedArray(std::string_view array) {
@@ -97,8 +97,7 @@ void CheckEncodedLength(std::string_view tag, std::size_t withBlanks, std::size_
              Printable(announced) + "\"");
 }
 
-// The tag is written anew: the decoder would look up the name of the processing in lists that nobody here
-// keeps.
+// The tag is rewritten: the decoder would look up the name of the processing in lists that are not read here.
 void AppendArrayTag(std::string& out, std::string_view tag, std::size_t encodedLength) {
   const std::string arrayLength = AttributeOf(tag, "arrayLength");
   out += "<binaryDataArray";

@@ -10,7 +10,7 @@ namespace TslTool {
 
 // Returns the element with
 // - arrays that are neither m/z nor intensity left out: charges, mobilities and whatever else the vocabulary
-//   gains may have number types that the decoder does not know, and nobody here asks for them;
+//   gains may have number types that the decoder does not know, and this program does not use them;
 // - the arrays' tags reduced to their lengths;
 // - blanks and line breaks inside base64 text removed, as pretty-printers put them in;
 // - <cvParam> elements outside the arrays left out if `isKnown` does not know their accession, since the

@@ -11,7 +11,7 @@ namespace TslTool {
 
 enum class FileKind { Empty, Xml, Sqlite, Text };
 
-// What the first bytes tell (a hundred are plenty). Text is what nothing else is.
+// By the first bytes; a hundred are enough. What is none of the others is text.
 FileKind KindOf(std::string_view head);
 
 // The same for the first bytes of a file, unpacked if it is gzip. Throws InputError if it cannot be read.

@@ -10,15 +10,15 @@
 namespace TslTool {
 
 // One spectrum as the file gives it. The two arrays have the same length and finite values; m/z ascends
-// strictly (in a Centroid scan two peaks may share one m/z). Axis.h tells what is done to an axis that does
+// strictly (in a Centroid scan two peaks may share one m/z). Axis.h says what is done to an axis that does
 // not.
 struct Scan {
   enum Representation { Profile, Centroid, Unknown };
 
   std::uint32_t number = 0;  // N of "scan=N" in the id, else the 1-based position in the file
   std::string id;            // the file's own name for the scan; for text files the file's name
-  double rtSeconds = std::numeric_limits<double>::quiet_NaN();  // NaN: the file tells no time
-  int msLevel = 0;                                              // 0: the file tells no level
+  double rtSeconds = std::numeric_limits<double>::quiet_NaN();  // NaN: the file gives no time
+  int msLevel = 0;                                              // 0: the file gives no level
   Representation representation = Unknown;
   std::vector<double> mz;
   std::vector<double> amplitude;

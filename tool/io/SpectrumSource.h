@@ -15,7 +15,7 @@ namespace TslTool {
 
 struct LoadedSpectrum {
   std::uint32_t scan = 0;
-  double rtSeconds = 0.0;  // NaN: the file tells no time
+  double rtSeconds = 0.0;  // NaN: the file gives no time
   std::unique_ptr<TslBL::Spectrum> spectrum;
 };
 
@@ -30,7 +30,7 @@ class SpectrumSource {
   // How many spectra the source announces, if it does.
   virtual std::optional<std::uint64_t> Count() const = 0;
   virtual std::string Format() const = 0;
-  // Spacing of the points in m/z, where the instrument's tune tells it.
+  // Spacing of the points in m/z, where the instrument's tune gives it.
   virtual std::optional<double> MzStep() const { return std::nullopt; }
   // What was odd but readable, complete once Next has returned false.
   virtual std::vector<std::string> Warnings() const { return {}; }

@@ -11,7 +11,7 @@
 // - More than two columns are an error: a file with decimal commas and commas between columns would otherwise
 // be
 //   read as something else, and which of five columns is the amplitude is not for this reader to guess.
-// - m/z ascends; Axis.h tells which small disorder is put in order, with a warning, and what is an error.
+// - m/z ascends; Axis.h says which small disorder is put in order, with a warning, and what is an error.
 // - In files named *.dta the first line is the precursor's mass and charge and no point; it is left out with
 // a
 //   warning.

@@ -13,7 +13,7 @@ namespace {
 constexpr std::size_t kChunk = 256 * std::size_t{1024};
 constexpr std::size_t kMaxDepth = 256;
 
-// memchr outruns a count of every character, since arrays are long lines.
+// memchr is faster than counting every character, since arrays are long lines.
 std::uint64_t CountLines(std::string_view text) {
   std::uint64_t count = 0;
   for (std::size_t at = text.find('\n'); at != std::string_view::npos; at = text.find('\n', at + 1)) ++count;
@@ -84,7 +84,7 @@ std::string XmlScanner::Place() const {
   return "line " + std::to_string(linesDropped_ + lines + 1);
 }
 
-// Appends a chunk to the buffer, dropping first what nobody needs any more.
+// Appends a chunk to the buffer, dropping first what is no longer needed.
 bool XmlScanner::Fill() {
   const std::size_t drop = keepFrom_.value_or(std::min(position_, tagBegin_));
   linesDropped_ += CountLines(std::string_view(buffer_).substr(0, drop));

@@ -39,7 +39,7 @@ class XmlScanner {
   // How many elements enclose the place behind the tag.
   std::size_t Depth() const { return open_.size(); }
 
-  // After a Start: goes on to the element's end and returns its text from '<' to '>'. The next call of Next
+  // After a Start: reads on to the element's end and returns its text from '<' to '>'. The next call of Next
   // returns what follows the element.
   std::string_view ReadElement();
 

@@ -1,5 +1,5 @@
 #pragma once
-// What the demonstration instrument is fed with.
+// The samples of the demonstration instrument.
 
 #include <cstdint>
 #include <span>

@@ -261,7 +261,7 @@ TEST(ChainOptions, WhatIsMalformedIsNamedWithItsOption) {
       {{"--baseline", "5:2"}, "--baseline: \"5:2\": there are more parts than 5 takes"},
       {{"--noise", "loud"},
        "--noise: \"loud\": it is not one of linear, valley, dispersion, median, peak-to-peak, 6sd"},
-      {{"--noise", "6sd"}, "--noise: \"6sd\": it needs a stretch, as in 6sd:100-120"},
+      {{"--noise", "6sd"}, "--noise: \"6sd\": it needs a range of m/z, as in 6sd:100-120"},
       {{"--noise", "6sd:9-1"}, "--noise: \"9-1\" ends before it begins"},
       {{"--noise", "valley:1:2"}, "--noise: \"valley:1:2\": there are more parts than valley takes"},
       {{"--position", "left"}, "--position: \"left\": it is not one of top, centroid"},

@@ -53,7 +53,7 @@ TEST(MzMLDamage, RefusesDamagedArrays) {
       {ArrayOfText(terms, foreign) + IntensityArray(),
        "base64 text of an array is damaged (character code 33)"},
       {ArrayOfText(terms, good64.substr(0, 30)) + IntensityArray(), "wrong length (30 characters)"},
-      {ArrayOfText(terms, "AA==" + good64) + IntensityArray(), "goes on behind its padding"},
+      {ArrayOfText(terms, "AA==" + good64) + IntensityArray(), "continues after its padding"},
       {ArrayOf(kMz, BytesOf<double>({1, 2, 3})) + IntensityArray(), "expected array of size 4"},
       {ArrayOf(kMz, "abcdefg") + IntensityArray(), "Bad byteCount"},
       {ArrayOf(kMz, cutZlib, kFloat64, kZlib) + IntensityArray(), "zlib error"},

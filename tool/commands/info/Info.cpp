@@ -20,7 +20,7 @@
 namespace TslTool {
 namespace {
 
-// What all spectra of a file have in common, gathered as they go by.
+// What all spectra of a file have in common, gathered while they are read.
 struct Summary {
   std::uint64_t spectra = 0;
   std::uint64_t empty = 0;
@@ -104,7 +104,7 @@ std::string Kinds(const Summary& s) {
   };
   add(Scan::Profile, "profile");
   add(Scan::Centroid, "centroid");
-  add(Scan::Unknown, "not told");
+  add(Scan::Unknown, "unknown");
   return text;
 }
 
@@ -126,7 +126,7 @@ std::string DescribeScans(const std::string& file, std::vector<std::string>& war
 }
 
 int RunInfo(const std::string& input) {
-  if (input.empty()) throw UsageError("INPUT is missing: which file is meant?");
+  if (input.empty()) throw UsageError("INPUT is required");
   std::vector<std::string> warnings;
   Output output("");
   output.Write(IsDatabase(input) ? DescribeRun(input) : DescribeScans(input, warnings));
@@ -141,13 +141,13 @@ Command InfoCommand() {
   auto input = std::make_shared<std::string>();
   return {
       .name = "info",
-      .summary = "Tells what is in a file",
+      .summary = "Shows what is in a file",
       .examples =
           "INPUT is a run of raw counts, an mzML file or two-column text.\n\n"
           "Examples:\n"
           "  tslbl info demo.run\n"
           "  tslbl info sample.mzML.gz\n",
-      .declare = [input](Options& options) { options.Value("INPUT", *input, "The file to look into"); },
+      .declare = [input](Options& options) { options.Value("INPUT", *input, "The file to describe"); },
       .run = [input](const Options&) { return RunInfo(*input); },
   };
 }

@@ -15,7 +15,7 @@ struct PeakColumn {
   ColumnValue (*value)(const ReportedPeak& peak);
 };
 
-// First the ones that everybody wants, under short names: mz, amplitude, area, width,
+// First the most used, under short names: mz, amplitude, area, width,
 // resolution, sn. Then the rest of the row by the names of its fields.
 std::span<const PeakColumn> PeakColumns();
 

@@ -1,7 +1,7 @@
 #pragma once
 // The result of the command peaks: the parts of the spectra in their order, in a file or on
-// standard output. A table of the form "tsv" in a file can be gone on with after a process
-// was killed or interrupted.
+// standard output. A table of the form "tsv" in a file can be resumed after a process was
+// killed or interrupted.
 
 #include <tool/commands/peaks/PeakWriter.h>
 #include <tool/commands/peaks/TableEnd.h>
@@ -18,7 +18,7 @@ class PeakFile {
   PeakFile(const std::string& format, const std::string& path);
 
   static bool CanResume(const std::string& format, const std::string& path);
-  // Goes on behind the scans that an earlier process finished, if there are any. The last of
+  // Continues after the scans that an earlier process finished, if there are any. The last of
   // these is to be written again, as proof that input and chain are still the same. Throws
   // InputError.
   const std::optional<TableEnd>& Resume();
@@ -31,7 +31,7 @@ class PeakFile {
   void Commit();
 
   // Leaves what was done to a later process. Returns the name of its file; empty if nothing
-  // was done or it cannot be gone on with.
+  // was done or it cannot be resumed.
   std::string KeepForLater();
 
  private:

@@ -90,7 +90,7 @@ int ShowChain(const std::vector<TslBL::CurveEval>& chain, const std::string& pat
   return kDone;
 }
 
-// Evaluates and writes all that the source hands out, and returns how many spectra that were.
+// Evaluates and writes all that the source gives, and returns the number of spectra.
 std::uint64_t EvaluateAll(const PeaksArguments& arguments, const std::string& name, SpectrumSource& source,
                           const std::vector<TslBL::CurveEval>& chain, PeakFile& peaks) {
   const std::optional<RealRange> noise = arguments.chain.NoiseStretch();
@@ -129,8 +129,8 @@ void ShareThreads(const SpectrumSource& source) {
 void RequireResumable(const PeaksArguments& arguments) {
   if (!arguments.resume) return;
   if (!PeakFile::CanResume(arguments.format, arguments.output))
-    throw UsageError("--resume: only a table of --format tsv in an --output FILE can be gone on with");
-  if (!arguments.curve.empty()) throw UsageError("--resume: the --curve cannot be gone on with");
+    throw UsageError("--resume: only a table of --format tsv in an --output FILE can be resumed");
+  if (!arguments.curve.empty()) throw UsageError("--resume and --curve exclude each other");
 }
 
 // What an earlier process left of the scans that are wanted now. What it wrote must be what
@@ -188,7 +188,8 @@ int RunPeaks(const PeaksArguments& arguments, const Options& options) {
     return EvaluateInput(arguments, options, peaks);
   } catch (...) {
     const std::string part = WasInterrupted() ? peaks.KeepForLater() : "";
-    if (!part.empty()) std::cerr << "tslbl: " << part << " holds the scans so far; --resume goes on\n";
+    if (!part.empty())
+      std::cerr << "tslbl: " << part << " holds the scans so far; --resume continues with it\n";
     throw;
   }
 }
@@ -217,15 +218,15 @@ Command PeaksCommand() {
             options.Value("INPUT", arguments->input, "Run, mzML file or two-column text");
             arguments->scans.Declare(options);
             arguments->chain.Declare(options);
-            options.Flag("--show-chain", arguments->showChain, "Print the effective chain as XML and end");
+            options.Flag("--show-chain", arguments->showChain, "Print the effective chain as XML and exit");
             options.Choice("--format FORM", arguments->format, PeakFormats(), "Form of the result");
             options.Value("-o,--output FILE", arguments->output, "Write the result to this file");
             options.Value("--curve FILE", arguments->curve,
                           "Write the evaluated curves, point by point, to this file");
             options.Flag("--resume", arguments->resume,
-                         "Go on where --output FILE was interrupted, from what stands in FILE.part");
+                         "Continue an --output FILE that was interrupted, from its FILE.part");
             options.Value("--threads N", arguments->threads,
-                          "Number of threads [as many as the machine has]");
+                          "Number of threads [as many as the computer has]");
           },
       .run = [arguments](const Options& options) { return RunPeaks(*arguments, options); },
   };

@@ -1,5 +1,5 @@
 #pragma once
-// Where a peak table that was interrupted ends, so that it can be gone on with.
+// Where a peak table that was interrupted ends, so that it can be resumed.
 
 #include <cstdint>
 #include <optional>

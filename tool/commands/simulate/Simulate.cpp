@@ -58,7 +58,7 @@ int RunSimulate(const SimulateArguments& arguments) {
   try {
     WriteScans(simulator, *run, truth.get());
   } catch (...) {
-    // What an instrument measured is kept up to the last scan; this the seed makes again.
+    // A measured run would be kept up to its last scan; this one can be made again from its seed.
     run.reset();
     RemoveRun(arguments.output);
     throw;
@@ -72,7 +72,7 @@ Command SimulateCommand() {
   auto arguments = std::make_shared<SimulateArguments>();
   return {
       .name = "simulate",
-      .summary = "Makes a run of the demonstration instrument, with its truth",
+      .summary = "Simulates a run of the demonstration instrument, of which the truth is known",
       .examples =
           "The run holds raw counts of known compounds over a chemical background. Equal\n"
           "seeds make equal runs. The truth is a table of the columns scan, mz, height\n"

@@ -39,7 +39,7 @@ TEST(Info, DescribesMzMLWithEmptyAndCentroidSpectra) {
   for (const char* row :
        {"format        mzML\n", "spectra       3\n", "empty         1 of them\n", "points        0 to 3\n",
         "m/z           99.0000 to 103.5000\n", "time          120.000 to 120.000 s\n", "highest       7\n",
-        "kind          1 profile, 1 centroid, 1 not told\n"})
+        "kind          1 profile, 1 centroid, 1 unknown\n"})
     EXPECT_THAT(outcome.out, HasSubstr(row));
 }
 
@@ -62,7 +62,7 @@ TEST(Info, WithoutInputItIsWrongUsage) {
   const Outcome outcome = RunTool({"info"});
   EXPECT_EQ(outcome.status, 2);
   EXPECT_EQ(outcome.out, "");
-  EXPECT_THAT(outcome.err, HasSubstr("INPUT is missing"));
+  EXPECT_THAT(outcome.err, HasSubstr("INPUT is required"));
 }
 
 }  // namespace

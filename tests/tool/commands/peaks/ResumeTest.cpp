@@ -1,4 +1,4 @@
-// A table that was interrupted is gone on with.
+// A table that was interrupted is resumed.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <signal.h>
@@ -111,7 +111,8 @@ TEST(Resume, GoesOnAfterCtrlCAndAfterAKilledProcess) {
     ASSERT_NE(outcome.status, 0);
     if (signal == SIGINT) {
       EXPECT_EQ(outcome.err,
-                "tslbl: " + path + ".part holds the scans so far; --resume goes on\ntslbl: interrupted\n");
+                "tslbl: " + path +
+                    ".part holds the scans so far; --resume continues with it\ntslbl: interrupted\n");
     }
     EXPECT_THAT(NamesIn(folder.Folder()), ElementsAre("long.run", "peaks.tsv.part", "x"));
     EXPECT_TRUE(whole.starts_with(ReadFile(path + ".part")));
