@@ -184,6 +184,19 @@ TEST(DescribePeaks, BaselineIsInterpolatedAtTheCentroid) {
   EXPECT_EQ(p.maxBaseline, p.baselineAmpl);
 }
 
+// A skewed peak has its centroid beside its maximum.
+TEST(DescribePeaks, BaselineOnASlopeIsThatAtTheCentroidOfASkewedPeak) {
+  TestCurve curve = WithTop(Sampled(Cubic(5.9), 15), 99.0);
+  for (std::size_t i = 0; i < 15; ++i) curve.baseline[i] = 0.5 * static_cast<double>(i);
+  for (const auto type : {PeakDetectParams::CentroidTopPercent, PeakDetectParams::PeakTop}) {
+    curve.peakDetectParams.RetentionType = type;
+    const PeakInfo p = Described(curve);
+    ASSERT_GT(std::abs(p.centroidIdx - p.maxIdx), 0.05);
+    EXPECT_NEAR(p.baselineAmpl, 0.5 * p.centroidIdx, kExact);
+    EXPECT_EQ(p.maxBaseline, p.baselineAmpl);
+  }
+}
+
 TEST(DescribePeaks, NearAPointTheBaselineIsThatOfThePoint) {
   for (const auto& [centre, expected] : {std::pair{6.0, 7.0},
                                          {6.009, 7.0},

@@ -18,6 +18,14 @@ constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
 TEST(Normalize, DividesByTheLargest) { EXPECT_EQ(Values({0.25, 1, 0.5, 0}), Normalize({2, 8, 4, 0})); }
 
+TEST(Normalize, FindsTheLargestOfALongCurve) {
+  Values values(70001, 1.0);
+  values.back() = 4;
+  const Values scaled = Normalize(values);
+  EXPECT_EQ(0.25, scaled[69000]);
+  EXPECT_EQ(1, scaled.back());
+}
+
 TEST(Normalize, KeepsNegativeValuesNegative) { EXPECT_EQ(Values({-4, 1}), Normalize({-8, 2})); }
 
 TEST(Normalize, MakesTheLargestExactlyOne) {

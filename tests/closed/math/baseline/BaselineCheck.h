@@ -117,6 +117,21 @@ inline bool AllFinite(const Samples& y) {
   return std::all_of(y.begin(), y.end(), [](double v) { return std::isfinite(v); });
 }
 
+// More points than 16 bits count, of which the last 8000 begin with a segment of 250 as well as one of 500.
+inline const SimulatedSpectrum& LongSpectrum() {
+  static const SimulatedSpectrum spectrum = Simulate({Background::Flat, 5, 0.1}, 8, 76000);
+  return spectrum;
+}
+
+// How far a result on the whole of it is from that on its last points, away from their ends.
+inline double DifferenceOnLastPoints(const Algorithm& algorithm) {
+  const Samples& y = LongSpectrum().y;
+  const Samples whole = algorithm.run(y);
+  const Samples last = algorithm.run(Samples(y.end() - 8000, y.end()));
+  return WorstDifference(Samples(whole.end() - 5000, whole.end() - 3000),
+                         Samples(last.end() - 5000, last.end() - 3000));
+}
+
 // 20 000 counts around 5 with 100 peaks.
 inline const SimulatedSpectrum& UsualSpectrum() {
   static const SimulatedSpectrum spectrum = Simulate({Background::Flat, 5, 0.1}, 7);

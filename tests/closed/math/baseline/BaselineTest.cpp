@@ -96,6 +96,8 @@ TEST_P(EveryBaseline, OfTheMirroredSpectrumIsMirrored) {
   EXPECT_LE(WorstDifference(Mirrored(Of(Mirrored(y))), Of(y)), 0.05 * kUsualNoise);
 }
 
+TEST_P(EveryBaseline, OfALongCurveIsThatOfItsParts) { EXPECT_LE(DifferenceOnLastPoints(GetParam()), 1e-9); }
+
 TEST_P(EveryBaseline, StaysAtTheLevelBelowAPeakWiderThanASegment) {
   Samples y(5000, 5.0);
   for (double& v : y) v += static_cast<double>((&v - y.data()) % 2);
@@ -178,6 +180,14 @@ TEST(LinearFitSDBaseline, LengthensSegmentsThatAreTooShortToJudge) {
   LinearFitSDBaseline(y.data(), Size(y), 3, 25, 3, tooShort.data());
   LinearFitSDBaseline(y.data(), Size(y), 50, 25, 3, shortest.data());
   EXPECT_EQ(tooShort, shortest);
+}
+
+// More segments than 16 bits count.
+TEST(LinearFitSDBaseline, OfAStraightLineInVeryManySegmentsIsTheLine) {
+  const Samples line = Line(700000, 5, 0.001);
+  Samples found(line.size());
+  LinearFitSDBaseline(line.data(), Size(line), 8, 1, 3, found.data());
+  EXPECT_LE(WorstDifference(found, line), 1e-9);
 }
 
 // A long neighbourhood is averaged by other means than a short one.

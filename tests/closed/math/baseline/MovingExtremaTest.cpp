@@ -76,6 +76,23 @@ TEST(MovingExtrema, MaximumEqualsThatOfEachWindow) {
   }
 }
 
+TEST(MovingExtrema, ReachTheEndOfALongCurve) {
+  const Samples y = Digits(70001);
+  for (const std::size_t length : {3U, 31U}) {
+    EXPECT_EQ(Filtered(MovingMinimum, y, length), PlainMinimum(y, length));
+    EXPECT_EQ(Filtered(MovingMaximum, y, length), PlainMaximum(y, length));
+  }
+}
+
+// A window of more points than 16 bits count slides over a single low place.
+TEST(MovingExtrema, TakeVeryLongWindows) {
+  Samples y(200001, 5.0);
+  y[100000] = 1;
+  const Samples low = Filtered(MovingMinimum, y, 70001);
+  for (const std::size_t i : {0U, 64999U, 65000U, 99000U, 135000U, 135001U, 200000U})
+    EXPECT_EQ(low[i], i >= 65000 && i <= 135000 ? 1 : 5) << i;
+}
+
 TEST(MovingExtrema, OpeningIsTheMaximumOfTheMinimum) {
   for (std::size_t length : kWindows) {
     const Samples y = Digits(1500);

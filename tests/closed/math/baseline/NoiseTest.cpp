@@ -88,6 +88,8 @@ TEST_P(EveryNoise, DoesNotSeeAConstant) {
   EXPECT_LE(WorstDifference(Of(y), expected), 1e-10);
 }
 
+TEST_P(EveryNoise, OfALongCurveIsThatOfItsParts) { EXPECT_LE(DifferenceOnLastPoints(GetParam()), 1e-9); }
+
 TEST_P(EveryNoise, OfNoPointsIsEmpty) { EXPECT_TRUE(Of({}).empty()); }
 
 TEST_P(EveryNoise, OfOneAndTwoPointsIsHalfTheirStep) {

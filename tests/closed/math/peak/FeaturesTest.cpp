@@ -131,6 +131,21 @@ TEST(FindFeatures, FindsPlateausLongerThanItsStretches) {
   EXPECT_THAT(joined, ElementsAre(499));
 }
 
+TEST(FindFeatures, FindsThoseOfALongCurve) {
+  const Samples y = Steps(9, 70100, 3);
+  std::vector<CurvePt> expected;
+  for (const CurvePt& point : Features(Samples(y.end() - 4000, y.end()), 100, 4000))
+    expected.push_back({point.first + 66100, point.second});
+  EXPECT_EQ(expected, Features(y, 66200, kMaxIndex));
+}
+
+TEST(FindOneFeature, ClimbsFarUpALongCurve) {
+  Samples y(90000);
+  for (std::size_t i = 0; i < y.size(); ++i) y[i] = -std::abs(static_cast<double>(i) - 80000.0);
+  EXPECT_EQ(80000, Climb(y, 10));
+  EXPECT_EQ(80000, Climb(y, 89990));
+}
+
 TEST(FindOneFeature, ClimbsToTheFeatureOnItsSlope) {
   const Samples y = {0, 1, 5, 3, 0, 2, 9, 1, 0};
   EXPECT_EQ(2, Climb(y, 1));

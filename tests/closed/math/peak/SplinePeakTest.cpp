@@ -378,9 +378,11 @@ TEST(SplinePeak, TakesTheSameCurveFromStackAndHeap) {
 }
 
 TEST(SplinePeak, TakesAWholeSpectrum) {
-  const Peak peak(Gaussian(1000, 30000.25, 10, 60000));
-  EXPECT_NEAR(30000.25, peak.Max().x, 0.003);
-  EXPECT_NEAR(GaussianArea(1000, 30000.25, 10, 0, 60000), peak.Area(-1, 0), 1e-4);
+  const Peak peak(Gaussian(1000, 70000.25, 10, 90000));
+  EXPECT_NEAR(70000.25, peak.Max().x, 0.003);
+  EXPECT_NEAR(70000.25, peak.CentroidAbove(500).x, 1e-4);
+  EXPECT_NEAR(10, peak.HalfHeight(0).right - peak.HalfHeight(0).left, 1e-3);
+  EXPECT_NEAR(GaussianArea(1000, 70000.25, 10, 0, 90000), peak.Area(-1, 0), 1e-4);
 }
 
 TEST(SplinePeak, NeverTakesNaNForTheApex) {

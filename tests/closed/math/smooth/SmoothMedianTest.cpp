@@ -52,6 +52,24 @@ TEST(SmoothMedian, IsExactOverManySortings) {
   EXPECT_EQ(PlainMedian(y, 201), Smooth(Median(201), y));
 }
 
+// 90 000 points need ranks of more than 16 bits.
+TEST(SmoothMedian, OfAVeryWideWindowOnALongRiseIsTheRise) {
+  const Samples y = Line(90000);
+  EXPECT_EQ(y, Smooth(Median(20001), y));
+}
+
+TEST(SmoothMedian, IsExactInVeryWideWindows) {
+  const Samples y = Noise(90000);
+  const Samples smoothed = Smooth(Median(20001), y);
+  for (std::size_t i = 0; i < y.size(); i += 4999) {
+    const auto half = static_cast<std::ptrdiff_t>(std::min({std::size_t{10000}, i, y.size() - 1 - i}));
+    const auto at = y.begin() + static_cast<std::ptrdiff_t>(i);
+    Samples window(at - half, at + half + 1);
+    std::nth_element(window.begin(), window.begin() + half, window.end());
+    ASSERT_EQ(window[static_cast<std::size_t>(half)], smoothed[i]) << i;
+  }
+}
+
 TEST(SmoothMedian, AgreesWithScipyWhereTheWindowIsWhole) {
   for (std::uint32_t width : Numbers{3, 5, 7, 9, 11, 31, 153}) {
     ExpectOracle(Median(width), "median " + std::to_string(width), 0);

@@ -1,0 +1,79 @@
+// The adaptive opening, on curves without noise: what is left of them shows what was taken off.
+#include <tslbl/closed/math/baseline/Baseline.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include <closed/math/SampleArray.h>
+
+using namespace TslMath;
+using namespace tests;
+
+namespace {
+
+Samples Opened(const Samples& y, std::uint32_t segSize = 250, std::uint32_t window = 25) {
+  Samples out(y.size());
+  APBMorph(y.data(), Size(y), segSize, window, out.data());
+  return out;
+}
+
+void Raise(Samples& y, std::size_t begin, std::size_t end, double by) {
+  for (std::size_t i = begin; i < end; ++i) y[i] += by;
+}
+
+// Flat at 10 with a step of 1 that sets the quantum.
+Samples Flat() {
+  Samples y(6000, 10.0);
+  y[5900] = 11;
+  return y;
+}
+
+double Highest(const Samples& y) { return *std::max_element(y.begin(), y.end()); }
+
+TEST(OpenAdaptively, TakesOffWhatIsNarrowerThanASegment) {
+  for (const std::size_t width : {1U, 30U, 100U, 230U}) {
+    Samples y = Flat();
+    Raise(y, 3000, 3000 + width, 500);
+    EXPECT_NEAR(Highest(Opened(y)), 10, 0.01) << width;
+  }
+}
+
+TEST(OpenAdaptively, TakesOffGroupsUpToFourTimesAsWide) {
+  for (const std::size_t width : {260U, 480U, 700U, 950U}) {
+    Samples y = Flat();
+    Raise(y, 2500, 2500 + width, 500);
+    EXPECT_NEAR(Highest(Opened(y)), 10, 0.01) << width;
+  }
+}
+
+// A group of 140 points with feet of 15 points on both sides, which are near enough to the background not to be
+// taken off with it, but narrower than a segment of 100 points.
+TEST(OpenAdaptively, TakesOffTheFeetOfAGroupToo) {
+  Samples y = Flat();
+  Raise(y, 2560, 2700, 1);
+  Raise(y, 2575, 2685, 500);
+  EXPECT_NEAR(Highest(Opened(y, 100, 5)), 10, 0.15);
+}
+
+TEST(OpenAdaptively, FollowsAStepOfTheBackground) {
+  Samples y = Flat();
+  Raise(y, 3000, 6000, 40);
+  const Samples found = Opened(y);
+  EXPECT_NEAR(found[2000], 10, 0.1);
+  EXPECT_NEAR(found[4500], 50, 0.1);
+}
+
+TEST(OpenAdaptively, OfTheMirroredCurveIsMirrored) {
+  Samples y = Flat();
+  Raise(y, 700, 900, 30);
+  Raise(y, 2560, 2700, 1);
+  Raise(y, 2575, 2685, 500);
+  Raise(y, 4000, 6000, 3);
+  const Samples found = Opened(y);
+  std::reverse(y.begin(), y.end());
+  const Samples mirrored = Opened(y);
+  for (std::size_t i = 0; i < y.size(); ++i) ASSERT_NEAR(found[i], mirrored[y.size() - 1 - i], 0.02) << i;
+}
+
+}  // namespace
