@@ -1,3 +1,5 @@
+// Tests: CmdEmpty.cpp, tslbl/CommandTable.cpp.
+
 #include <RecordCheck.h>
 
 #include <curve/TestCurve.h>

@@ -1,3 +1,5 @@
+// Tests: FindFeaturesSequential.cpp.
+
 #include <gtest/gtest.h>
 
 #include <detect/PeakCurves.h>

@@ -1,4 +1,6 @@
 // What detection finds in a curve it finds in the curve raised, magnified, moved and mirrored.
+//
+// Tests: CmdPeakDetect.cpp.
 
 #include <detect/PeakCurves.h>
 #include <detect/RandomCurves.h>

@@ -1,5 +1,7 @@
 // Peak detection on several threads: the table is the same, to the bit, for any number of
 // threads and any way to cut up the work.
+//
+// Tests: CmdPeakDetect.cpp.
 
 #include <tbb/task_scheduler_observer.h>
 

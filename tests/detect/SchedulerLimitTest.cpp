@@ -1,4 +1,6 @@
 // The number of threads that oneTBB may use is the host's to set.
+//
+// Tests: Scheduler.cpp.
 #include <gtest/gtest.h>
 
 #include <tbb/global_control.h>

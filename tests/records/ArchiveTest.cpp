@@ -1,4 +1,7 @@
 // The record frame, on records made up for it.
+//
+// Tests: BinaryArchive.cpp, CompareArchive.cpp, DumpArchive.cpp, XmlArchive.cpp,
+// tslbl/closed/common/Interfaces.cpp.
 
 #include <gtest/gtest.h>
 

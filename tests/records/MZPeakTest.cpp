@@ -1,3 +1,5 @@
+// Tests: PeakValues.cpp.
+
 #include <RecordCheck.h>
 
 #include <tslbl/records/MZPeak.h>

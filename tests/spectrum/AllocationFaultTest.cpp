@@ -1,5 +1,7 @@
 // Memory that runs out at any moment: each allocation of a piece of work fails in turn. The work ends in
 // std::bad_alloc, or in a message where it promises one; what it works on stays sound; nothing is leaked.
+//
+// Tests: CreateSpectrum.cpp, PeakTable.cpp, tslbl/curve/Execute.cpp.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 

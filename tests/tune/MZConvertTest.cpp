@@ -1,3 +1,5 @@
+// Tests: PointTable.cpp.
+
 #include <tslbl/tune/MZConvert.h>
 
 #include <gtest/gtest.h>

@@ -1,3 +1,5 @@
+// Tests: LimitOverrides.cpp.
+
 #include <stdexcept>
 
 #include <tune/rules/Rules.h>

@@ -1,3 +1,5 @@
+// Tests: Elements.cpp.
+
 #include <gtest/gtest.h>
 #include <tslbl/closed/engines/Elements.h>
 #include <tslbl/closed/engines/Formula.h>

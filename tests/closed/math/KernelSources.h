@@ -3,6 +3,7 @@
 //   TslMath       a name of its own
 //   TSLBL_WIDE    what marks functions for wide registers
 // No #pragma once: each file gets its own.
+#include <tslbl/closed/math/Normalize.cpp>
 #include <tslbl/closed/math/SmallestStep.cpp>
 #include <tslbl/closed/math/baseline/APBNoise.cpp>
 #include <tslbl/closed/math/baseline/AcceptedSums.cpp>

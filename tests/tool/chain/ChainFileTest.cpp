@@ -1,3 +1,5 @@
+// Tests: tool/io/DocumentCheck.cpp.
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 

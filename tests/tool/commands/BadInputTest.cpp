@@ -1,5 +1,7 @@
 // Every kind of foreign file, missing, empty, cut and garbled: exit status 1, a message that
 // names the file and the place, nothing written.
+//
+// Tests: tool/io/OpenScans.cpp.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 

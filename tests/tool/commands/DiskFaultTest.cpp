@@ -1,5 +1,7 @@
 // The tool on a disk that is full or cannot be read: status 1, a reason, nothing lost and nothing
 // half written.
+//
+// Tests: tool/frame/Output.cpp, tool/io/RunFile.cpp.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 

@@ -1,4 +1,6 @@
 // How the tool ends when its surroundings do not play along.
+//
+// Tests: tool/main.cpp.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <signal.h>

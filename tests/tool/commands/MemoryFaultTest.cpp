@@ -1,5 +1,7 @@
 // The tool where memory is short, at any moment from its start on: status 1 and a reason, no half
 // result. Sanitizers take more address space than any limit leaves: without them only.
+//
+// Tests: tool/main.cpp.
 #if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
 #if defined(__has_feature)
 #if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)

@@ -1,3 +1,5 @@
+// Tests: MzMLFile.cpp.
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <tool/io/MzMLReading.h>

@@ -1,3 +1,5 @@
+// Tests: RunFile.cpp.
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 

@@ -1,3 +1,5 @@
+// Tests: ByteSource.cpp, LineReader.cpp.
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 

@@ -1,4 +1,6 @@
 // All pieces together: a spectrum as a later command may show one.
+//
+// Tests: Axes.cpp, Curves.cpp, Legend.cpp.
 
 #include <gtest/gtest.h>
 

@@ -1,3 +1,5 @@
+// Tests: Compounds.cpp.
+
 #include <gtest/gtest.h>
 
 #include <algorithm>

@@ -1,3 +1,5 @@
+// Tests: DevTuneRulesWriters.cpp.
+
 #include <limits>
 #include <vector>
 

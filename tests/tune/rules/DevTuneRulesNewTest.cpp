@@ -1,3 +1,5 @@
+// Tests: DefaultTune.cpp, DevTuneRules.cpp.
+
 #include <ctime>
 #include <type_traits>
 #include <vector>

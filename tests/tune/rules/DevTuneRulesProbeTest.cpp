@@ -1,3 +1,5 @@
+// Tests: DevTuneRulesValidate.cpp.
+
 #include <tune/rules/Rules.h>
 
 namespace {

@@ -1,3 +1,5 @@
+// Tests: DevTuneRules.cpp, DevTuneRulesWriters.cpp.
+
 #include <tslbl/tune/MZConvert.h>
 #include <tslbl/tune/Q1FieldConvert.h>
 #include <cmath>

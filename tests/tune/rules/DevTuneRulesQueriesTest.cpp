@@ -1,3 +1,5 @@
+// Tests: DevTuneRules.cpp.
+
 #include <limits>
 
 #include <tune/rules/Rules.h>

@@ -1,3 +1,5 @@
+// Tests: DevTuneRulesWriters.cpp.
+
 #include <functional>
 #include <limits>
 #include <vector>

@@ -1,3 +1,5 @@
+// Tests: DevTuneRulesWriters.cpp.
+
 #include <ctime>
 #include <limits>
 #include <vector>

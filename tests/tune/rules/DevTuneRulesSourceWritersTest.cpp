@@ -1,3 +1,5 @@
+// Tests: DevTuneRulesWriters.cpp.
+
 #include <vector>
 
 #include <tune/rules/Rules.h>

@@ -1,6 +1,8 @@
 // How near the baselines come to the truth on simulated counts. Each figure is the mean over six spectra, in
 // units of the background's noise. `tslbl_tests --gtest_filter='*Accuracy*'` prints the figures with
 // --gtest_output=json as the properties mean, rms and worst.
+//
+// Tests: Baseline.h.
 #include <closed/math/baseline/BaselineCheck.h>
 
 using namespace tests;

@@ -2,6 +2,8 @@
 // after the smoothing of a new method, a mean of 5 points. `tslbl_tests --gtest_filter='*Accuracy*'` prints
 // the figures with --gtest_output=json as the properties low, middle and high: the 10th, 50th and 90th
 // percentile of the points.
+//
+// Tests: Noise.cpp.
 #include <tslbl/closed/math/smooth/Smoothing.h>
 
 #include <tuple>

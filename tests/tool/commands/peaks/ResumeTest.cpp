@@ -1,3 +1,6 @@
+// A table that was interrupted is gone on with.
+//
+// Tests: PeakFile.cpp.
 // A table that was interrupted is resumed.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

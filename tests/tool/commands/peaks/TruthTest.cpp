@@ -1,4 +1,6 @@
 // What `peaks` finds in a simulated run, held against what is in it.
+//
+// Tests: Peaks.cpp.
 #include <gtest/gtest.h>
 
 #include <algorithm>

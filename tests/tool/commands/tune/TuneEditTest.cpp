@@ -1,3 +1,5 @@
+// Tests: TuneFields.cpp.
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 

@@ -1,3 +1,5 @@
+// Tests: LensCurves.cpp.
+
 #include <tool/commands/tune/TuneSheet.h>
 
 #include <gmock/gmock.h>

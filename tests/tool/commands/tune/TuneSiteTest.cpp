@@ -1,4 +1,6 @@
 // Files of a site lie beside libtslbl.so, wherever the tool itself lies.
+//
+// Tests: Tune.cpp, tool/frame/Log.cpp.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

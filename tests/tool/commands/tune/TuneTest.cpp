@@ -1,3 +1,5 @@
+// Tests: TuneSet.cpp, TuneStore.cpp, tool/frame/FileLock.cpp.
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
