@@ -1,7 +1,6 @@
-// A run whose writer is killed, or whose disk is full: what was acknowledged is there.
+// A run whose disk is full: what was acknowledged is there.
 //
 // Tests: RunFile.cpp.
-// A run whose disk is full: what was acknowledged is there.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <signal.h>

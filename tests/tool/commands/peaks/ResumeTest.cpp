@@ -1,7 +1,6 @@
-// A table that was interrupted is gone on with.
+// A table that was interrupted is resumed.
 //
 // Tests: PeakFile.cpp.
-// A table that was interrupted is resumed.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <signal.h>
