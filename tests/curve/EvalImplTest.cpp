@@ -3,22 +3,26 @@
 
 #include <curve/TestCurve.h>
 #include <tslbl/curve/EvalImpl.h>
-#include <tslbl/spectrum/Spectrum.h>
+#include <tslbl/records/OPDParams.h>
 
 using namespace TslBL;
 using namespace tests;
 
 namespace {
 
-bool StoreInSpectrum(Curve& curve, const OPDParams& params) {
-  auto* spectrum = dynamic_cast<Spectrum*>(&curve);
-  if (spectrum == nullptr) return false;
-  spectrum->opdParams = params;
+struct Derived : TestCurve {
+  OPDParams opdParams;
+};
+
+bool StoreInDerived(Curve& curve, const OPDParams& params) {
+  auto* derived = dynamic_cast<Derived*>(&curve);
+  if (derived == nullptr) return false;
+  derived->opdParams = params;
   return true;
 }
 
-// Runs the threshold step, whose success a history tells, with parameters of a spectrum.
-using OnSpectra = EvalOf<EvalType::Threshold, OPDParams, StoreInSpectrum>;
+// Runs the threshold step, whose success a history tells, with parameters of the derived class.
+using OnDerived = EvalOf<EvalType::Threshold, OPDParams, StoreInDerived>;
 
 OPDParams Params() {
   OPDParams params;
@@ -35,24 +39,24 @@ Outcome RunImpl(const CurveEval::EvalImpl& command, Curve& curve) {
 }  // namespace
 
 TEST(EvalOf, StoresItsParametersWhereItsOwnFunctionSays) {
-  Spectrum spectrum;
-  EXPECT_EQ(RunImpl(OnSpectra(Params()), spectrum), Success("threshold"));
-  EXPECT_EQ(spectrum.opdParams, Params());
-  EXPECT_EQ(History(spectrum), "Threshold");
+  Derived curve;
+  EXPECT_EQ(RunImpl(OnDerived(Params()), curve), Success("threshold"));
+  EXPECT_EQ(curve.opdParams, Params());
+  EXPECT_EQ(History(curve), "Threshold");
 }
 
 TEST(EvalOf, FailsWithoutAMessageOnACurveThatHasNoPlaceForItsParameters) {
   TestCurve curve = CurveOf("0 1 5");
   const TestCurve before = curve;
-  EXPECT_EQ(RunImpl(OnSpectra(Params()), curve), Failure(L""));
+  EXPECT_EQ(RunImpl(OnDerived(Params()), curve), Failure(L""));
   EXPECT_EQ(curve, before);
 }
 
 TEST(EvalOf, StoresItsParametersThoughTheStepFails) {
-  Spectrum spectrum;
-  spectrum.AddStatus(Curve::STATUS_OPD);
-  EXPECT_EQ(RunImpl(OnSpectra(Params()), spectrum), Failure(L"Unable to threshold."));
-  EXPECT_EQ(spectrum.opdParams, Params());
+  Derived curve;
+  curve.AddStatus(Curve::STATUS_OPD);
+  EXPECT_EQ(RunImpl(OnDerived(Params()), curve), Failure(L"Unable to threshold."));
+  EXPECT_EQ(curve.opdParams, Params());
 }
 
 TEST(EvalOf, StoresParametersInTheMemberOfCurveUnlessToldOtherwise) {
