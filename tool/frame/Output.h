@@ -25,7 +25,7 @@ class ReaderGone : public std::exception {
 class Output {
  public:
   // How the file is named until Commit. Resumable: FILE.part, which stays if the process is
-  // killed and can be gone on with. Only one process at a time may write it.
+  // killed and can be resumed. Only one process at a time may write it.
   enum class Beside { Temporary, Resumable };
 
   explicit Output(const std::string& path, Beside beside = Beside::Temporary);

@@ -17,6 +17,7 @@ struct TSLBL_API BaselineParams : Record<BaselineParams> {
   std::uint32_t Width = 3;      // rejection limit, standard deviations; LinearFitSD
   double ManVal = 0.0;          // the constant baseline
 
+  // The presets for mass spectra (MS) and for ion currents over time, chromatograms (IC).
   static BaselineParams DefaultMS();
   static BaselineParams DefaultIC();
 };

@@ -31,6 +31,7 @@ struct Annotation {
   bool operator==(const Annotation&) const = default;
 };
 
+// Which of its two neighbours stands for a place between points.
 enum RoundIndex : std::uint32_t { ROUND_DOWN = 0, ROUND_UP = 1 };
 
 class TSLBL_API Curve : public ITslSerial {

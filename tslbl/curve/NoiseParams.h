@@ -28,6 +28,7 @@ struct TSLBL_API NoiseParams : Record<NoiseParams> {
   double Start = 5.0;  // the manual stretch, x units
   double End = 3000.0;
 
+  // The presets for mass spectra (MS) and for ion currents over time, chromatograms (IC).
   static NoiseParams DefaultMS();
   static NoiseParams DefaultIC();
 };

@@ -38,6 +38,7 @@ struct TSLBL_API PeakDetectParams : Record<PeakDetectParams> {
   FindFeatureAlgorithms FindFeatureAlgorithm = Sequential;
   bool Display = true;  // carried for the caller
 
+  // The presets for mass spectra (MS) and for ion currents over time, chromatograms (IC).
   static PeakDetectParams DefaultMS();
   static PeakDetectParams DefaultIC();
   // "Sequential", "Sorted", or "Unknown".

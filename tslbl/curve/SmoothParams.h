@@ -29,6 +29,7 @@ struct TSLBL_API SmoothParams : Record<SmoothParams> {
   StepTransitions StepTrans = Smooth;
   std::vector<SmoothStep> Steps = {SmoothStep{}};
 
+  // The presets for mass spectra (MS) and for ion currents over time, chromatograms (IC).
   static SmoothParams DefaultMS();
   static SmoothParams DefaultIC();
 };

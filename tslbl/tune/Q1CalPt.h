@@ -20,6 +20,7 @@ struct TSLBL_API Q1CalPt : Record<Q1CalPt> {
   double MZ = 0.0;
   std::map<TuneField::Id, double> Fields;
 
+  // Removes every entry but that of the capillary exit.
   void KeepOnlyCapExit();
   // Sets the capillary exit's entry, if there is one.
   void ReplaceAnyCapExit(double value);
