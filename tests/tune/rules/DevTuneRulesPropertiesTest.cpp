@@ -1,4 +1,4 @@
-// Tests: DevTuneRules.cpp, DevTuneRulesWriters.cpp.
+// Tests: DevTuneRules.cpp, DevTuneRulesWriters.cpp, TurnVoltages.cpp.
 
 #include <tslbl/tune/MZConvert.h>
 #include <tslbl/tune/Q1FieldConvert.h>

@@ -1,3 +1,5 @@
+// Tests: tool/commands/Program.cpp.
+
 #include <gtest/gtest.h>
 
 #include <algorithm>

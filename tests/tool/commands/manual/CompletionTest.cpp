@@ -1,3 +1,5 @@
+// Tests: BashCompletion.cpp, FishCompletion.cpp, ShellText.cpp, ZshCompletion.cpp.
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
