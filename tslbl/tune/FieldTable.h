@@ -3,8 +3,8 @@
 // the record, limits, and what else sets a field apart.
 //
 // This is the one list of fields. A number without a row, a row out of order, or one that
-// lacks what fields of its kind must have, does not compile (FieldTableChecks.h). The name
-// that a user knows stands in the string table (TuneField::FieldToString).
+// lacks what fields of its kind must have, does not compile. The name that a user knows
+// stands in the string table (TuneField::FieldToString).
 
 #include <tslbl/Export.h>
 #include <tslbl/tune/FieldRow.h>
