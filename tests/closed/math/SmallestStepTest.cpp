@@ -38,7 +38,8 @@ TEST(SmallestStep, IsFoundWhereverItIs) {
   for (std::size_t n = 2; n < 70; ++n) {
     for (std::size_t at = 0; at + 1 < n; ++at) {
       Samples y(n);
-      for (std::size_t i = 1; i < n; ++i) y[i] = y[i - 1] + (i == at + 1 ? 2 : 3 + static_cast<double>(i % 3));
+      for (std::size_t i = 1; i < n; ++i)
+        y[i] = y[i - 1] + (i == at + 1 ? 2 : 3 + static_cast<double>(i % 3));
       ASSERT_EQ(StepOf(y), 2) << at << " of " << n;
     }
   }

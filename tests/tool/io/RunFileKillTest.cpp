@@ -1,5 +1,7 @@
 // A run whose writer is killed before each of its system calls, and amidst each write: whoever
 // reads it, and wherever it lies then, what was committed is there.
+//
+// Tests: RunFile.cpp, Snapshot.cpp.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 

@@ -1,4 +1,5 @@
-// Amplitudes, lines and limits are multiples of 1/8, so that every sum is exact in whatever order it is taken.
+// Amplitudes, lines and limits are multiples of 1/8, so that every sum is exact in whatever order it is
+// taken.
 #include <tslbl/closed/math/Lanes.h>
 #include <tslbl/closed/math/baseline/AcceptedSums.h>
 

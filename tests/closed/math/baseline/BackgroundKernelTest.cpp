@@ -75,7 +75,8 @@ void ExpectBlended(const Curve& curve, std::size_t length = kLength) {
   const Background found(curve.y, static_cast<std::uint32_t>(length));
   for (std::size_t i = 0; i < curve.y.size(); ++i) {
     const auto x = static_cast<double>(i);
-    const auto right = std::find_if(curve.fits.begin(), curve.fits.end(), [=](const PlainFit& f) { return f.centre >= x; });
+    const auto right =
+        std::find_if(curve.fits.begin(), curve.fits.end(), [=](const PlainFit& f) { return f.centre >= x; });
     PlainFit a = right == curve.fits.begin() ? *right : *(right - 1);
     PlainFit b = right == curve.fits.end() ? *(right - 1) : *right;
     const double share = b.centre > a.centre ? (x - a.centre) / (b.centre - a.centre) : 0;
@@ -88,7 +89,8 @@ void ExpectBlended(const Curve& curve, std::size_t length = kLength) {
 // A noise that rises along the curve.
 TEST(BackgroundKernel, HasTheLineAndTheNoiseOfEachSegment) {
   Curve curve;
-  for (int k = 0; k < 9; ++k) curve.Add(NoisySegment(100 + k, 0.01 * (k - 4), 1 + k, static_cast<std::uint64_t>(k)));
+  for (int k = 0; k < 9; ++k)
+    curve.Add(NoisySegment(100 + k, 0.01 * (k - 4), 1 + k, static_cast<std::uint64_t>(k)));
   ExpectBlended(curve);
 }
 
@@ -156,8 +158,8 @@ TEST(BackgroundKernel, LeavesOutAnEndThatDoesNotMeetItsNeighbour) {
   ExpectBlended(last);
 }
 
-// A line that meets a neighbour of 100 to its left; but only 24 points are on it, in groups of three, and the others
-// wherever peaks may be.
+// A line that meets a neighbour of 100 to its left; but only 24 points are on it, in groups of three, and the
+// others wherever peaks may be.
 Samples SparseSteepSegment() {
   Samples y = NoisySegment(162.75, 0.5, 0, 0);
   for (std::size_t i = 0; i < kLength; ++i) {

@@ -38,7 +38,9 @@ Samples CellsOf(const Samples& levels) {
 }
 
 // Where the middle of a cell lies, the curve's first one having number 0.
-double CentreOf(double cell, std::size_t n) { return std::floor(static_cast<double>(n % 5) / 2) + 5 * cell + 2; }
+double CentreOf(double cell, std::size_t n) {
+  return std::floor(static_cast<double>(n % 5) / 2) + 5 * cell + 2;
+}
 
 TEST(CellCurve, HasTheMeansOfFivePoints) {
   for (std::size_t n = 0; n < 40; ++n) {

@@ -78,7 +78,8 @@ TEST(ConsensusLine, HasMuchOfANoisySegmentWithinItsLimit) {
     AddNoise(y, 3, seed);
     const RobustLine fit = Consensus(y);
     std::size_t near = 0;
-    for (std::size_t i = 0; i < y.size(); ++i) near += std::abs(y[i] - At(fit, i, 250)) <= 3 * fit.noise ? 1 : 0;
+    for (std::size_t i = 0; i < y.size(); ++i)
+      near += std::abs(y[i] - At(fit, i, 250)) <= 3 * fit.noise ? 1 : 0;
     EXPECT_GE(near, 125U) << seed;
   }
 }
@@ -94,12 +95,15 @@ double PlainFirstNoise(const Samples& y, std::size_t points) {
     const std::size_t begin = end;
     end += data.samples / blocks + (b < data.samples % blocks ? 1 : 0);
     const double* lowest = std::min_element(data.sample + begin, data.sample + end);
-    const auto at = static_cast<std::ptrdiff_t>(static_cast<std::size_t>(lowest - data.sample) * data.stride + data.stride / 2);
+    const auto at = static_cast<std::ptrdiff_t>(static_cast<std::size_t>(lowest - data.sample) * data.stride +
+                                                data.stride / 2);
     double most = 0;
     for (const std::ptrdiff_t lag : {std::ptrdiff_t{1}, static_cast<std::ptrdiff_t>(points)}) {
       double sum = 0, count = 0;
-      const auto last = std::min(static_cast<std::ptrdiff_t>(y.size()) - 1, at + static_cast<std::ptrdiff_t>(points));
-      for (std::ptrdiff_t i = std::max<std::ptrdiff_t>(0, at - static_cast<std::ptrdiff_t>(points)); i + lag <= last; ++i) {
+      const auto last =
+          std::min(static_cast<std::ptrdiff_t>(y.size()) - 1, at + static_cast<std::ptrdiff_t>(points));
+      for (std::ptrdiff_t i = std::max<std::ptrdiff_t>(0, at - static_cast<std::ptrdiff_t>(points));
+           i + lag <= last; ++i) {
         const double step = y[static_cast<std::size_t>(i + lag)] - y[static_cast<std::size_t>(i)];
         sum += step * step;
         count += 1;

@@ -108,7 +108,8 @@ void ExpectPlain(const Samples& y, std::uint32_t segSize) {
 }
 
 // Dense counts: few ones have the background of shots.
-const SpectrumRecipe kRecipes[] = {{Background::Flat, 20, 0.1}, {Background::Flat, 20, 1}, {Background::Hump, 0, 0.3}};
+const SpectrumRecipe kRecipes[] = {
+    {Background::Flat, 20, 0.1}, {Background::Flat, 20, 1}, {Background::Hump, 0, 0.3}};
 
 TEST(FollowValleys, EqualsItsPlainForm) {
   for (const SpectrumRecipe& recipe : kRecipes) {

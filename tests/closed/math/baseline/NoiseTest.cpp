@@ -1,3 +1,4 @@
+// Tests: APBNoise.cpp, FitLinesSD.cpp, StandardDeviation.cpp.
 #include <tslbl/closed/math/baseline/Noise.h>
 #include <tslbl/closed/math/smooth/Smoothing.h>
 

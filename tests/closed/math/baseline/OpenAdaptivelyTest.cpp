@@ -47,8 +47,8 @@ TEST(OpenAdaptively, TakesOffGroupsUpToFourTimesAsWide) {
   }
 }
 
-// A group of 140 points with feet of 15 points on both sides, which are near enough to the background not to be
-// taken off with it, but narrower than a segment of 100 points.
+// A group of 140 points with feet of 15 points on both sides, which are near enough to the background not to
+// be taken off with it, but narrower than a segment of 100 points.
 TEST(OpenAdaptively, TakesOffTheFeetOfAGroupToo) {
   Samples y = Flat();
   Raise(y, 2560, 2700, 1);

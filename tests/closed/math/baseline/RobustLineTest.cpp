@@ -84,7 +84,9 @@ TEST(RejectionRule, AsksForNoMorePointsThanTheCurveHas) {
   EXPECT_EQ(RejectionRule(std::numeric_limits<std::uint32_t>::max(), 3, 1, 1).points, 1U);
 }
 
-TEST(RejectionRule, HasHalfAQuantumAsItsLeastNoise) { EXPECT_EQ(RejectionRule(5, 3, 1000, 3).noiseFloor, 1.5); }
+TEST(RejectionRule, HasHalfAQuantumAsItsLeastNoise) {
+  EXPECT_EQ(RejectionRule(5, 3, 1000, 3).noiseFloor, 1.5);
+}
 
 TEST(RejectionRule, AsksForEightPointsOrTwiceTheNeighbourhood) {
   EXPECT_EQ(RejectionRule(1, 3, 1000, 1).LeastCount(), 8U);
@@ -109,7 +111,8 @@ TEST(GrowLine, IsTheLeastSquaresLineOfAllPointsWithinAWideLimit) {
     const long double slope = (ty - t1 * y1 / n) / (t2 - t1 * t1 / n);
     const long double level = y1 / n - slope * t1 / n;
     for (std::size_t i = 0; i < n; ++i) {
-      const long double r = y[i] - level - slope * (static_cast<long double>(i) - 0.5L * static_cast<long double>(n - 1));
+      const long double r =
+          y[i] - level - slope * (static_cast<long double>(i) - 0.5L * static_cast<long double>(n - 1));
       rr += r * r;
     }
     const RobustLine fit = Grown(y, RejectionRule(1, 100, n, 0), Start(100, 0, 10));
@@ -139,7 +142,8 @@ TEST(GrowLine, FindsTheLineFromAStartBesideIt) {
 }
 
 TEST(GrowLine, MovesTheLevelAloneForAFixedSlope) {
-  const RobustLine fit = Grown(NoisyLine(1000, 0), RejectionRule(1, 3, 1000, 0), Start(101, 0.001, 3), Growth::FixedSlope);
+  const RobustLine fit =
+      Grown(NoisyLine(1000, 0), RejectionRule(1, 3, 1000, 0), Start(101, 0.001, 3), Growth::FixedSlope);
   EXPECT_EQ(fit.line.slope, 0.001);
   EXPECT_NEAR(fit.line.level, 100, 0.25);
 }
@@ -153,7 +157,8 @@ TEST(GrowLine, LeavesOutPointsWhoseNeighbourhoodIsHigh) {
   const Samples y = NoisyLine(1000, 0);
   Samples mean(1000, 100.0);
   std::fill(mean.begin() + 400, mean.end(), 115.0);  // within 3 standard deviations of no mean of 5 points
-  const RobustLine fit = GrowLine(Segment(y, mean).Data(), RejectionRule(5, 3, 1000, 0), Start(100, 0, 2), Growth::Line);
+  const RobustLine fit =
+      GrowLine(Segment(y, mean).Data(), RejectionRule(5, 3, 1000, 0), Start(100, 0, 2), Growth::Line);
   EXPECT_LE(fit.count, 400U);
   EXPECT_GE(fit.count, 390U);
 }

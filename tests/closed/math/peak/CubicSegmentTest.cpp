@@ -51,7 +51,8 @@ TEST(CubicSegment, HasTheValuesAndTheCurvaturesOfItsEnds) {
 TEST(CubicSegment, WithItsEndsExchangedIsMirrored) {
   ForRandomSegments([](const Ends& e) {
     const CubicSegment mirrored(e.y1, e.y0, e.curvature1, e.curvature0);
-    for (const double t : {0.0, 0.25, 0.7, 1.0}) ASSERT_NEAR(e.Segment().Value(t), mirrored.Value(1 - t), 1e-12);
+    for (const double t : {0.0, 0.25, 0.7, 1.0})
+      ASSERT_NEAR(e.Segment().Value(t), mirrored.Value(1 - t), 1e-12);
   });
 }
 
@@ -59,7 +60,8 @@ TEST(CubicSegment, HasItsIntegralAndItsMoment) {
   ForRandomSegments([](const Ends& e) {
     const CubicSegment s = e.Segment();
     for (const auto& [t0, t1] : {std::pair{0.0, 1.0}, {0.0, 0.4}, {0.3, 0.9}, {0.6, 0.6}}) {
-      ASSERT_NEAR(s.Integral(1.5, t0, t1), Integral(t0, t1, [&](double t) { return s.Value(t) - 1.5; }), 1e-12);
+      ASSERT_NEAR(s.Integral(1.5, t0, t1), Integral(t0, t1, [&](double t) { return s.Value(t) - 1.5; }),
+                  1e-12);
       ASSERT_NEAR(s.Moment(t0, t1), Integral(t0, t1, [&](double t) { return t * s.Value(t); }), 1e-12);
     }
   });
@@ -89,7 +91,8 @@ TEST(CubicSegment, FindsItsExtrema) {
       rose = rises;
     }
     // Two that are nearer than the places, or in the first or last of them, may be missed.
-    for (int k = expected; k < found.count; ++k) ASSERT_TRUE(expected == 0 || found.t[k] < 2e-3 || found.t[k] > 0.998);
+    for (int k = expected; k < found.count; ++k)
+      ASSERT_TRUE(expected == 0 || found.t[k] < 2e-3 || found.t[k] > 0.998);
   });
 }
 

@@ -17,7 +17,8 @@ namespace {
 struct Bounds {
   Samples y, curvature, lower, upper;
 
-  explicit Bounds(std::size_t count) : y(Room(count)), curvature(Room(count)), lower(Room(count)), upper(Room(count)) {
+  explicit Bounds(std::size_t count)
+      : y(Room(count)), curvature(Room(count)), lower(Room(count)), upper(Room(count)) {
     std::mt19937 random(static_cast<std::uint32_t>(count));
     std::uniform_real_distribution<double> uniform(-10, 10);
     for (double& v : y) v = uniform(random);

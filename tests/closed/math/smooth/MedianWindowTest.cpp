@@ -53,7 +53,16 @@ void ExpectRanks(Window& window, const Samples& y, std::size_t first, std::size_
 }
 
 TEST(OrderedKey, IsInTheOrderOfTheDoubles) {
-  const Samples ascending{-kInfinity, -1e300, -2, -1e-320, -0.0, 0.0, 1e-320, 2, 1e300, kInfinity,
+  const Samples ascending{-kInfinity,
+                          -1e300,
+                          -2,
+                          -1e-320,
+                          -0.0,
+                          0.0,
+                          1e-320,
+                          2,
+                          1e300,
+                          kInfinity,
                           std::numeric_limits<double>::quiet_NaN()};
   for (std::size_t k = 1; k < ascending.size(); ++k)
     EXPECT_LT(OrderedKey(ascending[k - 1]), OrderedKey(ascending[k])) << ascending[k];
@@ -61,7 +70,8 @@ TEST(OrderedKey, IsInTheOrderOfTheDoubles) {
 
 TEST(OrderedKey, LeadsBackToItsValue) {
   for (const double value : {-kInfinity, -2.5, -0.0, 0.0, 1e-320, 3.25, kInfinity})
-    EXPECT_EQ(std::bit_cast<std::uint64_t>(ValueOfKey(OrderedKey(value))), std::bit_cast<std::uint64_t>(value));
+    EXPECT_EQ(std::bit_cast<std::uint64_t>(ValueOfKey(OrderedKey(value))),
+              std::bit_cast<std::uint64_t>(value));
 }
 
 TEST(SortedWindow, TellsEveryRank) {

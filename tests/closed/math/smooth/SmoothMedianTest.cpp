@@ -1,3 +1,4 @@
+// Tests: MedianNetwork.cpp.
 #include <tslbl/closed/math/smooth/Smoothing.h>
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// Tests: PolynomialBasis.cpp, SymmetricFilter.cpp.
 #include <tslbl/closed/math/smooth/Smoothing.h>
 
 #include <closed/math/smooth/FilterCheck.h>

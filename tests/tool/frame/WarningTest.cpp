@@ -1,0 +1,17 @@
+#include <gtest/gtest.h>
+
+#include <tool/frame/Warning.h>
+
+namespace tests {
+namespace {
+
+TEST(Warning, IsALineOfItsOwnOnStandardError) {
+  testing::internal::CaptureStderr();
+  TslTool::Warn("a.mzML: 2 spectra are empty");
+  TslTool::Warn("b.run: has no time");
+  EXPECT_EQ(testing::internal::GetCapturedStderr(),
+            "tslbl: warning: a.mzML: 2 spectra are empty\ntslbl: warning: b.run: has no time\n");
+}
+
+}  // namespace
+}  // namespace tests
