@@ -10,12 +10,12 @@
 #include <functional>
 #include <string>
 
+#include <tool/TempFile.h>
 #include <tool/ToolRun.h>
 #include <tool/io/KilledProcess.h>
 #include <tool/io/NoWaiting.h>
 #include <tool/io/OtherProcess.h>
 #include <tool/io/Snapshot.h>
-#include <tool/io/TempFile.h>
 
 namespace tests {
 namespace {
