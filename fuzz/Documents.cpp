@@ -6,7 +6,7 @@
 #include <fuzz/Records.h>
 #include <fuzz/TuneRules.h>
 #include <tool/chain/ChainFile.h>
-#include <tool/commands/tune/TuneDiff.h>
+#include <tool/commands/tune/TuneDifferences.h>
 #include <tool/commands/tune/TuneFaults.h>
 #include <tool/commands/tune/TuneFile.h>
 #include <tool/commands/tune/TuneSheet.h>
@@ -72,7 +72,7 @@ void CheckTuneFile(std::string_view text) {
   const std::string written = TslTool::TuneBytes(kept, TslTool::TuneForm::Xml);
   const Tune again = TslTool::LoadTune(FileWith("tune.xml", written)).tune;
   Require(TslTool::TuneBytes(again, TslTool::TuneForm::Xml) == written, "a written tune is read as the same");
-  TslTool::TuneDiff(tune, kept);
+  TslTool::TuneDifferences(tune, kept);
   Require(!TslTool::TuneSheet(tune).empty() && TslTool::TuneFaults(again) == TslTool::TuneFaults(kept),
           "equal tunes have equal faults");
 }

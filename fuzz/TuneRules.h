@@ -65,7 +65,7 @@ inline void WriteItsOwn(DevTuneRules& rules) {
   R::Pairs curve;
   rules.QFieldQ1CalPts(TslBL::TuneField::Skimmer, curve);
   rules.WFieldQ1CalPts(TslBL::TuneField::CapExit, curve);
-  for (std::uint32_t field = 0; field <= 57; ++field)
+  for (std::uint32_t field = 0; field <= TslBL::TuneField::kFieldCount; ++field)
     Accepts([&] { rules.WRampResults(static_cast<TslBL::TuneField::Id>(field), rules.QMZLow(), {}); });
   Accepts([&] { rules.CalculateInitialSettlingDelay(); });
 }

@@ -13,7 +13,5 @@ Command SimulateCommand();
 Command InfoCommand();
 Command TuneCommand();
 Command ManualCommand();
-// A member of its family.
-Command TuneSetCommand();
 
 }  // namespace TslTool

@@ -12,10 +12,9 @@
 namespace TslTool {
 
 struct LensField {
-  const char* name;
+  std::string name;
+  std::string unit;
   TslBL::TuneField::Id id;
-  TslBL::IOPoint TslBL::Control::*lens;
-  const char* unit;
 };
 
 // The lenses that can follow m/z.
@@ -28,7 +27,7 @@ using MZCurve = std::function<std::optional<double>(double mz)>;
 // m/z without points, or where two points of one m/z leave the curve open.
 MZCurve LensCurve(const TslBL::Tune& tune, const LensField& field);
 
-// The points of the lens's curve, if it follows one.
+// The points of the lens's curve, if it follows one, ascending in m/z and then in value.
 std::vector<std::pair<double, double>> LensPoints(const TslBL::Tune& tune, const LensField& field);
 
 // The microseconds of rest that a move from the low end of the range to an m/z needs.

@@ -1,149 +1,32 @@
-#include <tool/commands/tune/TuneDiff.h>
+// tslbl tune diff: in what two tunes differ.
 
-#include <fmt/format.h>
-
-#include <tool/commands/tune/LensCurves.h>
-#include <tool/commands/tune/TuneFields.h>
-#include <tslbl/closed/common/Text.h>
-#include <algorithm>
-#include <map>
-#include <string_view>
-#include <utility>
+#include <tool/commands/tune/TuneCommands.h>
+#include <tool/commands/tune/TuneDifferences.h>
+#include <tool/commands/tune/TuneStore.h>
+#include <tool/frame/UsageError.h>
+#include <memory>
 
 namespace TslTool {
 namespace {
 
-using TslBL::DevTuneRules;
-using TslBL::Q1CalPt;
-using TslBL::Tune;
-
-std::string Line(const std::string& what, const std::string& a, const std::string& b) {
-  const auto shown = [](const std::string& text) { return text.empty() ? "\"\"" : text; };
-  return fmt::format("{}: {} -> {}", what, shown(a), shown(b));
-}
-
-// A setting of one kind of tune has no value in the other.
-std::string ShownIn(const Tune& tune, const FieldGroup& group, std::string_view name) {
-  for (const TuneField& field : group.fields)
-    if (field.name == name && HasField(tune, field)) return field.show(DevTuneRules(tune));
-  return "-";
-}
-
-void AddFields(const Tune& a, const Tune& b, std::vector<std::string>& lines) {
-  for (const FieldGroup& group : TuneFieldGroups()) {
-    std::string_view before;
-    for (const TuneField& field : group.fields) {
-      // The rows of one name stand together.
-      if (std::exchange(before, field.name) == field.name) continue;
-      const std::string ofA = ShownIn(a, group, field.name);
-      const std::string ofB = ShownIn(b, group, field.name);
-      if (ofA != ofB) lines.push_back(Line(field.name, ofA, ofB));
-    }
-  }
-}
-
-std::string ShownPoint(const TslBL::MZCalPt& point) {
-  return fmt::format("m/z {} DAC {} {}", point.MZ, point.MassDAC, OnOneLine(TslCommon::ToUtf8(point.Name)));
-}
-
-void AddMZCalPts(const Tune& a, const Tune& b, std::vector<std::string>& lines) {
-  const auto shown = [](const Tune& tune, std::size_t i) {
-    return i < tune.MZCalPts.size() ? ShownPoint(tune.MZCalPts[i]) : "-";
-  };
-  for (std::size_t i = 0; i < std::max(a.MZCalPts.size(), b.MZCalPts.size()); ++i)
-    if (shown(a, i) != shown(b, i))
-      lines.push_back(Line(fmt::format("MZCalPts {}", i + 1), shown(a, i), shown(b, i)));
-}
-
-std::string NameOf(TslBL::TuneField::Id id) {
-  const std::string tag = TslCommon::ToUtf8(TslBL::TuneField::FieldToPointTag(id));
-  return tag == "Unknown" ? fmt::format("field {}", std::uint32_t{id}) : tag;
-}
-
-// A calibrant in words; each of its settings by name.
-std::map<std::string, std::string> Settings(const Q1CalPt* point) {
-  if (point == nullptr) return {};
-  std::map<std::string, std::string> settings = {{"name", OnOneLine(TslCommon::ToUtf8(point->Name))},
-                                                 {"m/z", fmt::format("{}", point->MZ)}};
-  for (const auto& [id, value] : point->Fields) settings[NameOf(id)] = fmt::format("{}", value);
-  return settings;
-}
-
-void AddQ1CalPts(const Tune& a, const Tune& b, std::vector<std::string>& lines) {
-  for (std::size_t i = 0; i < std::max(a.Q1CalPts.size(), b.Q1CalPts.size()); ++i) {
-    const Q1CalPt* ofA = i < a.Q1CalPts.size() ? &a.Q1CalPts[i] : nullptr;
-    const Q1CalPt* ofB = i < b.Q1CalPts.size() ? &b.Q1CalPts[i] : nullptr;
-    auto inA = Settings(ofA);
-    auto inB = Settings(ofB);
-    const std::string place = fmt::format("Q1CalPts {} (m/z {})", i + 1, (ofA != nullptr ? ofA : ofB)->MZ);
-    for (const auto& [name, value] : inB) inA.try_emplace(name, "-");
-    for (const auto& [name, value] : inA) {
-      const std::string other = inB.contains(name) ? inB[name] : "-";
-      if (value != other) lines.push_back(Line(fmt::format("{} {}", place, name), value, other));
-    }
-  }
-}
-
-struct Lens {
-  const char* name;
-  TslBL::IOPoint TslBL::Control::*lens;
-};
-
-std::vector<Lens> Lenses() {
-  using TslBL::Control;
-  std::vector<Lens> lenses = {{"Q1CoarseResolution", &Control::Q1CoarseResolution},
-                              {"Q1Enter", &Control::Q1Enter}};
-  for (const LensField& field : LensFields()) lenses.push_back({field.name, field.lens});
-  return lenses;
-}
-
-struct LensNumber {
-  const char* name;
-  double TslBL::IOPoint::*number;
-};
-constexpr LensNumber kLensNumbers[] = {{"Single", &TslBL::IOPoint::Single},
-                                       {"Calibrated", &TslBL::IOPoint::Calibrated},
-                                       {"Start", &TslBL::IOPoint::Start},
-                                       {"End", &TslBL::IOPoint::End},
-                                       {"StepSize", &TslBL::IOPoint::StepSize}};
-
-// Numbers of a lens that are stored but not in use.
-void AddStored(const Tune& a, const Tune& b, std::vector<std::string>& lines) {
-  for (const Lens& lens : Lenses()) {
-    const TslBL::IOPoint& ofA = a.ControlData.*lens.lens;
-    const TslBL::IOPoint& ofB = b.ControlData.*lens.lens;
-    for (const auto& [name, number] : kLensNumbers) {
-      const bool inUse = number == &TslBL::IOPoint::Single && ofA.Type == TslBL::IOPoint::SingleType &&
-                         ofB.Type == TslBL::IOPoint::SingleType;
-      if (!inUse && ofA.*number != ofB.*number)
-        lines.push_back(Line(fmt::format("{}.{}", lens.name, name), fmt::format("{}", ofA.*number),
-                             fmt::format("{}", ofB.*number)));
-    }
-  }
-}
-
-// Settings that the other kind of probe has, and this one stores without using.
-void AddOfOtherProbe(const Tune& a, const Tune& b, std::vector<std::string>& lines) {
-  if (a.Source.Type == TslBL::Probes::APCI || b.Source.Type == TslBL::Probes::APCI) return;
-  const auto add = [&](const char* name, double ofA, double ofB) {
-    if (ofA != ofB) lines.push_back(Line(name, fmt::format("{}", ofA), fmt::format("{}", ofB)));
-  };
-  add("CoronaCurrent (APCI)", a.Source.CoronaCurrent, b.Source.CoronaCurrent);
-  add("ControlByCurrent (APCI)", a.Source.ControlByCurrent, b.Source.ControlByCurrent);
-  add("ApciVapTemp (APCI)", a.Source.ApciVapTemp, b.Source.ApciVapTemp);
+int RunDiff(const std::vector<std::string>& files) {
+  if (files.size() != 2) throw UsageError("FILE: two tunes are compared");
+  const std::vector<std::string> lines = TuneDifferences(Load(files[0]), Load(files[1]));
+  for (const std::string& line : lines) Print(line + '\n');
+  return lines.empty() ? kDone : kFailed;
 }
 
 }  // namespace
 
-std::vector<std::string> TuneDiff(const Tune& a, const Tune& b) {
-  std::vector<std::string> lines;
-  AddFields(a, b, lines);
-  AddMZCalPts(a, b, lines);
-  AddQ1CalPts(a, b, lines);
-  AddStored(a, b, lines);
-  AddOfOtherProbe(a, b, lines);
-  if (lines.empty() && !(a == b)) lines.emplace_back("the tunes differ in what no line tells");
-  return lines;
+Command TuneDiffCommand() {
+  auto files = std::make_shared<std::vector<std::string>>();
+  return {.name = "diff",
+          .summary = "Shows in what two tunes differ",
+          .examples =
+              "A line \"FIELD: A -> B\" each. The exit status is 0 if they are the same and 1 if not.\n\n"
+              "Example:\n  tslbl tune diff before.xml after.xml\n",
+          .declare = [files](Options& options) { options.Values("FILE", *files, "Two tunes, A and B"); },
+          .run = [files](const Options&) { return RunDiff(*files); }};
 }
 
 }  // namespace TslTool

@@ -3,18 +3,20 @@
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
+#include <tool/commands/tune/FieldText.h>
+#include <tool/commands/tune/FindUserField.h>
 #include <tool/commands/tune/LensCurves.h>
-#include <tool/commands/tune/TuneFields.h>
-#include <tool/frame/CommandLine.h>
 #include <tool/frame/Numbers.h>
+#include <tool/frame/UsageError.h>
 #include <tslbl/closed/common/Text.h>
 #include <algorithm>
-#include <iterator>
 
 namespace TslTool {
 namespace {
 
+using TslBL::AppliesTo;
 using TslBL::DevTuneRules;
+using TslBL::Tune;
 using ErrTypes = DevTuneRules::ErrTypes;
 
 const LensField& FindLens(const std::string& name) {
@@ -24,77 +26,55 @@ const LensField& FindLens(const std::string& name) {
   return *found;
 }
 
-// "LENS@MZ".
-ErrTypes SetAtCalibrant(DevTuneRules& rules, const std::string& name, const std::string& text) {
-  const auto at = name.find('@');
-  const LensField& lens = FindLens(name.substr(0, at));
-  const double mz = ParseReal(name, name.substr(at + 1));
-  if (SameText(text, "none")) return rules.RemoveQ1CalPtField(mz, lens.id);
-  return rules.WQ1CalPtField(mz, lens.id, ParseReal(name, text));
-}
+}  // namespace
 
-// One after the other a tune would pass through ranges that nobody wants.
-ErrTypes SetRange(DevTuneRules& rules, const std::string& name, const std::string& text) {
-  const RealRange range = ParseRealRange(name, text);
-  std::wstring former;
-  rules.QLastError(former);
-  const ErrTypes high = rules.WMZRange(range.from, range.to);
-  // The writer tells of a bad low end by its text alone.
-  return rules.QMZLow() == range.from ? high : DevTuneRules::Error;
-}
-
-// The rules take any other number for 10, which nobody who types one means.
-ErrTypes SetSamplesPerMass(DevTuneRules& rules, const std::string& name, const std::string& text) {
-  constexpr double kOffered[] = {20, 10, 6, 5, 4};
-  const double samples = ParseReal(name, text);
-  if (std::ranges::find(kOffered, samples) == std::end(kOffered))
-    throw UsageError(name + ": \"" + text + "\" is not one of 20, 10, 6, 5, 4");
-  return rules.WSamplesPerMass(samples);
-}
-
-ErrTypes SetField(DevTuneRules& rules, const std::string& name, const std::string& text) {
-  if (name.find('@') != std::string::npos) return SetAtCalibrant(rules, name, text);
-  if (SameText(name, "MZRange")) return SetRange(rules, name, text);
-  if (SameText(name, "SamplesPerMass")) return SetSamplesPerMass(rules, name, text);
-  const TuneField& field = FindTuneField(rules, name);
-  if (field.set == nullptr) throw UsageError(fmt::format("{} cannot be set", field.name));
-  return field.set(rules, field.name, text);
+TuneEdit::TuneEdit(const Tune& tune, const std::string& text) : text_(text) {
+  const auto equals = text.find('=');
+  if (equals == std::string::npos || equals == 0) throw UsageError("\"" + text + "\" is not FIELD=VALUE");
+  name_ = text.substr(0, equals);
+  value_ = text.substr(equals + 1);
+  if (const auto at = name_.find('@'); at != std::string::npos) {
+    field_ = FindUserField(tune, FindLens(name_.substr(0, at)).id);
+    mz_ = ParseReal(name_, name_.substr(at + 1));
+  } else {
+    field_ = &FindUserField(tune, name_);
+  }
 }
 
 // A setting that another kind of probe keeps in its place must not be changed by mistake.
-std::string WrongProbe(const DevTuneRules& rules, const std::string& name) {
-  if (name.find('@') != std::string::npos || SameText(name, "MZRange") || SameText(name, "SamplesPerMass"))
-    return "";
-  const TuneField& field = FindTuneField(rules, name);
-  const bool isOfProbe = field.of == FieldOf::Esi || field.of == FieldOf::Apci;
-  if (!isOfProbe || HasField(rules, field)) return "";
+std::string TuneEdit::Refusal(const DevTuneRules& rules) const {
+  const bool isOfProbe = field_->appliesTo == AppliesTo::Esi || field_->appliesTo == AppliesTo::Apci;
+  if (!isOfProbe || HasField(rules, *field_)) return "";
   return fmt::format("the tune is for a probe of kind {}, which has no such field",
                      TslCommon::ToUtf8(TslBL::Probes::GetNameNoId(rules.QIonSourceType())));
 }
 
-}  // namespace
-
-std::string ShownOf(const DevTuneRules& rules, const std::string& edit) {
-  const std::string name = edit.substr(0, edit.find('='));
-  if (const auto at = name.find('@'); at != std::string::npos) {
-    const auto points = LensPoints(rules, FindLens(name.substr(0, at)));
-    return fmt::format("{}", points);
+ErrTypes TuneEdit::Write(DevTuneRules& rules) const {
+  if (!mz_) {
+    if (field_->set == nullptr) throw UsageError(fmt::format("{} cannot be set", field_->name));
+    return field_->set(rules, field_->name, value_);
   }
-  if (SameText(name, "MZRange")) return fmt::format("{}-{}", rules.QMZLow(), rules.QMZHi());
-  if (SameText(name, "SamplesPerMass")) return fmt::format("{}", rules.QSamplesPerMass());
-  return FindTuneField(rules, name).show(rules);
+  if (SameText(value_, "none")) return rules.RemoveQ1CalPtField(*mz_, field_->id);
+  return rules.WQ1CalPtField(*mz_, field_->id, ParseReal(name_, value_));
 }
 
-EditResult Edit(DevTuneRules& rules, const std::string& edit) {
-  const auto equals = edit.find('=');
-  if (equals == std::string::npos || equals == 0) throw UsageError("\"" + edit + "\" is not FIELD=VALUE");
-  const std::string name = edit.substr(0, equals);
-  if (const std::string reason = WrongProbe(rules, name); !reason.empty()) return {true, reason};
-  const ErrTypes result = SetField(rules, name, edit.substr(equals + 1));
+EditResult TuneEdit::Apply(DevTuneRules& rules) const {
+  if (const std::string reason = Refusal(rules); !reason.empty()) return {true, reason};
+  const ErrTypes result = Write(rules);
   if (result == DevTuneRules::NoError) return {false, ""};
-  std::wstring text;
-  rules.QLastError(text);
-  return {result == DevTuneRules::Error, TslCommon::ToUtf8(text)};
+  return {result == DevTuneRules::Error, TslCommon::ToUtf8(rules.QLastError())};
+}
+
+std::string TuneEdit::Shown(const DevTuneRules& rules) const {
+  if (!mz_) return field_->show(rules);
+  return fmt::format("{}", LensPoints(rules, FindLens(field_->name)));
+}
+
+std::string CombinedForms() {
+  std::vector<std::string> forms;
+  for (const UserField& field : CombinedFields())
+    forms.push_back(fmt::format("{}={}", field.name, field.valueNames()));
+  return fmt::format("{}", fmt::join(forms, " "));
 }
 
 }  // namespace TslTool

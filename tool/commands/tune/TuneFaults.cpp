@@ -2,9 +2,9 @@
 
 #include <fmt/format.h>
 
-#include <tool/commands/tune/LensCurves.h>
-#include <tool/commands/tune/TuneFields.h>
+#include <tool/commands/tune/FindUserField.h>
 #include <tslbl/closed/common/Text.h>
+#include <tslbl/tune/LensCurve.h>
 #include <algorithm>
 
 namespace TslTool {
@@ -29,21 +29,14 @@ class Collector {
   std::vector<std::string> lines_;
 };
 
-std::string NameOf(const TslBL::Tune& tune, TslBL::TuneField::Id id) {
-  for (const FieldGroup& group : TuneFieldGroups())
-    for (const TuneField& field : group.fields)
-      if (field.id == id && HasField(tune, field)) return field.name;
-  return id == TslBL::TuneField::MZCalPts ? "MZCalPts" : "Q1CalPts";
-}
-
 // A writer that is given what is there already changes nothing, and tells what is wrong
 // with it.
 void AddRefusals(const TslBL::Tune& tune, Collector& faults) {
-  for (const FieldGroup& group : TuneFieldGroups()) {
-    for (const TuneField& field : group.fields) {
-      if (field.keep == nullptr || !HasField(tune, field)) continue;
+  for (const FieldGroup& group : UserFieldGroups()) {
+    for (const UserField& field : group.fields) {
+      if (field.recheck == nullptr || !HasField(tune, field)) continue;
       DevTuneRules rules(tune);
-      if (field.keep(rules) != DevTuneRules::Error) continue;
+      if (field.recheck(rules) != DevTuneRules::Error) continue;
       std::wstring text;
       rules.QLastError(text);
       faults.Add(field.name, text);
@@ -53,12 +46,12 @@ void AddRefusals(const TslBL::Tune& tune, Collector& faults) {
 
 // Where two calibrants share one m/z the curve of a lens has no value.
 void AddOpenCurves(const TslBL::Tune& tune, Collector& faults) {
-  for (const LensField& lens : LensFields()) {
-    const auto points = LensPoints(tune, lens);
-    const auto twin = std::ranges::adjacent_find(points, {}, [](const auto& point) { return point.first; });
-    if (twin != points.end())
-      faults.Add(lens.name,
-                 TslCommon::FromUtf8(fmt::format("{} has two calibrants at m/z {}", lens.name, twin->first)));
+  for (const TslBL::TuneField::Id id : TslBL::kSteppableFields) {
+    const TslBL::LensCurve lens(tune, id);
+    const auto open = lens.QCurve() != nullptr ? lens.QCurve()->QOpenMZ() : std::nullopt;
+    const std::string name = UserNameOf(tune, id);
+    if (open)
+      faults.Add(name, TslCommon::FromUtf8(fmt::format("{} has two calibrants at m/z {}", name, *open)));
   }
 }
 
@@ -67,7 +60,8 @@ void AddOpenCurves(const TslBL::Tune& tune, Collector& faults) {
 std::vector<std::string> TuneFaults(const TslBL::Tune& tune) {
   Collector faults;
   DevTuneRules rules(tune);
-  for (const DevTuneRules::Fault& fault : rules.QFaults()) faults.Add(NameOf(tune, fault.field), fault.text);
+  for (const DevTuneRules::Fault& fault : rules.QFaults())
+    faults.Add(UserNameOf(tune, fault.field), fault.text);
   AddRefusals(tune, faults);
   AddOpenCurves(tune, faults);
   if (!(tune.SyringeData == TslBL::Syringe()) &&

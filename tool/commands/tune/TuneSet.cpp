@@ -3,12 +3,12 @@
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
-#include <tool/commands/Commands.h>
-#include <tool/commands/tune/TuneDiff.h>
+#include <tool/commands/tune/TuneCommands.h>
+#include <tool/commands/tune/TuneDifferences.h>
 #include <tool/commands/tune/TuneEdit.h>
 #include <tool/commands/tune/TuneFaults.h>
-#include <tool/commands/tune/TuneFields.h>
 #include <tool/commands/tune/TuneStore.h>
+#include <tool/commands/tune/UserFields.h>
 #include <tool/frame/FileLock.h>
 #include <memory>
 #include <utility>
@@ -21,18 +21,18 @@ using TslBL::DevTuneRules;
 // The fields of names, with them.
 std::string NamedValues() {
   std::string text;
-  for (const FieldGroup& group : TuneFieldGroups())
-    for (const TuneField& field : group.fields)
-      if (const std::string names = ValueNames(field); !names.empty() && names != "on, off")
+  for (const FieldGroup& group : UserFieldGroups())
+    for (const UserField& field : group.fields)
+      if (const std::string names = field.valueNames(); !names.empty() && names != "on, off")
         text += fmt::format("  {:<16} {}\n", field.name, names);
   return text;
 }
 
 std::string SettableFields() {
   std::string text;
-  for (const FieldGroup& group : TuneFieldGroups()) {
+  for (const FieldGroup& group : UserFieldGroups()) {
     std::vector<std::string> names;
-    for (const TuneField& field : group.fields)
+    for (const UserField& field : group.fields)
       if (field.set != nullptr && (names.empty() || names.back() != field.name))
         names.emplace_back(field.name);
     text += fmt::format("  {}:\n", group.title);
@@ -48,24 +48,25 @@ std::string SettableFields() {
 
 // A change, and how its field stood after it.
 struct Done {
-  std::string edit;
+  TuneEdit edit;
   std::string shown;
 };
 
 // What a later change of the same command turned back.
 void WarnOfUndone(const std::string& file, const std::vector<Done>& done, const DevTuneRules& rules) {
   for (const auto& [edit, shown] : done)
-    if (ShownOf(rules, edit) != shown)
-      Warn(fmt::format("{}: {}: a later change made it {}", file, edit, ShownOf(rules, edit)));
+    if (const std::string now = edit.Shown(rules); now != shown)
+      Warn(fmt::format("{}: {}: a later change made it {}", file, edit.Text(), now));
 }
 
 void EditAll(const std::string& file, const std::vector<std::string>& edits, DevTuneRules& rules) {
   std::vector<Done> done;
-  for (const std::string& edit : edits) {
-    const EditResult result = Edit(rules, edit);
-    if (result.refused) throw std::runtime_error(fmt::format("{}: {}: {}", file, edit, result.text));
-    if (!result.text.empty()) Warn(fmt::format("{}: {}: {}", file, edit, result.text));
-    done.push_back({edit, ShownOf(rules, edit)});
+  for (const std::string& text : edits) {
+    const TuneEdit edit(rules, text);
+    const EditResult result = edit.Apply(rules);
+    if (result.refused) throw std::runtime_error(fmt::format("{}: {}: {}", file, text, result.text));
+    if (!result.text.empty()) Warn(fmt::format("{}: {}: {}", file, text, result.text));
+    done.push_back({edit, edit.Shown(rules)});
   }
   WarnOfUndone(file, done, rules);
 }
@@ -74,18 +75,18 @@ int RunSet(const std::string& file, const std::vector<std::string>& edits) {
   if (file.empty()) throw UsageError("FILE is missing");
   if (edits.empty()) throw UsageError("FIELD=VALUE is missing");
   const FileLock lock(file);
-  const TuneFile loaded = LoadAndTell(file);
+  const TuneFile loaded = LoadWithWarning(file);
   DevTuneRules rules(loaded.tune);
   EditAll(file, edits, rules);
-  const std::vector<std::string> changes = TuneDiff(loaded.tune, rules);
+  const std::vector<std::string> changes = TuneDifferences(loaded.tune, rules);
   if (changes.empty()) {
-    Warn(file + ": the values are those that it has; it stays as it is");
+    Warn(file + ": no change");
     return kDone;
   }
   rules.WLastSavedNow();
   Save(rules, loaded.form, file);
   WarnOfFaults(file, TuneFaults(loaded.tune), rules);
-  Tell(fmt::format("{}\n", fmt::join(changes, "\n")));
+  Print(fmt::format("{}\n", fmt::join(changes, "\n")));
   return kDone;
 }
 
@@ -97,16 +98,20 @@ Command TuneSetCommand() {
           .summary = "Changes fields of a tune, as far as the rules allow",
           .examples =
               "The changes are made in their order, each under the rules as the ones before left the\n"
-              "tune. A value that a rule refuses is told with the rule's message, the exit status is 1\n"
-              "and the file stays as it was. What has changed is told, as by diff: some fields draw\n"
+              "tune. A value that a rule refuses is shown with the rule's message, the exit status is 1\n"
+              "and the file stays as it was. What has changed is shown, as by diff: some fields draw\n"
               "others along, such as SourceType, PolarityType and the gases of APCI. To move both ends\n"
               "of a range use MZRange. A document is written anew, without its comments.\n\n"
               "Fields:\n" +
               SettableFields() +
               "  m/z range and step:\n"
-              "    MZRange=LOW-HIGH SamplesPerMass=20|10|6|5|4\n"
+              "    " +
+              CombinedForms() +
+              "\n"
               "  A lens at the calibrant of an m/z:\n"
-              "    LENS@MZ=VALUE LENS@MZ=none\n\n"
+              "    " +
+              kCalibrantForms +
+              "\n\n"
               "Values:\n" +
               NamedValues() +
               "  switches         on, off\n"

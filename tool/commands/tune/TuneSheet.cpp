@@ -2,12 +2,14 @@
 
 #include <fmt/format.h>
 
+#include <tool/commands/tune/FieldText.h>
 #include <tool/commands/tune/LensCurves.h>
 #include <tool/commands/tune/TuneFaults.h>
-#include <tool/commands/tune/TuneFields.h>
+#include <tool/commands/tune/UserFields.h>
 #include <tslbl/closed/common/Text.h>
-#include <tslbl/tune/FieldLimits.h>
+#include <tslbl/tune/LensCurve.h>
 #include <tslbl/tune/MassRange.h>
+#include <tslbl/tune/Settling.h>
 #include <algorithm>
 #include <functional>
 #include <iterator>
@@ -19,24 +21,12 @@ namespace {
 using TslBL::DevTuneRules;
 using TslBL::Tune;
 
-// The sign that the rules leave to the voltages of an APCI source.
-void CutToSign(const Tune& tune, TslBL::TuneField::Id id, TslBL::Limits& limits) {
-  using Id = TslBL::TuneField::Id;
-  const bool attracts = id == Id::EndPlate || id == Id::CapEnter;
-  if (tune.Source.Type != TslBL::Probes::APCI || (!attracts && id != Id::CoronaVoltage)) return;
-  const bool positive = tune.ControlData.PolarityType == TslBL::PolarityPositive;
-  (positive == attracts ? limits.Max : limits.Min) = 0.0;
-}
-
-std::string Limits(const Tune& tune, const TuneField& field) {
-  if (!ValueNames(field).empty()) return "";
-  TslBL::Limits limits = TslBL::FieldLimits().QLimits(tune.Source.Type, static_cast<int>(field.id));
-  const bool isSyringe = field.id == TslBL::TuneField::Diameter || field.id == TslBL::TuneField::FlowRate;
-  if (isSyringe) DevTuneRules::QLimitsSyringe(field.id, limits.Min, limits.Max);
+std::string LimitsText(const DevTuneRules& rules, const UserField& field) {
+  if (!field.valueNames().empty()) return "";
+  const TslBL::Limits limits = rules.QLimitsNow(field.id);
   if (limits == TslBL::Limits{}) return "";
-  CutToSign(tune, field.id, limits);
   const std::string ends = fmt::format("{} to {}", limits.Min, limits.Max);
-  return isSyringe ? ends : fmt::format("{} by {}", ends, limits.Step);
+  return limits.Step == 0.0 ? ends : fmt::format("{} by {}", ends, limits.Step);
 }
 
 bool IsNumber(const std::string& text) {
@@ -48,30 +38,30 @@ std::string Ended(std::string row) {
   return row + '\n';
 }
 
-std::string FieldRow(const DevTuneRules& rules, const TuneField& field) {
+std::string FieldLine(const DevTuneRules& rules, const UserField& field) {
   const std::string value = field.show(rules);
-  const char* unit = value.empty() || !IsNumber(value) ? "" : field.unit;
+  const std::string unit = value.empty() || !IsNumber(value) ? "" : UnitOf(field);
   return Ended(fmt::format("  {:<19} {:<26} {:>10} {:<6} {}", field.name, DisplayName(field), value, unit,
-                           Limits(rules, field)));
+                           LimitsText(rules, field)));
 }
 
 // A text for a user may be long: no columns behind it.
-std::string TextRow(const DevTuneRules& rules, const TuneField& field) {
+std::string TextLine(const DevTuneRules& rules, const UserField& field) {
   return Ended(fmt::format("  {:<19} {:<26} {}", field.name, DisplayName(field), field.show(rules)));
 }
 
-bool IsText(const TuneField& field) {
-  using Id = TslBL::TuneField::Id;
-  return field.id == Id::Name || field.id == Id::Comment || field.id == Id::LastSave || field.id == Id::Model;
+bool IsText(const UserField& field) {
+  const TslBL::FieldRow& row = *TslBL::FindField(field.id);
+  return row.place == TslBL::kNowhere && !row.limits.fixed;
 }
 
 std::string Fields(const Tune& tune) {
   const DevTuneRules rules(tune);
   std::string text;
-  for (const FieldGroup& group : TuneFieldGroups()) {
+  for (const FieldGroup& group : UserFieldGroups()) {
     text += fmt::format("{}\n", group.title);
-    for (const TuneField& field : group.fields)
-      if (HasField(tune, field)) text += IsText(field) ? TextRow(rules, field) : FieldRow(rules, field);
+    for (const UserField& field : group.fields)
+      if (HasField(tune, field)) text += IsText(field) ? TextLine(rules, field) : FieldLine(rules, field);
     text += '\n';
   }
   return text;
@@ -101,7 +91,7 @@ std::string LensesOverMZ(const Tune& tune) {
   std::string text = fmt::format("Lenses over m/z\n  {:<14} {:<11}", "m/z", "");
   for (const double mz : places) text += fmt::format(" {:>9.6g}", mz);
   for (const LensField& field : LensFields()) {
-    const bool isSingle = (tune.ControlData.*field.lens).Type == TslBL::IOPoint::SingleType;
+    const bool isSingle = TslBL::LensCurve(tune, field.id).QCurve() == nullptr;
     text += fmt::format("\n  {:<14} {:<11}", fmt::format("{}, {}", field.name, field.unit),
                         isSingle ? "single" : "calibrated");
     const MZCurve curve = LensCurve(tune, field);
@@ -134,17 +124,14 @@ std::string TimingRow(const char* label, const std::function<std::string()>& val
   try {
     shown = value();
   } catch (const std::runtime_error& e) {
-    shown = fmt::format("cannot be told: {}", e.what());
+    shown = fmt::format("unknown: {}", e.what());
   }
   return fmt::format("  {:<19} {}\n", label, shown);
 }
 
 // The instrument counts microseconds in 32 bits.
 std::string Duration(const Tune& tune) {
-  const TslBL::Control& c = tune.ControlData;
-  const double pulses = DevTuneRules::QNumPulses(tune);
-  const double exact =
-      ((pulses - 1.0) * c.StepSettleDelay + pulses * c.PulseCountDelay + c.InitSettleDelay) * c.ScansPerSpec;
+  const double exact = DevTuneRules::QExactDuration(tune);
   const double counted = DevTuneRules::QDuration(tune);
   const std::string text = fmt::format("{} ms", exact / 1000.0);
   return exact == counted ? text
@@ -152,13 +139,11 @@ std::string Duration(const Tune& tune) {
 }
 
 std::string Timing(const Tune& tune) {
-  const auto needed = SettlingCurve(tune)(TslBL::QMassRange(tune).second);
   return "Timing\n" +
          TimingRow("steps of a scan", [&] { return fmt::format("{}", DevTuneRules::QNumPulses(tune)); }) +
          TimingRow("a spectrum", [&] { return Duration(tune); }) +
          TimingRow("scan speed", [&] { return fmt::format("{} m/z per s", tune.QScanSpeed()); }) +
-         TimingRow("settling needed",
-                   [&] { return needed ? fmt::format("{} us", *needed) : std::string("cannot be told"); });
+         TimingRow("settling needed", [&] { return fmt::format("{} us", TslBL::SettlingDelay(tune)); });
 }
 
 std::string Rules(const Tune& tune) {

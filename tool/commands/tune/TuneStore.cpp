@@ -3,7 +3,7 @@
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
-#include <tool/commands/tune/TuneDiff.h>
+#include <tool/commands/tune/TuneDifferences.h>
 #include <tool/commands/tune/TuneFaults.h>
 #include <tool/frame/Output.h>
 #include <algorithm>
@@ -12,7 +12,7 @@ namespace TslTool {
 
 using TslBL::Tune;
 
-TuneFile LoadAndTell(const std::string& file) {
+TuneFile LoadWithWarning(const std::string& file) {
   TuneFile loaded = LoadTune(file);
   if (!loaded.missing.empty())
     Warn(fmt::format("{}: the document lacks {}, which count as 0 or empty", file,
@@ -20,13 +20,13 @@ TuneFile LoadAndTell(const std::string& file) {
   return loaded;
 }
 
-Tune Load(const std::string& file) { return LoadAndTell(file).tune; }
+Tune Load(const std::string& file) { return LoadWithWarning(file).tune; }
 
 void Save(const Tune& tune, TuneForm form, const std::string& file) {
   Output output(file);
   output.Write(TuneBytes(tune, form));
   output.Commit();
-  const std::vector<std::string> lost = TuneDiff(tune, ThroughForm(tune, form));
+  const std::vector<std::string> lost = TuneDifferences(tune, ThroughForm(tune, form));
   if (!lost.empty()) Warn(fmt::format("{}: a document does not keep {}", file, fmt::join(lost, "; ")));
 }
 
@@ -37,7 +37,7 @@ void WarnOfFaults(const std::string& file, const std::vector<std::string>& befor
       Warn(fmt::format("{}: the rules do not accept this tune: {}", file, fault));
 }
 
-void Tell(const std::string& text) {
+void Print(const std::string& text) {
   Output output("");
   output.Write(text);
   output.Commit();

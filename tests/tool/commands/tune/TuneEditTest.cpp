@@ -6,8 +6,8 @@
 #include <set>
 #include <string>
 
+#include <tool/commands/tune/FindUserField.h>
 #include <tool/commands/tune/TuneEdit.h>
-#include <tool/commands/tune/TuneFields.h>
 #include <tool/frame/CommandLine.h>
 
 namespace tests {
@@ -18,7 +18,6 @@ using TslBL::Control;
 using TslBL::DevTuneRules;
 using TslBL::IOPoint;
 using TslBL::Probes;
-using TslTool::Edit;
 
 DevTuneRules Sim() {
   DevTuneRules rules(Probes::ESI);
@@ -27,11 +26,15 @@ DevTuneRules Sim() {
   return rules;
 }
 
+TslTool::EditResult Edit(DevTuneRules& rules, const std::string& text) {
+  return TslTool::TuneEdit(rules, text).Apply(rules);
+}
+
 // The field's text afterwards, or the refusal.
-std::string After(DevTuneRules rules, const std::string& edit) {
-  const TslTool::EditResult result = Edit(rules, edit);
-  if (result.refused) return "refused: " + result.text;
-  return TslTool::FindTuneField(rules, edit.substr(0, edit.find('='))).show(rules);
+std::string After(DevTuneRules rules, const std::string& text) {
+  const TslTool::TuneEdit edit(rules, text);
+  const TslTool::EditResult result = edit.Apply(rules);
+  return result.refused ? "refused: " + result.text : edit.Shown(rules);
 }
 
 std::string UsageOf(const std::string& edit) {
@@ -108,12 +111,12 @@ TEST(TuneEdit, EveryFieldCanBeSet) {
   };
   std::set<std::string> set = {"Model", "FlowRate"};  // below
   for (const Row& row : rows) {
-    EXPECT_NE(TslTool::FindTuneField(row.rules, row.name).show(row.rules), row.value) << row.name;
+    EXPECT_NE(TslTool::FindUserField(row.rules, row.name).show(row.rules), row.value) << row.name;
     EXPECT_EQ(After(row.rules, std::string(row.name) + "=" + row.value), row.value) << row.name;
     set.insert(row.name);
   }
-  for (const TslTool::FieldGroup& group : TslTool::TuneFieldGroups())
-    for (const TslTool::TuneField& field : group.fields)
+  for (const TslTool::FieldGroup& group : TslTool::UserFieldGroups())
+    for (const TslTool::UserField& field : group.fields)
       EXPECT_EQ(set.contains(field.name), field.set != nullptr) << field.name;
 }
 
@@ -225,6 +228,20 @@ TEST(TuneEdit, ASingleValueKeepsTheRestOfALens) {
   Edit(rules, "CapExit=calibrated");
   EXPECT_EQ(rules.QCapExit().Single, 160.0);
   EXPECT_EQ(rules.QCapExit().Start, 3.0);
+}
+
+TEST(TuneEdit, ShowsWhatItIsAbout) {
+  DevTuneRules rules(Probes::ESI);
+  EXPECT_EQ(After(rules, "mzrange=100-200"), "100-200");
+  EXPECT_EQ(After(rules, "SamplesPerMass=5"), "5");
+  EXPECT_EQ(After(rules, "CapExit@118=95"), "[]") << "a lens of a single value has no curve";
+  rules.ControlData.CapExit.Type = IOPoint::CalibratedType;
+  rules.WFieldQ1CalPts(TslBL::TuneField::CapExit, {{118, 100}, {39, 90}});
+  EXPECT_EQ(After(rules, "CapExit@118=95"), "[(39, 90), (118, 95)]");
+}
+
+TEST(TuneEdit, HasItsFormsInTheHelp) {
+  EXPECT_EQ(TslTool::CombinedForms(), "MZRange=LOW-HIGH SamplesPerMass=20|10|6|5|4");
 }
 
 TEST(TuneEdit, WhatIsNoChangeIsWrongUsage) {

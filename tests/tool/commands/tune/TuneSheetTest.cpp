@@ -80,12 +80,26 @@ TEST(TuneSheet, HasTheTiming) {
     EXPECT_THAT(sheet, HasSubstr(row));
 }
 
-TEST(TuneSheet, TimingThatCannotBeToldSaysWhy) {
+TEST(TuneSheet, TimingThatIsUnknownSaysWhy) {
   Tune tune = DevTuneRules(Probes::ESI);
   tune.ControlData.PulseCountDelay = 0;
   EXPECT_THAT(
       TuneSheet(tune),
-      HasSubstr("scan speed          cannot be told: QScanSpeed: settle delay + pulse count equals zero.\n"));
+      HasSubstr("scan speed          unknown: QScanSpeed: settle delay + pulse count equals zero.\n"));
+}
+
+TEST(TuneSheet, SettlingAlongAnOpenCurveIsUnknown) {
+  Tune tune = DevTuneRules(Probes::ESI);
+  tune.ControlData.CapExit.Type = IOPoint::CalibratedType;
+  tune.ControlData.MZLow = tune.Q1CalPts[1].MZ = tune.Q1CalPts[0].MZ;
+  EXPECT_THAT(TuneSheet(tune), HasSubstr("  settling needed     unknown: Divide by zero error\n"));
+}
+
+TEST(TuneSheet, ACalibrantAtTheMzOfAnotherHasNoColumnOfItsOwn) {
+  DevTuneRules rules(Probes::ESI);
+  rules.WMZRange(100, 1000);
+  rules.Q1CalPts[2].MZ = rules.Q1CalPts[1].MZ = 118;
+  EXPECT_THAT(TuneSheet(rules), HasSubstr("  m/z                              100       118      1000\n"));
 }
 
 TEST(TuneSheet, ASpectrumBeyondTheInstrumentsCountIsTold) {

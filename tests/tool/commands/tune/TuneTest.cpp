@@ -5,6 +5,7 @@
 
 #include <sys/stat.h>
 
+#include <ctime>
 #include <filesystem>
 #include <string>
 
@@ -56,6 +57,15 @@ TEST_F(TuneTest, NewWritesTheFormThatIsAskedFor) {
 TEST_F(TuneTest, NewReplacesNoTune) {
   const Outcome outcome = RunRefused({"tune", "new", "--output", Path("esi.xml")}, 1, Path("esi.xml"));
   EXPECT_THAT(outcome.err, HasSubstr(Path("esi.xml") + ": exists already"));
+}
+
+TEST_F(TuneTest, NewThatFailsLeavesNothing) {
+  const std::vector<std::string> names = NamesIn(Path(""));
+  const Outcome outcome =
+      RunShell("ulimit -f 1; trap '' XFSZ; exec $TSLBL tune new --output '" + Path("full.xml") + "'");
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_THAT(outcome.err, HasSubstr(Path("full.xml")));
+  EXPECT_EQ(NamesIn(Path("")), names);
 }
 
 TEST_F(TuneTest, NewTunesAreAccepted) {
@@ -120,6 +130,23 @@ TEST_F(TuneTest, SetChangesFieldsInTheFormOfTheFile) {
   EXPECT_THAT(ReadFile(Path("apci.tune")), StartsWith(std::string("\x03\0\0\0", 4)));
 }
 
+// The seconds in an XML tune.
+std::int64_t LastSaveOf(const std::string& document) {
+  const std::string tag = "<LastSave>";
+  return std::stoll(document.substr(document.find(tag) + tag.size()));
+}
+
+TEST_F(TuneTest, SetKeepsTheTimeOfSaving) {
+  std::string text = ReadFile(Path("esi.xml"));
+  const std::string former = std::to_string(LastSaveOf(text));
+  std::ofstream(Path("esi.xml")) << text.replace(text.find(former), former.size(), "1000000000");
+  const auto before = std::time(nullptr);
+  const Outcome outcome = RunTool({"tune", "set", Path("esi.xml"), "MZLow=100"});
+  EXPECT_EQ(outcome.out, "MZLow: 5 -> 100\n") << "the time of saving is no change of the user's";
+  EXPECT_GE(LastSaveOf(ReadFile(Path("esi.xml"))), before);
+  EXPECT_LE(LastSaveOf(ReadFile(Path("esi.xml"))), std::time(nullptr));
+}
+
 TEST_F(TuneTest, SetRefusesWhatTheRulesRefuse) {
   const Outcome outcome =
       RunRefused({"tune", "set", Path("esi.xml"), "MZLow=100", "MZHi=50"}, 1, Path("esi.xml"));
@@ -135,7 +162,7 @@ TEST_F(TuneTest, SetRefusesWhatIsNoChange) {
 
 TEST_F(TuneTest, SetOfWhatItHasLeavesTheFile) {
   const Outcome outcome = RunRefused({"tune", "set", Path("esi.xml"), "MZLow=5"}, 0, Path("esi.xml"));
-  EXPECT_THAT(outcome.err, HasSubstr("it stays as it is"));
+  EXPECT_THAT(outcome.err, HasSubstr(Path("esi.xml") + ": no change\n"));
 }
 
 TEST_F(TuneTest, SetTellsAWarningAndWrites) {

@@ -1,4 +1,4 @@
-#include <tool/commands/tune/TuneDiff.h>
+#include <tool/commands/tune/TuneDifferences.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -17,14 +17,14 @@ using TslBL::DevTuneRules;
 using TslBL::IOPoint;
 using TslBL::Probes;
 using TslBL::Tune;
-using TslTool::TuneDiff;
+using TslTool::TuneDifferences;
 
-TEST(TuneDiff, EqualTunesDifferInNothing) {
+TEST(TuneDifferences, EqualTunesDifferInNothing) {
   const Tune tune = DevTuneRules(Probes::APCI);
-  EXPECT_THAT(TuneDiff(tune, tune), IsEmpty());
+  EXPECT_THAT(TuneDifferences(tune, tune), IsEmpty());
 }
 
-TEST(TuneDiff, EachDifferenceIsALine) {
+TEST(TuneDifferences, EachDifferenceIsALine) {
   struct Row {
     std::function<void(Tune&)> change;
     const char* line;
@@ -43,12 +43,16 @@ TEST(TuneDiff, EachDifferenceIsALine) {
       {[](Tune& t) { t.MZCalPts[1].MassDAC = 60001; },
        "MZCalPts 2: m/z 3000 DAC 60000 Default High -> m/z 3000 DAC 60001 Default High"},
       {[](Tune& t) { t.MZCalPts.pop_back(); }, "MZCalPts 2: m/z 3000 DAC 60000 Default High -> -"},
+      {[](Tune& t) { t.MZCalPts.emplace_back(L"Extra", 3500, 70000); },
+       "MZCalPts 3: - -> m/z 3500 DAC 70000 Extra"},
       {[](Tune& t) { t.Q1CalPts[0].Fields[TslBL::TuneField::CapExit] = 5; },
        "Q1CalPts 1 (m/z 39) CapExit: 100 -> 5"},
       {[](Tune& t) { t.Q1CalPts[0].Fields.erase(TslBL::TuneField::CapExit); },
        "Q1CalPts 1 (m/z 39) CapExit: 100 -> -"},
       {[](Tune& t) { t.Q1CalPts[4].MZ = 2722; }, "Q1CalPts 5 (m/z 2721) m/z: 2721 -> 2722"},
       {[](Tune& t) { t.Source.CoronaCurrent = 9; }, "CoronaCurrent (APCI): 0 -> 9"},
+      {[](Tune& t) { t.Source.ControlByCurrent = true; }, "ControlByCurrent (APCI): 0 -> 1"},
+      {[](Tune& t) { t.Source.ApciVapTemp = 300; }, "ApciVapTemp (APCI): 0 -> 300"},
   };
   Tune before = DevTuneRules(Probes::ESI);
   before.Info.LastSave = 1000000000;
@@ -56,37 +60,69 @@ TEST(TuneDiff, EachDifferenceIsALine) {
   for (const Row& row : rows) {
     Tune after = before;
     row.change(after);
-    EXPECT_THAT(TuneDiff(before, after), ElementsAre(row.line));
+    EXPECT_THAT(TuneDifferences(before, after), ElementsAre(row.line));
   }
 }
 
-TEST(TuneDiff, AFieldOfOneKindOfTuneIsMissingInTheOther) {
+TEST(TuneDifferences, AFieldOfOneKindOfTuneIsMissingInTheOther) {
   const Tune esi = DevTuneRules(Probes::ESI);
   Tune apci = esi;
   apci.Source.Type = Probes::APCI;
-  EXPECT_THAT(TuneDiff(esi, apci),
+  EXPECT_THAT(TuneDifferences(esi, apci),
               ElementsAre("SourceType: ESI -> APCI", "Cylinder: -3500 -> -", "CoronaVoltage: - -> -3500",
                           "ControlByCurrent: - -> off", "CoronaCurrent: - -> 0", "ApciVapTemp: - -> 0",
                           "Neb1GasPres: 60 -> -", "ApciAuxGas: - -> 60", "ApciNebGas: - -> off",
                           "CalValveOn: off -> -"));
 }
 
-TEST(TuneDiff, FieldsOfACalibrantWithoutATagAreToldByNumber) {
+TEST(TuneDifferences, ACalibrantOfOneTuneIsMissingInTheOther) {
+  const Tune before = DevTuneRules(Probes::ESI);
+  Tune after = before;
+  after.Q1CalPts.emplace_back(2800, L"Extra").Fields[TslBL::TuneField::Skimmer] = 40;
+  EXPECT_THAT(TuneDifferences(before, after),
+              ElementsAre("Q1CalPts 6 (m/z 2800) Skimmer: - -> 40", "Q1CalPts 6 (m/z 2800) m/z: - -> 2800",
+                          "Q1CalPts 6 (m/z 2800) name: - -> Extra"));
+  EXPECT_THAT(TuneDifferences(after, before),
+              ElementsAre("Q1CalPts 6 (m/z 2800) Skimmer: 40 -> -", "Q1CalPts 6 (m/z 2800) m/z: 2800 -> -",
+                          "Q1CalPts 6 (m/z 2800) name: Extra -> -"));
+}
+
+TEST(TuneDifferences, TheSpanOfASimIsOneLine) {
+  DevTuneRules one(Probes::ESI);
+  one.WControlType(TslBL::Control::Sim);
+  DevTuneRules other = one;
+  one.WSimWithSpan(TslBL::Control::Span0_4);
+  other.WSimWithSpan(TslBL::Control::Span1_0);
+  EXPECT_THAT(TuneDifferences(one, other), ElementsAre("SimWithSpan: 0.4 -> 1"));
+}
+
+TEST(TuneDifferences, WhatIsInNoLineIsSaid) {
+  const Tune before = DevTuneRules(Probes::ESI);
+  Tune after = before;
+  after.MZCalPts[0].Name = L"Default\x01Low";
+  Tune other = before;
+  other.MZCalPts[0].Name = L"Default\x02Low";
+  EXPECT_THAT(TuneDifferences(after, other),
+              ElementsAre("the tunes differ in fields that this list does not show"));
+}
+
+TEST(TuneDifferences, FieldsOfACalibrantWithoutATagAreToldByNumber) {
   const Tune before = DevTuneRules(Probes::ESI);
   Tune after = before;
   after.Q1CalPts[0].Fields[TslBL::TuneField::HEDynode] = 1;
   after.Q1CalPts[0].Fields[TslBL::TuneField::SourceType] = 2;
-  EXPECT_THAT(TuneDiff(before, after),
+  EXPECT_THAT(TuneDifferences(before, after),
               ElementsAre("Q1CalPts 1 (m/z 39) field 0: - -> 2", "Q1CalPts 1 (m/z 39) field 28: - -> 1"));
 }
 
-TEST(TuneDiff, TheDwellOfAScanAndOfASimIsOneField) {
+TEST(TuneDifferences, TheDwellOfAScanAndOfASimIsOneField) {
   DevTuneRules scan(Probes::ESI);
   DevTuneRules sim = scan;
   sim.WControlType(TslBL::Control::Sim);
   sim.ControlData.PulseCountDelay = 20;
-  EXPECT_THAT(TuneDiff(scan, sim), testing::IsSupersetOf({"PulseCountDelay: 1000 -> 20", "MZHi: 3000 -> -",
-                                                          "SimWithSpan: - -> no span: 3000"}));
+  EXPECT_THAT(TuneDifferences(scan, sim),
+              testing::IsSupersetOf(
+                  {"PulseCountDelay: 1000 -> 20", "MZHi: 3000 -> -", "SimWithSpan: - -> no span: 3000"}));
 }
 
 }  // namespace

@@ -8,6 +8,6 @@
 namespace TslTool {
 
 // Lines "FIELD: A -> B"; none for tunes that compare equal.
-std::vector<std::string> TuneDiff(const TslBL::Tune& a, const TslBL::Tune& b);
+std::vector<std::string> TuneDifferences(const TslBL::Tune& a, const TslBL::Tune& b);
 
 }  // namespace TslTool
