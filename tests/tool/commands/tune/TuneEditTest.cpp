@@ -1,4 +1,4 @@
-// Tests: TuneFields.cpp.
+// Tests: FieldText.cpp, FindUserField.cpp, UserFields.cpp.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
