@@ -30,8 +30,8 @@ TSLBL_WIDE void FindExtent(const double* y, std::size_t n, Extent& extent) {
     Lanes here, size;
     Load(y + i, here);
     Magnitude(here, size);
-    low = (here < low) & (size <= kMost) ? here : low;
-    large = (size > large) & (size <= kMost) ? size : large;
+    low = ((here < low) & (size <= kMost)) ? here : low;
+    large = ((size > large) & (size <= kMost)) ? size : large;
   }
   for (std::size_t j = 0; j < kLaneCount; ++j) {
     extent.lowest = std::min(extent.lowest, low[j]);
