@@ -9,6 +9,7 @@
 #include <tool/frame/Progress.h>
 #include <tool/frame/Warning.h>
 #include <tool/io/OpenScans.h>
+#include <tool/io/Preview.h>
 #include <tool/io/RunFile.h>
 #include <tslbl/closed/common/Text.h>
 #include <tslbl/tune/MassRange.h>
@@ -65,6 +66,14 @@ std::string Rows(const Summary& s, const std::string& unit) {
   return text;
 }
 
+// Of the first spectra, since it takes the whole of each.
+std::string PeakWidthRow(const std::string& file) {
+  auto source = OpenSpectra(file, {});
+  const Preview preview = LookAhead(source);
+  return Row("peak width",
+             preview.pointsAcross > 0.0 ? fmt::format("{:.1f} points", preview.pointsAcross) : "unknown");
+}
+
 std::string TuneRows(std::uint32_t id, const TslBL::Tune& tune) {
   const TslBL::Control& c = tune.ControlData;
   const auto [from, to] = TslBL::QMassRange(tune);
@@ -92,7 +101,7 @@ std::string DescribeRun(const std::string& file) {
     progress.Step();
   }
   std::string text = Row("file", file) + Row("format", "run of raw counts") + Row("title", reader.Title()) +
-                     Rows(summary, " counts") + Row("kind", "profile");
+                     Rows(summary, " counts") + Row("kind", "profile") + PeakWidthRow(file);
   for (const auto& [id, tune] : reader.Tunes()) text += TuneRows(id, tune);
   return text;
 }
@@ -121,7 +130,7 @@ std::string DescribeScans(const std::string& file, std::vector<std::string>& war
   }
   warnings = source->Warnings();
   std::string text = Row("file", file) + Row("format", source->Format()) + Rows(summary, "");
-  if (summary.spectra > 0) text += Row("kind", Kinds(summary));
+  if (summary.spectra > 0) text += Row("kind", Kinds(summary)) + PeakWidthRow(file);
   return text;
 }
 

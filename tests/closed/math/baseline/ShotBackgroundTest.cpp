@@ -1,3 +1,4 @@
+#include <tslbl/closed/math/SmallestStep.h>
 #include <tslbl/closed/math/baseline/Baseline.h>
 #include <tslbl/closed/math/baseline/Noise.h>
 #include <tslbl/closed/math/baseline/ShotBackground.h>
@@ -22,10 +23,13 @@ struct Figures {
   Samples noise;
 };
 
+void Take(const Samples& y, const BaselineAndNoise& out) {
+  TakeShotBackground(y.data(), Size(y), kSegment, SmallestStep(y.data(), y.size()), out);
+}
+
 Figures FiguresOf(const Samples& y, double noise = kNoise) {
   Figures f{Samples(y.size(), kBaseline), Samples(y.size(), noise)};
-  TakeShotBackground(y.data(), static_cast<std::uint32_t>(y.size()), kSegment,
-                     {f.baseline.data(), f.noise.data()});
+  Take(y, {f.baseline.data(), f.noise.data()});
   return f;
 }
 
@@ -117,8 +121,8 @@ TEST(ShotBackground, OneOfTheFiguresMayBeLeftOut) {
   const Figures both = FiguresOf(y);
   Samples baseline(n, kBaseline);
   Samples noise(n, kNoise);
-  TakeShotBackground(y.data(), n, kSegment, {baseline.data(), nullptr});
-  TakeShotBackground(y.data(), n, kSegment, {nullptr, noise.data()});
+  Take(y, {baseline.data(), nullptr});
+  Take(y, {nullptr, noise.data()});
   EXPECT_EQ(baseline, both.baseline);
   EXPECT_EQ(noise, both.noise);
 }

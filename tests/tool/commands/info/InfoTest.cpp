@@ -19,10 +19,11 @@ TEST(Info, DescribesARunAndItsTune) {
   for (const char* row :
        {"format        run of raw counts\n", "title         Demonstration\n", "spectra       20\n",
         "points        20003 each\n", "m/z           100.0000 to 1100.0000\n",
-        "time          0.000 to 76.148 s\n", "kind          profile\n", "tune          1: Demonstration\n",
-        "  probe       ESI\n", "  polarity    Positive\n", "  function    scan\n",
-        "  m/z         100 to 1100, step 0.05\n", "  dwell       50 us, 4 scans a spectrum\n",
-        "  duration    4007.8 ms a spectrum\n", "  calibration 4 points\n"})
+        "time          0.000 to 76.148 s\n", "kind          profile\n", "peak width    12.5 points\n",
+        "tune          1: Demonstration\n", "  probe       ESI\n", "  polarity    Positive\n",
+        "  function    scan\n", "  m/z         100 to 1100, step 0.05\n",
+        "  dwell       50 us, 4 scans a spectrum\n", "  duration    4007.8 ms a spectrum\n",
+        "  calibration 4 points\n"})
     EXPECT_THAT(outcome.out, HasSubstr(row));
 }
 
@@ -39,7 +40,7 @@ TEST(Info, DescribesMzMLWithEmptyAndCentroidSpectra) {
   for (const char* row :
        {"format        mzML\n", "spectra       3\n", "empty         1 of them\n", "points        0 to 3\n",
         "m/z           99.0000 to 103.5000\n", "time          120.000 to 120.000 s\n", "highest       7\n",
-        "kind          1 profile, 1 centroid, 1 unknown\n"})
+        "kind          1 profile, 1 centroid, 1 unknown\n", "peak width    unknown\n"})
     EXPECT_THAT(outcome.out, HasSubstr(row));
 }
 

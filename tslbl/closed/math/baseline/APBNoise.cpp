@@ -126,7 +126,7 @@ void APBNoise(double* x, double* y, std::uint32_t n, std::uint32_t segSize, std:
     begin = i;
   }
   PartNoise(y + begin, n - begin, segSize, median, baseline.data(), out + begin);
-  TakeShotBackground(y, n, segSize, {nullptr, out});
+  TakeShotBackground(y, n, segSize, SmallestStep(y, n), {nullptr, out});
 }
 
 }  // namespace TslMath

@@ -1,4 +1,6 @@
 #include <tslbl/closed/math/baseline/Baseline.h>
+
+#include <tslbl/closed/math/SmallestStep.h>
 #include <tslbl/closed/math/baseline/BaselineAndNoise.h>
 #include <tslbl/closed/math/baseline/ShotBackground.h>
 
@@ -10,7 +12,7 @@ void VFBaseline(const double* y, std::uint32_t n, std::uint32_t segSize, double*
 
 void APBMorph(const double* y, std::uint32_t n, std::uint32_t segSize, std::uint32_t window, double* out) {
   OpenAdaptively(y, n, segSize, window, {out, nullptr});
-  TakeShotBackground(y, n, segSize, {out, nullptr});
+  TakeShotBackground(y, n, segSize, SmallestStep(y, n), {out, nullptr});
 }
 
 void LinearFitSDBaseline(const double* y, std::uint32_t n, std::uint32_t segSize, std::uint32_t points,

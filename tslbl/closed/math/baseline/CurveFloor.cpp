@@ -12,6 +12,7 @@ namespace {
 
 constexpr std::size_t kLeastOnFloor = 10;
 constexpr double kAgreement = 0.6;
+constexpr std::size_t kJudged = 256;
 // Differences below this part of the largest amplitude are rounding of a filter.
 constexpr double kRounding = 1e-9;
 
@@ -70,12 +71,13 @@ TSLBL_WIDE void CountEqualNeighbours(const double* y, std::size_t n, double roun
   for (; i + 1 < n; ++i) count += std::abs(y[i + 1] - y[i]) <= rounding ? 1 : 0;
 }
 
-// The value of most points that have that of their right neighbour.
+// The value of most points that have that of their right neighbour, judged by some hundred of them.
 double RestingValue(const double* y, std::size_t n, std::size_t repeats, double rounding) {
+  const std::size_t stride = repeats / kJudged + 1;
   std::vector<double> values;
-  values.reserve(repeats);
+  std::size_t found = 0;
   for (std::size_t i = 0; i + 1 < n; ++i)
-    if (std::abs(y[i + 1] - y[i]) <= rounding) values.push_back(y[i]);
+    if (std::abs(y[i + 1] - y[i]) <= rounding && found++ % stride == 0) values.push_back(y[i]);
   const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
   std::nth_element(values.begin(), middle, values.end());
   const double value = *middle;

@@ -11,7 +11,7 @@ void FitLinesSD(const double* y, std::uint32_t n, std::uint32_t segSize, std::ui
   const double quantum = SmallestStep(y, n);
   if (IsFlat(y, n, quantum)) return DrawFlat(y, n, quantum, out);
   FitBackground(y, nullptr, n, quantum, {segSize, points, width}, out);
-  TakeShotBackground(y, n, segSize, out);
+  TakeShotBackground(y, n, segSize, quantum, out);
 }
 
 }  // namespace TslMath

@@ -139,7 +139,7 @@ void FollowValleys(const double* y, std::uint32_t n, std::uint32_t segSize, cons
   const std::vector<Knot> knots = FindKnots(shape, n, Segments(n, usable));
   DrawPolyline(WithoutPeaks(knots, y, n, usable, quantum / 2), n, shape);
   FitBackground(y, shape, n, quantum, refining, out);
-  TakeShotBackground(y, n, segSize, out);
+  TakeShotBackground(y, n, segSize, quantum, out);
 }
 
 }  // namespace TslMath

@@ -1,6 +1,5 @@
 #include <tslbl/closed/math/baseline/ShotBackground.h>
 
-#include <tslbl/closed/math/SmallestStep.h>
 #include <tslbl/closed/math/baseline/CurveFloor.h>
 #include <tslbl/closed/math/baseline/IonCounter.h>
 #include <tslbl/closed/math/baseline/Polyline.h>
@@ -37,11 +36,13 @@ std::vector<IonBackground> CutIntoSegments(const double* y, std::size_t n, std::
   return segments;
 }
 
-// Many ions, or some that no filter has spread: there the algorithms' own figures are good.
-bool IsDense(const IonBackground& segment, double height, double quantum) {
-  if (segment.onFloor > kDenseShare) return false;
-  return height <= kUnfiltered * quantum || segment.mean > kDenseMean * height;
+// No filter has spread the ions, and most points hold some: one is as common as none.
+bool IsDenseCounting(const double* y, std::size_t n, const CurveFloor& floor, double quantum) {
+  const CurveFloor one{floor.value + quantum, floor.rounding};
+  return one.ShareOf(y, n) >= floor.ShareOf(y, n);
 }
+
+bool IsOnFloor(const IonBackground& segment) { return segment.onFloor > kDenseShare; }
 
 // Straight from centre to centre of the segments.
 template <class Level>
@@ -66,16 +67,20 @@ void TakeBaseline(const IonBackground& segment, const std::vector<double>& mean,
 
 }  // namespace
 
-void TakeShotBackground(const double* y, std::uint32_t n, std::uint32_t segSize,
+void TakeShotBackground(const double* y, std::uint32_t n, std::uint32_t segSize, double quantum,
                         const BaselineAndNoise& out) {
   const std::optional<CurveFloor> floor = FindCurveFloor(y, n);
   if (!floor) return;
   const std::size_t length = std::max<std::size_t>(segSize, kLeastSegment);
   std::vector<IonBackground> segments = CutIntoSegments(y, n, length, *floor);
+  if (std::ranges::none_of(segments, IsOnFloor) && IsDenseCounting(y, n, *floor, quantum)) return;
   const double height = CountIons(y, n, *floor, length, segments);
   if (!(height > 0.0)) return;
-  const double quantum = SmallestStep(y, n);
-  std::erase_if(segments, [&](const IonBackground& s) { return IsDense(s, height, quantum); });
+  // Of many ions, and of some that no filter has spread, the algorithms' own figures are good.
+  const bool isSpread = height > kUnfiltered * quantum;
+  std::erase_if(segments, [&](const IonBackground& s) {
+    return !IsOnFloor(s) && (!isSpread || s.mean > kDenseMean * height);
+  });
   if (segments.empty()) return;
   if (out.noise != nullptr) {
     const auto shots =
@@ -85,7 +90,7 @@ void TakeShotBackground(const double* y, std::uint32_t n, std::uint32_t segSize,
   if (out.baseline != nullptr) {
     const auto mean = Draw(segments, n, [&](const IonBackground& s) { return floor->value + s.mean; });
     for (const IonBackground& segment : segments)
-      if (segment.onFloor > kDenseShare) TakeBaseline(segment, mean, out.baseline);
+      if (IsOnFloor(segment)) TakeBaseline(segment, mean, out.baseline);
   }
 }
 

@@ -29,6 +29,10 @@ namespace TslMath {
 // other takes the noise alike if filtered ions are few in it, up to 20 in the mean. All else stays to the
 // bit, and so does all without a floor, or without ions: fewer than 8 bumps in the background, or bumps that
 // do not have the height of an ion. O(n).
-void TakeShotBackground(const double* y, std::uint32_t n, std::uint32_t segSize, const BaselineAndNoise& out);
+//
+// `quantum` is the smallest step of the data (see SmallestStep.h): it is the height of an ion that no filter
+// has spread.
+void TakeShotBackground(const double* y, std::uint32_t n, std::uint32_t segSize, double quantum,
+                        const BaselineAndNoise& out);
 
 }  // namespace TslMath
