@@ -79,7 +79,7 @@ const Row kFields[] = {
     {56, TuneField::ApciNebGas, L"Unknown", L"Nebulizing Gas On"},
 };
 
-constexpr auto kNoField = static_cast<TuneField::Id>(57);
+constexpr auto kNoField = TuneField::kFieldCount;
 
 TEST(TuneField, HasItsNumberTagNameAndUses) {
   for (const Row& row : kFields) {
@@ -104,7 +104,7 @@ TEST(TuneField, TwentyFieldsCanBeRampedAndNineStepped) {
 }
 
 TEST(TuneField, ANumberThatNamesNoFieldHasNoName) {
-  for (const std::uint32_t id : {57u, 4294967295u}) {
+  for (const std::uint32_t id : {std::uint32_t{kNoField}, 4294967295u}) {
     try {
       TuneField::FieldToString(static_cast<TuneField::Id>(id));
       ADD_FAILURE() << "no exception";

@@ -86,7 +86,7 @@ TEST(CheckLimits, OfAFieldWithoutLimitsAcceptsNought) {
 }
 
 TEST(CheckLimits, OfANumberThatNamesNoFieldThrows) {
-  const auto unknown = static_cast<TuneField::Id>(57);
+  const auto unknown = TuneField::kFieldCount;
   for (const double value : {0.0, 1.0, kNaN})
     EXPECT_THROW(Unmarked().CheckLimits(unknown, value), VexException) << value;
 }

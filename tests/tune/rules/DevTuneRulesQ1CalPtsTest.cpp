@@ -191,7 +191,7 @@ bool Steppable(std::uint32_t id) {
 }
 
 TEST(Q1CalPtFields, AreTheNineThatFollowMz) {
-  for (std::uint32_t id = 0; id <= 57; ++id) {
+  for (std::uint32_t id = 0; id <= TuneField::kFieldCount; ++id) {
     SCOPED_TRACE(id);
     const auto field = static_cast<TuneField::Id>(id);
     Pairs pairs = {{1, 2}};

@@ -177,7 +177,7 @@ TEST(Ramp, WithoutAResultIsNoWholeNumber) {
 }
 
 TEST(Ramp, IsOfRampableFieldsOnly) {
-  for (std::uint32_t id = 0; id <= 57; ++id) {
+  for (std::uint32_t id = 0; id <= TuneField::kFieldCount; ++id) {
     bool rampable = false;
     for (const Ramped& ramp : kRamps) rampable = rampable || ramp.field == id;
     if (rampable) continue;

@@ -176,7 +176,7 @@ TEST(Duration, WrapsAroundIn32Bits) {
 
 TEST(TuneLimits, AreThoseOfTheTables) {
   for (const auto probe : {Probes::ESI, Probes::APCI, Probes::LowFlowESI}) {
-    for (std::uint32_t id = 0; id <= 57; ++id) {
+    for (std::uint32_t id = 0; id <= TuneField::kFieldCount; ++id) {
       Limits limits{-1, -1, -1};
       DevTuneRules::QLimits(static_cast<TuneField::Id>(id), limits.Min, limits.Max, limits.Step, probe);
       EXPECT_EQ(limits, FieldLimits().QLimits(probe, static_cast<int>(id))) << id;

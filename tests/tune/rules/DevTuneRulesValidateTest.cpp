@@ -302,7 +302,7 @@ TEST(Validate, ThrowsWhereTheCapillaryExitHasTwoValues) {
 
 TEST(Validate, ThrowsForACalibrantOfAFieldThatIsNone) {
   Tune tune = Unmarked();
-  tune.Q1CalPts[0].Fields[static_cast<TuneField::Id>(57)] = 1;
+  tune.Q1CalPts[0].Fields[TuneField::kFieldCount] = 1;
   EXPECT_THROW(DevTuneRules(tune).Validate(), VexException);
 }
 
@@ -381,11 +381,12 @@ TEST(QFaults, HoldWhatWouldBeThrown) {
   Tune tune = Unmarked();
   tune.ControlData.MZStepSize = std::numeric_limits<double>::quiet_NaN();
   tune.ControlData.DetectorGain = 1;
-  tune.Q1CalPts[0].Fields[static_cast<TuneField::Id>(57)] = 1;
+  tune.Q1CalPts[0].Fields[TuneField::kFieldCount] = 1;
   EXPECT_EQ(AllTexts(tune),
             (std::vector<std::wstring>{L"Invalid stepMDAC in DevTuneRules.cpp NumPulses",
                                        L"Detector Gain is out of range.  Valid values are -3000.00 to 0.00.",
-                                       L"Field to string map for field id 57 does not exist."}));
+                                       L"Field to string map for field id " +
+                                           std::to_wstring(TuneField::kFieldCount) + L" does not exist."}));
 }
 
 }  // namespace
