@@ -32,7 +32,8 @@ Ions CountIn(const Samples& y, double floor = 0.0) {
 
 Samples ShotsWithPeaks(double mean) {
   Samples y = Shots(mean, 20000, 3);
-  for (int k = 0; k < 20; ++k) AddShotPeak(y, 500.0 + 970.0 * k, 3.0 * std::pow(1.3, k), 40 + k);
+  for (int k = 0; k < 20; ++k)
+    AddShotPeak(y, 500.0 + 970.0 * k, 3.0 * std::pow(1.3, k), static_cast<std::uint64_t>(40 + k));
   return y;
 }
 

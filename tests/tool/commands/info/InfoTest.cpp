@@ -19,7 +19,7 @@ TEST(Info, DescribesARunAndItsTune) {
   for (const char* row :
        {"format        run of raw counts\n", "title         Demonstration\n", "spectra       20\n",
         "points        20003 each\n", "m/z           100.0000 to 1100.0000\n",
-        "time          0.000 to 76.148 s\n", "kind          profile\n", "peak width    12.5 points\n",
+        "time          0.000 to 76.148 s\n", "kind          profile\n", "peak width    12.4 points\n",
         "tune          1: Demonstration\n", "  probe       ESI\n", "  polarity    Positive\n",
         "  function    scan\n", "  m/z         100 to 1100, step 0.05\n",
         "  dwell       50 us, 4 scans a spectrum\n", "  duration    4007.8 ms a spectrum\n",
