@@ -45,10 +45,8 @@ struct Cascade {
 
 bool ExecuteCurveEvals(Curve& curve, const std::vector<CurveEval>& evals, Changed& changed,
                        std::wstring& error) {
-  if (&evals == &curve.evals) {  // which grows by each step
-    const std::vector<CurveEval> history = evals;
-    return ExecuteCurveEvals(curve, history, changed, error);
-  }
+  // A curve's own history grows by each step: what is run is a copy.
+  if (&evals == &curve.evals) return ExecuteCurveEvals(curve, std::vector<CurveEval>(evals), changed, error);
   for (auto eval = evals.begin(); eval != evals.end(); ++eval) {
     const auto next = eval + 1;
     FusedSteps* fused = next != evals.end() ? FindFusion(eval->Type(), next->Type()) : nullptr;
