@@ -1,9 +1,15 @@
 #include <tool/frame/Warning.h>
 
+#include <fmt/format.h>
+
 #include <iostream>
 
 namespace TslTool {
 
 void Warn(const std::string& text) { std::cerr << "tslbl: warning: " << text << std::endl; }
+
+void Warn(const std::string& file, const std::vector<std::string>& texts) {
+  for (const std::string& text : texts) Warn(fmt::format("{}: {}", file, text));
+}
 
 }  // namespace TslTool

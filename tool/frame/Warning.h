@@ -2,11 +2,15 @@
 // What is odd and does not stop the work.
 
 #include <string>
+#include <vector>
 
 namespace TslTool {
 
 // A line "tslbl: warning: TEXT" on standard error, where the text begins with the file that it
 // is about. Never fails: a warning that cannot be shown must not undo what was done.
 void Warn(const std::string& text);
+
+// A line for each of `texts`, all about one file.
+void Warn(const std::string& file, const std::vector<std::string>& texts);
 
 }  // namespace TslTool

@@ -140,7 +140,7 @@ int RunInfo(const std::string& input) {
   Output output("");
   output.Write(IsDatabase(input) ? DescribeRun(input) : DescribeScans(input, warnings));
   output.Commit();
-  for (const std::string& warning : warnings) Warn(input + ": " + warning);
+  Warn(input, warnings);
   return kDone;
 }
 

@@ -68,10 +68,6 @@ void RequireStretch(const std::string& input, const std::optional<RealRange>& st
         fmt::format("there are no two points from m/z {} to {} {}", stretch->from, stretch->to, purpose));
 }
 
-void WarnOf(const SpectrumSource& source, const std::string& name) {
-  for (const std::string& warning : source.Warnings()) Warn(name + ": " + warning);
-}
-
 void RequireSafeFiles(const PeaksArguments& arguments) {
   RequireDistinct("--output", arguments.output, arguments.input, "the input");
   RequireDistinct("--curve", arguments.curve, arguments.input, "the input");
@@ -169,7 +165,7 @@ int EvaluateInput(const PeaksArguments& arguments, const Options& options, PeakF
   if (EvaluateAll(arguments, name, *source, chain, peaks) == 0)
     throw InputError(name, "",
                      wanted.WantsAll() ? "holds no spectrum" : "holds no spectrum that was asked for");
-  WarnOf(*source, name);
+  Warn(name, source->Warnings());
   return kDone;
 }
 
