@@ -1,3 +1,4 @@
+// Tests: BaselineAndNoise.cpp.
 #include <tslbl/closed/math/baseline/Baseline.h>
 #include <tslbl/closed/math/baseline/BaselineAndNoise.h>
 

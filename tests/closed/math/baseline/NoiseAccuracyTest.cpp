@@ -3,7 +3,7 @@
 // the figures with --gtest_output=json as the properties low, middle and high: the 10th, 50th and 90th
 // percentile of the points.
 //
-// Tests: Noise.cpp.
+// Tests: Noise.h.
 #include <tslbl/closed/math/smooth/Smoothing.h>
 
 #include <tuple>

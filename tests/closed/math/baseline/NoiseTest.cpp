@@ -1,4 +1,4 @@
-// Tests: APBNoise.cpp, FitLinesSD.cpp, StandardDeviation.cpp.
+// Tests: APBNoise.cpp, BaselineAndNoise.cpp, StandardDeviation.cpp.
 #include <tslbl/closed/math/baseline/Noise.h>
 #include <tslbl/closed/math/smooth/Smoothing.h>
 

@@ -1,6 +1,6 @@
 #pragma once
-// Baseline and noise of a curve in one pass. The functions of Baseline.h and Noise.h are these with one of
-// the results left out, so who wants both with the same parameters pays half.
+// Baseline and noise of a curve in one pass: for the linear fit and V-F exactly the results of Baseline.h and
+// Noise.h, at half the cost of both.
 //
 // Parameters, ends and limits: see Baseline.h; the methods under their names in docs/numerics.md.
 #include <tslbl/Export.h>
@@ -23,7 +23,8 @@ TSLBL_API void FitLinesSD(const double* y, std::uint32_t n, std::uint32_t segSiz
 TSLBL_API void FollowValleys(const double* y, std::uint32_t n, std::uint32_t segSize,
                              const BaselineAndNoise& out);
 
-// Adaptive: APBMorph, with the noise about it.
+// Adaptive, with the noise about it, as the opening and the kernel give it: APBMorph and APBNoise correct it
+// where counted ions are few (ShotBackground.h).
 TSLBL_API void OpenAdaptively(const double* y, std::uint32_t n, std::uint32_t segSize, std::uint32_t window,
                               const BaselineAndNoise& out);
 
