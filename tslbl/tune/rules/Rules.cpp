@@ -9,8 +9,8 @@ namespace TslBL {
 void Rules::QLastError(std::wstring& error) const { error = QLastError(); }
 std::wstring Rules::QLastError() const { return std::exchange(LastError, {}); }
 
-Rules::ErrTypes Rules::Fail(unsigned text) const {
-  LastError = TslLoadString(ModuleHandle(), text);
+Rules::ErrTypes Rules::Fail(TslCommon::MessageId message) const {
+  LastError = TslLoadString(ModuleHandle(), message);
   return Error;
 }
 

@@ -8,6 +8,10 @@
 #include <cstdint>
 #include <string>
 
+namespace TslCommon {
+enum MessageId : unsigned;  // the names are the library's own, in closed/common/MessageId.h
+}
+
 namespace TslBL {
 
 class TSLBL_API Rules {
@@ -27,8 +31,8 @@ class TSLBL_API Rules {
   std::wstring QLastError() const;
 
  protected:
-  // With the text of this number.
-  ErrTypes Fail(unsigned text) const;
+  // With this message.
+  ErrTypes Fail(TslCommon::MessageId message) const;
   // For another record in place of this one.
   void Forget();
   // An equal value is no change.
