@@ -1,4 +1,4 @@
-// The peak table in x-axis units: TranslateCurvePeak and AddCurvePeaks.
+// The peak table as it is reported: TranslateCurvePeak and AddCurvePeaks.
 #include <gtest/gtest.h>
 
 #include <RecordCheck.h>

@@ -1,4 +1,4 @@
-// The peak table in x-axis units.
+// The peak table as it is reported: in units of the x axis, with values relative to the largest.
 
 #include <tslbl/closed/common/Truncate.h>
 #include <tslbl/curve/Curve.h>
