@@ -63,12 +63,12 @@ def is_constant_expression(source, place):
 
 
 def statements(source):
-    """A statement that does something, left out."""
+    """A statement that does something, left out. To reserve memory changes no result."""
     for function in source.functions:
         for begin, end, _, _ in source.statements(function):
             text = source.code[begin:end]
             if text.rstrip() == ";" or IDENTIFIER.match(text) and first_word(text) in NO_TYPES: continue
-            if is_declaration(text): continue
+            if is_declaration(text) or re.search(r"\breserve\(", text): continue
             yield Change(source, "statement left out", begin, source.text[begin:end], ";")
 
 
@@ -154,6 +154,7 @@ def narrow(source):
     """16 bits for 32 or 64: in a cast, in a local variable, in a loop, in a vector."""
     for m in re.finditer(r"static_cast<" + COUNTS + r">\(", source.code):
         end = source.closing(m.end() - 1)
+        if re.match(r"std::(?:countr_zero|countl_zero|popcount)\(", source.code[m.end():end]): continue
         yield Change(source, "16 bits", m.end(), source.text[m.end():end], f"static_cast<std::uint16_t>({source.text[m.end():end]})")
     for m in re.finditer(r"(?:(?<=\()|(?<=vector<)|(?<=const ))" + COUNTS + r"(?=(?: \w+ =)|>)", source.code):
         in_loop = source.code[:m.start()].endswith("for (")

@@ -54,6 +54,27 @@ TEST(CellCurve, HasTheMeansOfFivePoints) {
   }
 }
 
+TEST(CellCurve, MayHaveMoreThan65536Cells) {
+  Samples y(400004, 0.0);
+  for (std::size_t i = 0; i < y.size(); ++i) y[i] = static_cast<double>(i);
+  const CellCurve curve(y.data(), y.size(), 3);
+  ASSERT_EQ(curve.InnerSize(), 80000U);
+  for (const std::size_t c : {0U, 65535U, 65536U, 79999U})
+    EXPECT_EQ(curve.Inner()[c], CentreOf(static_cast<double>(c), y.size()));
+  Samples drawn(y.size());
+  curve.DrawPoints(curve.Cells(), y.size(), drawn.data());
+  for (const std::size_t i : {4U, 70000U, 399990U}) EXPECT_NEAR(drawn[i], y[i], 1e-9);
+}
+
+TEST(CellCurve, MayHaveMoreThan65536CellsInItsMargins) {
+  const Samples y(20, 1.0);
+  CellCurve curve(y.data(), y.size(), 70000);
+  curve.Continue({10, 0.5}, 6, {20, -0.25}, 15);
+  EXPECT_EQ(curve.Cells().front(), 10 + 0.5 * (CentreOf(-70000, 20) - 6));
+  EXPECT_EQ(curve.Cells()[69999], 10 + 0.5 * (CentreOf(-1, 20) - 6));
+  EXPECT_EQ(curve.Cells().back(), 20 - 0.25 * (CentreOf(70003, 20) - 15));
+}
+
 TEST(CellCurve, RepeatsTheCellBeforeOneThatIsNotFinite) {
   EXPECT_THAT(InnerOf(CellsOf({3, kNaN, kNaN, 8, kInfinity, 2})), ElementsAre(3, 3, 3, 8, 8, 2));
 }

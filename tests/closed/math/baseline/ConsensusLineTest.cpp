@@ -46,7 +46,7 @@ void ExpectLine(const RobustLine& fit, const Samples& line, double tolerance) {
 }
 
 TEST(ConsensusLine, OfALineIsTheLine) {
-  for (const std::size_t n : {3U, 9U, 10U, 11U, 19U, 20U, 37U, 250U, 251U, 1000U, 70001U}) {
+  for (const std::size_t n : {2U, 3U, 9U, 10U, 11U, 19U, 20U, 37U, 250U, 251U, 1000U, 70001U}) {
     for (const double slope : {0.25, -0.5}) {
       const Samples line = Line(n, 5, slope);
       ExpectLine(Consensus(line), line, 1e-9 * (5 + std::abs(line.back())));
@@ -70,6 +70,14 @@ TEST(ConsensusLine, IsThatOfTheLowPlacesBesideAHill) {
   Samples y = line;
   for (std::size_t i = 60; i < 180; ++i) y[i] += 40;
   ExpectLine(Consensus(y), line, 1e-9);
+}
+
+// Means over one point, so that each point is a sample.
+TEST(ConsensusLine, IsThatOfTheMajorityOfManySamples) {
+  Samples y(270000, 0.0);
+  std::fill(y.begin(), y.begin() + 54000, 100.0);
+  AddNoise(y, 1, 3);
+  ExpectLine(Consensus(y, 1), Line(y.size(), 0, 0), 10);
 }
 
 TEST(ConsensusLine, HasMuchOfANoisySegmentWithinItsLimit) {

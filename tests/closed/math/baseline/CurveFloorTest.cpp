@@ -19,7 +19,60 @@ Samples AboveHundred(Samples first) {
   return first;
 }
 
+// Pairs of 5 at every `stride` points, the first at `offset`, among values that rise from 0 and never repeat.
+Samples PairsOfFive(int pairs, std::size_t stride, std::size_t offset) {
+  Samples y;
+  for (std::size_t i = 0; i < static_cast<std::size_t>(pairs) * stride + offset + 2; ++i)
+    y.push_back(0.001 * static_cast<double>(i));
+  for (int k = 0; k < pairs; ++k)
+    y[static_cast<std::size_t>(k) * stride + offset] = y[static_cast<std::size_t>(k) * stride + offset + 1] =
+        5.0;
+  return y;
+}
+
 }  // namespace
+
+TEST(CurveFloor, IsWhereTenNeighboursAreEqualWhereverTheyStand) {
+  for (const std::size_t stride : {4U, 5U}) {
+    for (std::size_t offset = 0; offset < 4; ++offset) {
+      const auto floor = FloorOf(PairsOfFive(10, stride, offset));
+      ASSERT_TRUE(floor) << offset;
+      EXPECT_EQ(floor->value, 5.0);
+      EXPECT_FALSE(FloorOf(PairsOfFive(9, stride, offset))) << offset;
+    }
+  }
+}
+
+TEST(CurveFloor, WantsSixInTenOfTheEqualNeighboursToAgree) {
+  for (const int agreeing : {12, 11}) {
+    Samples y = PairsOfFive(20, 4, 1);
+    for (std::size_t k = static_cast<std::size_t>(agreeing); k < 20; ++k)
+      y[4 * k + 1] = y[4 * k + 2] = 10.0 + static_cast<double>(k);
+    EXPECT_EQ(FloorOf(y).has_value(), agreeing == 12) << agreeing;
+  }
+}
+
+TEST(CurveFloor, IsWhereEqualNeighboursAgreeRatherThanTheLowestValue) {
+  Samples y = PairsOfFive(20, 4, 1);
+  for (std::size_t k = 0; k < 20; ++k) y[4 * k] = -1.0;
+  for (const std::size_t lowest : {20U, 19U}) {
+    if (lowest < 20) y[0] = 0.5;
+    const auto floor = FloorOf(y);
+    ASSERT_TRUE(floor);
+    EXPECT_EQ(floor->value, lowest < 20 ? 5.0 : -1.0);
+  }
+}
+
+TEST(CurveFloor, TakesValuesApartByABillionthOfTheLargestForEqual) {
+  for (const double largest : {1000.0, -1000.0}) {
+    for (const double step : {0.9e-6, 1.1e-6}) {
+      Samples y = PairsOfFive(12, 4, 1);
+      for (std::size_t k = 0; k < 12; ++k) y[4 * k + 2] += step;
+      y.push_back(largest);
+      EXPECT_EQ(FloorOf(y).has_value(), step < 1e-6) << largest;
+    }
+  }
+}
 
 TEST(CurveFloor, IsTheLowestValueIfTenPointsHaveIt) {
   const auto floor = FloorOf(AboveHundred(Samples(10, 7.0)));
@@ -65,4 +118,12 @@ TEST(CurveFloor, CountsThePointsThatLieOnItWithinRounding) {
   const CurveFloor floor{2.0, 0.1};
   const Samples y = {2.0, 2.05, 1.95, 2.2, 1.8, 3, 4, std::nan(""), 2.0, 2.0};
   EXPECT_EQ(floor.ShareOf(y.data(), y.size()), 0.5);
+}
+
+TEST(CurveFloor, CountsEachPointAlike) {
+  for (std::size_t at = 0; at < 11; ++at) {
+    Samples y(11, 7.0);
+    y[at] = 2.0;
+    EXPECT_EQ((CurveFloor{2.0, 0.0}).ShareOf(y.data(), y.size()), 1.0 / 11) << at;
+  }
 }

@@ -1,9 +1,11 @@
 // The adaptive opening, on curves without noise: what is left of them shows what was taken off.
 #include <tslbl/closed/math/baseline/Baseline.h>
+#include <tslbl/closed/math/baseline/BaselineAndNoise.h>
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 
 #include <closed/math/SampleArray.h>
 
@@ -47,6 +49,15 @@ TEST(OpenAdaptively, TakesOffGroupsUpToFourTimesAsWide) {
   }
 }
 
+TEST(OpenAdaptively, TakesOffGroupsInWhateverUnit) {
+  for (const double unit : {1e-3, 1e3}) {
+    Samples y = Flat();
+    Raise(y, 2500, 3400, 500);
+    for (double& value : y) value *= unit;
+    EXPECT_NEAR(Highest(Opened(y)), 10 * unit, 0.01 * unit) << unit;
+  }
+}
+
 // A group of 140 points with feet of 15 points on both sides, which are near enough to the background not to
 // be taken off with it, but narrower than a segment of 100 points.
 TEST(OpenAdaptively, TakesOffTheFeetOfAGroupToo) {
@@ -54,6 +65,21 @@ TEST(OpenAdaptively, TakesOffTheFeetOfAGroupToo) {
   Raise(y, 2560, 2700, 1);
   Raise(y, 2575, 2685, 500);
   EXPECT_NEAR(Highest(Opened(y, 100, 5)), 10, 0.15);
+}
+
+// More than 65 536 cells of five points. A wave within two segments is more than the lines follow.
+TEST(OpenAdaptively, OfALongCurveIsThatOfItsParts) {
+  Samples y(400000);
+  for (std::size_t i = 0; i < y.size(); ++i)
+    y[i] = 200 * std::cos(static_cast<double>(i % 1000) / 500 * 3.141592653589793);
+  const auto opened = [](const Samples& curve) {
+    Samples out(curve.size());
+    OpenAdaptively(curve.data(), Size(curve), 100, 25, {out.data(), nullptr});
+    return out;
+  };
+  const Samples whole = opened(y);
+  const Samples last = opened(Samples(y.end() - 8000, y.end()));
+  for (std::size_t i = 3000; i < 5000; ++i) ASSERT_NEAR(whole[y.size() - i], last[8000 - i], 1e-9) << i;
 }
 
 TEST(OpenAdaptively, FollowsAStepOfTheBackground) {

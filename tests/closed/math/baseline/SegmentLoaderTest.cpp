@@ -103,6 +103,14 @@ TEST(SegmentLoader, ForgetsTheSegmentBefore) {
   }
 }
 
+TEST(SegmentLoader, MeansWindowsOfMoreThan65536Points) {
+  const Samples y = Digits(150000, 7);
+  SegmentLoader loader(y.data(), nullptr, y.size(), y.size(), 70001);
+  const SegmentData data = loader.Load(0, y.size());
+  for (const std::size_t i : {0U, 34999U, 35000U, 75000U, 115000U, 149000U})
+    EXPECT_NEAR(data.mean[i], PlainMean(y, i, 70001), 1e-9) << i;
+}
+
 TEST(SegmentLoader, LoadsSegmentsOfLongCurves) {
   const Samples y = Digits(70001, 6);
   ASSERT_NO_FATAL_FAILURE(ExpectSegments(y, nullptr, y, 70001, 31));

@@ -191,6 +191,7 @@ TEST(FindOneFeature, FindsNothingOnFlatOrEmptyCurves) {
   EXPECT_EQ(-1, Climb({4, 4, 4, 4}, 2));
   EXPECT_EQ(-1, Climb({4}, 0));
   EXPECT_EQ(-1, Climb({}, 0));
+  EXPECT_EQ(-1, Climb({}, 5));
 }
 
 TEST(FindOneFeature, StopsBesideNaN) {

@@ -62,6 +62,12 @@ TEST(TypicalPeakWidth, OfALineWithoutNoiseIsExactToTheStraightLinesBetweenPoints
   EXPECT_NEAR(WidthOf(y), 10.0, 0.05);
 }
 
+TEST(TypicalPeakWidth, DoesNotDependOnThePlaceOnALongCurve) {
+  Samples y(90000, 0.0);
+  AddLine(y, 80000.0, 1000.0, 10.0);
+  EXPECT_NEAR(WidthOf(y), 10.0, 0.05);
+}
+
 TEST(TypicalPeakWidth, DoesNotSeeAHumpBelowTheLines) {
   Samples y(kPoints, 0.0);
   AddLine(y, 10000.0, 500.0, 6000.0);

@@ -196,4 +196,46 @@ TEST(Smoothing, TakesTheWidestWidth) {
   ExpectNear(Smooth(Mean(101), y), Smooth(Gaussian(widest), y), 1e-12);
 }
 
+// 60 001 points of 1 amidst 150 001. A window of 70 000 points on each side sees all of them from afar, and
+// they are less than half of it.
+constexpr std::uint32_t kLong = 150001;
+
+Samples LongBlock() {
+  return Tabulate(kLong, [](double i) { return std::abs(i - 75000) <= 30000 ? 1.0 : 0.0; });
+}
+
+TEST(Smoothing, MeansOfMoreThan65536PointsOnEachSideAreExact) {
+  const Samples odd = Smooth(Mean(140001), LongBlock());
+  const Samples even = Smooth(Mean(140000), LongBlock());
+  for (const std::size_t at : {70000U, 75000U, 80000U}) {
+    EXPECT_DOUBLE_EQ(odd[at], 60001.0 / 140001) << at;
+    EXPECT_DOUBLE_EQ(even[at], 60001.0 / 140000) << at;
+  }
+  for (const std::size_t at : {69000U, 81000U}) EXPECT_DOUBLE_EQ(odd[at], 60001.0 / 138001) << at;
+}
+
+TEST(Smoothing, MediansOfMoreThan65536PointsOnEachSideAreThoseOfTheWholeWindow) {
+  const Samples smoothed = Smooth(Median(140001), LongBlock());
+  for (const std::size_t at : {69000U, 75000U, 81000U}) EXPECT_EQ(smoothed[at], 0) << at;
+  EXPECT_EQ(smoothed[50000], 1);  // its window ends with the curve
+}
+
+TEST(Smoothing, PolynomialsOverMoreThan65536PointsOnEachSideFitTheWholeWindow) {
+  const Samples mean = Smooth(SavitzkyGolay(140001, 0), LongBlock());
+  for (const std::size_t at : {0U, 69999U, 75000U, 150000U})
+    EXPECT_NEAR(mean[at], 60001.0 / 140001, 1e-12) << at;
+  const Samples line = Line(kLong);
+  ExpectNear(line, Smooth(SavitzkyGolay(140001, 1), line), 1e-10);
+}
+
+// Three points suffice, since each of them costs as much as the window is long.
+TEST(Smoothing, AGaussianOfMoreThan65536PointsOnEachSideHasItsIntegral) {
+  const Samples y = LongBlock();
+  Samples out(y.size());
+  Gaussian(36000)(y.data(), Size(y), 74999, 75002, out.data());
+  const double sigma = 36000 / (2 * std::sqrt(2 * std::log(2.0)));
+  const auto within = [&](double points) { return std::erf(points / (sigma * std::sqrt(2.0))); };
+  EXPECT_NEAR(out[75000], within(30000.5) / within(std::ceil(4.5 * sigma) + 0.5), 1e-8);
+}
+
 }  // namespace

@@ -130,7 +130,6 @@ void BlendAll(const std::vector<PlacedLine>& fits, std::size_t n, double farApar
     span.left = fits[k];
   }
   span.end = n;
-  span.right = span.left;
   Blend(span, shape, out);
 }
 
