@@ -45,7 +45,7 @@ def operators(source):
 
 
 def constants(source):
-    """A number one larger, and one for nought."""
+    """A number one larger, and 1 for 0."""
     for m in NUMBER.finditer(source.code):
         if is_constant_expression(source, m.start()): continue
         yield Change(source, "constant", m.start(), m.group(), "1" if float(m.group()) == 0 else m.group() + " + 1")

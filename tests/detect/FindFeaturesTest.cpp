@@ -250,7 +250,7 @@ TEST(FindFeatures, MoveWithACurveThatIsMovedAlongTheBaseline) {
 }
 
 // Every ripple on the ramp is a peak that reaches back over most of those before it. To walk
-// back for each of them takes minutes here, to settle them one by one takes for ever.
+// back for each of them takes minutes here, to settle them one by one takes forever.
 TEST(FindFeatures, OnALongRampTakeNoLongerThanElsewhere) {
   std::vector<double> y;
   for (double level = 0.0; y.size() < 400000; level += 4.0)

@@ -30,7 +30,7 @@ FileLock::FileLock(const std::string& file) {
   for (;;) {
     struct stat there = {};
     if (stat(file.c_str(), &there) != 0) Fail(file, std::string("cannot be opened: ") + std::strerror(errno));
-    if (!S_ISREG(there.st_mode)) Fail(file, "is no regular file, which could be changed");
+    if (!S_ISREG(there.st_mode)) Fail(file, "is not a regular file");
     descriptor_ = open(file.c_str(), O_RDONLY | O_CLOEXEC);
     if (descriptor_ < 0) Fail(file, std::string("cannot be opened: ") + std::strerror(errno));
     const bool locked = flock(descriptor_, LOCK_EX) == 0;

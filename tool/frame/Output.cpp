@@ -67,7 +67,7 @@ void Output::Open() {
   } else if (access(path_.c_str(), W_OK) == 0) {
     path_ = Resolved(path_);
     file_ = OpenBeside(there.st_mode & 0777);
-    // Whoever may give files away, root, must not lock a file's owner out.
+    // Root replaces a file for its owner, who must not lose access to it.
     if (file_ != nullptr) [[maybe_unused]]
       const int ignored = fchown(fileno(file_), there.st_uid, there.st_gid);
   }
@@ -75,7 +75,7 @@ void Output::Open() {
 
 Output::~Output() {
   if (file_ != nullptr && file_ != stdout) std::fclose(file_);
-  // What an earlier process left is not this one's to take away before it has written.
+  // What an earlier process left stays until this one has written.
   struct stat there = {};
   const bool earlier = !begun_ && stat(temporary_.c_str(), &there) == 0 && there.st_size > 0;
   if (!temporary_.empty() && !keep_ && !earlier) unlink(temporary_.c_str());

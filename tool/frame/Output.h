@@ -60,7 +60,7 @@ class Output {
   bool keep_ = false;
 };
 
-// Whether two paths lead to one file, or would, were it there.
+// Whether two paths lead to one file, or would if it existed.
 bool SameFile(const std::string& a, const std::string& b);
 
 }  // namespace TslTool

@@ -19,7 +19,7 @@ constexpr double kProton = 1.00727646688;  // Da
 constexpr double kFwhm = 0.6;              // m/z
 constexpr double kSigma = kFwhm / 2.3548200450309493;
 constexpr double kReach = 6.0 * kSigma;  // where a line ends
-// Lines of less than this share of their compound's highest are nothing beside the noise.
+// Lines of less than this share of their compound's highest are lost in the noise.
 constexpr double kLeastShare = 1e-5;
 constexpr double kLeastVisible = 0.01;  // counts a point
 constexpr std::uint32_t kTuneId = 1;

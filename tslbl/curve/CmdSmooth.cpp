@@ -51,7 +51,7 @@ bool SameBits(const std::vector<double>& a, const std::vector<double>& b) {
 }
 
 // The curve keeps its amplitudes until all passes are through: one that fails half way, as
-// memory may, must not leave it smoothed a little.
+// memory may, must not leave it partly smoothed.
 bool SmoothCurve(Curve& curve) {
   const std::vector<SmoothRange> ranges = BuildSmoothRanges(curve);
   std::vector<double> y;  // empty before the first pass

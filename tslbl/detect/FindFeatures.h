@@ -42,9 +42,8 @@ class FindFeatures {
   // Takes over what was found in the part to the right.
   void Join(const FindFeatures& right);
 
-  // The features of all parts, ascending, once each has been settled with those that reach
-  // into it: the taller one keeps its span, the shorter one is cut, or swallowed if even
-  // its apex lies inside.
+  // The features of all parts, ascending, once overlaps are resolved: the taller one of
+  // two keeps its span, the shorter one is cut, or dropped if even its apex lies inside.
   std::vector<PeakFeature> Settled() const;
 
  private:

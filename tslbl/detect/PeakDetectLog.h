@@ -16,7 +16,7 @@ class StageTimer {
   StageTimer& operator=(const StageTimer&) = delete;
   ~StageTimer();
 
-  // Whether anybody listens.
+  // Whether such messages would be written.
   bool IsHeard() const { return on_; }
 
  private:

@@ -93,7 +93,7 @@ RejectionBound::RejectionBound(const Curve& curve, std::size_t first)
 // curvature, so by 5/8 D. What is added to that covers the rounding of the spline.
 bool RejectionBound::RejectsAllBetween(std::ptrdiff_t first, std::ptrdiff_t last) const {
   if (rejectsNothing_) return false;
-  // Most that may pass show it at one of a few points.
+  // Most peaks that may pass show it at one of a few points.
   constexpr std::ptrdiff_t kSample = 8;
   for (std::ptrdiff_t i = first + kSample / 2; i < last; i += kSample)
     if (PassesAt(i)) return false;

@@ -13,7 +13,7 @@ using RowRange = tbb::blocked_range<std::size_t>;
 
 // The body of the reduce. `Worker` has `bool Keep(PeakInfo& row)`: false throws the row
 // out. Bodies write only to the rows and list cells of their own stretch. A body may be
-// split while it runs, so the new one takes its worker from the original, which nobody uses.
+// split while it runs, so the new one takes its worker from the original, which is idle.
 template <class Worker>
 class StageBody {
  public:

@@ -50,7 +50,7 @@ bool NeedsNewScheduler(const AppThreadingParams& now, const AppThreadingParams& 
   return now.Auto != wanted.Auto || (!wanted.Auto && now.ThreadPoolSize != wanted.ThreadPoolSize);
 }
 
-// The parameters and their scheduler stand before the first caller comes.
+// Made when the module is loaded, before the first call.
 [[maybe_unused]] const Process& atModuleStart = TheProcess();
 
 }  // namespace

@@ -49,8 +49,8 @@ TSLBL_API void Describe(Archive& ar, AppThreadingParams& p);
 TSLBL_API AppThreadingParams GetMultiThreadingParams();
 
 // Replaces it, and remakes the scheduler if the number of threads changes with it. A stage
-// of detection that runs keeps what it began with. Neither function locks: no other call of
-// them, and no beginning of a detection, at the same time. The limit that the host set for
+// of detection that runs keeps what it began with. Neither function locks: while one
+// of them runs, neither may be called again, and no detection may begin. The limit that the host set for
 // oneTBB is raised for a pool of more threads than processors, and never lowered.
 TSLBL_API void SetMultiThreadingParams(const AppThreadingParams& params);
 

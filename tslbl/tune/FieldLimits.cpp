@@ -54,7 +54,8 @@ struct Tables {
 
 std::wstring OverridesPath() { return TslCommon::ModuleFolder(TslCommon::ModuleHandle()) + L"overrides.txt"; }
 
-// By the first who asks. A log that throws at that takes nothing from what the site has set.
+// Called first by whoever asks for limits first. If the log throws, the limits of the site count all the
+// same.
 void LogOnce() {
   static std::atomic<bool> done{false};
   if (!done.load(std::memory_order_relaxed) && !done.exchange(true)) TslBL::LogOverrides(OverridesPath());

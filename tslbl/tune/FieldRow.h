@@ -43,7 +43,7 @@ struct BuiltInLimits {
   std::optional<Limits> fixed;
 
  private:
-  // No row is without a word on its limits.
+  // Every row says what its limits are.
   constexpr BuiltInLimits(std::optional<Limits> ofAll, std::optional<Limits> ofEsi,
                           std::optional<Limits> ofApci, std::optional<Limits> fixedOnes)
       : all(ofAll), esi(ofEsi), apci(ofApci), fixed(fixedOnes) {}

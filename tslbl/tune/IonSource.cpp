@@ -33,7 +33,7 @@ constexpr SharedTag kCylinder{L"Cylinder", L"Corona"};
 constexpr SharedTag kNeb1GasPres{L"Neb1GasPres", L"ApciAuxGas"};
 constexpr SharedTag kCalValveOn{L"CalValveOn", L"ApciNebGas"};
 
-// An ESI tune that is handed on says nothing of a corona.
+// A document of an ESI tune does not mention the corona.
 bool HasCorona(const Archive& ar, const IonSource& source) {
   const bool written = ar.Xml() && !ar.Reading();
   return ar.Since(3) && (!written || source.Type == Probes::APCI);

@@ -28,7 +28,7 @@ LimitRows ReadLimitRows(std::istream& in) {
 }
 
 std::optional<LimitRows> LoadLimitOverrides(const std::wstring& path) {
-  // Anything but a plain file of that name could keep the reader waiting for ever.
+  // Anything but a plain file of that name could keep the reader waiting forever.
   const std::filesystem::path file(ToUtf8(path));
   std::error_code ignored;
   if (!std::filesystem::is_regular_file(file, ignored)) return std::nullopt;

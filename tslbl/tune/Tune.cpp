@@ -79,7 +79,7 @@ void Describe(Archive& ar, Tune& tune) {
   ar.Version(3, "Unknown Tune version.");
   if (const auto element = ar.RequiredElement(L"Tune")) DescribeParts(ar, tune);
   if (!ar.ReadingBinary() || ar.StoredVersion() == 3) return;
-  // Half a tune is no tune to convert.
+  // A record that was cut short is not converted.
   ar.RequireGood("Unexpected end of stream.");
   if (ar.StoredVersion() == 1) {
     ConvertFromVersion1(tune);

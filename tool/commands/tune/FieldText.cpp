@@ -58,7 +58,7 @@ std::span<const std::string> NamesOf<Control::SimWithSpanTypes>() {
   return kNames;
 }
 
-// A polarity that was switched leaves zeros with a sign, which nobody wants to see.
+// A polarity that was switched leaves zeros with a sign, which would be printed.
 std::string Shown(double value) { return fmt::format("{}", value == 0.0 ? 0.0 : WithoutNaNSign(value)); }
 std::string Shown(std::int32_t value) { return fmt::format("{}", value); }
 std::string Shown(std::uint32_t value) { return fmt::format("{}", value); }

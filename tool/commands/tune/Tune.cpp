@@ -10,7 +10,7 @@ Command TuneCommand() {
           .summary = "Makes, shows, checks, changes, compares and converts tunes",
           .examples =
               "A tune is a document (XML) or a binary file; which one is seen from its content.\n"
-              "'tslbl tune COMMAND --help' tells all about a command.",
+              "'tslbl tune COMMAND --help' describes a command in full.",
           .declare = {},
           .run = {},
           .family = {TuneNewCommand(), TuneShowCommand(), TuneCheckCommand(), TuneSetCommand(),

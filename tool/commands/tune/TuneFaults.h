@@ -8,7 +8,7 @@
 namespace TslTool {
 
 // Lines "FIELD: TEXT": what would keep the tune from the instrument, then settings that no
-// writer would take, such as a vaporizer that is lukewarm, and curves that are open; each
+// writer would take, such as a vaporizer at 100 degrees, and curves that are open; each
 // once.
 std::vector<std::string> TuneFaults(const TslBL::Tune& tune);
 

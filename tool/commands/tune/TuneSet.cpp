@@ -99,9 +99,9 @@ Command TuneSetCommand() {
           .examples =
               "The changes are made in their order, each under the rules as the ones before left the\n"
               "tune. A value that a rule refuses is shown with the rule's message, the exit status is 1\n"
-              "and the file stays as it was. What has changed is shown, as by diff: some fields draw\n"
-              "others along, such as SourceType, PolarityType and the gases of APCI. To move both ends\n"
-              "of a range use MZRange. A document is written anew, without its comments.\n\n"
+              "and the file stays as it was. What has changed is shown, as by diff: some fields change\n"
+              "others too, such as SourceType, PolarityType and the gases of APCI. To move both ends\n"
+              "of a range use MZRange. A document is rewritten without its comments.\n\n"
               "Fields:\n" +
               SettableFields() +
               "  m/z range and step:\n"

@@ -98,7 +98,7 @@ std::string ShowRange(const DevTuneRules& rules) {
   return fmt::format("{}-{}", rules.QMZLow(), rules.QMZHi());
 }
 
-// One after the other a tune would pass through ranges that nobody wants.
+// In one call, since the range between two calls could be refused.
 ErrTypes SetRange(DevTuneRules& rules, const std::string& name, const std::string& text) {
   const RealRange range = ParseRealRange(name, text);
   rules.QLastError();
@@ -107,7 +107,7 @@ ErrTypes SetRange(DevTuneRules& rules, const std::string& name, const std::strin
   return rules.QMZLow() == range.from ? high : DevTuneRules::Error;
 }
 
-// The rules take any other number for 10, which nobody who types one means.
+// The rules would take any other number for 10.
 ErrTypes SetSamplesPerMass(DevTuneRules& rules, const std::string& name, const std::string& text) {
   const double samples = ParseReal(name, text);
   const auto known = DevTuneRules::QSamplings();

@@ -29,7 +29,7 @@ std::wstring Place(std::string_view bytes, std::ptrdiff_t offset) {
   return L"line " + ToText(std::int64_t{line}) + L", column " + ToText(std::int64_t{1 + (end - lineStart)});
 }
 
-// Walks without recursion, as the depth is the document's to choose.
+// Walks without recursion, since a document may be of any depth.
 bool TooDeep(pugi::xml_node root) {
   int depth = 0;
   pugi::xml_node node = root;
@@ -59,7 +59,7 @@ std::wstring TextOf(pugi::xml_node node) {
   return DecodeXmlText(text);
 }
 
-// Why a document that could be parsed is none of ours; empty if it is.
+// Why a document that could be parsed is refused; empty if it is not.
 std::wstring Refusal(const pugi::xml_document& document, std::string_view bytes) {
   int elements = 0;
   for (pugi::xml_node node : document) {
@@ -107,9 +107,9 @@ struct XMLParser::Impl {
   std::vector<Level> levels;
   std::wstring loadError;
 
-  // Why the bytes are no document of ours; empty if they are.
+  // Why the bytes are refused as a document; empty if they are not.
   std::wstring Load(std::string_view bytes, Coding coding) {
-    // What follows a zero byte would be left out without a word.
+    // What follows a zero byte would be left out silently.
     if (const auto zero = bytes.find('\0'); zero != std::string_view::npos && !IsWide(bytes))
       return Place(bytes, static_cast<std::ptrdiff_t>(zero)) + L": A zero byte";
     const auto encoding = coding == Coding::Utf8 ? pugi::encoding_utf8 : pugi::encoding_auto;

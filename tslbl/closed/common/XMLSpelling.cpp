@@ -39,7 +39,7 @@ std::optional<wchar_t> CodeAt(std::wstring_view text) {
   return static_cast<wchar_t>(value);
 }
 
-// Only these codes are read in a text: another one is what somebody has written.
+// Only these codes are read in a text: any other is text as it was typed.
 bool IsTextCode(std::optional<wchar_t> c) { return c && (IsForbidden(*c) || *c == L'_'); }
 
 void AppendCode(std::wstring& out, wchar_t c) {

@@ -130,7 +130,7 @@ ErrTypes DevTuneRules::WApciVapTemp(std::uint32_t degrees) {
   return NoError;
 }
 
-// A little of it does not flow evenly.
+// Below 15 psi the flow is not steady.
 ErrTypes DevTuneRules::WApciAuxGas(std::uint32_t pressure) {
   if (CheckLimits(TuneField::ApciAuxGas, pressure) == Error) return Error;
   if (pressure > 0 && pressure < 15) return Fail(kBadAuxGas);

@@ -199,7 +199,7 @@ TEST_F(TuneTest, SetChangesRegularFilesOnly) {
   ASSERT_EQ(mkfifo(Path("fifo").c_str(), 0600), 0);
   const Outcome outcome = RunTool({"tune", "set", Path("fifo"), "MZLow=7"});
   EXPECT_EQ(outcome.status, 1);
-  EXPECT_THAT(outcome.err, HasSubstr(Path("fifo") + ": is no regular file"));
+  EXPECT_THAT(outcome.err, HasSubstr(Path("fifo") + ": is not a regular file"));
 }
 
 TEST_F(TuneTest, SeveralSetsAtOnceLoseNothing) {

@@ -25,7 +25,7 @@
 //            least one. 0 counts as 1.
 //   others   see each function. 0 counts as 1; values above n act like n.
 //
-// Data that are not finite: a NaN or an infinite sample is background to nobody. A few of them leave the rest
+// Data that are not finite: a NaN or an infinite sample is never background. A few of them leave the rest
 // of the curve as it is; a segment full of them is bridged by its neighbours; a curve full of them gives NaN
 // or infinities. Nothing crashes or loops.
 //

@@ -5,7 +5,7 @@
 // on (P. Rousseeuw, Least median of squares regression, 1984). From there the set of background points grows
 // (A. Atkinson, Fast very robust methods for the detection of multiple outliers, 1994): least squares through
 // the set, a new set within a number of standard deviations of the line, until nothing moves. A peak's foot
-// is a run of small positive residuals that no single point betrays, so the mean over a few neighbours is
+// is a run of small positive residuals that no single point shows, so the mean over a few neighbours is
 // tested too.
 #include <tslbl/closed/math/baseline/AcceptedSums.h>
 
