@@ -7,7 +7,7 @@ import signal
 import subprocess
 
 # Of the processor's time, so that a busy machine is not taken for a loop without an end.
-MOST_SECONDS = 240
+MOST_SECONDS = 60
 MOST_MEMORY = 8 << 30
 
 # What a changed program can bring upon itself; any other signal comes from outside.
