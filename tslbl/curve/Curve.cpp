@@ -20,6 +20,11 @@ void DescribeAnnotation(Archive& ar, Annotation& a) {
   ar(L"text", a.text);
 }
 
+class NewCurve final : public Curve {
+ public:
+  Curve* Clone() const override { return new NewCurve(*this); }
+};
+
 }  // namespace
 
 void Describe(Archive& ar, Curve& c) {
@@ -43,16 +48,14 @@ void Describe(Archive& ar, Curve& c) {
   ar(L"largestMaxIdx", c.largestMaxIdx);
   ar(L"largestCentroidIdx", c.largestCentroidIdx);
   ar.List(L"evals", c.evals);
-  if (ar.Since(2)) {
-    ar.List(L"annotations", c.annotations, DescribeAnnotation);
-  } else {
-    c.annotations.clear();
-  }
+  if (ar.Since(2)) ar.List(L"annotations", c.annotations, DescribeAnnotation);
 }
 
 void Curve::Serialize(BinaryReader& reader) {
-  // A failure half way must not leave half a curve.
+  // A failure half way must not leave half a curve. What a derived class has of its own stays, what an older
+  // version lacks is as in a new curve.
   const std::unique_ptr<Curve> fresh(Clone());
+  *fresh = NewCurve();
   frame::ReadBinary(&frame::DescribeErased<Curve>, fresh.get(), reader);
   *this = std::move(*fresh);
 }
