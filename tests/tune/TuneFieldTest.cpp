@@ -79,6 +79,8 @@ const Row kFields[] = {
     {56, TuneField::ApciNebGas, L"Unknown", L"Nebulizing Gas On"},
 };
 
+static_assert(std::size(kFields) == TuneField::kFieldCount);
+
 constexpr auto kNoField = TuneField::kFieldCount;
 
 TEST(TuneField, HasItsNumberTagNameAndUses) {

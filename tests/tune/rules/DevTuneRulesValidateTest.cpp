@@ -1,5 +1,8 @@
 #include <tslbl/records/VexException.h>
+#include <tslbl/tune/FieldTable.h>
+#include <tslbl/tune/FieldTableChecks.h>
 #include <limits>
+#include <set>
 #include <stdexcept>
 #include <vector>
 
@@ -40,6 +43,22 @@ TEST(Validate, FindsEachFault) {
       fault.make(tune);
       ExpectInvalid(tune, fault.text);
     }
+  }
+}
+
+// So that a new field gets its fault, too.
+TEST(Validate, IsTriedWithAFaultOfEachNumericField) {
+  // The first two have tests of their own, the entrance lens is not checked.
+  std::set<TuneField::Id> tried = {TuneField::SourceType, TuneField::PulseCountDelaySim, TuneField::Q1Enter};
+  for (const auto& [probe, faults] : AllFaults()) {
+    for (const Fault& fault : faults) {
+      Tune tune = Unmarked(probe);
+      fault.make(tune);
+      tried.insert(DevTuneRules(tune).QFaults().at(0).field);
+    }
+  }
+  for (const FieldRow& row : kFieldTable) {
+    if (IsNumeric(row) && !tried.contains(row.id)) ADD_FAILURE() << "no fault of field " << row.id;
   }
 }
 
