@@ -1,6 +1,6 @@
-// Foreign spectra: mzML and two-column text, plain and gzip. The first byte says under which name
-// the rest stands in a file, and whether it is packed before, in which case it must read as the
-// plain bytes do: the same scans or the same refusal.
+// Foreign spectra: mzML and text with columns, plain and gzip. The first byte says under which name
+// the rest stands in a file, which columns are asked for, and whether it is packed before, in which
+// case it must read as the plain bytes do: the same scans or the same refusal.
 
 #include <zlib.h>
 
@@ -19,6 +19,7 @@ namespace {
 struct Outcome {
   std::vector<Scan> scans;
   std::vector<std::string> warnings;
+  std::vector<std::string> notes;
   std::string refusal;  // without the file's name
 };
 
@@ -33,16 +34,19 @@ void CheckScan(const Scan& scan) {
   Require(falls == scan.mz.end(), "m/z ascends");
 }
 
-Outcome ReadAll(const std::string& file) {
+Outcome ReadAll(const std::string& file, const TslTool::ScanFilter& filter) {
   Outcome outcome;
   try {
     const auto source = TslTool::OpenScans(file);
+    if (source->Format() != "mzML") source->SetFilter(filter);
     for (Scan scan; source->Next(scan);) {
       CheckScan(scan);
       scan.id = scan.id == file ? "" : scan.id;
       outcome.scans.push_back(scan);
     }
     outcome.warnings = source->Warnings();
+    outcome.notes = source->Notes();
+    Require(outcome.notes.size() <= 1, "one note a file");
   } catch (const TslTool::InputError& error) {
     Require(error.File() == file && !error.Reason().empty(), "a refusal names the file and a reason");
     outcome.refusal = error.Place() + ": " + error.Reason();
@@ -72,13 +76,17 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   Input input(data, size);
   const std::uint8_t first = input.Take<std::uint8_t>();
   const std::string name = kNames[first / 2 % std::size(kNames)];
-  const Outcome plain = ReadAll(FileWith(name, input.Rest()));
+  constexpr const char* kColumns[] = {"", "1,2", "3,2", "mass,b"};
+  TslTool::ScanFilter filter;
+  filter.columns = TslTool::ParseColumnChoice("--columns", kColumns[first / 6 % std::size(kColumns)]);
+  const Outcome plain = ReadAll(FileWith(name, input.Rest()), filter);
   if (first % 2 == 0) return 0;
-  const Outcome packed = ReadAll(FileWith(name, Packed(input.Rest())));
+  const Outcome packed = ReadAll(FileWith(name, Packed(input.Rest())), filter);
   // What is packed twice is unpacked once.
   if (input.Rest().starts_with("\x1f\x8b")) return 0;
   Require(packed.refusal == plain.refusal, "packed bytes are refused as the plain ones are");
   Require(packed.warnings == plain.warnings, "packed bytes give the warnings of the plain ones");
+  Require(packed.notes == plain.notes, "packed bytes are told of as the plain ones are");
   Require(std::ranges::equal(packed.scans, plain.scans, SameScan),
           "packed bytes give the scans of the plain ones");
   return 0;

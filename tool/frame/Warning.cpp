@@ -12,4 +12,8 @@ void Warn(const std::string& file, const std::vector<std::string>& texts) {
   for (const std::string& text : texts) Warn(fmt::format("{}: {}", file, text));
 }
 
+void Tell(const std::string& file, const std::vector<std::string>& texts) {
+  for (const std::string& text : texts) std::cerr << fmt::format("tslbl: {}: {}", file, text) << std::endl;
+}
+
 }  // namespace TslTool

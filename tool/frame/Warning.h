@@ -13,4 +13,7 @@ void Warn(const std::string& text);
 // A line for each of `texts`, all about one file.
 void Warn(const std::string& file, const std::vector<std::string>& texts);
 
+// The same for what is not odd and worth knowing: lines "tslbl: FILE: TEXT".
+void Tell(const std::string& file, const std::vector<std::string>& texts);
+
 }  // namespace TslTool

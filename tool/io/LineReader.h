@@ -1,11 +1,11 @@
 #pragma once
-// Cuts the bytes of a file into lines.
+// Cuts the text of a file into lines.
 
 #include <cstdint>
 #include <string>
 #include <string_view>
 
-#include <tool/io/ByteSource.h>
+#include <tool/io/TextSource.h>
 
 namespace TslTool {
 
@@ -16,17 +16,18 @@ class LineReader {
 
   explicit LineReader(ByteSource& source) : source_(source) {}
 
-  // The next line without LF or CRLF, valid until the next call; false at the end. The last line may lack its
-  // end.
+  // The next line without its end (LF, CRLF or CR), valid until the next call; false at the end. The last
+  // line may lack its end.
   bool Next(std::string_view& line);
 
+  const std::string& File() const { return source_.File(); }
   std::uint64_t Number() const { return number_; }  // 1-based, of the line returned last
   std::string Place() const { return "line " + std::to_string(number_); }
 
  private:
   bool Fill();
 
-  ByteSource& source_;
+  TextSource source_;
   std::string buffer_;
   std::size_t begin_ = 0;
   std::uint64_t number_ = 0;

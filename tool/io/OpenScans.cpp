@@ -2,8 +2,10 @@
 
 #include <tool/frame/InputError.h>
 #include <tool/io/ByteSource.h>
+#include <tool/io/ForeignKinds.h>
 #include <tool/io/MzMLFile.h>
 #include <tool/io/TextFile.h>
+#include <tool/io/TextSource.h>
 
 #include <algorithm>
 #include <filesystem>
@@ -25,9 +27,9 @@ FileKind KindOf(std::string_view head) {
   using namespace std::string_view_literals;
   if (head.empty()) return FileKind::Empty;
   if (head.starts_with("SQLite format 3\0"sv)) return FileKind::Sqlite;
-  if (head.starts_with("\xef\xbb\xbf")) head.remove_prefix(3);
-  const std::size_t begin = head.find_first_not_of(" \t\r\n");
-  return begin != std::string_view::npos && head[begin] == '<' ? FileKind::Xml : FileKind::Text;
+  const std::string text = HeadText(head);
+  const std::size_t begin = text.find_first_not_of(" \t\r\n");
+  return begin != std::string::npos && text[begin] == '<' ? FileKind::Xml : FileKind::Text;
 }
 
 FileKind KindOfFile(const std::string& file) { return KindOf(ByteSource(file).Head()); }
@@ -38,10 +40,14 @@ bool IsDatabase(const std::string& file) {
 }
 
 std::unique_ptr<ScanSource> OpenScans(const std::string& file) {
+  std::error_code unknown;
+  if (std::filesystem::is_directory(file, unknown)) throw InputError(file, "", DescribeFolder(file));
   ByteSource source(file);
   const FileKind kind = KindOf(source.Head());
   if (kind == FileKind::Empty) throw InputError(file, "", "the file is empty");
   if (kind == FileKind::Sqlite) throw InputError(file, "", "an SQLite file, not mzML or text");
+  const std::string foreign = DescribeForeign(source.Head(), file);
+  if (!foreign.empty()) throw InputError(file, "", foreign);
   if (source.IsGzip() && std::filesystem::is_regular_file(file)) VerifyGzip(file);
   if (kind == FileKind::Xml || IsNamedMzML(file)) return std::make_unique<MzMLFile>(std::move(source));
   return std::make_unique<TextFile>(std::move(source));

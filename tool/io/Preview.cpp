@@ -30,6 +30,7 @@ class LookedAhead final : public SpectrumSource {
   std::string Format() const override { return rest_->Format(); }
   std::optional<double> MzStep() const override { return rest_->MzStep(); }
   std::vector<std::string> Warnings() const override { return rest_->Warnings(); }
+  std::vector<std::string> Notes() const override { return rest_->Notes(); }
 
  private:
   std::unique_ptr<SpectrumSource> rest_;

@@ -1,6 +1,8 @@
 #pragma once
 // A spectrum of a foreign file, and the source that hands such spectra out one after the other.
 
+#include <tool/frame/UsageError.h>
+#include <tool/io/ColumnNames.h>
 #include <cstdint>
 #include <limits>
 #include <optional>
@@ -25,14 +27,19 @@ struct Scan {
 };
 
 // Which scans are wanted: both ranges include their ends. A scan without a time is wanted only where every
-// time is.
+// time is. And which columns of a text.
 struct ScanFilter {
   std::uint32_t firstNumber = 0;
   std::uint32_t lastNumber = std::numeric_limits<std::uint32_t>::max();
   double rtFrom = -std::numeric_limits<double>::infinity();
   double rtTo = std::numeric_limits<double>::infinity();
+  ColumnChoice columns = {};
 
-  bool WantsAll() const { return *this == ScanFilter(); }
+  bool WantsAll() const {
+    ScanFilter all;
+    all.columns = columns;
+    return *this == all;
+  }
   bool Wants(const Scan& scan) const {
     const bool everyTime = rtFrom == ScanFilter().rtFrom && rtTo == ScanFilter().rtTo;
     return firstNumber <= scan.number && scan.number <= lastNumber &&
@@ -47,8 +54,15 @@ class ScanSource {
  public:
   virtual ~ScanSource() = default;
 
-  // To be set before the first Next. Arrays of scans that are not wanted are not decoded.
-  void SetFilter(const ScanFilter& filter) { filter_ = filter; }
+  // To be set before the first Next. Arrays of scans that are not wanted are not decoded. Throws UsageError
+  // for a choice of columns where there are none.
+  void SetFilter(const ScanFilter& filter) {
+    if (filter.columns.IsGiven() && !HasColumns()) RefuseColumns(Format());
+    filter_ = filter;
+  }
+  [[noreturn]] static void RefuseColumns(const std::string& format) {
+    throw UsageError("--columns: is for text, and this is " + format);
+  }
 
   // Fills `scan` with the next wanted one and reuses its memory; false when there is none left. A defect
   // further down in the file is found when it is reached, so a caller that must not give half a result
@@ -64,7 +78,11 @@ class ScanSource {
   // returned false.
   virtual std::vector<std::string> Warnings() const = 0;
 
+  // What of a file that can be read in several ways was taken for what, likewise.
+  virtual std::vector<std::string> Notes() const { return {}; }
+
  protected:
+  virtual bool HasColumns() const { return false; }
   const ScanFilter& Filter() const { return filter_; }
 
  private:

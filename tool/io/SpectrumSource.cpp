@@ -83,6 +83,7 @@ class ForeignSpectra final : public SpectrumSource {
   std::optional<std::uint64_t> Count() const override { return all_ ? scans_->Count() : std::nullopt; }
   std::string Format() const override { return scans_->Format(); }
   std::vector<std::string> Warnings() const override { return scans_->Warnings(); }
+  std::vector<std::string> Notes() const override { return scans_->Notes(); }
 
  private:
   LoadedSpectrum Load(const Scan& scan) const {
@@ -144,8 +145,10 @@ class DemonstrationSpectra final : public SpectrumSource {
 }  // namespace
 
 std::unique_ptr<SpectrumSource> OpenSpectra(const std::string& input, const ScanFilter& filter) {
+  const bool isRun = input.empty() || IsDatabase(input);
+  if (isRun && filter.columns.IsGiven()) ScanSource::RefuseColumns("a run");
   if (input.empty()) return std::make_unique<DemonstrationSpectra>(filter);
-  if (IsDatabase(input)) return std::make_unique<RunSpectra>(input, filter);
+  if (isRun) return std::make_unique<RunSpectra>(input, filter);
   return std::make_unique<ForeignSpectra>(input, filter);
 }
 

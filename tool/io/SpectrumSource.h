@@ -34,11 +34,13 @@ class SpectrumSource {
   virtual std::optional<double> MzStep() const { return std::nullopt; }
   // What was odd but readable, complete once Next has returned false.
   virtual std::vector<std::string> Warnings() const { return {}; }
+  // What was taken for what, likewise; see ScanSource::Notes.
+  virtual std::vector<std::string> Notes() const { return {}; }
 };
 
 // A run brings counts: they become count rates, and the tune's calibration gives the m/z
 // axis. Everything else brings its own m/z axis and must be a profile. An empty `input` is
-// the demonstration run. Throws InputError.
+// the demonstration run. Throws InputError, and UsageError for a choice of columns where there are none.
 std::unique_ptr<SpectrumSource> OpenSpectra(const std::string& input, const ScanFilter& filter);
 
 }  // namespace TslTool

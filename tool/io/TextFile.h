@@ -1,21 +1,35 @@
 #pragma once
-// Reads one spectrum from a text file with two columns, m/z and amplitude; the text may be gzip.
+// Reads one spectrum from a text file with columns of m/z and amplitude; the text may be gzip.
 //
-// The form:
-// - a line holds two numbers, separated by blanks or tabs with at most one comma or semicolon among them; one
-//   separator may follow the second number. Lines end with LF or CRLF; a UTF-8 mark at the start is skipped.
-// - Numbers have a decimal point, never a comma, and may have an exponent; they are finite; m/z is not
-// negative.
-// - Empty lines, and everything from '#' on, are skipped. The first line that is left may be a header: words
-// only.
-// - More than two columns are an error: a file with decimal commas and commas between columns would otherwise
-// be
-//   read as something else, and which of five columns is the amplitude is not for this reader to guess.
+// The form is judged by up to 1000 rows and holds for every row: one that breaks it is an error with its
+// line.
+// - Text is UTF-8 or another encoding that contains ASCII, or UTF-16, with or without a mark. Lines end with
+// LF, CRLF or
+//   CR and have at most 64 KiB.
+// - Empty lines are skipped, everything from '#' on, and lines that begin with '%', "//" or, where semicolons
+// do not
+//   separate, ';'.
+// - Any words may come first. Numbers begin at the first line of nothing but numbers, or at one with a number
+// in the
+//   columns that the line of names above it gives.
+// - Columns are separated by tabs, semicolons, commas or blanks. Fields may stand in double quotes.
+// - Numbers have a decimal point, or a decimal comma where that is certain: where tabs, semicolons, blanks or
+// quotes
+//   separate, and not every comma in the file may mark thousands ("1,234"). "100,5" alone is two columns.
+//   They may have an exponent and are finite, never hexadecimal, never with marks between thousands; m/z is
+//   not negative.
+// - Two numbers with decimal points may have any blanks between them with at most one comma or semicolon
+// among them, row
+//   by row.
+// - The line of names, the last of words or of comments, says which columns are m/z and amplitude
+// (ColumnNames.h), or
+//   the filter's choice does. Without either, two columns are m/z and amplitude; of more than two it is an
+//   error.
 // - m/z ascends; Axis.h says which small disorder is put in order, with a warning, and what is an error.
-// - In files named *.dta the first line is the precursor's mass and charge and no point; it is left out with
-// a
+// - In files named *.dta the first row is the precursor's mass and charge and no point; it is left out with a
 //   warning.
-// Errors name file, line and the text that is wrong.
+// Errors name file, line and the text that is wrong. Notes tell what was taken for what, unless it is two
+// columns without words, separated by blanks, tabs or commas.
 
 #include <cstdint>
 #include <optional>
@@ -34,13 +48,18 @@ class TextFile : public ScanSource {
   // The one scan has the number 1, the file's name as id, and neither time nor level nor representation.
   bool Next(Scan& scan) override;
   std::optional<std::uint64_t> Count() const override { return 1; }
-  std::string Format() const override { return "two-column text"; }
+  std::string Format() const override { return format_; }
   std::vector<std::string> Warnings() const override { return warnings_; }
+  std::vector<std::string> Notes() const override { return notes_; }
 
  private:
+  bool HasColumns() const override { return true; }
+
   ByteSource source_;
   bool spent_ = false;
+  std::string format_ = "two-column text";
   std::vector<std::string> warnings_;
+  std::vector<std::string> notes_;
 };
 
 }  // namespace TslTool

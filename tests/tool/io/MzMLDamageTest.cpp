@@ -121,7 +121,7 @@ struct BadText {
 TEST(MzMLDamage, RefusesWhatIsNotWellFormedMzML) {
   const std::vector<BadText> table = {
       {"just words", "line 1: not XML: the file begins with \"just words\""},
-      {"<html></html>", "line 1: the root element is <html>, not <mzML>"},
+      {"<svg></svg>", "line 1: the root element is <svg>, not <mzML>"},
       {"<mzML><run>\n</mzML>", "line 2: </mzML> closes <run>"},
       {"<mzML>\n<run id=\"<x>\"></run></mzML>", "line 2: '<' inside an attribute value"},
       {"<mzML></mzML>\n<indexList/>", "line 2: <indexList> follows the end of the root element"},

@@ -80,6 +80,22 @@ TEST(OpenScans, NamesAnSqliteFile) {
   EXPECT_EQ(ErrorOf(file.Path()), file.Path() + ": an SQLite file, not mzML or text");
 }
 
+TEST(OpenScans, TellsWhatAFolderIsAndWhatAForeignFileIs) {
+  const TempFile file("AcqData", "\x89HDF\r\n\x1a\n");
+  EXPECT_THAT(ErrorOf(file.Folder()),
+              testing::HasSubstr(": is a folder, an Agilent MassHunter data folder; "));
+  EXPECT_THAT(ErrorOf(file.Path()), testing::HasSubstr(": an HDF5 file "));
+}
+
+TEST(OpenScans, ChoosesColumnsOfTextOnly) {
+  TslTool::ScanFilter filter;
+  filter.columns = {"2", "1"};
+  const TempFile text("a.txt", "5 100\n6 101\n");
+  const TempFile mzml("a.mzML", "<mzML></mzML>");
+  EXPECT_NO_THROW(OpenScans(text.Path())->SetFilter(filter));
+  EXPECT_THROW(OpenScans(mzml.Path())->SetFilter(filter), TslTool::UsageError);
+}
+
 // A socket, since the superuser may read everything else.
 TEST(OpenScans, NamesAFileThatCannotBeOpened) {
   const TempFile folder("x", "");

@@ -11,6 +11,7 @@
 #include <tool/io/OpenScans.h>
 #include <tool/io/Preview.h>
 #include <tool/io/RunFile.h>
+#include <tool/io/ScanOptions.h>
 #include <tslbl/closed/common/Text.h>
 #include <tslbl/tune/MassRange.h>
 #include <tslbl/tune/rules/DevTuneRules.h>
@@ -67,8 +68,8 @@ std::string Rows(const Summary& s, const std::string& unit) {
 }
 
 // Of the first spectra, since it takes the whole of each.
-std::string PeakWidthRow(const std::string& file) {
-  auto source = OpenSpectra(file, {});
+std::string PeakWidthRow(const std::string& file, const ScanFilter& filter) {
+  auto source = OpenSpectra(file, filter);
   const Preview preview = LookAhead(source);
   return Row("peak width",
              preview.pointsAcross > 0.0 ? fmt::format("{:.1f} points", preview.pointsAcross) : "unknown");
@@ -101,7 +102,7 @@ std::string DescribeRun(const std::string& file) {
     progress.Step();
   }
   std::string text = Row("file", file) + Row("format", "run of raw counts") + Row("title", reader.Title()) +
-                     Rows(summary, " counts") + Row("kind", "profile") + PeakWidthRow(file);
+                     Rows(summary, " counts") + Row("kind", "profile") + PeakWidthRow(file, {});
   for (const auto& [id, tune] : reader.Tunes()) text += TuneRows(id, tune);
   return text;
 }
@@ -117,8 +118,15 @@ std::string Kinds(const Summary& s) {
   return text;
 }
 
-std::string DescribeScans(const std::string& file, std::vector<std::string>& warnings) {
+// What is told of a file beside its description.
+struct Remarks {
+  std::vector<std::string> notes;
+  std::vector<std::string> warnings;
+};
+
+std::string DescribeScans(const std::string& file, const ScanFilter& filter, Remarks& remarks) {
   const auto source = OpenScans(file);
+  source->SetFilter(filter);
   Summary summary;
   Progress progress(source->Count(), "scans");
   for (Scan scan; source->Next(scan);) {
@@ -128,36 +136,51 @@ std::string DescribeScans(const std::string& file, std::vector<std::string>& war
     if (!scan.mz.empty()) summary.AddRange(scan.mz.front(), scan.mz.back());
     progress.Step();
   }
-  warnings = source->Warnings();
+  remarks = {source->Notes(), source->Warnings()};
   std::string text = Row("file", file) + Row("format", source->Format()) + Rows(summary, "");
-  if (summary.spectra > 0) text += Row("kind", Kinds(summary)) + PeakWidthRow(file);
+  if (summary.spectra > 0) text += Row("kind", Kinds(summary)) + PeakWidthRow(file, filter);
   return text;
 }
 
-int RunInfo(const std::string& input) {
+struct InfoArguments {
+  std::string input;
+  ScanOptions scans;
+};
+
+int RunInfo(const InfoArguments& arguments) {
+  const std::string& input = arguments.input;
   if (input.empty()) throw UsageError("INPUT is required");
-  std::vector<std::string> warnings;
+  const ScanFilter filter = arguments.scans.Filter();
+  const bool isRun = IsDatabase(input);
+  if (isRun && filter.columns.IsGiven()) ScanSource::RefuseColumns("a run");
+  Remarks remarks;
   Output output("");
-  output.Write(IsDatabase(input) ? DescribeRun(input) : DescribeScans(input, warnings));
+  output.Write(isRun ? DescribeRun(input) : DescribeScans(input, filter, remarks));
   output.Commit();
-  Warn(input, warnings);
+  Tell(input, remarks.notes);
+  Warn(input, remarks.warnings);
   return kDone;
 }
 
 }  // namespace
 
 Command InfoCommand() {
-  auto input = std::make_shared<std::string>();
+  auto arguments = std::make_shared<InfoArguments>();
   return {
       .name = "info",
       .summary = "Shows what is in a file",
       .examples =
-          "INPUT is a run of raw counts, an mzML file or two-column text.\n\n"
+          "INPUT is a run of raw counts, an mzML file or text with columns of m/z and amplitude.\n\n"
           "Examples:\n"
           "  tslbl info demo.run\n"
-          "  tslbl info sample.mzML.gz\n",
-      .declare = [input](Options& options) { options.Value("INPUT", *input, "The file to describe"); },
-      .run = [input](const Options&) { return RunInfo(*input); },
+          "  tslbl info sample.mzML.gz\n"
+          "  tslbl info table.csv --columns 2,3\n",
+      .declare =
+          [arguments](Options& options) {
+            options.Value("INPUT", arguments->input, "The file to describe");
+            arguments->scans.DeclareColumns(options);
+          },
+      .run = [arguments](const Options&) { return RunInfo(*arguments); },
   };
 }
 

@@ -165,6 +165,7 @@ int EvaluateInput(const PeaksArguments& arguments, const Options& options, PeakF
   if (EvaluateAll(arguments, name, *source, chain, peaks) == 0)
     throw InputError(name, "",
                      wanted.WantsAll() ? "holds no spectrum" : "holds no spectrum that was asked for");
+  Tell(name, source->Notes());
   Warn(name, source->Warnings());
   return kDone;
 }
@@ -198,20 +199,21 @@ Command PeaksCommand() {
       .name = "peaks",
       .summary = "Finds the peaks of spectra",
       .examples =
-          "INPUT is a run of raw counts, an mzML file (.mzML, .mzML.gz) or two-column text\n"
-          "(m/z, amplitude). Without it the built-in demonstration run is evaluated.\n\n"
+          "INPUT is a run of raw counts, an mzML file (.mzML, .mzML.gz) or text with columns\n"
+          "of m/z and amplitude. Without it the built-in demonstration run is evaluated.\n\n"
           "Examples:\n"
           "  tslbl peaks                                   the demonstration run\n"
           "  tslbl peaks sample.run --scan 12              one scan as a table\n"
           "  tslbl peaks sample.run --rt 60-90 --format tsv --output peaks.tsv\n"
           "  tslbl peaks sample.run --format tsv --output peaks.tsv --resume\n"
           "  tslbl peaks sample.mzML --smooth savgol:11:2 --sn 10\n"
+          "  tslbl peaks table.csv --columns mass,intensity\n"
           "  tslbl peaks sample.txt --show-chain > chain.xml   the chain in effect, to be edited\n"
           "  tslbl peaks sample.txt --chain chain.xml\n"
           "  tslbl peaks sample.run --scan 3 --curve curve.tsv   with smoothed amplitudes, baseline, noise\n",
       .declare =
           [arguments](Options& options) {
-            options.Value("INPUT", arguments->input, "Run, mzML file or two-column text");
+            options.Value("INPUT", arguments->input, "Run, mzML file or text with columns");
             arguments->scans.Declare(options);
             arguments->chain.Declare(options);
             options.Flag("--show-chain", arguments->showChain, "Print the effective chain as XML and exit");

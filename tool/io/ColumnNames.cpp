@@ -1,0 +1,140 @@
+#include <tool/io/ColumnNames.h>
+
+#include <fmt/format.h>
+
+#include <tool/frame/Numbers.h>
+#include <tool/frame/Printable.h>
+#include <tool/frame/UsageError.h>
+
+#include <algorithm>
+#include <span>
+
+namespace TslTool {
+
+namespace {
+
+// Letters and digits of a name, small, without what stands in brackets; between blanks. A row of better names
+// hides those behind it.
+constexpr std::string_view kMzNames[] = {
+    " mz masscharge masstocharge masstochargeratio massovercharge moverz mzratio mzvalue ",
+    " mass masses masse ",
+    " x ",
+};
+constexpr std::string_view kAmplitudeNames[] = {
+    " intensity intensities intens int intensit intensitt intensite abundance abundances amplitude ampl "
+    "counts "
+    "count cps signal ioncurrent ioncounts ",
+    " relativeintensity relativeabundance relintensity relabundance relint relative ",
+    " y ",
+};
+
+char Small(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c | 0x20) : c; }
+
+std::string Plain(std::string_view name) {
+  std::string plain;
+  int depth = 0;
+  for (const char c : name) {
+    if (c == '(' || c == '[') ++depth;
+    if (c == ')' || c == ']') depth = std::max(depth - 1, 0);
+    const char small = Small(c);
+    if (depth == 0 && ((small >= 'a' && small <= 'z') || (c >= '0' && c <= '9'))) plain.push_back(small);
+  }
+  return plain;
+}
+
+bool SameInAnyCase(std::string_view a, std::string_view b) {
+  return std::ranges::equal(a, b, {}, Small, Small);
+}
+
+// The only name that fits; nothing, and `several`, if there are more.
+template <class Fits>
+std::optional<std::size_t> FindOne(const std::vector<std::string_view>& names, Fits fits, bool& several) {
+  const auto first = std::ranges::find_if(names, fits);
+  if (first == names.end()) return std::nullopt;
+  several = std::find_if(first + 1, names.end(), fits) != names.end();
+  return several ? std::nullopt : std::optional(static_cast<std::size_t>(first - names.begin()));
+}
+
+std::optional<std::size_t> FindKnown(const std::vector<std::string_view>& names,
+                                     std::span<const std::string_view> rows) {
+  for (const std::string_view row : rows) {
+    bool several = false;
+    const auto fits = [&](std::string_view name) {
+      const std::string plain = Plain(name);
+      return !plain.empty() && row.find(" " + plain + " ") != std::string_view::npos;
+    };
+    const auto found = FindOne(names, fits, several);
+    if (found || several) return found;
+  }
+  return std::nullopt;
+}
+
+std::optional<std::size_t> FindChosen(const std::vector<std::string_view>& names, const std::string& choice) {
+  if (const std::size_t number = ColumnNumber(choice)) return number - 1;
+  bool several = false;
+  const auto isSame = [&](std::string_view name) { return SameInAnyCase(name, choice); };
+  const auto found = FindOne(names, isSame, several);
+  if (found || several) return found;
+  const std::string plain = Plain(choice);
+  const auto isAlike = [&](std::string_view name) { return !plain.empty() && Plain(name) == plain; };
+  return FindOne(names, isAlike, several);
+}
+
+std::optional<ColumnPair> PairOf(std::optional<std::size_t> mz, std::optional<std::size_t> amplitude) {
+  if (!mz || !amplitude || *mz == *amplitude) return std::nullopt;
+  return ColumnPair{*mz, *amplitude};
+}
+
+}  // namespace
+
+bool ColumnChoice::IsByNumber() const { return ColumnNumber(mz) != 0 && ColumnNumber(amplitude) != 0; }
+
+ColumnChoice ParseColumnChoice(const std::string& option, std::string_view text) {
+  if (text.empty()) return {};
+  const std::size_t comma = text.find(',');
+  const ColumnChoice choice{std::string(text.substr(0, comma)),
+                            comma == std::string_view::npos ? "" : std::string(text.substr(comma + 1))};
+  const bool isPair = !choice.mz.empty() && !choice.amplitude.empty() &&
+                      choice.amplitude.find(',') == std::string::npos && choice.mz != choice.amplitude;
+  if (!isPair) {
+    throw UsageError(option + ": \"" + std::string(text) +
+                     "\" is not two columns, as in mass,intensity or 2,3 (the first is 1)");
+  }
+  for (const std::string& part : {choice.mz, choice.amplitude}) {
+    if (part.find_first_not_of('0') == std::string::npos)
+      throw UsageError(option + ": the first column is 1");
+    if (part.find_first_not_of("0123456789") == std::string::npos) ParseCount(option, part);
+  }
+  return choice;
+}
+
+std::size_t ColumnNumber(const std::string& choice) {
+  const bool isNumber = choice.find_first_not_of("0123456789") == std::string::npos;
+  return isNumber && !choice.empty() ? std::stoul(choice) : 0;
+}
+
+std::optional<ColumnPair> FindColumns(const std::vector<std::string_view>& names,
+                                      const ColumnChoice& choice) {
+  if (choice.IsGiven()) return PairOf(FindChosen(names, choice.mz), FindChosen(names, choice.amplitude));
+  return PairOf(FindKnown(names, kMzNames), FindKnown(names, kAmplitudeNames));
+}
+
+std::optional<ColumnPair> FindColumnsOfTwo(const std::vector<std::string_view>& names) {
+  const auto mz = FindKnown(names, kMzNames);
+  const auto amplitude = FindKnown(names, kAmplitudeNames);
+  if (mz && amplitude) return PairOf(mz, amplitude);
+  if (mz) return ColumnPair{*mz, 1 - *mz};
+  if (amplitude) return ColumnPair{1 - *amplitude, *amplitude};
+  return std::nullopt;
+}
+
+std::string ListColumns(const std::vector<std::string_view>& names) {
+  constexpr std::size_t kMost = 12;
+  std::string text;
+  for (std::size_t i = 0; i < std::min(names.size(), kMost); ++i) {
+    text += fmt::format("{}\"{}\" ({})", i == 0 ? "" : ", ", Printable(names[i]), i + 1);
+  }
+  return names.size() > kMost ? text + ", ..." : text;
+}
+
+}  // namespace TslTool

@@ -1,0 +1,31 @@
+#pragma once
+// How the numbers of a text file are written: what separates the columns, which of them count, what the
+// decimal mark is.
+
+#include <cstddef>
+#include <string>
+
+#include <tool/io/ColumnNames.h>
+#include <tool/io/TextHead.h>
+
+namespace TslTool {
+
+struct TextDialect {
+  // Two numbers a row with decimal points, and any blanks with at most one comma or semicolon among them.
+  bool isPlain = false;
+  char separator = ' ';     // as in SplitFields; of a plain dialect, the most frequent
+  char decimal = '.';       // or ','
+  std::size_t columns = 2;  // that a row may have
+  ColumnPair pair;
+  std::string mzName, amplitudeName;  // as the file gives them; empty: it does not
+};
+
+// Judged by all lines of the sample, which is not empty: a row that it does not fit is found by who reads it.
+// Throws InputError where the columns are not certain.
+TextDialect JudgeDialect(const std::string& file, const TextHead& head, const ColumnChoice& choice);
+
+// What is worth telling the user of how a file was read: nothing of two columns without names, separated by
+// blanks, tabs or commas.
+std::string DescribeDialect(const TextDialect& dialect, const TextHead& head);
+
+}  // namespace TslTool

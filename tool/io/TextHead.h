@@ -1,0 +1,42 @@
+#pragma once
+// What stands before the numbers of a text file, and the first lines with numbers.
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <tool/io/ColumnNames.h>
+#include <tool/io/LineReader.h>
+
+namespace TslTool {
+
+struct TextLine {
+  std::uint64_t number = 0;  // 1-based, in the file
+  std::string text;
+};
+
+struct TextHead {
+  std::uint64_t words = 0;     // lines before the numbers that are neither empty nor comments
+  std::vector<TextLine> last;  // the last of the lines before the numbers, at most three, comments among them
+  TextLine first;              // the first line of words
+  std::vector<TextLine>
+      sample;  // the first rows, comments and empty lines among them; empty: there are no numbers
+};
+
+// The separators that a table may have.
+constexpr std::string_view kSeparators = "\t;, ";
+
+// A line with '#', '%', "//" or ';' in front; where semicolons separate columns, the latter is an empty
+// field.
+bool IsComment(std::string_view line, char separator);
+
+// The line up to a '#'.
+std::string_view WithoutComment(std::string_view line);
+
+// Numbers begin at the first line that has nothing else, or below the names of the two columns at a line that
+// has a number in one of them. Takes at most 1000 lines from there. Throws InputError for a line that is no
+// text.
+TextHead ReadHead(LineReader& lines, const ColumnChoice& choice);
+
+}  // namespace TslTool
