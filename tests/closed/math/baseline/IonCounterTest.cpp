@@ -94,4 +94,35 @@ TEST(IonCounter, PeaksOfAllHeightsWithoutNoiseAreNoIons) {
   EXPECT_EQ(CountIn(y).height, 0.0);
 }
 
+TEST(IonCounter, OfEvenIonsIsExact) {
+  const Ions ions = CountIn(EvenIons(5000, 10));
+  EXPECT_NEAR(ions.height, 0.9, 1e-12);
+  for (const IonBackground& segment : ions.segments) EXPECT_NEAR(segment.mean, 0.1, 1e-12);
+}
+
+// Ions of 3 are no peaks. Those within 25 points of one are left out with it.
+TEST(IonCounter, LeavesOutPeaksAndATwentiethOfASegmentOnEitherSide) {
+  Samples y = EvenIons(5000, 10);
+  y[2500] = 1000;
+  for (std::size_t d = 1; d <= 26; ++d) y[2500 - d] = y[2500 + d] = 3;
+  const Ions ions = CountIn(y);
+  EXPECT_NEAR(ions.segments[4].mean, MeanOf(y, 2000, 2475), 1e-12);
+  EXPECT_NEAR(ions.segments[5].mean, MeanOf(y, 2526, 3000), 1e-12);
+}
+
+TEST(IonCounter, LeavesOutWhatIsBetweenTwoPeaksThatAreNear) {
+  Samples y = EvenIons(5000, 10);
+  y[2200] = y[2250] = 1000;
+  EXPECT_NEAR(CountIn(y).segments[4].mean, (17 + 22) / (175.0 + 224), 1e-12);
+}
+
+TEST(IonCounter, WantsMoreThanFiftyPointsOfBackgroundInASegment) {
+  for (const std::size_t clean : {50U, 51U}) {
+    Samples y = EvenIons(5000, 10);
+    for (std::size_t i = 2500; i < 2975 - clean; ++i) y[i] = 1000;
+    const double mean = CountIn(y).segments[5].mean;
+    EXPECT_NEAR(mean, clean == 50 ? 0.0 : MeanOf(y, 3000 - clean, 3000), 1e-12) << clean;
+  }
+}
+
 TEST(IonCounter, AnEmptyCurveHasNone) { EXPECT_EQ(CountIn(Samples(2000, 0.0)).height, 0.0); }

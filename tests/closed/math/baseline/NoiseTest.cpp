@@ -164,6 +164,19 @@ struct GappedSpectrum {
   }
 };
 
+Samples NoiseOn(Samples x, Samples y) {
+  Samples out(y.size());
+  APBNoise(x.data(), y.data(), Size(y), 250, 0, out.data());
+  return out;
+}
+
+// Steps of 1, and `gap` in front of the point `at`.
+Samples AxisWithGap(std::size_t n, std::size_t at, double gap) {
+  Samples x(n);
+  for (std::size_t i = 0; i < n; ++i) x[i] = static_cast<double>(i) + (i < at ? 0 : gap - 1);
+  return x;
+}
+
 TEST(APBNoise, TreatsThePartsBesideAGapEachForItself) {
   GappedSpectrum whole(1);
   const Samples noise = whole.Noise();
@@ -176,6 +189,18 @@ TEST(APBNoise, TreatsThePartsBesideAGapEachForItself) {
 TEST(APBNoise, TakesAStepOfThreeForNoGap) {
   GappedSpectrum whole(0.15);
   EXPECT_EQ(whole.Noise(), DispersionNoise(whole.y));
+}
+
+TEST(APBNoise, FindsAGapWhereverItIs) {
+  const Samples y = NormalNoise(61, 2);
+  for (std::size_t at = 1; at < y.size(); ++at) {
+    const auto cut = y.begin() + static_cast<std::ptrdiff_t>(at);
+    Samples expected = DispersionNoise(Samples(y.begin(), cut));
+    const Samples right = DispersionNoise(Samples(cut, y.end()));
+    expected.insert(expected.end(), right.begin(), right.end());
+    EXPECT_EQ(NoiseOn(AxisWithGap(y.size(), at, 4.5), y), expected) << at;
+    EXPECT_EQ(NoiseOn(AxisWithGap(y.size(), at, 4), y), DispersionNoise(y)) << at;
+  }
 }
 
 TEST(APBNoise, ReadsAFallingAxisAsARisingOne) {

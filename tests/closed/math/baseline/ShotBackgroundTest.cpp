@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <closed/math/baseline/Shots.h>
+#include <algorithm>
 #include <limits>
 
 using namespace TslMath;
@@ -68,6 +69,22 @@ TEST(ShotBackground, ItsBaselineIsTheMean) {
   for (const double offset : {0.0, 20.0}) {
     const Samples baseline = FiguresOf(Filtered(Shots(0.05, 20000, 3), 15, offset)).baseline;
     EXPECT_NEAR(MeanOf(baseline), offset + 0.05, 0.005);
+  }
+}
+
+// In each half one ion at every tenth or fifth point. Straight lines lead from segment to segment.
+TEST(ShotBackground, OfEvenIonsIsExact) {
+  Samples y = EvenIons(2400, 10);
+  const Samples right = EvenIons(2400, 5);
+  y.insert(y.end(), right.begin(), right.end());
+  const double height = (0.1 * 0.9 + 0.2 * 0.8) / (0.1 + 0.2);
+  const double left = std::sqrt(height * (0.1 + height));
+  const double step = std::sqrt(height * (0.2 + height)) - left;
+  const Figures f = FiguresOf(y);
+  for (std::size_t i = 0; i < y.size(); ++i) {
+    const double share = std::clamp((static_cast<double>(i) - (1920 + 239.5)) / 480, 0.0, 1.0);
+    ASSERT_NEAR(f.baseline[i], 0.1 + 0.1 * share, 1e-12) << i;
+    ASSERT_NEAR(f.noise[i], left + step * share, 1e-12) << i;
   }
 }
 

@@ -18,6 +18,19 @@ inline Samples Shots(double mean, std::size_t n, std::uint64_t seed) {
   return y;
 }
 
+// One ion at every `spacing` points: a mean of 1 / spacing, and so a variance of that less its square.
+inline Samples EvenIons(std::size_t n, std::size_t spacing) {
+  Samples y(n, 0.0);
+  for (std::size_t i = spacing / 2; i < n; i += spacing) y[i] = 1.0;
+  return y;
+}
+
+inline double MeanOf(const Samples& y, std::size_t begin, std::size_t end) {
+  double sum = 0.0;
+  for (std::size_t i = begin; i < end; ++i) sum += y[i];
+  return sum / static_cast<double>(end - begin);
+}
+
 // Adds a peak of 12 points width at half height.
 inline void AddShotPeak(Samples& y, double centre, double height, std::uint64_t seed) {
   std::mt19937_64 random(seed);

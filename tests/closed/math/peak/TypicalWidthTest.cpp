@@ -4,6 +4,7 @@
 
 #include <closed/math/SampleArray.h>
 #include <cmath>
+#include <initializer_list>
 #include <limits>
 #include <random>
 
@@ -37,7 +38,38 @@ Samples Counts(double background, double width, double least, double most, std::
   return mean;
 }
 
+struct Lines {
+  int count;
+  double height;
+  double width;
+};
+
+// Without noise and 200 points apart, each a little lower than the one before.
+double WidthOfLines(std::initializer_list<Lines> groups) {
+  Samples y(20000, 0.0);
+  double centre = 100.0;
+  for (const Lines& group : groups)
+    for (int k = 0; k < group.count; ++k, centre += 200.0)
+      AddLine(y, centre, group.height - 0.01 * k, group.width);
+  return WidthOf(y);
+}
+
 }  // namespace
+
+TEST(TypicalPeakWidth, IsThatOfTheThirtyTwoMostProminentLines) {
+  EXPECT_NEAR(WidthOfLines({{17, 1000, 8}, {15, 990, 30}, {40, 900, 30}}), 8.0, 0.1);
+  EXPECT_NEAR(WidthOfLines({{15, 1000, 8}, {17, 990, 30}, {40, 900, 8}}), 30.0, 0.1);
+}
+
+TEST(TypicalPeakWidth, LeavesOutLinesBelowATwentiethOfTheTallest) {
+  EXPECT_NEAR(WidthOfLines({{3, 1000, 8}, {25, 40, 30}}), 8.0, 0.1);
+  EXPECT_NEAR(WidthOfLines({{3, 1000, 8}, {25, 55, 30}}), 30.0, 0.1);
+}
+
+TEST(TypicalPeakWidth, WeighsALineByTheRootOfItsProminence) {
+  EXPECT_NEAR(WidthOfLines({{1, 1000, 8}, {3, 100, 30}}), 8.0, 0.1);
+  EXPECT_NEAR(WidthOfLines({{1, 1000, 8}, {4, 100, 30}}), 30.0, 0.1);
+}
 
 TEST(TypicalPeakWidth, IsThatOfStrongLines) {
   for (const double background : {0.01, 5.0, 100.0})
