@@ -196,7 +196,7 @@ TEST(Smoothing, TakesTheWidestWidth) {
   ExpectNear(Smooth(Mean(101), y), Smooth(Gaussian(widest), y), 1e-12);
 }
 
-// 60 001 points of 1 amidst 150 001. A window of 70 000 points on each side sees all of them from afar, and
+// 60 001 points of 1 among 150 001. A window of 70 000 points on each side sees all of them from afar, and
 // they are less than half of it.
 constexpr std::uint32_t kLong = 150001;
 
