@@ -120,6 +120,15 @@ TEST(CurveFloor, CountsThePointsThatLieOnItWithinRounding) {
   EXPECT_EQ(floor.ShareOf(y.data(), y.size()), 0.5);
 }
 
+TEST(CurveFloor, CountsMoreThan65536Points) {
+  EXPECT_EQ((CurveFloor{2.0, 0.0}).ShareOf(Samples(70000, 2.0).data(), 70000), 1.0);
+  Samples y(65541, 5.0);
+  for (int i = 0; i < 9; ++i) y.push_back(0.1 * i);
+  const auto floor = FloorOf(y);
+  ASSERT_TRUE(floor);
+  EXPECT_EQ(floor->value, 5.0);
+}
+
 TEST(CurveFloor, CountsEachPointAlike) {
   for (std::size_t at = 0; at < 11; ++at) {
     Samples y(11, 7.0);

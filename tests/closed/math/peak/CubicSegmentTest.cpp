@@ -96,6 +96,11 @@ TEST(CubicSegment, FindsItsExtrema) {
   });
 }
 
+// (t - 1/2)^3 is level in the middle, and rises on both sides.
+TEST(CubicSegment, HasNoExtremumWhereItIsLevelButRises) {
+  EXPECT_EQ(CubicSegment(-0.125, 0.125, -3, 3).FindExtrema().count, 0);
+}
+
 TEST(CubicSegment, FallsBelowALevelAtTheFirstPlaceWhereItDoes) {
   ForRandomSegments([](const Ends& e) {
     const CubicSegment s = e.Segment();

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <OracleTable.h>
 #include <closed/math/SampleArray.h>
 #include <cmath>
 #include <initializer_list>
@@ -55,6 +56,14 @@ double WidthOfLines(std::initializer_list<Lines> groups) {
 }
 
 }  // namespace
+
+// `/usr/bin/python3 tests/oracles/typical_width.py`
+TEST(TypicalPeakWidth, AgreesWithScipy) {
+  const OracleTable samples("typical_width_samples.csv");
+  const OracleTable results("typical_width_results.csv");
+  for (const std::string& curve : samples.Names())
+    EXPECT_NEAR(WidthOf(samples[curve]), results["width"][std::stoul(curve)], 1e-3) << curve;
+}
 
 TEST(TypicalPeakWidth, IsThatOfTheThirtyTwoMostProminentLines) {
   EXPECT_NEAR(WidthOfLines({{17, 1000, 8}, {15, 990, 30}, {40, 900, 30}}), 8.0, 0.1);

@@ -18,7 +18,7 @@ class CubicSegment {
 
   double Value(double t) const { return a_ + t * (b_ + t * (c_ + t * d_)); }
 
-  // Places where the slope is zero, ascending, strictly inside the interval.
+  // Places where the slope changes its sign, ascending, strictly inside the interval.
   struct Extrema {
     double t[2];
     int count;
