@@ -23,10 +23,15 @@ constexpr std::string_view kMzNames[] = {
 constexpr std::string_view kAmplitudeNames[] = {
     " intensity intensities intens int intensit intensitt intensite abundance abundances amplitude ampl "
     "counts "
-    "count cps signal ioncurrent ioncounts ",
+    "count cps signal ioncurrent ioncounts absoluteintensity absoluteabundance absintensity ",
     " relativeintensity relativeabundance relintensity relabundance relint relative ",
     " y ",
 };
+
+// What stands in the first column of files that hold no mass spectrum.
+constexpr std::string_view kOtherAxes =
+    " time times rt retentiontime scantime minutes min seconds sec scan scans index wavelength wavenumber "
+    "frequency ";
 
 char Small(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c | 0x20) : c; }
 
@@ -46,24 +51,38 @@ bool SameInAnyCase(std::string_view a, std::string_view b) {
   return std::ranges::equal(a, b, {}, Small, Small);
 }
 
-// The only name that fits; nothing, and `several`, if there are more.
-template <class Fits>
-std::optional<std::size_t> FindOne(const std::vector<std::string_view>& names, Fits fits, bool& several) {
-  const auto first = std::ranges::find_if(names, fits);
-  if (first == names.end()) return std::nullopt;
-  several = std::find_if(first + 1, names.end(), fits) != names.end();
-  return several ? std::nullopt : std::optional(static_cast<std::size_t>(first - names.begin()));
+// As a name stands in the rows above; empty if it has neither letters nor digits.
+std::string KeyOf(std::string_view name) {
+  const std::string plain = Plain(name);
+  return plain.empty() ? plain : " " + plain + " ";
 }
 
-std::optional<std::size_t> FindKnown(const std::vector<std::string_view>& names,
+std::vector<std::string> KeysOf(const std::vector<std::string_view>& names) {
+  std::vector<std::string> keys;
+  keys.reserve(names.size());
+  for (const std::string_view name : names) keys.push_back(KeyOf(name));
+  return keys;
+}
+
+bool IsAmong(const std::string& key, std::string_view row) {
+  return !key.empty() && row.find(key) != std::string_view::npos;
+}
+
+// The only one that fits; nothing, and `several`, if there are more.
+template <class Texts, class Fits>
+std::optional<std::size_t> FindOne(const Texts& texts, Fits fits, bool& several) {
+  const auto first = std::ranges::find_if(texts, fits);
+  if (first == texts.end()) return std::nullopt;
+  several = std::find_if(first + 1, texts.end(), fits) != texts.end();
+  return several ? std::nullopt : std::optional(static_cast<std::size_t>(first - texts.begin()));
+}
+
+std::optional<std::size_t> FindKnown(const std::vector<std::string>& keys,
                                      std::span<const std::string_view> rows) {
   for (const std::string_view row : rows) {
     bool several = false;
-    const auto fits = [&](std::string_view name) {
-      const std::string plain = Plain(name);
-      return !plain.empty() && row.find(" " + plain + " ") != std::string_view::npos;
-    };
-    const auto found = FindOne(names, fits, several);
+    const auto found = FindOne(
+        keys, [&](const std::string& key) { return IsAmong(key, row); }, several);
     if (found || several) return found;
   }
   return std::nullopt;
@@ -75,8 +94,8 @@ std::optional<std::size_t> FindChosen(const std::vector<std::string_view>& names
   const auto isSame = [&](std::string_view name) { return SameInAnyCase(name, choice); };
   const auto found = FindOne(names, isSame, several);
   if (found || several) return found;
-  const std::string plain = Plain(choice);
-  const auto isAlike = [&](std::string_view name) { return !plain.empty() && Plain(name) == plain; };
+  const std::string key = KeyOf(choice);
+  const auto isAlike = [&](std::string_view name) { return !key.empty() && KeyOf(name) == key; };
   return FindOne(names, isAlike, several);
 }
 
@@ -92,8 +111,8 @@ bool ColumnChoice::IsByNumber() const { return ColumnNumber(mz) != 0 && ColumnNu
 ColumnChoice ParseColumnChoice(const std::string& option, std::string_view text) {
   if (text.empty()) return {};
   const std::size_t comma = text.find(',');
-  const ColumnChoice choice{std::string(text.substr(0, comma)),
-                            comma == std::string_view::npos ? "" : std::string(text.substr(comma + 1))};
+  ColumnChoice choice{std::string(text.substr(0, comma)),
+                      comma == std::string_view::npos ? "" : std::string(text.substr(comma + 1))};
   const bool isPair = !choice.mz.empty() && !choice.amplitude.empty() &&
                       choice.amplitude.find(',') == std::string::npos && choice.mz != choice.amplitude;
   if (!isPair) {
@@ -116,17 +135,22 @@ std::size_t ColumnNumber(const std::string& choice) {
 std::optional<ColumnPair> FindColumns(const std::vector<std::string_view>& names,
                                       const ColumnChoice& choice) {
   if (choice.IsGiven()) return PairOf(FindChosen(names, choice.mz), FindChosen(names, choice.amplitude));
-  return PairOf(FindKnown(names, kMzNames), FindKnown(names, kAmplitudeNames));
+  const std::vector<std::string> keys = KeysOf(names);
+  const auto mz = FindKnown(keys, kMzNames);
+  return mz ? PairOf(mz, FindKnown(keys, kAmplitudeNames)) : std::nullopt;
 }
 
 std::optional<ColumnPair> FindColumnsOfTwo(const std::vector<std::string_view>& names) {
-  const auto mz = FindKnown(names, kMzNames);
-  const auto amplitude = FindKnown(names, kAmplitudeNames);
+  const std::vector<std::string> keys = KeysOf(names);
+  const auto mz = FindKnown(keys, kMzNames);
+  const auto amplitude = FindKnown(keys, kAmplitudeNames);
   if (mz && amplitude) return PairOf(mz, amplitude);
   if (mz) return ColumnPair{*mz, 1 - *mz};
   if (amplitude) return ColumnPair{1 - *amplitude, *amplitude};
   return std::nullopt;
 }
+
+bool IsOtherAxis(std::string_view name) { return IsAmong(KeyOf(name), kOtherAxes); }
 
 std::string ListColumns(const std::vector<std::string_view>& names) {
   constexpr std::size_t kMost = 12;

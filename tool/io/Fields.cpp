@@ -26,6 +26,10 @@ std::string_view Trim(std::string_view text) {
   return text.substr(begin, text.find_last_not_of(kBlanks) - begin + 1);
 }
 
+bool IsEmptyRow(std::string_view line) {
+  return line.find_first_not_of(" \t\v\f,;\"") == std::string_view::npos;
+}
+
 void SplitFields(std::string_view line, char separator, std::vector<std::string_view>& fields) {
   fields.clear();
   const bool isBlank = separator == ' ';

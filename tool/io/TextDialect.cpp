@@ -58,7 +58,7 @@ std::vector<TextLine> RowsOf(const std::vector<TextLine>& sample, char separator
   std::vector<TextLine> rows;
   for (const TextLine& line : sample) {
     const std::string_view content = WithoutComment(line.text);
-    if (!Trim(content).empty() && !IsComment(content, separator))
+    if (!IsEmptyRow(content) && !IsComment(content, separator))
       rows.push_back({line.number, std::string(content)});
   }
   return rows;
@@ -141,25 +141,42 @@ class ColumnFinder {
     dialect.pair = *pair;
   }
 
-  bool TakeNames(TextDialect& dialect) const {
+  // Hands the names in the lines above the numbers to `use`, the last line first, cut at each separator,
+  // until it takes one.
+  template <class Use>
+  bool AnyNames(const TextDialect& dialect, Use use) const {
     for (auto line = head_.last.rbegin(); line != head_.last.rend(); ++line) {
       for (const char separator : {dialect.separator, '\t', ';', ',', ' '}) {
         const Fields names = NamesIn(line->text, separator, dialect);
-        const auto pair = FindColumns(names, choice_);
-        if (!pair) continue;
-        Take(dialect, *pair, names);
-        return true;
+        if (!names.empty() && use(names)) return true;
       }
     }
     return false;
   }
 
+  bool TakeNames(TextDialect& dialect) const {
+    return AnyNames(dialect, [&](const Fields& names) {
+      const auto pair = FindColumns(names, choice_);
+      if (pair) Take(dialect, *pair, names);
+      return pair.has_value();
+    });
+  }
+
+  void RefuseOtherAxis(const TextDialect& dialect) const {
+    AnyNames(dialect, [&](const Fields& names) {
+      const bool isOther = names.size() == 2 && IsOtherAxis(names.front()) && FindColumnsOfTwo(names);
+      if (isOther) Refuse(dialect, ListColumns(names));
+      return false;
+    });
+  }
+
   // One known name tells both columns; if it turns them round it must be more than a word between blanks.
   void TakeTwo(TextDialect& dialect) const {
+    RefuseOtherAxis(dialect);
     const Fields names = LastNames(dialect);
     if (names.size() != 2 || std::ranges::any_of(names, LooksLikeNumber)) return;
     const ColumnPair pair = FindColumnsOfTwo(names).value_or(ColumnPair());
-    if (pair.mz != 0) Refuse(dialect, ListColumns(names));
+    if (pair.mz != 0 || IsOtherAxis(names.front())) Refuse(dialect, ListColumns(names));
     Take(dialect, pair, names);
   }
 
@@ -180,12 +197,12 @@ class ColumnFinder {
   }
 
   [[noreturn]] void Refuse(const TextDialect& dialect, const std::string& columns) const {
-    const bool mayBeDecimal =
-        dialect.separator == ',' && firstRow_.text.find_first_not_of("0123456789, ") == std::string::npos;
+    const bool mayBeDecimal = dialect.columns > 2 && dialect.separator == ',' &&
+                              firstRow_.text.find_first_not_of("0123456789, ") == std::string::npos;
     throw InputError(
         file_, PlaceOf(firstRow_),
         fmt::format("{} columns, {}: tell which hold m/z and amplitude, as in --columns {}{}",
-                    dialect.columns, columns, dialect.columns == 2 ? "2,1" : "2,3",
+                    dialect.columns, columns, dialect.columns == 2 ? "1,2" : "2,3",
                     mayBeDecimal ? "; if the commas are decimal, separate the columns with semicolons" : ""));
   }
 

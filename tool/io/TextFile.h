@@ -6,8 +6,8 @@
 // - Text is UTF-8 or another encoding that contains ASCII, or UTF-16, with or without a mark. Lines end with
 // LF, CRLF or
 //   CR and have at most 64 KiB.
-// - Empty lines are skipped, everything from '#' on, and lines that begin with '%', "//" or, where semicolons
-// do not
+// - Empty lines and rows of separators only are skipped, everything from '#' on, and lines that begin with
+// '%', "//" or, where semicolons do not
 //   separate, ';'.
 // - Any words may come first. Numbers begin at the first line of nothing but numbers, or at one with a number
 // in the

@@ -15,6 +15,7 @@ namespace {
 constexpr std::size_t kSampleLines = 1000;
 constexpr std::size_t kSampleBytes = std::size_t{1} << 20;
 constexpr std::size_t kLastLines = 3;
+constexpr std::uint64_t kMostLines = 100'000;
 
 bool IsControl(char c) {
   return static_cast<unsigned char>(c) < 0x20 && kBlanks.find(c) == std::string_view::npos;
@@ -56,7 +57,7 @@ class HeadReader {
 
   TextHead Read() {
     for (std::string_view line; lines_.Next(line);) {
-      if (Trim(line).empty()) continue;
+      if (IsEmptyRow(line)) continue;
       if (IsStart(line)) {
         TakeSample(line);
         break;
@@ -82,6 +83,8 @@ class HeadReader {
   void TakeWords(std::string_view line) {
     if (std::ranges::any_of(line, IsControl))
       throw InputError(lines_.File(), lines_.Place(), "holds bytes that no text has");
+    if (lines_.Number() > kMostLines)
+      throw InputError(lines_.File(), lines_.Place(), "no line with m/z and amplitude up to here");
     if (!IsComment(line, ' ') && head_.words++ == 0) head_.first = {lines_.Number(), std::string(line)};
     if (head_.last.size() == kLastLines) head_.last.erase(head_.last.begin());
     head_.last.push_back({lines_.Number(), std::string(line)});

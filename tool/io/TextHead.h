@@ -36,7 +36,7 @@ std::string_view WithoutComment(std::string_view line);
 
 // Numbers begin at the first line that has nothing else, or below the names of the two columns at a line that
 // has a number in one of them. Takes at most 1000 lines from there. Throws InputError for a line that is no
-// text.
+// text, and where no numbers begin in the first 100,000 lines.
 TextHead ReadHead(LineReader& lines, const ColumnChoice& choice);
 
 }  // namespace TslTool

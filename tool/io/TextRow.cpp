@@ -103,7 +103,7 @@ std::optional<TextPoint> RowReader::Read(std::string_view row) {
   double& first = dialect_.pair.mz == 0 ? point.mz : point.amplitude;
   double& second = dialect_.pair.mz == 0 ? point.amplitude : point.mz;
   if (dialect_.isPlain && TakePlain(row, first, second) && point.mz >= 0) return point;
-  if (Trim(row).empty() || IsComment(row, dialect_.separator)) return std::nullopt;
+  if (IsEmptyRow(row) || IsComment(row, dialect_.separator)) return std::nullopt;
   if (dialect_.isPlain) {
     fields_ = SplitPlain(row);
   } else {

@@ -38,6 +38,7 @@ class FakeSpectra final : public SpectrumSource {
   std::string Format() const override { return "fake"; }
   std::optional<double> MzStep() const override { return 0.05; }
   std::vector<std::string> Warnings() const override { return {"is a fake"}; }
+  std::vector<std::string> Notes() const override { return {"is taken for one"}; }
 
  private:
   std::vector<double> widths_;
@@ -92,6 +93,7 @@ TEST(Preview, TheSourceTellsWhatItToldBefore) {
   EXPECT_EQ(source->Format(), "fake");
   EXPECT_EQ(source->MzStep(), 0.05);
   EXPECT_EQ(source->Warnings(), std::vector<std::string>{"is a fake"});
+  EXPECT_EQ(source->Notes(), std::vector<std::string>{"is taken for one"});
 }
 
 }  // namespace

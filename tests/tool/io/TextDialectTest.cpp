@@ -27,6 +27,13 @@ TEST(TextDialect, ReadsWhatIsCertain) {
   const std::vector<Readable> table = {
       {"100.5 2000\n101.25 30.5\n", ""},
       {"100.5\t2000\t\n101.25\t30.5\t\n", ""},
+      {"\n;;\n100.5,2000,,\n101.25,30.5,,\n,,\n\"\",\n", ""},
+      {"sep=;\n100.5;2000\n;\n101.25;30.5\n", first + "semicolon separated, 1 line of head"},
+      {"RT: 5\n100.5 2000\n101.25 30.5\n", first + "blank separated, 1 line of head"},
+      {"[MS]\nm/z\tAbsolute Intensity\tRelative Intensity\n100.5\t2000\t1\n101.25\t30.5\t1\n",
+       "columns \"m/z\" (1) and \"Absolute Intensity\" (2), tab separated, 2 lines of head"},
+      {"#\"+ESI Scan (0.1 min)\"\n#Point,X(Thomsons),Y(Counts)\n0,100.5,2000\n1,101.25,30.5\n",
+       "columns \"X(Thomsons)\" (2) and \"Y(Counts)\" (3), comma separated"},
       {"\"100.5\",\"2000\"\n\"101.25\",\"30.5\"\n", ""},
       {"% made\n// by\n; hand\n# here\n100.5 2000 # first\n%\n//\n;5\n101.25 30.5\n", ""},
       {"100.5;2000;\n101.25;30.5;\n", first + "semicolon separated"},
@@ -108,7 +115,10 @@ TEST(TextDialect, RefusesWhatIsNotCertain) {
                                    "2,3; if the commas are decimal, separate the columns with semicolons"},
       {"\"mz\",\"int\"\n\"1\",100.5,2\n",
        "line 2: 3 columns, \"1\" (1), \"100.5\" (2), \"2\" (3)" + tell + "2,3"},
-      {"counts\tchannel\n5\t100\n", "line 2: 2 columns, \"counts\" (1), \"channel\" (2)" + tell + "2,1"},
+      {"counts\tchannel\n5\t100\n", "line 2: 2 columns, \"counts\" (1), \"channel\" (2)" + tell + "1,2"},
+      {"time,signal\n1,5\n", "line 2: 2 columns, \"time\" (1), \"signal\" (2)" + tell + "1,2"},
+      {"# RT counts\n1 5\n", "line 2: 2 columns, \"RT\" (1), \"counts\" (2)" + tell + "1,2"},
+      {"Wavelength\tA\n1\t5\n", "line 2: 2 columns, \"Wavelength\" (1), \"A\" (2)" + tell + "1,2"},
       {"1 2 3\n", "line 1: there is no column 4: \"1\" (1), \"2\" (2), \"3\" (3)", "1,4"},
       {"a;b\n1;2\n", "line 2: the columns a and c are not found among \"a\" (1), \"b\" (2)", "a,c"},
       {"1,234\t5\n1,235\t6\n", "line 1: \"1,234\"" + mark},
@@ -139,6 +149,13 @@ TEST(TextDialect, RefusesWhatIsNotCertain) {
       {"# a\n\na\tb\tc\n", ": holds no line with m/z and amplitude; line 3 is \"a b c\""},
   };
   for (const Refused& row : table) EXPECT_EQ(ErrorOf(row.text, "a.txt", row.columns), row.error) << row.text;
+}
+
+TEST(TextDialect, NumbersBeginInTheFirstHundredThousandLines) {
+  std::string words;
+  for (int i = 0; i < 99'999; ++i) words += "a b\n";
+  EXPECT_THAT(Read(words + "c\n1 2\n").scan.mz, ElementsAre(1));
+  EXPECT_EQ(ErrorOf(words + "c\nd\n1 2\n"), "line 100001: no line with m/z and amplitude up to here");
 }
 
 TEST(TextDialect, BreaksBehindTheSampleAreFound) {
