@@ -136,6 +136,25 @@ TEST(RejectionBound, ATopBetweenThePointsCounts) {
   EXPECT_EQ(SpansFound(curve), "");
 }
 
+// A straight rise to two equal points and a fall to 0, with a baseline that follows the rise and stays up.
+// The one bend of the curve is at its fall.
+TEST(RejectionBound, ATopBesideAFallCountsWhereTheBaselineStaysUp) {
+  for (const std::size_t rise : {20U, 21U}) {
+    std::vector<double> y;
+    for (std::size_t i = 0; i <= rise; ++i) y.push_back(0.5 * static_cast<double>(i));
+    y.insert(y.end(), {y.back(), 0, 0});
+    std::vector<double> baseline = y;
+    for (std::size_t i = 1; i < y.size(); ++i) baseline[i] = i < rise + 2 ? y[i] - 0.1 : y[rise] - 0.1;
+    TestCurve curve = PeakCurve(y, baseline);
+    curve.peakDetectParams.RetentionType = PeakDetectParams::PeakTop;
+    const double top = WithoutLimits(curve).peaks.at(0).maxAmpl;
+    ASSERT_GT(top, y[rise] + 0.5);
+    UseThreshold(curve, top);
+    EXPECT_TRUE(Detect(curve).ok);
+    EXPECT_EQ(curve.peaks.size(), 1U) << rise;
+  }
+}
+
 TEST(RejectionBound, ANoiseTooSmallForARatioPasses) {
   TestCurve curve = PeakCurve("0 1 2 1 0");
   UseRatio(curve, 1000);
