@@ -170,6 +170,18 @@ TEST(CmdPeakDetect, SearchesFromTheFirstPointAtTheStartToTheLastAtTheEnd) {
   EXPECT_EQ(SpansFound(OnlyBetween(TwoPeaks(), 4.0, 4.0)), "");
 }
 
+// Two peaks with a valley between them, behind more points than 16 bits count.
+TEST(CmdPeakDetect, FindsAndSearchesBeyond65536Points) {
+  std::vector<double> y(70000, 0.0);
+  for (const double value : Values("0 5 9 5 2 5 8 5 0")) y.push_back(value);
+  TestCurve curve = PeakCurve(y);
+  curve.peakDetectParams.MaxValley = 30.0;
+  for (const TestCurve& either : {curve, Sorted(curve)}) {
+    EXPECT_EQ(SpansFound(either), "70000-70002-70004 70004-70006-70008");
+    EXPECT_EQ(SpansFound(OnlyBetween(either, 70004.0, 70008.0)), "70004-70006-70008");
+  }
+}
+
 TEST(CmdPeakDetect, TheSearchLimitsAreIgnoredInAFullSearch) {
   TestCurve curve = OnlyBetween(TwoPeaks(), 6.0, 3.0);
   curve.peakDetectParams.FullSearch = true;
