@@ -16,6 +16,9 @@ namespace TslTool {
 
 namespace {
 
+// In the order in which one of two that are as frequent is taken.
+constexpr std::string_view kSeparators = "\t;, ";
+
 using Fields = std::vector<std::string_view>;
 
 Fields FieldsOf(std::string_view line, char separator) {

@@ -50,8 +50,10 @@ class TextParser {
   [[noreturn]] void RefuseWords(const TextHead& head) const {
     const std::string reason = "holds no line with m/z and amplitude";
     if (head.words == 0) throw InputError(file_, "", reason);
+    const bool mayBeTable = !choice_.IsGiven() && head.first.text.find_first_of("\t;,") != std::string::npos;
     throw InputError(file_, "",
-                     fmt::format("{}; line {} is \"{}\"", reason, head.first.number, Shown(head.first.text)));
+                     fmt::format("{}; line {} is \"{}\"{}", reason, head.first.number, Shown(head.first.text),
+                                 mayBeTable ? "; of a table, --columns tells which hold them" : ""));
   }
 
   void TakeLine(std::string_view line, std::uint64_t number, Scan& scan) {

@@ -14,6 +14,8 @@ namespace {
 
 constexpr std::size_t kSampleLines = 1000;
 constexpr std::size_t kSampleBytes = std::size_t{1} << 20;
+// Between blanks, prose has names and numbers too.
+constexpr std::string_view kCellSeparators = "\t;,";
 constexpr std::size_t kLastLines = 3;
 constexpr std::uint64_t kMostLines = 100'000;
 
@@ -74,8 +76,7 @@ class HeadReader {
     if (named_ && CountNumbers(line, *named_) > 0) return true;
     if (!choice_.IsByNumber()) return false;
     const ColumnPair chosen{ColumnNumber(choice_.mz) - 1, ColumnNumber(choice_.amplitude) - 1};
-    // Between blanks, prose has numbers too.
-    return std::ranges::any_of(std::string_view("\t;,"), [&](char separator) {
+    return std::ranges::any_of(kCellSeparators, [&](char separator) {
       return CountNumbers(line, {separator, chosen}) == 2;
     });
   }
@@ -96,7 +97,7 @@ class HeadReader {
     if (named_ && ++namedAge_ == kLastLines) named_.reset();
     if (choice_.IsByNumber()) return;
     std::vector<std::string_view> fields;
-    for (const char separator : kSeparators) {
+    for (const char separator : kCellSeparators) {
       SplitFields(line, separator, fields);
       const auto pair = FindColumns(fields, choice_);
       if (!pair) continue;

@@ -24,9 +24,6 @@ struct TextHead {
       sample;  // the first rows, comments and empty lines among them; empty: there are no numbers
 };
 
-// The separators that a table may have.
-constexpr std::string_view kSeparators = "\t;, ";
-
 // A line with '#', '%', "//" or ';' in front; where semicolons separate columns, the latter is an empty
 // field.
 bool IsComment(std::string_view line, char separator);

@@ -132,6 +132,9 @@ TEST(TextDialect, RefusesWhatIsNotCertain) {
       {"100,5;5\n101,5;6;7\n102,5;7\n",
        "line 2: 3 columns, \"101,5;6;7\", where two are expected (m/z, amplitude)"},
       {"100,5;5\n101,5\n102,5;7\n", "line 2: one column, \"101,5\", where two are expected (m/z, amplitude)"},
+      {"n mz int\n1 100 x\n2 101 5\n", "line 2: \"x\" is not a number"},
+      {"the m/z of intensity 5\nis about 100 to 5 or more\n",
+       ": holds no line with m/z and amplitude; line 1 is \"the m/z of intensity 5\""},
       {"n\tmz\tint\n1\t100\t5\n2\t101\n", "line 3: 2 columns, \"2 101\", where 3 are expected"},
       {"n\tmz\tint\n1\t100\t5\n2\t101\t6\t7\n", "line 3: 4 columns, \"2 101 6 7\", where 3 are expected"},
       {"n\tmz\tint\n1\t100\t\n2\t101\t6\n3\t102\t7\n", "line 2: 2 columns, \"1 100\", where 3 are expected"},
@@ -146,7 +149,13 @@ TEST(TextDialect, RefusesWhatIsNotCertain) {
       {"100;5\n;6\n", "line 2: \"\" is not a number"},
       {"a b\nc\x01\n1 2\n", "line 2: holds bytes that no text has"},
       {"int main(void) {\n}\n", ": holds no line with m/z and amplitude; line 1 is \"int main(void) {\""},
-      {"# a\n\na\tb\tc\n", ": holds no line with m/z and amplitude; line 3 is \"a b c\""},
+      {"# a\n\na\tb\tc\n",
+       ": holds no line with m/z and amplitude; line 3 is \"a b c\"; of a table, --columns tells which hold "
+       "them"},
+      {"name,b,c\nx,1,2\n",
+       ": holds no line with m/z and amplitude; line 1 is \"name,b,c\"; of a table, --columns tells which "
+       "hold them"},
+      {"name,b,c\nx,y,2\n", ": holds no line with m/z and amplitude; line 1 is \"name,b,c\"", "2,3"},
   };
   for (const Refused& row : table) EXPECT_EQ(ErrorOf(row.text, "a.txt", row.columns), row.error) << row.text;
 }
