@@ -1,5 +1,7 @@
 #include <tool/chain/ChainOptions.h>
 
+#include <fmt/format.h>
+
 #include <tool/chain/ChainFile.h>
 #include <tool/frame/Numbers.h>
 #include <tslbl/curve/BaselineParams.h>
@@ -8,7 +10,7 @@
 #include <tslbl/curve/SmoothParams.h>
 #include <tslbl/curve/ThresholdParams.h>
 #include <algorithm>
-#include <cmath>
+#include <array>
 #include <variant>
 
 namespace TslTool {
@@ -49,19 +51,6 @@ class Words {
   std::vector<std::string> parts_;
   std::size_t next_ = 1;
 };
-
-// Savitzky-Golay of order 2 over 1.25 widths of a quadrupole's line is the widest that keeps
-// neighbours 1 m/z apart; what it gives stands in docs/numerics.md. Foreign profiles, whose
-// lines may be a few points wide, are smoothed gently.
-std::string AutomaticSmooth(std::optional<double> mzStep) {
-  constexpr double kWindow = 0.75;  // m/z
-  constexpr double kFewest = 5.0;   // with fewer the polynomial passes through every point
-  constexpr double kMost = 1001.0;
-  if (!mzStep || !(*mzStep > 0.0)) return "savgol:7:2";
-  const double points = std::round(kWindow / *mzStep);
-  if (points < kFewest - 1.0) return "off";
-  return "savgol:" + std::to_string(static_cast<std::uint32_t>(std::min(points, kMost)) | 1U) + ":2";
-}
 
 void AddSmooth(std::vector<CurveEval>& chain, const std::string& text) {
   Words words("--smooth", text);
@@ -160,6 +149,12 @@ void AddNoise(std::vector<CurveEval>& chain, const std::string& text) {
   chain.emplace_back(p);
 }
 
+// Whether a way of baseline or noise lacks the length of its segments.
+bool TakesSegment(const std::string& how) {
+  constexpr std::array kSegmented = {"linear", "adaptive", "valley", "dispersion", "median"};
+  return std::ranges::find(kSegmented, how) != kSegmented.end();
+}
+
 void RequirePositive(const std::string& option, std::optional<double> value) {
   if (value && *value < 0.0) throw UsageError(option + ": it cannot be below 0");
 }
@@ -216,26 +211,28 @@ const std::vector<ChainOptions::Switch>& ChainOptions::Switches() {
       {"--aerosol", &Own::aerosol_, "Remove isolated spikes first"},
       {"--smooth HOW", &Own::smooth_,
        "mean, median or gaussian[:WIDTH], savgol[:WIDTH[:ORDER]], or off; width in points [auto: "
-       "savgol, 1.25 line widths of a run, 7 points otherwise]"},
+       "savgol over 1.1 widths of a peak]"},
       {"--baseline HOW", &Own::baseline_,
        "linear[:SEGMENT[:POINTS[:WIDTH]]], adaptive[:SEGMENT[:WINDOW]], valley[:SEGMENT], or a "
-       "constant [linear]"},
+       "constant [linear, segments of 40 widths of a peak]"},
       {"--subtract-baseline", &Own::subtractBaseline_, "Subtract the baseline from the amplitudes"},
       {"--noise HOW", &Own::noise_,
        "linear[:SEGMENT[:POINTS[:WIDTH]]], valley[:SEGMENT], dispersion[:SEGMENT], "
        "median[:SEGMENT[:SEGMENTS]], "
-       "or of a peak-free range of m/z: peak-to-peak:A-B, 6sd:A-B [linear]"},
+       "or of a peak-free range of m/z: peak-to-peak:A-B, 6sd:A-B [linear, segments as for the baseline]"},
       {"--threshold X", &Own::threshold_, "Minimum amplitude"},
-      {"--sn N", &Own::sn_, "Minimum signal-to-noise ratio, a whole number [5]"},
+      {"--sn N", &Own::sn_,
+       "Minimum signal-to-noise ratio, a whole number [5 to 7, by width and number of points]"},
       {"--min-rel-ampl PERCENT", &Own::minRelAmpl_, "Minimum amplitude, percent of the tallest peak"},
       {"--min-area X", &Own::minArea_, "Minimum area"},
       {"--min-rel-area PERCENT", &Own::minRelArea_, "Minimum area, percent of the largest"},
-      {"--min-width X", &Own::minWidth_, "Minimum full width at half maximum, m/z"},
+      {"--min-width X", &Own::minWidth_,
+       "Minimum full width at half maximum, m/z [0.55 widths of a peak, unless --smooth is given]"},
       {"--max-width X", &Own::maxWidth_, "Maximum full width at half maximum, m/z"},
       {"--max-peaks N", &Own::maxPeaks_, "Keep only this many of the tallest candidates"},
       {"--valley PERCENT", &Own::valley_, "A valley below this percentage of a peak's height ends it [50]"},
       {"--position HOW", &Own::position_,
-       "Position of a peak: top, or centroid[:PERCENT] over its top percent [centroid:25]"},
+       "Position of a peak: top, or centroid[:PERCENT] over its top percent [centroid:30]"},
       {"--range A-B", &Own::range_, "Search only from A to B, m/z"},
       {"--sorted", &Own::sorted_, "Find candidates tallest first instead of from left to right"},
   };
@@ -249,8 +246,8 @@ void ChainOptions::Declare(Options& options) {
     std::visit([&](auto member) { DeclareOne(options, each.names, this->*member, each.help); }, each.member);
 }
 
-std::vector<CurveEval> ChainOptions::Chain(const Options& options, std::optional<double> mzStep) const {
-  if (!options.Given("--chain")) return FromSwitches(mzStep);
+std::vector<CurveEval> ChainOptions::Chain(const Options& options, const ChainDefaults& defaults) const {
+  if (!options.Given("--chain")) return With(defaults).FromSwitches();
   for (const Switch& each : Switches())
     if (options.Given(each.Name())) throw UsageError(each.Name() + " and --chain exclude each other");
   return LoadChain(file_);
@@ -267,10 +264,38 @@ std::optional<RealRange> ChainOptions::SearchStretch() const {
   return ParseRealRange("--range", range_);
 }
 
-std::vector<CurveEval> ChainOptions::FromSwitches(std::optional<double> mzStep) const {
+ChainOptions ChainOptions::With(const ChainDefaults& defaults) const {
+  ChainOptions all = *this;
+  const bool isAutomatic = smooth_ == "auto";
+  if (isAutomatic) all.smooth_ = defaults.smooth;
+  for (std::string* how : {&all.baseline_, &all.noise_})
+    if (TakesSegment(*how)) *how += fmt::format(":{}", defaults.segment);
+  if (!all.sn_) all.sn_ = defaults.sn;
+  const bool tooWide = maxWidth_ && defaults.minWidth && *maxWidth_ < *defaults.minWidth;
+  // Another smoothing leaves peaks of other widths.
+  if (isAutomatic && !all.minWidth_ && !tooWide) all.minWidth_ = defaults.minWidth;
+  return all;
+}
+
+std::string ChainOptions::Derived(const ChainDefaults& defaults) const {
+  if (!file_.empty()) return "";
+  const ChainOptions all = With(defaults);
+  std::string text;
+  const auto add = [&](const char* name, const auto& before, const auto& now, const auto& shown) {
+    if (before != now) text += fmt::format("{} {} ", name, shown);
+  };
+  add("--smooth", smooth_, all.smooth_, all.smooth_);
+  add("--baseline", baseline_, all.baseline_, all.baseline_);
+  add("--noise", noise_, all.noise_, all.noise_);
+  add("--sn", sn_, all.sn_, all.sn_.value_or(0));
+  add("--min-width", minWidth_, all.minWidth_, all.minWidth_.value_or(0.0));
+  return text.empty() ? "" : fmt::format("{}({})", text, defaults.reason);
+}
+
+std::vector<CurveEval> ChainOptions::FromSwitches() const {
   std::vector<CurveEval> chain;
   if (aerosol_) chain.emplace_back(CurveEval::AerosolFilter());
-  AddSmooth(chain, smooth_ == "auto" ? AutomaticSmooth(mzStep) : smooth_);
+  AddSmooth(chain, smooth_);
   AddBaseline(chain, baseline_);
   // The noise comes first: a subtraction cuts the lower half of it off.
   AddNoise(chain, noise_);

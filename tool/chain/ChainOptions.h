@@ -2,6 +2,7 @@
 // The switches of the default evaluation chain: filter, smooth, baseline, noise, threshold,
 // peak detection.
 
+#include <tool/chain/ChainDefaults.h>
 #include <tool/frame/Numbers.h>
 #include <tool/frame/Options.h>
 #include <tslbl/curve/CurveEval.h>
@@ -16,10 +17,11 @@ namespace TslTool {
 class ChainOptions {
  public:
   void Declare(Options& options);
-  // The chain that the switches, or the file of --chain, ask for. `mzStep`, where known, is
-  // the spacing of the points: the default smoothing follows the width of a line in points.
-  // Throws UsageError and InputError.
-  std::vector<TslBL::CurveEval> Chain(const Options& options, std::optional<double> mzStep) const;
+  // The chain that the switches, or the file of --chain, ask for, with `defaults` where the user gives no
+  // number. Throws UsageError and InputError.
+  std::vector<TslBL::CurveEval> Chain(const Options& options, const ChainDefaults& defaults) const;
+  // The switches that would give what `defaults` decide now, and why; empty if they decide nothing.
+  std::string Derived(const ChainDefaults& defaults) const;
   // The range of m/z that the noise is to be measured on, if --noise names one. With fewer
   // than two points in it the library would take the whole spectrum for it.
   std::optional<RealRange> NoiseStretch() const;
@@ -32,7 +34,8 @@ class ChainOptions {
   struct Switch;
   static const std::vector<Switch>& Switches();
 
-  std::vector<TslBL::CurveEval> FromSwitches(std::optional<double> mzStep) const;
+  ChainOptions With(const ChainDefaults& defaults) const;
+  std::vector<TslBL::CurveEval> FromSwitches() const;
   TslBL::PeakDetectParams PeakSearch() const;
 
   std::string file_;
@@ -42,7 +45,7 @@ class ChainOptions {
   bool subtractBaseline_ = false;
   std::string noise_ = "linear";
   std::optional<double> threshold_;
-  std::optional<std::uint32_t> sn_ = 5;
+  std::optional<std::uint32_t> sn_;
   std::optional<double> minRelAmpl_;
   std::optional<double> minArea_;
   std::optional<double> minRelArea_;
@@ -52,7 +55,8 @@ class ChainOptions {
   // Two equal lines of a quadrupole, 1 m/z apart and 0.6 wide, leave a valley of 29 % that
   // smoothing lifts: the library's 25 would take them for one.
   std::optional<double> valley_ = 50.0;
-  std::string position_ = "centroid:25";
+  // More of a peak tells its place better, until its neighbours do.
+  std::string position_ = "centroid:30";
   std::string range_;
   bool sorted_ = false;
 };

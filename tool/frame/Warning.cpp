@@ -8,6 +8,8 @@ namespace TslTool {
 
 void Warn(const std::string& text) { std::cerr << "tslbl: warning: " << text << std::endl; }
 
+void Tell(const std::string& text) { std::cerr << "tslbl: " << text << std::endl; }
+
 void Warn(const std::string& file, const std::vector<std::string>& texts) {
   for (const std::string& text : texts) Warn(fmt::format("{}: {}", file, text));
 }

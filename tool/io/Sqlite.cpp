@@ -64,15 +64,19 @@ void Statement::BindBlob(int parameter, std::string_view bytes) {
 }
 
 bool Statement::Next() {
+  // Another step would begin anew.
+  if (ended_) return false;
   const int result = sqlite3_step(handle_);
   if (result == SQLITE_ROW) return true;
   if (result != SQLITE_DONE) database_.Fail();
+  ended_ = true;
   return false;
 }
 
 void Statement::Run() {
   Next();
   Check(sqlite3_reset(handle_));
+  ended_ = false;
 }
 
 std::int64_t Statement::Integer(int column) const {

@@ -60,7 +60,7 @@ class Statement {
   void Bind(int parameter, std::string_view text);
   void BindBlob(int parameter, std::string_view bytes);
 
-  // Advances to the next row; false when there is none left.
+  // Advances to the next row; false when there is none left, from then on.
   bool Next();
   // Runs a statement that gives no rows and makes it ready to be bound anew.
   void Run();
@@ -77,6 +77,7 @@ class Statement {
 
   const Database& database_;
   sqlite3_stmt* handle_ = nullptr;
+  bool ended_ = false;
 };
 
 }  // namespace TslTool

@@ -23,16 +23,21 @@ using TslBL::CurveEval;
 using TslBL::NoiseParams;
 using TslBL::PeakDetectParams;
 using TslBL::SmoothParams;
+using TslTool::ChainDefaults;
 using TslTool::ChainOptions;
 using Chain = std::vector<CurveEval>;
 
+// As for peaks of 13 points.
+const ChainDefaults kDefaults = {"savgol:15:2", 520, 5, std::nullopt, "peaks are 13.0 points wide"};
+
 struct Parsed {
   Chain chain;
+  std::string derived;
   std::optional<TslTool::RealRange> stretch;
   std::string error;
 };
 
-Parsed Parse(std::vector<std::string> words, std::optional<double> mzStep = 0.05) {
+Parsed Parse(std::vector<std::string> words, const ChainDefaults& defaults = kDefaults) {
   Parsed parsed;
   ChainOptions chain;
   TslTool::Command command{.name = "try",
@@ -42,7 +47,8 @@ Parsed Parse(std::vector<std::string> words, std::optional<double> mzStep = 0.05
                            .run =
                                [&](const TslTool::Options& options) {
                                  try {
-                                   parsed.chain = chain.Chain(options, mzStep);
+                                   parsed.chain = chain.Chain(options, defaults);
+                                   parsed.derived = chain.Derived(defaults);
                                    parsed.stretch = chain.NoiseStretch();
                                  } catch (const TslTool::UsageError& e) {
                                    parsed.error = e.what();
@@ -64,14 +70,14 @@ SmoothParams Smooth(SmoothParams::Algs alg, std::uint32_t size, std::uint32_t or
   return p;
 }
 
-BaselineParams Baseline(BaselineParams::Algs alg, std::uint32_t segment = 250) {
+BaselineParams Baseline(BaselineParams::Algs alg, std::uint32_t segment = 520) {
   BaselineParams p;
   p.Alg = alg;
   p.SegSize = segment;
   return p;
 }
 
-NoiseParams Noise(NoiseParams::AutoAlgs alg, std::uint32_t segment = 250, std::uint32_t median = 0) {
+NoiseParams Noise(NoiseParams::AutoAlgs alg, std::uint32_t segment = 520, std::uint32_t median = 0) {
   NoiseParams p;
   p.AlgAuto = alg;
   p.SegSize = segment;
@@ -92,7 +98,7 @@ PeakDetectParams Detect() {
   PeakDetectParams p;
   p.SN = 5;
   p.MaxValley = 50.0;
-  p.Retention = 25.0;
+  p.Retention = 30.0;
   return p;
 }
 
@@ -117,23 +123,55 @@ Chain With(const PeakDetectParams& detect) {
   return chain;
 }
 
-TEST(ChainOptions, TheUsualChainSmoothsARunOverOneAndAQuarterLines) {
+TEST(ChainOptions, TheUsualChainHasTheDefaults) {
   EXPECT_EQ(Parse({}).chain, With(Smooth(SmoothParams::SavitzkyGolay, 15)));
-  EXPECT_EQ(Parse({}, 0.1).chain, With(Smooth(SmoothParams::SavitzkyGolay, 9)));
 }
 
-TEST(ChainOptions, WhereTheSpacingIsUnknownTheUsualChainSmoothsGently) {
-  EXPECT_EQ(Parse({}, std::nullopt).chain, With(Smooth(SmoothParams::SavitzkyGolay, 7)));
+TEST(ChainOptions, ADefaultLeastWidthIsALimitInUse) {
+  ChainDefaults defaults = kDefaults;
+  defaults.minWidth = 0.3;
+  PeakDetectParams expected = Detect();
+  expected.FWHMGTInUse = true;
+  expected.FWHMGT = 0.3;
+  EXPECT_EQ(Parse({}, defaults).chain, With(expected));
 }
 
-TEST(ChainOptions, AnAbsurdSpacingGivesAWindowAllTheSame) {
-  for (const auto& [step, width] : {std::pair{1e-300, 1001U}, {0.2, 5U}, {-1.0, 7U}})
-    EXPECT_EQ(Parse({}, step).chain, With(Smooth(SmoothParams::SavitzkyGolay, width)));
+TEST(ChainOptions, ADefaultLeastWidthGoesWithTheDefaultSmoothing) {
+  ChainDefaults defaults = kDefaults;
+  defaults.minWidth = 0.3;
+  EXPECT_EQ(Parse({"--smooth", "savgol:15:2"}, defaults).chain,
+            With(Smooth(SmoothParams::SavitzkyGolay, 15)));
 }
 
-TEST(ChainOptions, ALineOfAFewPointsIsNotSmoothed) {
-  EXPECT_EQ(Parse({}, 0.25).chain, Parse({"--smooth", "off"}).chain);
-  EXPECT_EQ(Parse({}, 1e300).chain, Parse({"--smooth", "off"}).chain);
+TEST(ChainOptions, ADefaultLeastWidthYieldsToAMostWidthBelowIt) {
+  ChainDefaults defaults = kDefaults;
+  defaults.minWidth = 0.3;
+  PeakDetectParams expected = Detect();
+  expected.FWHMLTInUse = true;
+  expected.FWHMLT = 0.2;
+  EXPECT_EQ(Parse({"--max-width", "0.2"}, defaults).chain, With(expected));
+}
+
+TEST(ChainOptions, WhatTheDefaultsDecideIsToldAsSwitches) {
+  ChainDefaults defaults = kDefaults;
+  defaults.minWidth = 0.3;
+  EXPECT_EQ(Parse({}, defaults).derived,
+            "--smooth savgol:15:2 --baseline linear:520 --noise linear:520 --sn 5 --min-width 0.3 "
+            "(peaks are 13.0 points wide)");
+  EXPECT_EQ(Parse({"--smooth", "off", "--noise", "valley:9", "--sn", "3"}, defaults).derived,
+            "--baseline linear:520 (peaks are 13.0 points wide)");
+}
+
+TEST(ChainOptions, WhatTheUserDecidesIsNotTold) {
+  EXPECT_EQ(Parse({"--smooth", "off", "--baseline", "3", "--noise", "linear:9", "--sn", "3"}).derived, "");
+}
+
+TEST(ChainOptions, TheSegmentIsADefaultOfEachWayThatHasOne) {
+  for (const char* how : {"linear", "adaptive", "valley"})
+    EXPECT_EQ(Parse({"--baseline", how}).chain, Parse({"--baseline", std::string(how) + ":520"}).chain)
+        << how;
+  for (const char* how : {"linear", "valley", "dispersion", "median"})
+    EXPECT_EQ(Parse({"--noise", how}).chain, Parse({"--noise", std::string(how) + ":520"}).chain) << how;
 }
 
 struct SmoothCase {
@@ -181,7 +219,7 @@ TEST(ChainOptions, NoiseNamesItsAlgorithmOrAStretch) {
   EXPECT_EQ(Parse({"--noise", "valley:99"}).chain, With(Noise(Auto::VFNoise, 99)));
   EXPECT_EQ(Parse({"--noise", "dispersion"}).chain, With(Noise(Auto::Dispersion)));
   EXPECT_EQ(Parse({"--noise", "median:99:3"}).chain, With(Noise(Auto::Median, 99, 3)));
-  EXPECT_EQ(Parse({"--noise", "median"}).chain, With(Noise(Auto::Median, 250, 5)));
+  EXPECT_EQ(Parse({"--noise", "median"}).chain, With(Noise(Auto::Median, 520, 5)));
   EXPECT_EQ(Parse({"--noise", "6sd:1-2"}).chain, With(NoiseOn(Manual::SixTimesSD, 1, 2)));
   EXPECT_EQ(Parse({"--noise", "peak-to-peak:1.5-2"}).chain, With(NoiseOn(Manual::PeakToPeak, 1.5, 2)));
 }
@@ -278,6 +316,7 @@ TEST(ChainOptions, AChainFileReplacesTheSwitches) {
   const Chain chain = {CurveEval(Smooth(SmoothParams::Mean, 3))};
   const TempFile file("chain.xml", TslTool::ChainToXml(chain));
   EXPECT_EQ(Parse({"--chain", file.Path()}).chain, chain);
+  EXPECT_EQ(Parse({"--chain", file.Path()}).derived, "");
 }
 
 TEST(ChainOptions, AChainFileAndEachSwitchExcludeEachOther) {

@@ -80,7 +80,7 @@ TEST(Ending, NoProgressInAPipe) {
   const TempFile folder("x", "");
   const std::string run = folder.Folder() + "/a.run";
   EXPECT_EQ(RunShell("\"$TSLBL\" simulate -o '" + run + "' 2>&1").out, "");
-  EXPECT_EQ(RunShell("\"$TSLBL\" peaks '" + run + "' 2>&1 >/dev/null | cat").out, "");
+  EXPECT_EQ(RunShell("\"$TSLBL\" peaks --quiet '" + run + "' 2>&1 >/dev/null | cat").out, "");
 }
 
 TEST(Ending, ADeviceForTheOutputStaysADevice) {

@@ -63,6 +63,76 @@ TEST(Preview, IsEmptyWithoutPeaksOrSpectra) {
   }
 }
 
+// Of a spectrum with peaks at these places.
+std::optional<double> EvenStepOf(double (*place)(int index)) {
+  class OneSpectrum final : public SpectrumSource {
+   public:
+    explicit OneSpectrum(double (*place)(int)) : place_(place) {}
+    std::function<LoadedSpectrum()> Next() override {
+      if (std::exchange(done_, true)) return {};
+      return [this] {
+        LoadedSpectrum loaded = SpectrumWith(1, 12.0);
+        for (int i = 0; double& x : loaded.spectrum->xAxis) x = place_(i++);
+        return loaded;
+      };
+    }
+    std::optional<std::uint64_t> Count() const override { return 1; }
+    std::string Format() const override { return "one"; }
+
+   private:
+    double (*place_)(int);
+    bool done_ = false;
+  };
+  std::unique_ptr<SpectrumSource> source = std::make_unique<OneSpectrum>(place);
+  return LookAhead(source).evenStep;
+}
+
+TEST(Preview, TellsTheSpacingOfEvenPoints) {
+  EXPECT_DOUBLE_EQ(EvenStepOf([](int i) { return 2.0 * i; }).value(), 2.0);
+  EXPECT_DOUBLE_EQ(EvenStepOf([](int i) { return 2.0 * i + (i % 7 == 0 ? 0.3 : 0.0); }).value(), 2.0);
+}
+
+TEST(Preview, TellsNoSpacingOfUnevenPoints) {
+  EXPECT_EQ(EvenStepOf([](int i) { return 1e-3 * i * i; }), std::nullopt);
+}
+
+TEST(Preview, AFewGapsDoNotMakePointsUneven) {
+  EXPECT_DOUBLE_EQ(EvenStepOf([](int i) { return i + (i < 500 ? 0.0 : 30.0); }).value(), 1.0);
+}
+
+TEST(Preview, TellsThePointsOfASpectrum) {
+  for (const double width : {0.0, 9.0}) {
+    auto source = Fake({width});
+    EXPECT_EQ(LookAhead(source).points, 1000.0);
+  }
+}
+
+TEST(Preview, LooksOnWhereTheFirstSpectraShowNoPeak) {
+  std::vector<double> widths(20, 0.0);
+  widths.push_back(9.0);
+  auto source = Fake(widths);
+  EXPECT_NEAR(LookAhead(source).pointsAcross, 9.0, 0.1);
+}
+
+TEST(Preview, KeepsNoMoreThanItMay) {
+  std::vector<double> widths(20, 0.0);
+  widths.push_back(9.0);
+  auto source = Fake(widths);
+  EXPECT_EQ(LookAhead(source, 5000).spectra, 0U);
+}
+
+TEST(Preview, OfASourceOfItsOwnGoesToTheEndIfNeedBe) {
+  std::vector<double> widths(20, 0.0);
+  widths.push_back(9.0);
+  const auto source = Fake(widths);
+  EXPECT_NEAR(LookThrough(*source).pointsAcross, 9.0, 0.1);
+}
+
+TEST(Preview, OfASourceOfItsOwnEndsAtTheFirstDamage) {
+  const auto source = Fake({9.0, -1.0, 12.0});
+  EXPECT_EQ(LookThrough(*source).spectra, 1U);
+}
+
 TEST(Preview, LeavesEverySpectrumInItsPlace) {
   auto source = Fake(std::vector<double>(20, 9.0));
   LookAhead(source);

@@ -48,6 +48,15 @@ TEST(Sqlite, KeepsEveryKindOfValue) {
   EXPECT_FALSE(rows.Next());
 }
 
+TEST(Sqlite, RowsThatHaveEndedStayEnded) {
+  Fixture f;
+  f.database.Execute("INSERT INTO t(i) VALUES (1)");
+  Statement rows(f.database, "SELECT i FROM t");
+  EXPECT_TRUE(rows.Next());
+  EXPECT_FALSE(rows.Next());
+  EXPECT_FALSE(rows.Next());
+}
+
 TEST(Sqlite, AStatementCanRunAgainWithOtherValues) {
   const Fixture f;
   Statement insert(f.database, "INSERT INTO t(i) VALUES (?)");

@@ -1,39 +1,17 @@
 // tslbl peaks: spectra in, peak tables out.
 
-#include <fmt/format.h>
-
-#include <tool/chain/ChainFile.h>
-#include <tool/chain/ChainOptions.h>
-#include <tool/chain/EvaluateInOrder.h>
 #include <tool/commands/Commands.h>
-#include <tool/commands/peaks/CurveWriter.h>
+#include <tool/commands/peaks/EvaluateInput.h>
 #include <tool/commands/peaks/PeakFile.h>
-#include <tool/frame/InputError.h>
+#include <tool/commands/peaks/PeaksArguments.h>
 #include <tool/frame/Interrupt.h>
 #include <tool/frame/Output.h>
-#include <tool/frame/Progress.h>
-#include <tool/frame/Warning.h>
-#include <tool/io/ScanOptions.h>
-#include <tslbl/closed/common/Text.h>
-#include <tslbl/curve/CurveEval.h>
 #include <tslbl/detect/ThreadingParams.h>
-#include <algorithm>
 #include <iostream>
+#include <memory>
 
 namespace TslTool {
 namespace {
-
-struct PeaksArguments {
-  std::string input;
-  ScanOptions scans;
-  ChainOptions chain;
-  bool showChain = false;
-  bool resume = false;
-  std::string format = "table";
-  std::string output;
-  std::string curve;
-  std::optional<std::uint32_t> threads;
-};
 
 void UseThreads(std::uint32_t threads) {
   if (threads == 0) throw UsageError("--threads: there must be at least one");
@@ -49,77 +27,10 @@ void RequireDistinct(const std::string& option, const std::string& file, const s
     throw UsageError(option + ": " + file + " is " + what);
 }
 
-void Evaluate(const std::string& input, const std::vector<TslBL::CurveEval>& chain, LoadedSpectrum& loaded) {
-  TslBL::Changed changed;
-  std::wstring error;
-  if (!TslBL::ExecuteCurveEvals(*loaded.spectrum, chain, changed, error))
-    throw InputError(input, "scan " + std::to_string(loaded.scan), TslCommon::ToUtf8(error));
-}
-
-// `purpose` is what two points at least are needed for.
-void RequireStretch(const std::string& input, const std::optional<RealRange>& stretch, const char* purpose,
-                    const LoadedSpectrum& loaded) {
-  if (!stretch) return;
-  const auto inside = std::ranges::count_if(loaded.spectrum->xAxis,
-                                            [&](double x) { return stretch->from <= x && x <= stretch->to; });
-  if (inside < 2)
-    throw InputError(
-        input, "scan " + std::to_string(loaded.scan),
-        fmt::format("there are no two points from m/z {} to {} {}", stretch->from, stretch->to, purpose));
-}
-
 void RequireSafeFiles(const PeaksArguments& arguments) {
   RequireDistinct("--output", arguments.output, arguments.input, "the input");
   RequireDistinct("--curve", arguments.curve, arguments.input, "the input");
   RequireDistinct("--curve", arguments.curve, arguments.output, "the --output as well");
-}
-
-void WarnOfNoPeaks(const std::string& file, const std::vector<TslBL::CurveEval>& chain) {
-  if (std::ranges::none_of(chain, [](const auto& eval) { return eval.TypeText() == L"Peak Detect"; }))
-    Warn(file + ": no command \"Peak Detect\", so no peaks");
-}
-
-int ShowChain(const std::vector<TslBL::CurveEval>& chain, const std::string& path) {
-  Output output(path);
-  output.Write(ChainToXml(chain));
-  output.Commit();
-  return kDone;
-}
-
-// Evaluates and writes all that the source gives, and returns the number of spectra.
-std::uint64_t EvaluateAll(const PeaksArguments& arguments, const std::string& name, SpectrumSource& source,
-                          const std::vector<TslBL::CurveEval>& chain, PeakFile& peaks) {
-  const std::optional<RealRange> noise = arguments.chain.NoiseStretch();
-  const std::optional<RealRange> search = arguments.chain.SearchStretch();
-  std::optional<Output> curves;
-  if (!arguments.curve.empty()) curves.emplace(arguments.curve).Write(CurveHead());
-  Progress progress(source.Count(), "scans");
-  const auto evaluate = [&](LoadedSpectrum& loaded) {
-    RequireStretch(name, noise, "to measure the noise on", loaded);
-    RequireStretch(name, search, "to find peaks among", loaded);
-    Evaluate(name, chain, loaded);
-    return SpectrumTexts{peaks.Part(loaded), curves ? CurvePart(loaded) : ""};
-  };
-  const auto write = [&](const SpectrumTexts& texts) {
-    peaks.Write(texts.peaks);
-    if (curves) curves->Write(texts.curve);
-    progress.Step();
-  };
-  const std::uint64_t spectra = EvaluateInOrder(source, evaluate, write);
-  if (spectra == 0) return 0;
-  peaks.Commit();
-  if (curves) curves->Commit();
-  return spectra;
-}
-
-// With many spectra each is evaluated by one thread; a single one may be large.
-void ShareThreads(const SpectrumSource& source) {
-  TslBL::AppThreadingParams params = TslBL::GetMultiThreadingParams();
-  const bool alone = source.Count() == 1;
-  params.FindFeature.EnableMultiThreading = alone;
-  params.DescribePeaks.EnableMultiThreading = alone;
-  params.SelectPeaks.EnableMultiThreading = alone;
-  TslBL::SetMultiThreadingParams(params);
 }
 
 void RequireResumable(const PeaksArguments& arguments) {
@@ -129,60 +40,18 @@ void RequireResumable(const PeaksArguments& arguments) {
   if (!arguments.curve.empty()) throw UsageError("--resume and --curve exclude each other");
 }
 
-// What an earlier process left of the scans that are wanted now. What it wrote must be what
-// comes first of them; scans without a peak do not show in a table, and are looked at again.
-std::unique_ptr<SpectrumSource> RestOf(const std::string& input, const ScanFilter& wanted,
-                                       const std::vector<TslBL::CurveEval>& chain, const TableEnd& done,
-                                       PeakFile& peaks) {
-  ScanFilter first = wanted;
-  first.firstNumber = std::max(wanted.firstNumber, done.first);
-  first.lastNumber = std::min(wanted.lastNumber, done.first);
-  if (!OpenSpectra(input, first)->Next()) peaks.RefuseToResume(done.first, "is not asked for");
-  const auto evaluate = [&](LoadedSpectrum& loaded) {
-    Evaluate(input, chain, loaded);
-    if (!loaded.spectrum->peaks.empty()) peaks.RefuseToResume(loaded.scan, "is asked for, and missing");
-    return SpectrumTexts();
-  };
-  ScanFilter before = wanted;
-  if (wanted.firstNumber < done.first) {
-    before.lastNumber = done.first - 1;
-    EvaluateInOrder(*OpenSpectra(input, before), evaluate, [](const SpectrumTexts&) {});
-  }
-  ScanFilter rest = wanted;
-  rest.firstNumber = std::max(wanted.firstNumber, done.scan);
-  return OpenSpectra(input, rest);
-}
-
-int EvaluateInput(const PeaksArguments& arguments, const Options& options, PeakFile& peaks) {
-  const ScanFilter wanted = arguments.scans.Filter();
-  const std::string name = arguments.input.empty() ? "demonstration run" : arguments.input;
-  auto source = OpenSpectra(arguments.input, wanted);
-  ShareThreads(*source);
-  const std::vector<TslBL::CurveEval> chain = arguments.chain.Chain(options, source->MzStep());
-  WarnOfNoPeaks(arguments.chain.File(), chain);
-  if (arguments.resume)
-    if (const auto& done = peaks.Resume()) source = RestOf(arguments.input, wanted, chain, *done, peaks);
-  if (EvaluateAll(arguments, name, *source, chain, peaks) == 0)
-    throw InputError(name, "",
-                     wanted.WantsAll() ? "holds no spectrum" : "holds no spectrum that was asked for");
-  Tell(name, source->Notes());
-  Warn(name, source->Warnings());
-  return kDone;
-}
-
-int ShowEffectiveChain(const PeaksArguments& arguments, const Options& options) {
-  const auto source = OpenSpectra(arguments.input, arguments.scans.Filter());
-  return ShowChain(arguments.chain.Chain(options, source->MzStep()), arguments.output);
-}
-
 int RunPeaks(const PeaksArguments& arguments, const Options& options) {
   RequireSafeFiles(arguments);
   RequireResumable(arguments);
-  if (arguments.showChain) return ShowEffectiveChain(arguments, options);
+  if (arguments.showChain) {
+    ShowChain(arguments, options);
+    return kDone;
+  }
   if (arguments.threads) UseThreads(*arguments.threads);
   PeakFile peaks(arguments.format, arguments.output);
   try {
-    return EvaluateInput(arguments, options, peaks);
+    EvaluateInput(arguments, options, peaks);
+    return kDone;
   } catch (...) {
     const std::string part = WasInterrupted() ? peaks.KeepForLater() : "";
     if (!part.empty())
@@ -223,6 +92,7 @@ Command PeaksCommand() {
                           "Write the evaluated curves, point by point, to this file");
             options.Flag("--resume", arguments->resume,
                          "Continue an --output FILE that was interrupted, from its FILE.part");
+            options.Flag("-q,--quiet", arguments->quiet, "Do not tell what was taken from the data");
             options.Value("--threads N", arguments->threads,
                           "Number of threads [as many as the computer has]");
           },

@@ -94,6 +94,17 @@ TEST(ShotBackground, ALargerNoiseStaysWhereAtMostHalfOfThePointsAreEmpty) {
   EXPECT_LT(MeanOf(FiguresOf(Shots(0.1, 20000, 4), 9.0).noise), 2.0);
 }
 
+// A filter of few weights has so few values that one step above the floor is as common as the floor.
+TEST(ShotBackground, FilteredIonsAreNotTakenForDenseCounts) {
+  for (const std::uint32_t width : {7U, 13U, 15U})
+    for (const double mean : {0.3, 0.5, 0.7}) {
+      const double height = HeightOfAnIon(width);
+      const double expected = std::sqrt(height * (mean + height));
+      const Samples y = WithoutNegatives(Filtered(Shots(mean, 20000, 5), width));
+      EXPECT_NEAR(MeanOf(FiguresOf(y).noise), expected, 0.15 * expected) << width << " points, " << mean;
+    }
+}
+
 TEST(ShotBackground, DenseCountsKeepTheirBits) {
   for (const double mean : {5.0, 20.0, 200.0}) {
     EXPECT_TRUE(Stay(FiguresOf(Shots(mean, 20000, 5)))) << mean;

@@ -30,10 +30,28 @@ std::set<std::string> ScansOf(const std::vector<Row>& rows) {
 }
 
 TEST(Peaks, WithoutInputEvaluatesTheDemonstration) {
-  const Outcome outcome = RunTool({"peaks", "--format", "tsv"});
+  const Outcome outcome = RunTool({"peaks", "--format", "tsv", "--quiet"});
   EXPECT_EQ(outcome.status, 0);
   EXPECT_EQ(outcome.err, "");
   EXPECT_EQ(RowsOf(outcome.out), DemoRun::Get().Peaks());
+}
+
+TEST(Peaks, TellWhatOfTheChainWasTakenFromTheData) {
+  const Outcome outcome = RunTool({"peaks", DemoRun::Get().Run(), "--scan", "5"});
+  EXPECT_THAT(outcome.err,
+              testing::MatchesRegex("tslbl: .*/demo.run: --smooth savgol:13:2 --baseline linear:49. "
+                                    "--noise linear:49. --sn 5 --min-width 0.3.. "
+                                    "\\(peaks are 12.. points wide\\)\n"));
+}
+
+TEST(Peaks, WhatWasTakenFromTheDataGivesTheSameWhenTyped) {
+  const Arguments words = {"peaks", DemoRun::Get().Run(), "--scan", "5"};
+  const Outcome outcome = RunTool(words);
+  const std::size_t begin = outcome.err.find("--smooth");
+  const std::string switches = outcome.err.substr(begin, outcome.err.find(" (") - begin);
+  const Outcome typed = RunShell("\"$TSLBL\" peaks '" + DemoRun::Get().Run() + "' --scan 5 " + switches);
+  EXPECT_EQ(typed.out, outcome.out);
+  EXPECT_EQ(typed.err, "");
 }
 
 TEST(Peaks, ScanAndTimeSelect) {
@@ -45,7 +63,7 @@ TEST(Peaks, ScanAndTimeSelect) {
 }
 
 TEST(Peaks, AreTheSameOnAnyNumberOfThreads) {
-  const Arguments all = {"peaks", DemoRun::Get().Run(), "--format", "tsv", "--sn", "0"};
+  const Arguments all = {"peaks", DemoRun::Get().Run(), "--format", "tsv", "--sn", "0", "--min-width", "0"};
   const auto with = [&](const char* threads) {
     Arguments words = all;
     words.insert(words.end(), {"--threads", threads});
@@ -63,7 +81,7 @@ TEST(Peaks, OutputFileHoldsWhatStandardOutputWould) {
   const std::string file = folder.Folder() + "/peaks.tsv";
   const Arguments words = {"peaks", DemoRun::Get().Run(), "--scan", "3", "--format", "tsv"};
   Arguments toFile = words;
-  toFile.insert(toFile.end(), {"--output", file});
+  toFile.insert(toFile.end(), {"--output", file, "--quiet"});
   const Outcome outcome = RunTool(toFile);
   EXPECT_EQ(outcome.status, 0);
   EXPECT_EQ(outcome.out + outcome.err, "");
@@ -108,7 +126,7 @@ TEST(Peaks, ShownChainIsTheChainOfAnyLaterRun) {
   for (const Arguments& switches :
        {Arguments{}, Arguments{"--smooth", "mean:9", "--sn", "20", "--aerosol"},
         Arguments{"--noise", "6sd:100-140", "--subtract-baseline", "--threshold", "5000"}}) {
-    Arguments show = {"peaks", run, "--show-chain", "-o", chain};
+    Arguments show = {"peaks", run, "--scan", "5", "--show-chain", "-o", chain};
     show.insert(show.end(), switches.begin(), switches.end());
     ASSERT_EQ(RunTool(show).status, 0);
     Arguments with = {"--scan", "5"};

@@ -22,6 +22,7 @@ constexpr double kDenseShare = 0.1;
 constexpr double kDenseMean = 20.0;
 // An ion that no filter has spread is as high as the smallest step.
 constexpr double kUnfiltered = 1.5;
+constexpr std::size_t kJudgedSegments = 12;  // segments
 
 std::vector<IonBackground> CutIntoSegments(const double* y, std::size_t n, std::size_t segSize,
                                            const CurveFloor& floor) {
@@ -36,13 +37,17 @@ std::vector<IonBackground> CutIntoSegments(const double* y, std::size_t n, std::
   return segments;
 }
 
-// No filter has spread the ions, and most points hold some: one is as common as none.
-bool IsDenseCounting(const double* y, std::size_t n, const CurveFloor& floor, double quantum) {
-  const CurveFloor one{floor.value + quantum, floor.rounding};
-  return one.ShareOf(y, n) >= floor.ShareOf(y, n);
-}
-
 bool IsOnFloor(const IonBackground& segment) { return segment.onFloor > kDenseShare; }
+
+// Whether ions are higher than the smallest step, judged by some segments of a long curve: counting those of
+// dense counts costs more than their background.
+bool IsSpread(const double* y, std::size_t n, const CurveFloor& floor, std::size_t length, double quantum,
+              const std::vector<IonBackground>& segments) {
+  std::vector<IonBackground> some;
+  const std::size_t stride = segments.size() / kJudgedSegments + 1;
+  for (std::size_t k = 0; k < segments.size(); k += stride) some.push_back(segments[k]);
+  return CountIons(y, n, floor, length, some) > kUnfiltered * quantum;
+}
 
 // Straight from centre to centre of the segments.
 template <class Level>
@@ -73,7 +78,7 @@ void TakeShotBackground(const double* y, std::uint32_t n, std::uint32_t segSize,
   if (!floor) return;
   const std::size_t length = std::max<std::size_t>(segSize, kLeastSegment);
   std::vector<IonBackground> segments = CutIntoSegments(y, n, length, *floor);
-  if (std::ranges::none_of(segments, IsOnFloor) && IsDenseCounting(y, n, *floor, quantum)) return;
+  if (std::ranges::none_of(segments, IsOnFloor) && !IsSpread(y, n, *floor, length, quantum, segments)) return;
   const double height = CountIons(y, n, *floor, length, segments);
   if (!(height > 0.0)) return;
   // Of many ions, and of some that no filter has spread, the algorithms' own figures are good.

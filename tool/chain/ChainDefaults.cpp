@@ -1,0 +1,62 @@
+#include <tool/chain/ChainDefaults.h>
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace TslTool {
+namespace {
+
+// Of a line of the quadrupole, m/z.
+constexpr double kLineWidth = 0.6;
+constexpr double kWindow = 1.1;       // widths
+constexpr double kSegment = 40.0;     // widths
+constexpr double kLeastWidth = 0.55;  // widths
+constexpr double kLeastSmoothed = 4.0;
+constexpr double kLeastLimited = 5.0;
+constexpr double kManyWidths = 2200.0;
+constexpr double kMostPoints = 1001.0;
+
+std::string SmoothingFor(double width) {
+  if (width < kLeastSmoothed) return "off";
+  const double window = std::min(kWindow * width, kMostPoints);
+  return fmt::format("savgol:{}:2", static_cast<std::uint32_t>(window) | 1U);
+}
+
+// To three digits, as it is shown.
+double Rounded(double value) {
+  const double scale = std::pow(10.0, 2.0 - std::floor(std::log10(value)));
+  return std::round(value * scale) / scale;
+}
+
+std::uint32_t SignalToNoiseFor(double width, double points) {
+  if (width < kLeastSmoothed) return 7;
+  return points > kManyWidths * width ? 6 : 5;
+}
+
+// `width` in points.
+ChainDefaults For(double width, const Preview& preview, std::optional<double> evenStep,
+                  const std::string& reason) {
+  ChainDefaults defaults;
+  defaults.smooth = SmoothingFor(width);
+  defaults.segment = static_cast<std::uint32_t>(std::lround(std::clamp(kSegment * width, 250.0, 4000.0)));
+  defaults.sn = SignalToNoiseFor(width, preview.points);
+  if (evenStep && width >= kLeastLimited) defaults.minWidth = Rounded(kLeastWidth * width * *evenStep);
+  defaults.reason = reason;
+  return defaults;
+}
+
+}  // namespace
+
+ChainDefaults DefaultsFor(const Preview& preview, std::optional<double> mzStep) {
+  if (preview.pointsAcross > 0.0)
+    return For(preview.pointsAcross, preview, preview.evenStep,
+               fmt::format("peaks are {:.1f} points wide", preview.pointsAcross));
+  if (mzStep && *mzStep > 0.0)
+    return For(kLineWidth / *mzStep, preview, *mzStep,
+               fmt::format("lines of {} m/z, no peak seen", kLineWidth));
+  return For(0.0, preview, std::nullopt, "no peak seen");
+}
+
+}  // namespace TslTool

@@ -1,0 +1,141 @@
+#include <tool/commands/peaks/EvaluateInput.h>
+
+#include <fmt/format.h>
+
+#include <tool/chain/ChainFile.h>
+#include <tool/chain/EvaluateInOrder.h>
+#include <tool/commands/peaks/CurveWriter.h>
+#include <tool/commands/peaks/RestOfTable.h>
+#include <tool/commands/peaks/RunChain.h>
+#include <tool/frame/InputError.h>
+#include <tool/frame/Output.h>
+#include <tool/frame/Progress.h>
+#include <tool/frame/Warning.h>
+#include <tool/io/Preview.h>
+#include <tslbl/detect/ThreadingParams.h>
+#include <algorithm>
+#include <filesystem>
+
+namespace TslTool {
+namespace {
+
+std::string NameOf(const PeaksArguments& arguments) {
+  return arguments.input.empty() ? "demonstration run" : arguments.input;
+}
+
+// `purpose` is what two points at least are needed for.
+void RequireStretch(const std::string& input, const std::optional<RealRange>& stretch, const char* purpose,
+                    const LoadedSpectrum& loaded) {
+  if (!stretch) return;
+  const auto inside = std::ranges::count_if(loaded.spectrum->xAxis,
+                                            [&](double x) { return stretch->from <= x && x <= stretch->to; });
+  if (inside < 2)
+    throw InputError(
+        input, "scan " + std::to_string(loaded.scan),
+        fmt::format("there are no two points from m/z {} to {} {}", stretch->from, stretch->to, purpose));
+}
+
+void WarnOfNoPeaks(const std::string& file, const std::vector<TslBL::CurveEval>& chain) {
+  if (std::ranges::none_of(chain, [](const auto& eval) { return eval.TypeText() == L"Peak Detect"; }))
+    Warn(file + ": no command \"Peak Detect\", so no peaks");
+}
+
+// A file, not a pipe: it can be read a second time.
+bool CanBeReadAgain(const std::string& input) {
+  std::error_code unknown;
+  return input.empty() || std::filesystem::is_regular_file(input, unknown);
+}
+
+// Of spectra without a peak at the beginning of a run the rest has to tell.
+Preview PreviewOf(const std::string& input, const ScanFilter& wanted,
+                  std::unique_ptr<SpectrumSource>& source) {
+  const Preview preview = LookAhead(source);
+  if (preview.spectra > 0 || !CanBeReadAgain(input)) return preview;
+  return LookThrough(*OpenSpectra(input, wanted));
+}
+
+struct EffectiveChain {
+  std::vector<TslBL::CurveEval> evals;
+  std::string derived;  // what of it was taken from the data, and why
+};
+
+EffectiveChain ChainFor(const PeaksArguments& arguments, const Options& options,
+                        std::unique_ptr<SpectrumSource>& source) {
+  const Preview preview = PreviewOf(arguments.input, arguments.scans.Filter(), source);
+  const ChainDefaults defaults = DefaultsFor(preview, source->MzStep());
+  return {arguments.chain.Chain(options, defaults), arguments.chain.Derived(defaults)};
+}
+
+// When all is done, so that it never stands before an error.
+void TellDerived(const PeaksArguments& arguments, const EffectiveChain& chain) {
+  if (!chain.derived.empty() && !arguments.quiet)
+    Tell(fmt::format("{}: {}", NameOf(arguments), chain.derived));
+}
+
+// Evaluates and writes all that the source gives, and returns the number of spectra.
+std::uint64_t EvaluateAll(const PeaksArguments& arguments, SpectrumSource& source,
+                          const std::vector<TslBL::CurveEval>& chain, PeakFile& peaks,
+                          std::optional<Output>& curves) {
+  const std::string name = NameOf(arguments);
+  const std::optional<RealRange> noise = arguments.chain.NoiseStretch();
+  const std::optional<RealRange> search = arguments.chain.SearchStretch();
+  Progress progress(source.Count(), "scans");
+  const auto evaluate = [&](LoadedSpectrum& loaded) {
+    RequireStretch(name, noise, "to measure the noise on", loaded);
+    RequireStretch(name, search, "to find peaks among", loaded);
+    RunChain(name, chain, loaded);
+    return SpectrumTexts{peaks.Part(loaded), curves ? CurvePart(loaded) : ""};
+  };
+  const auto write = [&](const SpectrumTexts& texts) {
+    peaks.Write(texts.peaks);
+    if (curves) curves->Write(texts.curve);
+    progress.Step();
+  };
+  const std::uint64_t spectra = EvaluateInOrder(source, evaluate, write);
+  if (spectra == 0) return 0;
+  peaks.Commit();
+  if (curves) curves->Commit();
+  return spectra;
+}
+
+// With many spectra each is evaluated by one thread; a single one may be large.
+void ShareThreads(const SpectrumSource& source) {
+  TslBL::AppThreadingParams params = TslBL::GetMultiThreadingParams();
+  const bool alone = source.Count() == 1;
+  params.FindFeature.EnableMultiThreading = alone;
+  params.DescribePeaks.EnableMultiThreading = alone;
+  params.SelectPeaks.EnableMultiThreading = alone;
+  TslBL::SetMultiThreadingParams(params);
+}
+
+}  // namespace
+
+void EvaluateInput(const PeaksArguments& arguments, const Options& options, PeakFile& peaks) {
+  const ScanFilter wanted = arguments.scans.Filter();
+  auto source = OpenSpectra(arguments.input, wanted);
+  ShareThreads(*source);
+  std::optional<Output> curves;
+  if (!arguments.curve.empty()) curves.emplace(arguments.curve).Write(CurveHead());
+  const EffectiveChain chain = ChainFor(arguments, options, source);
+  WarnOfNoPeaks(arguments.chain.File(), chain.evals);
+  if (arguments.resume)
+    if (const auto& done = peaks.Resume())
+      source = RestOfTable(arguments.input, wanted, chain.evals, *done, peaks);
+  if (EvaluateAll(arguments, *source, chain.evals, peaks, curves) == 0)
+    throw InputError(NameOf(arguments), "",
+                     wanted.WantsAll() ? "holds no spectrum" : "holds no spectrum that was asked for");
+  if (!arguments.quiet) Tell(NameOf(arguments), source->Notes());
+  TellDerived(arguments, chain);
+  Warn(NameOf(arguments), source->Warnings());
+}
+
+void ShowChain(const PeaksArguments& arguments, const Options& options) {
+  auto source = OpenSpectra(arguments.input, arguments.scans.Filter());
+  const EffectiveChain chain = ChainFor(arguments, options, source);
+  Output output(arguments.output);
+  output.Write(ChainToXml(chain.evals));
+  output.Commit();
+  TellDerived(arguments, chain);
+}
+
+}  // namespace TslTool

@@ -1,0 +1,20 @@
+#pragma once
+// What is left to do for a table that was interrupted.
+
+#include <tool/commands/peaks/PeakFile.h>
+#include <tool/io/SpectrumSource.h>
+#include <tslbl/curve/CurveEval.h>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace TslTool {
+
+// The spectra from the last one that an earlier process finished, of those that are wanted now. What it wrote
+// must be what comes first of them; scans without a peak do not show in a table, and are evaluated again to
+// see that. Throws InputError, and leaves the table alone, where that does not fit.
+std::unique_ptr<SpectrumSource> RestOfTable(const std::string& input, const ScanFilter& wanted,
+                                            const std::vector<TslBL::CurveEval>& chain, const TableEnd& done,
+                                            PeakFile& peaks);
+
+}  // namespace TslTool
