@@ -39,6 +39,16 @@ Range ParseRange(const std::string& option, std::string_view text, ParseOne pars
   return range;
 }
 
+std::vector<std::string> Split(std::string_view text, char at) {
+  std::vector<std::string> parts;
+  for (;;) {
+    const std::size_t end = text.find(at);
+    parts.emplace_back(text.substr(0, end));
+    if (end == std::string_view::npos) return parts;
+    text.remove_prefix(end + 1);
+  }
+}
+
 }  // namespace
 
 double ParseReal(const std::string& option, std::string_view text) {
@@ -64,18 +74,24 @@ CountRange ParseCountRange(const std::string& option, std::string_view text) {
   return ParseRange<CountRange>(option, text, ParseCount);
 }
 
+std::vector<CountRange> ParseCountList(const std::string& option, std::string_view text) {
+  std::vector<CountRange> ranges;
+  for (const std::string& part : Split(text, ',')) {
+    const bool isOpen = part.size() > 1 && part.back() == '-';
+    if (isOpen) {
+      ranges.push_back({ParseCount(option, std::string_view(part).substr(0, part.size() - 1)),
+                        std::numeric_limits<std::uint32_t>::max()});
+    } else {
+      ranges.push_back(ParseCountRange(option, part));
+    }
+  }
+  return ranges;
+}
+
 double WithoutNaNSign(double value) {
   return std::isnan(value) ? std::numeric_limits<double>::quiet_NaN() : value;
 }
 
-std::vector<std::string> SplitColons(std::string_view text) {
-  std::vector<std::string> parts;
-  for (;;) {
-    const std::size_t colon = text.find(':');
-    parts.emplace_back(text.substr(0, colon));
-    if (colon == std::string_view::npos) return parts;
-    text.remove_prefix(colon + 1);
-  }
-}
+std::vector<std::string> SplitColons(std::string_view text) { return Split(text, ':'); }
 
 }  // namespace TslTool

@@ -23,8 +23,12 @@ RealRange ParseRealRange(const std::string& option, std::string_view text);
 struct CountRange {
   std::uint32_t from;
   std::uint32_t to;
+
+  bool operator==(const CountRange&) const = default;
 };
 CountRange ParseCountRange(const std::string& option, std::string_view text);
+// Ranges and numbers between commas, such as "1,3,5-9,20-": the last has no end.
+std::vector<CountRange> ParseCountList(const std::string& option, std::string_view text);
 
 // The same number; a NaN loses its sign, which would be printed.
 double WithoutNaNSign(double value);

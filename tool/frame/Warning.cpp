@@ -15,7 +15,7 @@ void Warn(const std::string& file, const std::vector<std::string>& texts) {
 }
 
 void Tell(const std::string& file, const std::vector<std::string>& texts) {
-  for (const std::string& text : texts) std::cerr << fmt::format("tslbl: {}: {}", file, text) << std::endl;
+  for (const std::string& text : texts) Tell(fmt::format("{}: {}", file, text));
 }
 
 }  // namespace TslTool

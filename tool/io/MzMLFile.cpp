@@ -11,6 +11,7 @@
 #include <boost/make_shared.hpp>
 #include <charconv>
 #include <cmath>
+#include <functional>
 #include <pwiz/data/msdata/IO.hpp>
 #include <pwiz/data/msdata/References.hpp>
 #include <sstream>
@@ -79,12 +80,21 @@ int LevelOf(const msdata::Spectrum& spectrum) {
   return *level;
 }
 
+int PolarityOf(const msdata::Spectrum& spectrum) {
+  if (spectrum.hasCVParam(cv::MS_positive_scan)) return 1;
+  return spectrum.hasCVParam(cv::MS_negative_scan) ? -1 : 0;
+}
+
 // The decoder's own messages run over several lines.
 std::string OneLine(std::string text) {
   const auto isBreak = [](char c) { return c == '\n' || c == '\r'; };
   while (!text.empty() && isBreak(text.back())) text.pop_back();
   std::replace_if(text.begin(), text.end(), isBreak, ' ');
   return text;
+}
+
+bool Ascends(const std::vector<double>& mz) {
+  return std::ranges::adjacent_find(mz, std::greater_equal<>()) == mz.end();
 }
 
 void RequireFinite(const std::vector<double>& values, const char* what) {
@@ -222,6 +232,7 @@ void MzMLFile::Impl::TakeHead(const msdata::Spectrum& spectrum, Scan& scan) {
   scan.msLevel = LevelOf(spectrum);
   scan.representation = RepresentationOf(spectrum);
   scan.rtSeconds = StartTime(spectrum);
+  scan.polarity = PolarityOf(spectrum);
 }
 
 double MzMLFile::Impl::StartTime(const msdata::Spectrum& spectrum) {
@@ -260,15 +271,21 @@ bool MzMLFile::Impl::TakeArrays(const msdata::Spectrum& spectrum, Scan& scan) {
   scan.amplitude.assign(amplitude->data.begin(), amplitude->data.end());
   RequireFinite(scan.mz, "m/z");
   RequireFinite(scan.amplitude, "intensity");
-  SettleAxis(scan);
+  if (!Ascends(scan.mz)) SettleAxis(scan);
   return true;
 }
 
 void MzMLFile::Impl::SettleAxis(Scan& scan) {
   if (scan.representation == Scan::Centroid) return SortPeaks(scan.mz, scan.amplitude);
-  const AxisRepair repair = RepairAxis(scan.mz, scan.amplitude);
+  const std::vector<double> mz = scan.mz;
+  const std::vector<double> amplitude = scan.amplitude;
+  AxisRepair repair = RepairAxis(scan.mz, scan.amplitude);
   if (repair.disorder) {
-    throw std::runtime_error("m/z does not ascend at point " + std::to_string(*repair.disorder + 1));
+    counts.Add("with m/z out of order, sorted", place);
+    scan.mz = mz;
+    scan.amplitude = amplitude;
+    SortPeaks(scan.mz, scan.amplitude);
+    repair = RepairAxis(scan.mz, scan.amplitude);
   }
   if (repair.exchanged) counts.Add("with neighbouring points in the wrong order, put in order", place);
   if (repair.merged) counts.Add("with repeated m/z values, averaged", place);

@@ -33,6 +33,7 @@ class LookedAhead final : public SpectrumSource {
   std::optional<std::uint64_t> Count() const override { return rest_->Count(); }
   std::string Format() const override { return rest_->Format(); }
   std::optional<double> MzStep() const override { return rest_->MzStep(); }
+  std::string Skipped() const override { return rest_->Skipped(); }
   std::vector<std::string> Warnings() const override { return rest_->Warnings(); }
   std::vector<std::string> Notes() const override { return rest_->Notes(); }
 

@@ -133,7 +133,7 @@ void RemoveRun(const std::string& file) {
 }
 
 RunReader::RunReader(const std::string& file, const ScanFilter& filter)
-    : database_(AtPlace(file, "", [&] { return OpenSnapshot(file); })) {
+    : database_(AtPlace(file, "", [&] { return OpenSnapshot(file); })), filter_(filter) {
   AtPlace(file, "", [this] { ReadHeader(); });
   AtPlace(file, "", [this] { ReadTunes(); });
   AtPlace(file, "table scan", [&] {
@@ -191,6 +191,12 @@ bool RunReader::Next(std::uint32_t& number, TslBL::RawSpectrum& raw) {
 }
 
 bool RunReader::Next(PackedScan& scan) {
+  while (NextRow(scan))
+    if (filter_.WantsNumber(scan.number)) return true;
+  return false;
+}
+
+bool RunReader::NextRow(PackedScan& scan) {
   const std::string behind = last_ == 0 ? "first scan" : "behind scan " + std::to_string(last_);
   if (!AtPlace(database_->File(), behind, [this] { return scans_->Next(); })) return false;
   scan.number = AtPlace(database_->File(), behind, [this] { return Unsigned32(*scans_, 0, "scan number"); });

@@ -60,7 +60,7 @@ struct PackedScan {
 class RunReader {
  public:
   // What is written from now on is not seen. Throws InputError if the file is no run, or
-  // damaged. Every scan is handed out unless `filter` asks for some.
+  // damaged. Every scan is handed out unless `filter` asks for some by number or time.
   explicit RunReader(const std::string& file, const ScanFilter& filter = {});
 
   // Fills `raw` with the next scan; false when there is none left. Throws InputError that
@@ -80,6 +80,7 @@ class RunReader {
  private:
   void ReadHeader();
   void ReadTunes();
+  bool NextRow(PackedScan& scan);
 
   std::unique_ptr<Database> database_;
   std::string title_;
@@ -87,6 +88,7 @@ class RunReader {
   std::map<std::uint32_t, TslBL::Tune> tunes_;
   std::unique_ptr<Statement> scans_;
   std::uint32_t last_ = 0;  // number of the scan read last
+  ScanFilter filter_;
 };
 
 }  // namespace TslTool

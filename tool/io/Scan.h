@@ -1,8 +1,10 @@
 #pragma once
 // A spectrum of a foreign file, and the source that hands such spectra out one after the other.
 
+#include <tool/frame/Numbers.h>
 #include <tool/frame/UsageError.h>
 #include <tool/io/ColumnNames.h>
+#include <algorithm>
 #include <cstdint>
 #include <limits>
 #include <optional>
@@ -21,18 +23,22 @@ struct Scan {
   std::string id;            // the file's own name for the scan; for text files the file's name
   double rtSeconds = std::numeric_limits<double>::quiet_NaN();  // NaN: the file gives no time
   int msLevel = 0;                                              // 0: the file gives no level
+  int polarity = 0;                                             // +1 or -1; 0: the file does not tell
   Representation representation = Unknown;
   std::vector<double> mz;
   std::vector<double> amplitude;
 };
 
-// Which scans are wanted: both ranges include their ends. A scan without a time is wanted only where every
-// time is. And which columns of a text.
+// Which scans are wanted: all ranges include their ends. A scan without a time, level or polarity is wanted
+// only where every one is. And which columns of a text.
 struct ScanFilter {
   std::uint32_t firstNumber = 0;
   std::uint32_t lastNumber = std::numeric_limits<std::uint32_t>::max();
   double rtFrom = -std::numeric_limits<double>::infinity();
   double rtTo = std::numeric_limits<double>::infinity();
+  std::vector<CountRange> numbers = {};  // within the first and the last; empty: every one
+  int msLevel = 0;                       // 0: every one
+  int polarity = 0;                      // +1 or -1; 0: every one
   ColumnChoice columns = {};
 
   bool WantsAll() const {
@@ -40,10 +46,15 @@ struct ScanFilter {
     all.columns = columns;
     return *this == all;
   }
+  bool WantsNumber(std::uint32_t number) const {
+    const auto holds = [&](const CountRange& range) { return range.from <= number && number <= range.to; };
+    return firstNumber <= number && number <= lastNumber &&
+           (numbers.empty() || std::ranges::any_of(numbers, holds));
+  }
   bool Wants(const Scan& scan) const {
     const bool everyTime = rtFrom == ScanFilter().rtFrom && rtTo == ScanFilter().rtTo;
-    return firstNumber <= scan.number && scan.number <= lastNumber &&
-           (everyTime || (rtFrom <= scan.rtSeconds && scan.rtSeconds <= rtTo));
+    return WantsNumber(scan.number) && (everyTime || (rtFrom <= scan.rtSeconds && scan.rtSeconds <= rtTo)) &&
+           (msLevel == 0 || msLevel == scan.msLevel) && (polarity == 0 || polarity == scan.polarity);
   }
   bool operator==(const ScanFilter&) const = default;
 };

@@ -1,8 +1,11 @@
 #include <tool/io/SpectrumSource.h>
 
 #include <tool/frame/InputError.h>
+#include <tool/io/FillGaps.h>
+#include <tool/io/JudgedRepresentation.h>
 #include <tool/io/OpenScans.h>
 #include <tool/io/RunFile.h>
+#include <tool/io/SkipCounts.h>
 #include <tool/simulate/Simulator.h>
 #include <tslbl/closed/common/Truncate.h>
 #include <tslbl/spectrum/CountRate.h>
@@ -21,35 +24,62 @@ std::unique_ptr<TslBL::Spectrum> FromCounts(const TslBL::Tune& tune, TslBL::RawS
   return std::unique_ptr<TslBL::Spectrum>(TslBL::CreateSpectrum(tune, raw, nullptr));
 }
 
+int PolarityOf(const TslBL::Tune& tune) {
+  return tune.ControlData.PolarityType == TslCommon::PolarityNegative ? -1 : 1;
+}
+
 bool Ascends(const std::vector<double>& x) {
   return std::ranges::all_of(x, [](double value) { return std::isfinite(value); }) &&
          std::ranges::adjacent_find(x, std::greater_equal<>()) == x.end();
 }
 
+constexpr const char* kTooShort = "of less than two points";
+
 class RunSpectra final : public SpectrumSource {
  public:
-  RunSpectra(const std::string& file, const ScanFilter& filter)
-      : file_(file), reader_(file, filter), all_(filter.WantsAll()) {}
+  RunSpectra(const std::string& file, const SpectrumChoice& choice)
+      : file_(file), reader_(file, choice.filter), filter_(choice.filter), skipped_(file, choice.strict) {
+    if (choice.takenAs == Scan::Centroid) throw InputError(file, "", "holds profiles, as every run does");
+  }
 
   std::function<LoadedSpectrum()> Next() override {
-    const auto scan = std::make_shared<PackedScan>();
-    if (!reader_.Next(*scan)) return {};
-    return [this, scan] { return Load(*scan); };
+    for (;;) {
+      const auto scan = std::make_shared<PackedScan>();
+      if (!reader_.Next(*scan)) return {};
+      if (!filter_.Wants(HeadOf(*scan))) continue;
+      if (scan->points < 2) {
+        skipped_.Skip(kTooShort, PlaceOf(scan->number));
+        continue;
+      }
+      skipped_.CountTaken();
+      return [this, scan] { return Load(*scan); };
+    }
   }
   std::optional<std::uint64_t> Count() const override {
-    return all_ ? std::optional(reader_.Count()) : std::nullopt;
+    return filter_.WantsAll() ? std::optional(reader_.Count()) : std::nullopt;
   }
   std::string Format() const override { return "run of raw counts"; }
+  std::string Skipped() const override { return skipped_.Text(); }
   std::optional<double> MzStep() const override {
     if (reader_.Tunes().empty()) return std::nullopt;
     return reader_.Tunes().begin()->second.ControlData.MZStepSize;
   }
 
  private:
+  // A scan of this instrument has one stage.
+  Scan HeadOf(const PackedScan& packed) const {
+    Scan scan;
+    scan.number = packed.number;
+    scan.rtSeconds = packed.info.TimeStamp / 1000.0;
+    scan.msLevel = 1;
+    const auto tune = reader_.Tunes().find(packed.info.TuneId);
+    if (tune != reader_.Tunes().end()) scan.polarity = PolarityOf(tune->second);
+    return scan;
+  }
+
   LoadedSpectrum Load(const PackedScan& scan) const {
     TslBL::RawSpectrum raw;
     reader_.Unpack(scan, raw);
-    if (raw.counts.empty()) throw InputError(file_, PlaceOf(scan.number), "holds no points");
     const TslBL::Tune& tune = reader_.TuneOf(scan.number, raw);
     const std::string tuneText = "tune " + std::to_string(raw.info.TuneId) + ": ";
     LoadedSpectrum loaded{scan.number, raw.info.TimeStamp / 1000.0, nullptr};
@@ -65,29 +95,60 @@ class RunSpectra final : public SpectrumSource {
 
   std::string file_;
   RunReader reader_;
-  bool all_;
+  ScanFilter filter_;
+  SkipCounts skipped_;
 };
 
 class ForeignSpectra final : public SpectrumSource {
  public:
-  ForeignSpectra(const std::string& file, const ScanFilter& filter)
-      : file_(file), scans_(OpenScans(file)), all_(filter.WantsAll()) {
-    scans_->SetFilter(filter);
+  ForeignSpectra(const std::string& file, const SpectrumChoice& choice)
+      : file_(file), scans_(OpenScans(file)), choice_(choice), skipped_(file, choice.strict) {
+    scans_->SetFilter(choice.filter);
   }
 
   std::function<LoadedSpectrum()> Next() override {
-    const auto scan = std::make_shared<Scan>();
-    if (!scans_->Next(*scan)) return {};
-    return [this, scan] { return Load(*scan); };
+    for (;;) {
+      const auto scan = std::make_shared<Scan>();
+      if (!scans_->Next(*scan)) return {};
+      if (const std::string reason = ReasonToSkip(*scan); !reason.empty()) {
+        skipped_.Skip(reason, PlaceOf(scan->number));
+        continue;
+      }
+      skipped_.CountTaken();
+      return [this, scan] { return Load(*scan); };
+    }
   }
-  std::optional<std::uint64_t> Count() const override { return all_ ? scans_->Count() : std::nullopt; }
+  std::optional<std::uint64_t> Count() const override {
+    return choice_.filter.WantsAll() ? scans_->Count() : std::nullopt;
+  }
   std::string Format() const override { return scans_->Format(); }
-  std::vector<std::string> Warnings() const override { return scans_->Warnings(); }
   std::vector<std::string> Notes() const override { return scans_->Notes(); }
+  std::string Skipped() const override { return skipped_.Text(); }
+  std::vector<std::string> Warnings() const override {
+    std::vector<std::string> texts = scans_->Warnings();
+    for (std::string& text : odd_.Texts()) texts.push_back(std::move(text));
+    return texts;
+  }
 
  private:
-  LoadedSpectrum Load(const Scan& scan) const {
-    Check(scan);
+  std::string ReasonToSkip(const Scan& scan) {
+    if (scan.mz.size() < 2) return kTooShort;
+    if (choice_.takenAs == Scan::Profile) return "";
+    if (choice_.takenAs == Scan::Centroid) return "taken as centroid";
+    const Scan::Representation judged = JudgedRepresentation(scan);
+    if (judged == Scan::Centroid) {
+      if (scan.representation == Scan::Centroid) return "marked as centroid";
+      return scan.representation == Scan::Profile
+                 ? "marked as profile, but centroid by the spacing of their points"
+                 : "centroid by the spacing of their points";
+    }
+    if (scan.representation == Scan::Centroid)
+      odd_.Add("marked as centroid, taken as profile by the spacing of their points", PlaceOf(scan.number));
+    return "";
+  }
+
+  static LoadedSpectrum Load(Scan& scan) {
+    FillGaps(scan.mz, scan.amplitude);
     TslBL::RawSpectrum raw;
     raw.info.Id = scan.number;
     raw.info.TimeStamp =
@@ -95,25 +156,21 @@ class ForeignSpectra final : public SpectrumSource {
     for (const double amplitude : scan.amplitude) raw.info.TIC += amplitude;
     raw.counts = scan.amplitude;
     const double step = scan.mz.size() > 1 ? scan.mz[1] - scan.mz[0] : 0.0;
-    LoadedSpectrum loaded{scan.number, scan.rtSeconds, nullptr};
+    LoadedSpectrum loaded{scan.number, scan.rtSeconds, nullptr, scan.id};
     loaded.spectrum.reset(TslBL::CreateSpectrum(raw, {}, {}, scan.mz.front(), step, scan.mz));
     return loaded;
   }
 
-  void Check(const Scan& scan) const {
-    if (scan.mz.empty()) throw InputError(file_, PlaceOf(scan.number), "holds no points");
-    if (scan.representation == Scan::Centroid)
-      throw InputError(file_, PlaceOf(scan.number), "holds centroid data; peak detection needs a profile");
-  }
-
   std::string file_;
   std::unique_ptr<ScanSource> scans_;
-  bool all_;
+  SpectrumChoice choice_;
+  SkipCounts skipped_;
+  WarningCounts odd_;
 };
 
 class DemonstrationSpectra final : public SpectrumSource {
  public:
-  explicit DemonstrationSpectra(const ScanFilter& filter) : filter_(filter) {}
+  explicit DemonstrationSpectra(const SpectrumChoice& choice) : filter_(choice.filter) {}
 
   std::function<LoadedSpectrum()> Next() override {
     while (next_ < simulator_.Scans()) {
@@ -121,6 +178,8 @@ class DemonstrationSpectra final : public SpectrumSource {
       Scan header;
       header.number = index + 1;
       header.rtSeconds = simulator_.TimeStamp(index) / 1000.0;
+      header.msLevel = 1;
+      header.polarity = PolarityOf(simulator_.Tune());
       if (filter_.Wants(header)) return [this, index] { return Load(index); };
     }
     return {};
@@ -144,12 +203,12 @@ class DemonstrationSpectra final : public SpectrumSource {
 
 }  // namespace
 
-std::unique_ptr<SpectrumSource> OpenSpectra(const std::string& input, const ScanFilter& filter) {
+std::unique_ptr<SpectrumSource> OpenSpectra(const std::string& input, const SpectrumChoice& choice) {
   const bool isRun = input.empty() || IsDatabase(input);
-  if (isRun && filter.columns.IsGiven()) ScanSource::RefuseColumns("a run");
-  if (input.empty()) return std::make_unique<DemonstrationSpectra>(filter);
-  if (isRun) return std::make_unique<RunSpectra>(input, filter);
-  return std::make_unique<ForeignSpectra>(input, filter);
+  if (isRun && choice.filter.columns.IsGiven()) ScanSource::RefuseColumns("a run");
+  if (input.empty()) return std::make_unique<DemonstrationSpectra>(choice);
+  if (isRun) return std::make_unique<RunSpectra>(input, choice);
+  return std::make_unique<ForeignSpectra>(input, choice);
 }
 
 }  // namespace TslTool

@@ -17,6 +17,16 @@ struct LoadedSpectrum {
   std::uint32_t scan = 0;
   double rtSeconds = 0.0;  // NaN: the file gives no time
   std::unique_ptr<TslBL::Spectrum> spectrum;
+  std::string id = {};  // the file's own name for it; empty where the number is the name
+};
+
+// Which spectra of an input are wanted, and what they are to be taken as.
+struct SpectrumChoice {
+  ScanFilter filter;
+  // Unknown: as they are marked, unless their points say otherwise.
+  Scan::Representation takenAs = Scan::Unknown;
+  // What cannot be evaluated is an error and not skipped.
+  bool strict = false;
 };
 
 class SpectrumSource {
@@ -32,6 +42,9 @@ class SpectrumSource {
   virtual std::string Format() const = 0;
   // Spacing of the points in m/z, where the instrument's tune gives it.
   virtual std::optional<double> MzStep() const { return std::nullopt; }
+  // What was wanted and cannot be evaluated, as in "3 of 12 spectra skipped: 3 marked as centroid (first at
+  // scan 2)"; empty if nothing was. Complete once Next has returned false.
+  virtual std::string Skipped() const { return ""; }
   // What was odd but readable, complete once Next has returned false.
   virtual std::vector<std::string> Warnings() const { return {}; }
   // What was taken for what, likewise; see ScanSource::Notes.
@@ -39,8 +52,9 @@ class SpectrumSource {
 };
 
 // A run brings counts: they become count rates, and the tune's calibration gives the m/z
-// axis. Everything else brings its own m/z axis and must be a profile. An empty `input` is
-// the demonstration run. Throws InputError, and UsageError for a choice of columns where there are none.
-std::unique_ptr<SpectrumSource> OpenSpectra(const std::string& input, const ScanFilter& filter);
+// axis. Everything else brings its own m/z axis; only profiles of two points or more are handed
+// out. An empty `input` is the demonstration run. Throws InputError, and UsageError for a choice of
+// columns where there are none.
+std::unique_ptr<SpectrumSource> OpenSpectra(const std::string& input, const SpectrumChoice& choice);
 
 }  // namespace TslTool

@@ -248,7 +248,7 @@ TEST(ChainOptions, EachLimitIsSetAndInUse) {
         LimitCase{{"--max-width", "2"}, [](P& p) { p.FWHMLTInUse = true, p.FWHMLT = 2; }},
         LimitCase{{"--max-peaks", "7"}, [](P& p) { p.PeakCntInUse = true, p.PeakCnt = 7; }},
         LimitCase{{"--valley", "10"}, [](P& p) { p.MaxValley = 10; }},
-        LimitCase{{"--position", "top"}, [](P& p) { p.RetentionType = P::PeakTop; }},
+        LimitCase{{"--position", "top"}, [](P& p) { p.RetentionType = P::PeakTop, p.Retention = 25; }},
         LimitCase{{"--position", "centroid:75"}, [](P& p) { p.Retention = 75; }},
         LimitCase{{"--range", "300-400"},
                   [](P& p) { p.FullSearch = false, p.SearchStart = 300, p.SearchEnd = 400; }},

@@ -122,13 +122,14 @@ TEST(BadInput, AChainFileThatIsNoneNamesThePlace) {
   EXPECT_EQ(ErrorOfChain(misspelt), "CurveEvals/CurveEval/Smooth/Alg: \"Meen\" is not a value for it\n");
 }
 
-TEST(BadInput, CentroidDataAndEmptyScansNameTheScan) {
+TEST(BadInput, WhatHoldsNothingToEvaluateTellsWhy) {
   const std::string arrays = ArrayOf(kMz, BytesOf<double>({100})) + ArrayOf(kIntensity, BytesOf<double>({1}));
-  EXPECT_EQ(ErrorOf("a.mzML", MzML(SpectrumOf("scan=4", 1, arrays, Term(kCentroid)))),
-            "scan 4: holds centroid data; peak detection needs a profile\n");
+  EXPECT_EQ(
+      ErrorOf("a.mzML", MzML(SpectrumOf("scan=4", 1, arrays, Term(kCentroid)))),
+      "holds no spectrum to evaluate: 1 of 1 spectra skipped: 1 of less than two points (first at scan 4)\n");
   EXPECT_EQ(
       ErrorOf("a.mzML", MzML("<spectrum index=\"0\" id=\"scan=5\" defaultArrayLength=\"0\"></spectrum>")),
-      "scan 5: holds no points\n");
+      "holds no spectrum to evaluate: 1 of 1 spectra skipped: 1 of less than two points (first at scan 5)\n");
 }
 
 TEST(BadInput, InfoTellsTheSame) {

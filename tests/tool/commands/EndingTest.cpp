@@ -91,7 +91,7 @@ TEST(Ending, ADeviceForTheOutputStaysADevice) {
 }
 
 TEST(Ending, APipeIsAnInputLikeAnother) {
-  const TempFile file("a.txt", "100 1\n101 500\n102 2\n103 1\n104 1\n");
+  const TempFile file("a.txt", "100 1\n100.1 500\n100.2 2\n100.3 1\n100.4 1\n");
   const Outcome piped = RunShell("cat '" + file.Path() + "' | \"$TSLBL\" peaks /dev/stdin");
   EXPECT_EQ(piped.status, 0) << piped.err;
   EXPECT_EQ(piped.out, RunTool({"peaks", file.Path()}).out);

@@ -1,3 +1,4 @@
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -75,6 +76,19 @@ TEST(Numbers, WhatIsNoRangeIsNamed) {
   EXPECT_EQ(ErrorOf([] { ParseRealRange("--rt", "1-"); }), "--rt: \"\" is not a number");
   EXPECT_EQ(ErrorOf([] { ParseRealRange("--rt", ""); }), "--rt: \"\" is not a number");
   EXPECT_NE(ErrorOf([] { ParseCountRange("--scan", "-3"); }), "");
+}
+
+TEST(Numbers, AListHasNumbersAndRangesTheLastWithoutAnEnd) {
+  constexpr std::uint32_t kMost = 4294967295U;
+  EXPECT_EQ(TslTool::ParseCountList("--scan", "3"), (std::vector<TslTool::CountRange>{{3, 3}}));
+  EXPECT_EQ(TslTool::ParseCountList("--scan", "1,5-9,20-"),
+            (std::vector<TslTool::CountRange>{{1, 1}, {5, 9}, {20, kMost}}));
+}
+
+TEST(Numbers, WhatIsNoListIsNamed) {
+  for (const char* text : {"1,", ",1", "1,,2", "-", "1--", "1;2", "5-3,1"})
+    EXPECT_THAT(ErrorOf([&] { TslTool::ParseCountList("--scan", text); }), testing::StartsWith("--scan: \""))
+        << text;
 }
 
 TEST(Numbers, ColonsSeparateAlsoEmptyParts) {

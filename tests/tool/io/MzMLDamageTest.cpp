@@ -65,7 +65,6 @@ TEST(MzMLDamage, RefusesDamagedArrays) {
        "point 3 of the m/z array is not a finite number"},
       {MzArray() + ArrayOf(kIntensity, BytesOf<double>({INFINITY, 2, 3, 4})),
        "point 1 of the intensity array"},
-      {ArrayOf(kMz, BytesOf<double>({3, 4, 1, 2})) + IntensityArray(), "m/z does not ascend at point 3"},
   };
   for (const auto& [arrays, reason] : table) EXPECT_THAT(ErrorOfArrays(arrays), HasSubstr(reason));
 }

@@ -259,6 +259,31 @@ TEST(MzMLFile, LeavesOutLightSpectraWithAWarning) {
   EXPECT_THAT(source->Warnings(), ElementsAre(HasSubstr("without an m/z array")));
 }
 
+TEST(MzMLFile, SortsWhatIsOutOfOrderAndTellsIt) {
+  const TempFile file("run.mzML", MzML(PlainSpectrum("scan=1", {3, 4, 1, 2}, {30, 40, 10, 20})));
+  const auto source = OpenScans(file.Path());
+  Scan scan;
+  ASSERT_TRUE(source->Next(scan));
+  EXPECT_THAT(scan.mz, ElementsAre(1, 2, 3, 4));
+  EXPECT_THAT(scan.amplitude, ElementsAre(10, 20, 30, 40));
+  EXPECT_THAT(source->Warnings(),
+              ElementsAre(HasSubstr("1 spectrum with m/z out of order, sorted (first at ")));
+}
+
+TEST(MzMLFile, TellsThePolarity) {
+  const TempFile file(
+      "run.mzML",
+      MzML(SpectrumOf("scan=1", 4, MzArray() + IntensityArray(), Term(kProfile) + Term("MS:1000130")) +
+               SpectrumOf("scan=2", 4, MzArray() + IntensityArray(), Term(kProfile) + Term("MS:1000129")) +
+               PlainSpectrum("scan=3", kAxis, kCounts),
+           3));
+  const auto scans = ReadAll(file.Path());
+  ASSERT_EQ(scans.size(), 3U);
+  EXPECT_EQ(scans[0].polarity, 1);
+  EXPECT_EQ(scans[1].polarity, -1);
+  EXPECT_EQ(scans[2].polarity, 0);
+}
+
 std::string ThreeScans() {
   std::string spectra;
   for (const int n : {1, 2, 3}) {

@@ -21,10 +21,11 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using TslTool::LoadedSpectrum;
 using TslTool::OpenSpectra;
-using TslTool::ScanFilter;
+using TslTool::Scan;
+using TslTool::SpectrumChoice;
 
-std::vector<LoadedSpectrum> LoadAll(const std::string& file, const ScanFilter& filter = {}) {
-  const auto source = OpenSpectra(file, filter);
+std::vector<LoadedSpectrum> LoadAll(const std::string& file, const SpectrumChoice& choice = {}) {
+  const auto source = OpenSpectra(file, choice);
   std::vector<LoadedSpectrum> all;
   while (const auto load = source->Next()) all.push_back(load());
   return all;
@@ -39,10 +40,17 @@ std::string ErrorOf(const std::string& file) {
   return "";
 }
 
-ScanFilter Only(std::uint32_t number) {
-  ScanFilter filter;
-  filter.firstNumber = filter.lastNumber = number;
-  return filter;
+SpectrumChoice Only(std::uint32_t number) {
+  SpectrumChoice choice;
+  choice.filter.numbers = {{number, number}};
+  return choice;
+}
+
+// What is skipped when all of a file is read.
+std::string SkippedOf(const std::string& file, const SpectrumChoice& choice = {}) {
+  const auto source = OpenSpectra(file, choice);
+  while (source->Next()) continue;
+  return source->Skipped();
 }
 
 // 50 us in each of 4 scans make 5000 counts a second of one count.
@@ -80,7 +88,7 @@ TEST(SpectrumSource, ARunTellsItsCountFormatAndSpacing) {
 }
 
 TEST(SpectrumSource, AForeignProfileKeepsItsArraysExactly) {
-  const Values mz = {100, 100.1, 100.30000000000001, 101};
+  const Values mz = {100, 100.1, 100.20000000000001, 100.35};
   const Values amplitude = {0.1, 7, 1e-300, -3};
   const TempFile file("a.mzML", MzML(PlainSpectrum("scan=17", mz, amplitude)));
   const auto loaded = LoadAll(file.Path());
@@ -93,13 +101,8 @@ TEST(SpectrumSource, AForeignProfileKeepsItsArraysExactly) {
 }
 
 TEST(SpectrumSource, TextWithoutATimeHasNone) {
-  const TempFile file("a.txt", "100 1\n101 5\n102 2\n");
+  const TempFile file("a.txt", "100 1\n100.1 5\n100.2 2\n");
   EXPECT_TRUE(std::isnan(LoadAll(file.Path())[0].rtSeconds));
-}
-
-TEST(SpectrumSource, ASpectrumOfOnePointIsASpectrum) {
-  const TempFile file("a.txt", "100 1\n");
-  EXPECT_THAT(LoadAll(file.Path())[0].spectrum->xAxis, ElementsAre(100));
 }
 
 TEST(SpectrumSource, WithoutInputItIsTheDemonstration) {
@@ -121,24 +124,131 @@ TEST(SpectrumSource, TheDemonstrationIsTheRunThatSimulateWrites) {
   EXPECT_EQ(*written[1].spectrum, *LoadAll("", Only(2))[0].spectrum);
 }
 
-TEST(SpectrumSource, CentroidDataAreRefused) {
-  const TempFile file("a.mzML", MzML(SpectrumOf("scan=5", 1,
-                                                ArrayOf(kMz, BytesOf<double>({100})) +
-                                                    ArrayOf(kIntensity, BytesOf<double>({1})),
-                                                Term(kCentroid))));
-  EXPECT_EQ(ErrorOf(file.Path()), "scan 5: holds centroid data; peak detection needs a profile");
+// A profile, centroid data, a point alone, an empty spectrum, and a profile of another level and polarity.
+std::string MixedMzML() {
+  constexpr const char* kNegative = "MS:1000129";
+  const auto arrays = [](const Values& mz, const Values& amplitude) {
+    return ArrayOf(kMz, BytesOf<double>(mz)) + ArrayOf(kIntensity, BytesOf<double>(amplitude));
+  };
+  const Values mz = {100, 100.1, 100.2, 100.3};
+  return MzML(
+      SpectrumOf("scan=1", 4, arrays(mz, {1, 5, 2, 1}), Term(kProfile) + Term("MS:1000511", "value=\"1\"")) +
+          SpectrumOf("scan=2", 4, arrays({100, 107.1, 130.2, 131}, {1, 5, 2, 1}), Term(kCentroid)) +
+          SpectrumOf("scan=3", 1, arrays({100}, {1}), Term(kProfile)) +
+          "<spectrum index=\"3\" id=\"scan=4\" defaultArrayLength=\"0\"></spectrum>" +
+          SpectrumOf("scan=5", 4, arrays(mz, {1, 5, 2, 1}),
+                     Term(kProfile) + Term("MS:1000511", "value=\"2\"") + Term(kNegative)),
+      5);
 }
 
-TEST(SpectrumSource, AScanWithoutPointsIsRefused) {
-  const TempFile file("a.mzML",
-                      MzML("<spectrum index=\"0\" id=\"scan=5\" defaultArrayLength=\"0\"></spectrum>"));
-  EXPECT_EQ(ErrorOf(file.Path()), "scan 5: holds no points");
+std::vector<std::uint32_t> ScansOf(const std::string& file, const SpectrumChoice& choice = {}) {
+  std::vector<std::uint32_t> scans;
+  for (const LoadedSpectrum& loaded : LoadAll(file, choice)) scans.push_back(loaded.scan);
+  return scans;
+}
+
+TEST(SpectrumSource, WhatIsNoProfileIsSkippedAndCountedByReason) {
+  const TempFile file("a.mzML", MixedMzML());
+  EXPECT_THAT(ScansOf(file.Path()), ElementsAre(1, 5));
+  EXPECT_EQ(
+      SkippedOf(file.Path()),
+      "3 of 5 spectra skipped: 1 marked as centroid (first at scan 2), 2 of less than two points (first at "
+      "scan 3)");
+  EXPECT_EQ(SkippedOf(file.Path(), Only(1)), "");
+}
+
+TEST(SpectrumSource, StrictMakesWhatIsSkippedAnError) {
+  const TempFile file("a.mzML", MixedMzML());
+  SpectrumChoice choice;
+  choice.strict = true;
+  try {
+    LoadAll(file.Path(), choice);
+    FAIL();
+  } catch (const TslTool::InputError& error) {
+    EXPECT_EQ(error.Place() + ": " + error.Reason(), "scan 2: cannot be evaluated: marked as centroid");
+  }
+}
+
+TEST(SpectrumSource, LevelPolarityAndListsSelect) {
+  const TempFile file("a.mzML", MixedMzML());
+  SpectrumChoice level;
+  level.filter.msLevel = 2;
+  EXPECT_THAT(ScansOf(file.Path(), level), ElementsAre(5));
+  SpectrumChoice polarity;
+  polarity.filter.polarity = -1;
+  EXPECT_THAT(ScansOf(file.Path(), polarity), ElementsAre(5));
+  SpectrumChoice list;
+  list.filter.numbers = {{5, 9}, {1, 1}};
+  EXPECT_THAT(ScansOf(file.Path(), list), ElementsAre(1, 5));
+}
+
+TEST(SpectrumSource, OfARunLevelPolarityAndListsSelectToo) {
+  const SmallRun run;
+  SpectrumChoice choice;
+  choice.filter.numbers = {{3, 9}, {1, 1}};
+  choice.filter.msLevel = 1;
+  choice.filter.polarity = 1;
+  EXPECT_THAT(ScansOf(run.Path(), choice), ElementsAre(1, 3));
+  choice.filter.polarity = -1;
+  EXPECT_THAT(ScansOf(run.Path(), choice), IsEmpty());
+  choice.filter = {.msLevel = 2};
+  EXPECT_THAT(ScansOf(run.Path(), choice), IsEmpty());
+}
+
+TEST(SpectrumSource, WhatTheUserSaysOverrulesMarksAndPoints) {
+  const TempFile file("a.mzML", MixedMzML());
+  SpectrumChoice choice;
+  choice.takenAs = Scan::Profile;
+  EXPECT_THAT(ScansOf(file.Path(), choice), ElementsAre(1, 2, 5));
+  choice.takenAs = Scan::Centroid;
+  EXPECT_THAT(ScansOf(file.Path(), choice), IsEmpty());
+  EXPECT_THAT(SkippedOf(file.Path(), choice), HasSubstr("3 taken as centroid (first at scan 1)"));
+}
+
+TEST(SpectrumSource, CentroidDataAreKnownByTheirPoints) {
+  const TempFile file("a.txt", "100.2 1\n107.1 5\n130.2 2\n131.2 8\n");
+  EXPECT_EQ(SkippedOf(file.Path()),
+            "1 of 1 spectra skipped: 1 centroid by the spacing of their points (first at scan 1)");
+}
+
+TEST(SpectrumSource, AProfileThatIsMarkedAsCentroidIsTakenAndTold) {
+  Values mz, amplitude;
+  for (int i = 0; i < 60; ++i) {
+    mz.push_back(100 + 0.1 * i);
+    amplitude.push_back(i % 7);
+  }
+  const TempFile file("a.mzML", MzML(SpectrumOf("scan=1", 60,
+                                                ArrayOf(kMz, BytesOf<double>(mz)) +
+                                                    ArrayOf(kIntensity, BytesOf<double>(amplitude)),
+                                                Term(kCentroid))));
+  const auto source = OpenSpectra(file.Path(), {});
+  EXPECT_TRUE(source->Next());
+  EXPECT_THAT(source->Warnings(),
+              ElementsAre("1 spectrum marked as centroid, taken as profile by the spacing of "
+                          "their points (first at scan 1)"));
+}
+
+TEST(SpectrumSource, ZerosThatAFileLeavesOutArePutBack) {
+  const TempFile file("a.txt", "100 1\n100.1 9\n100.2 1\n103.05 1\n103.15 9\n103.25 1\n");
+  const auto loaded = LoadAll(file.Path());
+  EXPECT_EQ(loaded[0].spectrum->xAxis.size(), 6U + 28U);
+  EXPECT_EQ(loaded[0].spectrum->tic, 22.0);
+}
+
+TEST(SpectrumSource, ARunsScanWithoutPointsIsSkipped) {
   const TempFile folder("x", "");
   TslTool::RunWriter writer(folder.Folder() + "/a.run", "");
   writer.AddTune(1, TslTool::Simulator(1).Tune());
   writer.AddScan(RawScan(1, {}));
   writer.Finish();
-  EXPECT_EQ(ErrorOf(folder.Folder() + "/a.run"), "scan 1: holds no points");
+  EXPECT_EQ(SkippedOf(folder.Folder() + "/a.run"),
+            "1 of 1 spectra skipped: 1 of less than two points (first at scan 1)");
+}
+
+TEST(SpectrumSource, ARunIsNeverCentroid) {
+  SpectrumChoice choice;
+  choice.takenAs = Scan::Centroid;
+  EXPECT_THROW(OpenSpectra(SmallRun().Path(), choice), TslTool::InputError);
 }
 
 // The error of a run whose tune was changed.

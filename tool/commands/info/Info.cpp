@@ -69,7 +69,7 @@ std::string Rows(const Summary& s, const std::string& unit) {
 
 // Of the first spectra, since it takes the whole of each.
 std::string PeakWidthRow(const std::string& file, const ScanFilter& filter) {
-  auto source = OpenSpectra(file, filter);
+  auto source = OpenSpectra(file, {.filter = filter});
   const Preview preview = LookAhead(source);
   return Row("peak width",
              preview.pointsAcross > 0.0 ? fmt::format("{:.1f} points", preview.pointsAcross) : "unknown");
@@ -150,7 +150,7 @@ struct InfoArguments {
 int RunInfo(const InfoArguments& arguments) {
   const std::string& input = arguments.input;
   if (input.empty()) throw UsageError("INPUT is required");
-  const ScanFilter filter = arguments.scans.Filter();
+  const ScanFilter filter = arguments.scans.Choice().filter;
   const bool isRun = IsDatabase(input);
   if (isRun && filter.columns.IsGiven()) ScanSource::RefuseColumns("a run");
   Remarks remarks;

@@ -47,7 +47,7 @@ bool CanBeReadAgain(const std::string& input) {
 }
 
 // Of spectra without a peak at the beginning of a run the rest has to tell.
-Preview PreviewOf(const std::string& input, const ScanFilter& wanted,
+Preview PreviewOf(const std::string& input, const SpectrumChoice& wanted,
                   std::unique_ptr<SpectrumSource>& source) {
   const Preview preview = LookAhead(source);
   if (preview.spectra > 0 || !CanBeReadAgain(input)) return preview;
@@ -61,7 +61,7 @@ struct EffectiveChain {
 
 EffectiveChain ChainFor(const PeaksArguments& arguments, const Options& options,
                         std::unique_ptr<SpectrumSource>& source) {
-  const Preview preview = PreviewOf(arguments.input, arguments.scans.Filter(), source);
+  const Preview preview = PreviewOf(arguments.input, arguments.scans.Choice(), source);
   const ChainDefaults defaults = DefaultsFor(preview, source->MzStep());
   return {arguments.chain.Chain(options, defaults), arguments.chain.Derived(defaults)};
 }
@@ -98,6 +98,15 @@ std::uint64_t EvaluateAll(const PeaksArguments& arguments, SpectrumSource& sourc
   return spectra;
 }
 
+[[noreturn]] void RefuseNothing(const PeaksArguments& arguments, const SpectrumSource& source) {
+  const bool all = arguments.scans.Choice().filter.WantsAll();
+  std::string reason = all ? "holds no spectrum" : "holds no spectrum that was asked for";
+  if (const std::string skipped = source.Skipped(); !skipped.empty())
+    reason = fmt::format("holds no spectrum to evaluate: {}", skipped);
+  if (reason.find("centroid") != std::string::npos) reason += "; --profile takes all as profiles";
+  throw InputError(NameOf(arguments), "", reason);
+}
+
 // With many spectra each is evaluated by one thread; a single one may be large.
 void ShareThreads(const SpectrumSource& source) {
   TslBL::AppThreadingParams params = TslBL::GetMultiThreadingParams();
@@ -111,7 +120,7 @@ void ShareThreads(const SpectrumSource& source) {
 }  // namespace
 
 void EvaluateInput(const PeaksArguments& arguments, const Options& options, PeakFile& peaks) {
-  const ScanFilter wanted = arguments.scans.Filter();
+  const SpectrumChoice wanted = arguments.scans.Choice();
   auto source = OpenSpectra(arguments.input, wanted);
   ShareThreads(*source);
   std::optional<Output> curves;
@@ -121,16 +130,16 @@ void EvaluateInput(const PeaksArguments& arguments, const Options& options, Peak
   if (arguments.resume)
     if (const auto& done = peaks.Resume())
       source = RestOfTable(arguments.input, wanted, chain.evals, *done, peaks);
-  if (EvaluateAll(arguments, *source, chain.evals, peaks, curves) == 0)
-    throw InputError(NameOf(arguments), "",
-                     wanted.WantsAll() ? "holds no spectrum" : "holds no spectrum that was asked for");
+  if (EvaluateAll(arguments, *source, chain.evals, peaks, curves) == 0) RefuseNothing(arguments, *source);
   if (!arguments.quiet) Tell(NameOf(arguments), source->Notes());
   TellDerived(arguments, chain);
+  if (const std::string skipped = source->Skipped(); !skipped.empty())
+    Warn(fmt::format("{}: {}", NameOf(arguments), skipped));
   Warn(NameOf(arguments), source->Warnings());
 }
 
 void ShowChain(const PeaksArguments& arguments, const Options& options) {
-  auto source = OpenSpectra(arguments.input, arguments.scans.Filter());
+  auto source = OpenSpectra(arguments.input, arguments.scans.Choice());
   const EffectiveChain chain = ChainFor(arguments, options, source);
   Output output(arguments.output);
   output.Write(ChainToXml(chain.evals));

@@ -6,25 +6,25 @@
 
 namespace TslTool {
 
-std::unique_ptr<SpectrumSource> RestOfTable(const std::string& input, const ScanFilter& wanted,
+std::unique_ptr<SpectrumSource> RestOfTable(const std::string& input, const SpectrumChoice& wanted,
                                             const std::vector<TslBL::CurveEval>& chain, const TableEnd& done,
                                             PeakFile& peaks) {
-  ScanFilter first = wanted;
-  first.firstNumber = std::max(wanted.firstNumber, done.first);
-  first.lastNumber = std::min(wanted.lastNumber, done.first);
+  SpectrumChoice first = wanted;
+  first.filter.firstNumber = std::max(wanted.filter.firstNumber, done.first);
+  first.filter.lastNumber = std::min(wanted.filter.lastNumber, done.first);
   if (!OpenSpectra(input, first)->Next()) peaks.RefuseToResume(done.first, "is not asked for");
   const auto evaluate = [&](LoadedSpectrum& loaded) {
     RunChain(input, chain, loaded);
     if (!loaded.spectrum->peaks.empty()) peaks.RefuseToResume(loaded.scan, "is asked for, and missing");
     return SpectrumTexts();
   };
-  ScanFilter before = wanted;
-  if (wanted.firstNumber < done.first) {
-    before.lastNumber = done.first - 1;
+  SpectrumChoice before = wanted;
+  if (wanted.filter.firstNumber < done.first) {
+    before.filter.lastNumber = done.first - 1;
     EvaluateInOrder(*OpenSpectra(input, before), evaluate, [](const SpectrumTexts&) {});
   }
-  ScanFilter rest = wanted;
-  rest.firstNumber = std::max(wanted.firstNumber, done.scan);
+  SpectrumChoice rest = wanted;
+  rest.filter.firstNumber = std::max(wanted.filter.firstNumber, done.scan);
   return OpenSpectra(input, rest);
 }
 

@@ -13,7 +13,7 @@ namespace TslTool {
 // The spectra from the last one that an earlier process finished, of those that are wanted now. What it wrote
 // must be what comes first of them; scans without a peak do not show in a table, and are evaluated again to
 // see that. Throws InputError, and leaves the table alone, where that does not fit.
-std::unique_ptr<SpectrumSource> RestOfTable(const std::string& input, const ScanFilter& wanted,
+std::unique_ptr<SpectrumSource> RestOfTable(const std::string& input, const SpectrumChoice& wanted,
                                             const std::vector<TslBL::CurveEval>& chain, const TableEnd& done,
                                             PeakFile& peaks);
 

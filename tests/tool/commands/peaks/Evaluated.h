@@ -11,9 +11,9 @@
 namespace tests {
 
 inline TslTool::LoadedSpectrum LoadScan(std::uint32_t number) {
-  TslTool::ScanFilter filter;
-  filter.firstNumber = filter.lastNumber = number;
-  return TslTool::OpenSpectra("", filter)->Next()();
+  TslTool::SpectrumChoice choice;
+  choice.filter.numbers = {{number, number}};
+  return TslTool::OpenSpectra("", choice)->Next()();
 }
 
 inline TslTool::LoadedSpectrum EvaluatedScan(std::uint32_t number) {

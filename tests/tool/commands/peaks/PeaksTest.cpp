@@ -1,3 +1,4 @@
+// Tests: EvaluateInput.cpp, RunChain.cpp.
 #include <fmt/format.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -174,7 +175,8 @@ TEST(Peaks, AChainThatFindsNoneSaysSo) {
 }
 
 TEST(Peaks, NotANumberHasNoSign) {
-  const TempFile huge("a.txt", "100 1\n101 1e306\n102 1.7e308\n103 1e306\n104 1\n105 1\n106 1\n107 1\n");
+  const TempFile huge("a.txt",
+                      "100 1\n100.1 1e306\n100.2 1.7e308\n100.3 1e306\n100.4 1\n100.5 1\n100.6 1\n100.7 1\n");
   for (const char* format : {"tsv", "table"}) {
     const Outcome outcome = RunTool({"peaks", huge.Path(), "--format", format, "--smooth", "off"});
     EXPECT_EQ(outcome.status, 0) << outcome.err;
@@ -184,7 +186,7 @@ TEST(Peaks, NotANumberHasNoSign) {
 
 TEST(Peaks, NamesWithBlanksAndLettersOfAllLanguagesAreNames) {
   const TempFile file("Ein Spektrum \xe2\x80\x93 \xc3\xa4\xe6\x95\xb0.mzML",
-                      MzML(PlainSpectrum("scan=1", {100, 101, 102}, {1, 5, 2})));
+                      MzML(PlainSpectrum("scan=1", {100, 100.1, 100.2}, {1, 5, 2})));
   const std::string out = file.Folder() + "/\xc3\xbc x.tsv";
   EXPECT_EQ(RunTool({"peaks", file.Path(), "-o", out}).status, 0);
   EXPECT_TRUE(std::filesystem::exists(out));
@@ -206,6 +208,27 @@ TEST(Peaks, NothingThatWasAskedForIsAFailure) {
     EXPECT_EQ(outcome.status, 1);
     EXPECT_EQ(outcome.err, "tslbl: " + message + "\n");
   }
+}
+
+TEST(Peaks, WhatWasSkippedIsOneWarning) {
+  const TempFile file("a.mzML", MzML(PlainSpectrum("scan=1", {100, 100.1, 100.2}, {1, 5, 2}) +
+                                         SpectrumOf("scan=2", 2,
+                                                    ArrayOf(kMz, BytesOf<double>({100, 120})) +
+                                                        ArrayOf(kIntensity, BytesOf<double>({1, 5})),
+                                                    Term(kCentroid)) +
+                                         PlainSpectrum("scan=3", {100}, {1}),
+                                     3));
+  const Outcome outcome = RunTool({"peaks", file.Path(), "--quiet"});
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.err, "tslbl: warning: " + file.Path() +
+                             ": 2 of 3 spectra skipped: 1 marked as centroid (first at scan 2), "
+                             "1 of less than two points (first at scan 3)\n");
+  EXPECT_EQ(RunTool({"peaks", file.Path(), "--strict"}).status, 1);
+  EXPECT_EQ(
+      RunTool({"peaks", file.Path(), "--scan", "2-"}).err,
+      "tslbl: " + file.Path() +
+          ": holds no spectrum to evaluate: 2 of 2 spectra skipped: 1 marked as centroid (first at scan 2), "
+          "1 of less than two points (first at scan 3); --profile takes all as profiles\n");
 }
 
 TEST(Peaks, WrongUsageIsStatus2) {

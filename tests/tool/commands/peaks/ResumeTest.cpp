@@ -1,6 +1,6 @@
 // A table that was interrupted is resumed.
 //
-// Tests: PeakFile.cpp.
+// Tests: PeakFile.cpp, RestOfTable.cpp.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <signal.h>

@@ -1,0 +1,106 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <numeric>
+
+#include <tool/io/FillGaps.h>
+
+namespace tests {
+namespace {
+
+using testing::ElementsAre;
+using TslTool::FillGaps;
+using Values = std::vector<double>;
+
+struct Curve {
+  Values mz;
+  Values amplitude;
+};
+
+// Groups of points 0.1 apart with these amplitudes, one group every 10 m/z.
+Curve Groups(std::size_t count, const Values& amplitudes) {
+  Curve curve;
+  for (std::size_t k = 0; k < count; ++k)
+    for (std::size_t i = 0; i < amplitudes.size(); ++i) {
+      curve.mz.push_back(100.0 + 10.0 * static_cast<double>(k) + 0.1 * static_cast<double>(i));
+      curve.amplitude.push_back(amplitudes[i]);
+    }
+  return curve;
+}
+
+TEST(FillGaps, LeavesAnAxisWithoutGapsAlone) {
+  Curve even;
+  Curve growing;
+  for (int i = 0; i < 1000; ++i) {
+    even.mz.push_back(100 + 0.05 * i);
+    growing.mz.push_back(200 + 2e-3 * i + 1e-6 * i * i);
+    even.amplitude.push_back(i % 5);
+  }
+  for (Curve curve : {even, Curve{growing.mz, even.amplitude}}) {
+    const Values before = curve.mz;
+    EXPECT_EQ(FillGaps(curve.mz, curve.amplitude), 0U);
+    EXPECT_EQ(curve.mz, before);
+  }
+}
+
+TEST(FillGaps, ZerosTakeBothSidesAStepApart) {
+  Curve curve = Groups(2, {1, 9, 4, 1});
+  EXPECT_EQ(FillGaps(curve.mz, curve.amplitude), 1U);
+  ASSERT_EQ(curve.mz.size(), 8U + 32U);
+  for (std::size_t k = 0; k < 16; ++k) {
+    EXPECT_NEAR(curve.mz[4 + k], 100.3 + 0.1 * static_cast<double>(k + 1), 1e-9);
+    EXPECT_NEAR(curve.mz[20 + k], 110.0 - 0.1 * static_cast<double>(16 - k), 1e-9);
+    EXPECT_EQ(curve.amplitude[4 + k], 0.0);
+  }
+  EXPECT_EQ(curve.amplitude[36], 1.0);
+}
+
+TEST(FillGaps, AShortGapIsFilledOnce) {
+  Curve curve{{100, 100.1, 100.2, 100.8, 100.9, 101.0}, {1, 9, 1, 1, 9, 1}};
+  EXPECT_EQ(FillGaps(curve.mz, curve.amplitude), 1U);
+  EXPECT_NEAR(static_cast<double>(curve.mz.size()), 11.0, 1.0);  // rounding decides on a zero in the middle
+  EXPECT_TRUE(std::ranges::is_sorted(curve.mz, std::less_equal<>()));
+}
+
+TEST(FillGaps, AMissingPointOrTwoIsNoGap) {
+  Curve curve{{100, 100.1, 100.2, 100.5, 100.6, 100.7}, {1, 9, 1, 1, 9, 1}};
+  EXPECT_EQ(FillGaps(curve.mz, curve.amplitude), 0U);
+}
+
+TEST(FillGaps, FewWindowsWhoseAmplitudeDoesNotFallStay) {
+  Curve curve = Groups(5, {9, 8, 9, 10, 9});
+  EXPECT_EQ(FillGaps(curve.mz, curve.amplitude), 0U);
+}
+
+TEST(FillGaps, OfManyGapsAllAreFilled) {
+  Curve curve = Groups(30, {9, 8, 9, 10, 9});
+  EXPECT_EQ(FillGaps(curve.mz, curve.amplitude), 29U);
+}
+
+TEST(FillGaps, APointAloneIsAGroup) {
+  Curve curve = Groups(30, {1, 9, 4, 1});
+  curve.mz.insert(curve.mz.begin() + 4, 105.0);
+  curve.amplitude.insert(curve.amplitude.begin() + 4, 7.0);
+  EXPECT_EQ(FillGaps(curve.mz, curve.amplitude), 30U);
+}
+
+TEST(FillGaps, KeepTheSumAndTheOrder) {
+  Curve curve = Groups(40, {1, 9, 4, 1, 0, 2});
+  const double sum = std::accumulate(curve.amplitude.begin(), curve.amplitude.end(), 0.0);
+  FillGaps(curve.mz, curve.amplitude);
+  EXPECT_EQ(std::accumulate(curve.amplitude.begin(), curve.amplitude.end(), 0.0), sum);
+  EXPECT_EQ(std::ranges::adjacent_find(curve.mz, std::greater_equal<>()), curve.mz.end());
+  EXPECT_EQ(curve.mz.size(), curve.amplitude.size());
+}
+
+TEST(FillGaps, ShortCurvesStay) {
+  for (std::size_t n = 0; n < 3; ++n) {
+    Values mz(n), amplitude(n, 1.0);
+    std::iota(mz.begin(), mz.end(), 1.0);
+    EXPECT_EQ(FillGaps(mz, amplitude), 0U);
+  }
+}
+
+}  // namespace
+}  // namespace tests

@@ -1,0 +1,102 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <random>
+
+#include <tool/io/JudgedRepresentation.h>
+
+namespace tests {
+namespace {
+
+using TslTool::JudgedRepresentation;
+using TslTool::Scan;
+
+Scan Marked(Scan scan, Scan::Representation mark) {
+  scan.representation = mark;
+  return scan;
+}
+
+// `step` gives the step behind an m/z.
+template <class Step>
+Scan Profile(double from, std::size_t points, Step step) {
+  Scan scan;
+  double mz = from;
+  for (std::size_t i = 0; i < points; ++i, mz += step(mz)) {
+    scan.mz.push_back(mz);
+    scan.amplitude.push_back(1.0 +
+                             100.0 * std::exp(-0.01 * std::pow(static_cast<double>(i % 100) - 50.0, 2.0)));
+  }
+  return scan;
+}
+
+// Peaks at random.
+Scan Centroid(std::size_t peaks, double from = 100.0, double to = 1000.0) {
+  std::mt19937_64 random(1);
+  Scan scan;
+  for (std::size_t i = 0; i < peaks; ++i) {
+    scan.mz.push_back(std::uniform_real_distribution(from, to)(random));
+    scan.amplitude.push_back(std::exp(std::uniform_real_distribution(0.0, 9.0)(random)));
+  }
+  std::ranges::sort(scan.mz);
+  return scan;
+}
+
+// Of the groups of points around peaks that are left when zeros are cut away.
+Scan WithoutZeros() {
+  const Scan whole = Profile(200.0, 20000, [](double) { return 0.002; });
+  Scan scan;
+  for (std::size_t i = 0; i < whole.mz.size(); ++i)
+    if (whole.amplitude[i] > 2.0 || i % 37 == 0) {
+      scan.mz.push_back(whole.mz[i]);
+      scan.amplitude.push_back(whole.amplitude[i]);
+    }
+  return scan;
+}
+
+TEST(JudgedRepresentation, EvenPointsAreAProfile) {
+  EXPECT_EQ(JudgedRepresentation(Profile(100, 2000, [](double) { return 0.05; })), Scan::Profile);
+  EXPECT_EQ(JudgedRepresentation(Profile(100, 10, [](double) { return 0.2; })), Scan::Profile);
+}
+
+TEST(JudgedRepresentation, StepsThatGrowWithTheMassAreAProfile) {
+  EXPECT_EQ(
+      JudgedRepresentation(Profile(200, 9000, [](double mz) { return 1e-8 * std::pow(mz, 1.5) / 200; })),
+      Scan::Profile);
+  EXPECT_EQ(JudgedRepresentation(Profile(5000, 9000, [](double mz) { return 2e-4 * mz; })), Scan::Profile);
+}
+
+TEST(JudgedRepresentation, GroupsOfPointsAreAProfile) {
+  EXPECT_EQ(JudgedRepresentation(WithoutZeros()), Scan::Profile);
+}
+
+TEST(JudgedRepresentation, PointsHereAndThereAreCentroid) {
+  for (const std::size_t peaks : {3U, 5U, 50U, 5000U})
+    EXPECT_EQ(JudgedRepresentation(Centroid(peaks)), Scan::Centroid) << peaks;
+}
+
+TEST(JudgedRepresentation, NominalMassesAreCentroid) {
+  EXPECT_EQ(JudgedRepresentation(Profile(41, 200, [](double) { return 1.0; })), Scan::Centroid);
+}
+
+TEST(JudgedRepresentation, AMarkHoldsWherePointsAreNotPlain) {
+  const Scan pair = Profile(100, 2, [](double) { return 0.1; });
+  for (const auto mark : {Scan::Profile, Scan::Centroid}) {
+    EXPECT_EQ(JudgedRepresentation(Marked(Centroid(20), mark)), mark);
+    EXPECT_EQ(JudgedRepresentation(Marked(pair, mark)), mark);
+  }
+  EXPECT_EQ(JudgedRepresentation(Marked(WithoutZeros(), Scan::Profile)), Scan::Profile);
+}
+
+TEST(JudgedRepresentation, PlainPointsOverruleTheMark) {
+  const Scan profile = Profile(100, 2000, [](double) { return 0.05; });
+  EXPECT_EQ(JudgedRepresentation(Marked(profile, Scan::Centroid)), Scan::Profile);
+  EXPECT_EQ(JudgedRepresentation(Marked(Centroid(500), Scan::Profile)), Scan::Centroid);
+}
+
+TEST(JudgedRepresentation, TooFewPointsAreAProfileUnlessMarked) {
+  EXPECT_EQ(JudgedRepresentation(Centroid(2)), Scan::Profile);
+  EXPECT_EQ(JudgedRepresentation(Scan()), Scan::Profile);
+}
+
+}  // namespace
+}  // namespace tests

@@ -1,0 +1,54 @@
+#include <gtest/gtest.h>
+
+#include <tool/io/ScanOptions.h>
+
+namespace tests {
+namespace {
+
+using TslTool::Scan;
+using TslTool::ScanOptions;
+using TslTool::UsageError;
+
+TEST(ScanOptions, WithoutAnyEverythingIsWantedAsItIs) {
+  const auto choice = ScanOptions().Choice();
+  EXPECT_TRUE(choice.filter.WantsAll());
+  EXPECT_EQ(choice.takenAs, Scan::Unknown);
+  EXPECT_FALSE(choice.strict);
+}
+
+TEST(ScanOptions, EachIsAWish) {
+  ScanOptions options;
+  options.scan = "1,5-9";
+  options.rt = "2-3";
+  options.msLevel = 2;
+  options.polarity = "negative";
+  options.strict = true;
+  const auto choice = options.Choice();
+  EXPECT_EQ(choice.filter.numbers.size(), 2U);
+  EXPECT_EQ(choice.filter.rtFrom, 2.0);
+  EXPECT_EQ(choice.filter.rtTo, 3.0);
+  EXPECT_EQ(choice.filter.msLevel, 2);
+  EXPECT_EQ(choice.filter.polarity, -1);
+  EXPECT_TRUE(choice.strict);
+  options.polarity = "positive";
+  EXPECT_EQ(options.Choice().filter.polarity, 1);
+}
+
+TEST(ScanOptions, OneMayBeTakenAsProfileOrCentroid) {
+  ScanOptions options;
+  options.profile = true;
+  EXPECT_EQ(options.Choice().takenAs, Scan::Profile);
+  options.centroid = true;
+  EXPECT_THROW(options.Choice(), UsageError);
+  options.profile = false;
+  EXPECT_EQ(options.Choice().takenAs, Scan::Centroid);
+}
+
+TEST(ScanOptions, TheLowestLevelIsOne) {
+  ScanOptions options;
+  options.msLevel = 0;
+  EXPECT_THROW(options.Choice(), UsageError);
+}
+
+}  // namespace
+}  // namespace tests

@@ -1,0 +1,16 @@
+#pragma once
+// Puts zeros back that a file leaves out of a profile.
+
+#include <cstddef>
+#include <vector>
+
+namespace TslTool {
+
+// Many programs leave points of no amplitude out. A gap is where neighbours lie more than 3 of the steps
+// apart that are usual there. Up to 16 zeros, a step apart, take each side of it, so that no peak leans over
+// it and no filter mixes what stands on its two sides. Where gaps are fewer than 20 they may also be those
+// between the windows of selected ions: one is filled only if the amplitude falls to half towards it on both
+// sides. Returns the number of gaps filled. Both arrays have the same length; m/z ascends. O(n).
+std::size_t FillGaps(std::vector<double>& mz, std::vector<double>& amplitude);
+
+}  // namespace TslTool

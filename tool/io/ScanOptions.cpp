@@ -1,0 +1,43 @@
+#include <tool/io/ScanOptions.h>
+
+#include <tool/frame/Numbers.h>
+
+namespace TslTool {
+
+void ScanOptions::Declare(Options& options) {
+  options.Value("--scan LIST", scan, "Only these scans, as in 3 or 1,5-9,20-");
+  options.Value("--rt A-B", rt, "Only scans from A to B seconds of retention time");
+  options.Value("--ms-level N", msLevel, "Only scans of this MS level");
+  options.Choice("--polarity SIGN", polarity, {"positive", "negative"}, "Only scans of this polarity");
+  options.Flag("--profile", profile,
+               "Take every spectrum as a profile, whatever it looks like or is marked as");
+  options.Flag("--centroid", centroid, "Take every spectrum as centroid data");
+  options.Flag("--strict", strict, "Fail at a spectrum that cannot be evaluated instead of skipping it");
+  DeclareColumns(options);
+}
+
+void ScanOptions::DeclareColumns(Options& options) {
+  options.Value("--columns MZ,AMPLITUDE", columns,
+                "Columns of a text file, by name or number: mass,intensity or 2,3");
+}
+
+SpectrumChoice ScanOptions::Choice() const {
+  if (profile && centroid) throw UsageError("--profile and --centroid exclude each other");
+  if (msLevel == 0U) throw UsageError("--ms-level: the lowest is 1");
+  SpectrumChoice choice;
+  choice.filter.columns = ParseColumnChoice("--columns", columns);
+  if (!scan.empty()) choice.filter.numbers = ParseCountList("--scan", scan);
+  if (!rt.empty()) {
+    const RealRange range = ParseRealRange("--rt", rt);
+    choice.filter.rtFrom = range.from;
+    choice.filter.rtTo = range.to;
+  }
+  if (msLevel) choice.filter.msLevel = static_cast<int>(std::min(*msLevel, 1000U));
+  if (!polarity.empty()) choice.filter.polarity = polarity == "positive" ? 1 : -1;
+  if (profile) choice.takenAs = Scan::Profile;
+  if (centroid) choice.takenAs = Scan::Centroid;
+  choice.strict = strict;
+  return choice;
+}
+
+}  // namespace TslTool
