@@ -28,6 +28,9 @@ constexpr std::string_view kAmplitudeNames[] = {
     " y ",
 };
 
+constexpr std::string_view kScanNames[] = {
+    " scan scans scannum scannumber scanno scanid spectrum spectrumid spectrumnumber ",
+};
 // What stands in the first column of files that hold no mass spectrum.
 constexpr std::string_view kOtherAxes =
     " time times rt retentiontime scantime minutes min seconds sec scan scans index wavelength wavenumber "
@@ -148,6 +151,10 @@ std::optional<ColumnPair> FindColumnsOfTwo(const std::vector<std::string_view>& 
   if (mz) return ColumnPair{*mz, 1 - *mz};
   if (amplitude) return ColumnPair{1 - *amplitude, *amplitude};
   return std::nullopt;
+}
+
+std::optional<std::size_t> FindScanColumn(const std::vector<std::string_view>& names) {
+  return FindKnown(KeysOf(names), kScanNames);
 }
 
 bool IsOtherAxis(std::string_view name) { return IsAmong(KeyOf(name), kOtherAxes); }

@@ -39,6 +39,9 @@ std::optional<ColumnPair> FindColumns(const std::vector<std::string_view>& names
 // The same for a table of two columns of which only one need have such a name.
 std::optional<ColumnPair> FindColumnsOfTwo(const std::vector<std::string_view>& names);
 
+// The column that numbers the spectra of a table of several, if one has such a name.
+std::optional<std::size_t> FindScanColumn(const std::vector<std::string_view>& names);
+
 // Whether it is the name of what is no m/z, such as a time.
 bool IsOtherAxis(std::string_view name);
 

@@ -112,6 +112,7 @@ Fields NamesIn(std::string_view line, char separator, const TextDialect& dialect
 void Take(TextDialect& dialect, const ColumnPair& pair, const Fields& names) {
   dialect.pair = pair;
   dialect.columns = std::max(dialect.columns, names.size());
+  dialect.scan = FindScanColumn(names);
   if (std::max(pair.mz, pair.amplitude) >= names.size()) return;
   dialect.mzName = names[pair.mz];
   dialect.amplitudeName = names[pair.amplitude];

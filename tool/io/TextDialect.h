@@ -3,6 +3,7 @@
 // decimal mark is.
 
 #include <cstddef>
+#include <optional>
 #include <string>
 
 #include <tool/io/ColumnNames.h>
@@ -17,6 +18,7 @@ struct TextDialect {
   char decimal = '.';       // or ','
   std::size_t columns = 2;  // that a row may have
   ColumnPair pair;
+  std::optional<std::size_t> scan;    // the column that numbers spectra
   std::string mzName, amplitudeName;  // as the file gives them; empty: it does not
 };
 

@@ -25,6 +25,7 @@
 // (ColumnNames.h), or
 //   the filter's choice does. Without either, two columns are m/z and amplitude; of more than two it is an
 //   error.
+// - A column that is called scan or spectrum has one value: there is one spectrum.
 // - m/z ascends; Axis.h says which small disorder is put in order, with a warning, and what is an error.
 // - In files named *.dta the first row is the precursor's mass and charge and no point; it is left out with a
 //   warning.

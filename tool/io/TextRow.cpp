@@ -116,10 +116,21 @@ TextPoint RowReader::ReadTable(std::string_view row) {
   const std::size_t needed = std::max(dialect_.pair.mz, dialect_.pair.amplitude) + 1;
   if (fields_.size() < needed || fields_.size() > dialect_.columns)
     RefuseCount(row, fields_.size(), dialect_);
+  RequireSameScan();
   const std::string_view text = fields_[dialect_.pair.mz];
   const double mz = Number(text, true);
   RequireMz(mz, text);
   return {mz, Number(fields_[dialect_.pair.amplitude], false)};
+}
+
+void RowReader::RequireSameScan() {
+  if (!dialect_.scan || *dialect_.scan >= fields_.size()) return;
+  const std::string_view scan = fields_[*dialect_.scan];
+  if (!scan_) scan_ = scan;
+  if (*scan_ != scan) {
+    throw std::runtime_error("spectrum \"" + Printable(scan) + "\" behind \"" + Printable(*scan_) +
+                             "\": a text holds one spectrum");
+  }
 }
 
 double RowReader::Number(std::string_view field, bool isMz) {

@@ -35,7 +35,7 @@ class RowReader {
   explicit RowReader(const TextDialect& dialect) : dialect_(dialect) {}
 
   // The point in a row without comment; nothing for an empty row. Throws std::runtime_error with the reason
-  // why there is none: another number of columns, a text that is no number, a negative m/z.
+  // why there is none: another number of columns, a text that is no number, a negative m/z, another spectrum.
   std::optional<TextPoint> Read(std::string_view row);
 
   // The first number whose comma may be a mark for thousands as well, if no number read so far has shown what
@@ -44,12 +44,14 @@ class RowReader {
 
  private:
   TextPoint ReadTable(std::string_view row);
+  void RequireSameScan();
   double Number(std::string_view field, bool isMz);
 
   TextDialect dialect_;
   std::vector<std::string_view> fields_;
   std::string unclear_;
   bool isClear_ = false;
+  std::optional<std::string> scan_;
 };
 
 }  // namespace TslTool

@@ -50,6 +50,11 @@ TEST(ColumnNames, OneKnownNameOfTwoTellsBoth) {
   EXPECT_FALSE(TslTool::FindColumnsOfTwo({"mz", "mz"}));
 }
 
+TEST(ColumnNames, TellWhichColumnNumbersSpectra) {
+  EXPECT_EQ(TslTool::FindScanColumn({"mz", "Scan No.", "int"}), 1u);
+  EXPECT_EQ(TslTool::FindScanColumn({"#", "mz", "int"}), std::nullopt);
+}
+
 TEST(ColumnNames, AreChosenByNameOrNumber) {
   const Names names = {"a", "Height (counts)", "height", "b"};
   EXPECT_EQ(Found(names, "B,a"), "4,1");

@@ -138,6 +138,8 @@ TEST(TextDialect, RefusesWhatIsNotCertain) {
       {"n\tmz\tint\n1\t100\t5\n2\t101\n", "line 3: 2 columns, \"2 101\", where 3 are expected"},
       {"n\tmz\tint\n1\t100\t5\n2\t101\t6\t7\n", "line 3: 4 columns, \"2 101 6 7\", where 3 are expected"},
       {"n\tmz\tint\n1\t100\t\n2\t101\t6\n3\t102\t7\n", "line 2: 2 columns, \"1 100\", where 3 are expected"},
+      {"scan,mz,int\n7,100,5\n7,101,6\n8,102,5\n",
+       "line 4: spectrum \"8\" behind \"7\": a text holds one spectrum"},
       {"mz\tint\n100\tx\n101\t6\n", "line 2: \"x\" is not a number"},
       {"100 x4\n101 6\n", "line 1: \"x4\" is not a number"},
       {"100 nan\n101 6\n", "line 1: \"nan\" is not a finite number"},
