@@ -121,6 +121,13 @@ Tune Of(Probes::ProbeTypes probe, Control::Types type = Control::Scan) {
   return tune;
 }
 
+TEST(FieldTable, WhatTurnsWithThePolarityIsInVolts) {
+  for (const FieldRow& row : kFieldTable) {
+    if (!row.traits.followsPolarity) continue;
+    EXPECT_STREQ(row.traits.unit, L"V") << row.id;
+  }
+}
+
 TEST(HasField, GoesByTheProbe) {
   for (const Id field : {TuneField::Cylinder, TuneField::Neb1GasPres, TuneField::CalValveOn}) {
     EXPECT_TRUE(HasField(Of(Probes::ESI), field)) << field;
