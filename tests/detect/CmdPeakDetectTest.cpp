@@ -173,7 +173,7 @@ TEST(CmdPeakDetect, SearchesFromTheFirstPointAtTheStartToTheLastAtTheEnd) {
 // Two peaks with a valley between them, behind more points than 16 bits count.
 TEST(CmdPeakDetect, FindsAndSearchesBeyond65536Points) {
   std::vector<double> y(70000, 0.0);
-  for (const double value : Values("0 5 9 5 2 5 8 5 0")) y.push_back(value);
+  for (const double value : Values("0 5 8 5 2 5 9 5 0")) y.push_back(value);
   TestCurve curve = PeakCurve(y);
   curve.peakDetectParams.MaxValley = 30.0;
   for (const TestCurve& either : {curve, Sorted(curve)}) {

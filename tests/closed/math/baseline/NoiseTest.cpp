@@ -144,6 +144,16 @@ TEST(APBNoise, DispersionShowsASpoiltSegment) {
   EXPECT_NEAR(DispersionNoise(OneSpoiltSegment())[2625], 6, 1);
 }
 
+TEST(APBNoise, MedianReachesEachOfManySegments) {
+  Samples y = NormalNoise(700000, 2);
+  Samples last(y.end() - 8000, y.end());
+  Samples whole(y.size()), part(last.size());
+  APBNoise(nullptr, y.data(), Size(y), 10, 5, whole.data());
+  APBNoise(nullptr, last.data(), Size(last), 10, 5, part.data());
+  for (std::size_t i = 3000; i < 5000; ++i)
+    ASSERT_NEAR(whole[y.size() - i], part[last.size() - i], 1e-9) << i;
+}
+
 TEST(APBNoise, MedianTakesOutASpoiltSegment) { EXPECT_NEAR(MedianNoise(OneSpoiltSegment())[2625], 2, 0.3); }
 
 // 5 counts up to the gap, 50 beyond.
