@@ -1,7 +1,7 @@
-# Pwiz::pwiz: the ProteoWizard data layer, which decodes the spectra of mzML files.
+# Pwiz::pwiz: ProteoWizard, whose vocabulary and Numpress decoder serve to read mzML files.
 # Debian: libpwiz-dev and libboost-dev (its headers include Boost's; the Boost libraries that it needs at run time
 # come with libpwiz3 and are not linked here).
-find_path(PWIZ_INCLUDE_DIR pwiz/data/msdata/IO.hpp PATH_SUFFIXES proteowizard)
+find_path(PWIZ_INCLUDE_DIR pwiz/data/msdata/MSNumpress.hpp PATH_SUFFIXES proteowizard)
 find_library(PWIZ_LIBRARY pwiz)
 if(NOT PWIZ_INCLUDE_DIR OR NOT PWIZ_LIBRARY)
   message(FATAL_ERROR "ProteoWizard is missing: install libpwiz-dev, or set PWIZ_INCLUDE_DIR and PWIZ_LIBRARY")

@@ -3,18 +3,17 @@
 #include <tool/frame/InputError.h>
 #include <tool/frame/Printable.h>
 #include <tool/io/Axis.h>
-#include <tool/io/MzMLText.h>
+#include <tool/io/MzMLArray.h>
+#include <tool/io/MzMLElement.h>
 #include <tool/io/WarningCounts.h>
 #include <tool/io/XmlScanner.h>
 
 #include <algorithm>
-#include <boost/make_shared.hpp>
 #include <charconv>
 #include <cmath>
 #include <functional>
-#include <pwiz/data/msdata/IO.hpp>
-#include <pwiz/data/msdata/References.hpp>
-#include <sstream>
+#include <limits>
+#include <new>
 #include <stdexcept>
 #include <utility>
 
@@ -22,9 +21,8 @@ namespace TslTool {
 
 namespace {
 
-namespace cv = pwiz::cv;
-namespace msdata = pwiz::msdata;
-using pwiz::data::ParamContainer;
+constexpr std::string_view kMzArray = "MS:1000514";
+constexpr std::string_view kIntensityArray = "MS:1000515";
 
 template <class Number>
 std::optional<Number> ToNumber(std::string_view text) {
@@ -32,14 +30,6 @@ std::optional<Number> ToNumber(std::string_view text) {
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
   if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
   return value;
-}
-
-bool IsKnownTerm(const std::string& accession) {
-  try {
-    return cv::cvTermInfo(accession).cvid != cv::CVID_Unknown;
-  } catch (const std::exception&) {
-    return false;
-  }
 }
 
 // N of "... scan=N ...", if it fits the type.
@@ -66,31 +56,33 @@ bool IsUtf8(std::string_view text) {
   return more == 0;
 }
 
-Scan::Representation RepresentationOf(const msdata::Spectrum& spectrum) {
-  if (spectrum.hasCVParam(cv::MS_profile_spectrum)) return Scan::Profile;
-  if (spectrum.hasCVParam(cv::MS_centroid_spectrum)) return Scan::Centroid;
+Scan::Representation RepresentationOf(const MzMLTerms& terms) {
+  if (terms.Find("MS:1000128")) return Scan::Profile;
+  if (terms.Find("MS:1000127")) return Scan::Centroid;
   return Scan::Unknown;
 }
 
-int LevelOf(const msdata::Spectrum& spectrum) {
-  const auto param = spectrum.cvParam(cv::MS_ms_level);
-  if (param.empty()) return 0;
-  const auto level = ToNumber<int>(param.value);
-  if (!level || *level < 1) throw std::runtime_error("the MS level is \"" + param.value + "\"");
+int LevelOf(const MzMLTerms& terms) {
+  const MzMLTerm* term = terms.Find("MS:1000511");
+  if (!term) return 0;
+  const auto level = ToNumber<int>(term->value);
+  if (!level || *level < 1) throw std::runtime_error("the MS level is \"" + Printable(term->value) + "\"");
   return *level;
 }
 
-int PolarityOf(const msdata::Spectrum& spectrum) {
-  if (spectrum.hasCVParam(cv::MS_positive_scan)) return 1;
-  return spectrum.hasCVParam(cv::MS_negative_scan) ? -1 : 0;
+int PolarityOf(const MzMLTerms& terms) {
+  if (terms.Find("MS:1000130")) return 1;
+  return terms.Find("MS:1000129") ? -1 : 0;
 }
 
-// The decoder's own messages run over several lines.
-std::string OneLine(std::string text) {
-  const auto isBreak = [](char c) { return c == '\n' || c == '\r'; };
-  while (!text.empty() && isBreak(text.back())) text.pop_back();
-  std::replace_if(text.begin(), text.end(), isBreak, ' ');
-  return text;
+// Nothing for a unit that is none of time.
+std::optional<double> SecondsIn(std::string_view unit) {
+  constexpr std::pair<std::string_view, double> kUnits[] = {{"UO:0000010", 1.0},  {"UO:0000028", 1e-3},
+                                                            {"UO:0000031", 60.0}, {"UO:0000032", 3600.0},
+                                                            {"MS:1000038", 60.0}, {"MS:1000039", 1.0}};
+  for (const auto& [accession, seconds] : kUnits)
+    if (accession == unit) return seconds;
+  return std::nullopt;
 }
 
 bool Ascends(const std::vector<double>& mz) {
@@ -105,13 +97,12 @@ void RequireFinite(const std::vector<double>& values, const char* what) {
                            " array is not a finite number");
 }
 
-// An empty array may still have the few bytes that its packing begins and ends with, which the decoder
-// refuses.
-void RequireNoData(std::string_view element) {
+// An empty array may still have the few bytes that its packing begins and ends with.
+void RequireNoData(const pugi::xml_node& spectrum) {
   constexpr std::size_t kPackingOnly = 32;
-  if (LongestArrayText(element) > kPackingOnly) {
-    throw std::runtime_error("announces 0 points, but its arrays are not empty");
-  }
+  for (const pugi::xml_node& array : ChildrenOf(ChildOf(spectrum, "binaryDataArrayList"), "binaryDataArray"))
+    if (TextOf(ChildOf(array, "binary")).size() > kPackingOnly)
+      throw std::runtime_error("announces 0 points, but its arrays are not empty");
 }
 
 }  // namespace
@@ -119,25 +110,29 @@ void RequireNoData(std::string_view element) {
 struct MzMLFile::Impl {
   explicit Impl(ByteSource source) : xml(std::move(source)) { ReadHead(); }
 
+  template <class Step>
+  bool Try(Step step) const;
   void ReadHead();
   void ReadParamGroup();
   bool ToNextSpectrum();
   bool ReadSpectrum(const ScanFilter& filter, Scan& scan);
   bool DecodeSpectrum(std::string_view element, const ScanFilter& filter, Scan& scan);
-  msdata::Spectrum Parse(const std::string& text, msdata::IO::BinaryDataFlag flag) const;
-  void TakeHead(const msdata::Spectrum& spectrum, Scan& scan);
-  double StartTime(const msdata::Spectrum& spectrum);
-  bool TakeArrays(const msdata::Spectrum& spectrum, Scan& scan);
+  void TakeHead(const pugi::xml_node& spectrum, Scan& scan);
+  double StartTime(const MzMLTerms& terms);
+  bool TakeArrays(const pugi::xml_node& spectrum, Scan& scan);
+  std::optional<std::vector<double>> FindArray(const pugi::xml_node& spectrum, std::string_view kind,
+                                               const std::string& what);
+  std::vector<double> Decode(const pugi::xml_node& array, const MzMLTerms& terms, const std::string& what);
   void SettleAxis(Scan& scan);
   void CompareCount();
 
   XmlScanner xml;
-  msdata::MSData groups;  // holds only the parameter groups that spectra refer to
+  MzMLGroups groups;
   std::optional<std::uint64_t> announced;
   std::uint64_t seen = 0;
   bool spent = false;
-  std::string place;  // of the spectrum in hand
-  std::optional<std::uint64_t> points;
+  std::string place;         // of the spectrum in hand
+  std::uint64_t points = 0;  // that it announces
   WarningCounts counts;
   std::vector<std::string> warnings;
 };
@@ -146,9 +141,10 @@ struct MzMLFile::Impl {
 void MzMLFile::Impl::ReadHead() {
   for (auto event = xml.Next(); event != XmlScanner::Event::Finished; event = xml.Next()) {
     if (event != XmlScanner::Event::Start) continue;
-    const std::string name = xml.Name();
+    const std::string name(LocalName(xml.Name()));
     if (xml.Depth() == 1 && name != "mzML" && name != "indexedmzML") {
-      throw InputError(xml.File(), xml.Place(), "the root element is <" + Printable(name) + ">, not <mzML>");
+      throw InputError(xml.File(), xml.Place(),
+                       "the root element is <" + Printable(xml.Name()) + ">, not <mzML>");
     }
     if (name == "referenceableParamGroup") ReadParamGroup();
     if (name == "spectrumList") {
@@ -162,20 +158,17 @@ void MzMLFile::Impl::ReadHead() {
 
 void MzMLFile::Impl::ReadParamGroup() {
   place = xml.Place();
-  const std::string text = WithoutUnknownTerms(xml.ReadElement(), IsKnownTerm);
-  try {
-    std::istringstream stream(text);
-    const auto group = boost::make_shared<pwiz::data::ParamGroup>();
-    msdata::IO::read(stream, *group);
-    groups.paramGroupPtrs.push_back(group);
-  } catch (const std::exception& error) {
-    throw InputError(xml.File(), place, OneLine(error.what()));
-  }
+  Try([&] {
+    pugi::xml_document document;
+    ParseElement(xml.ReadElement(), document);
+    groups.Add(document.document_element());
+    return true;
+  });
 }
 
 bool MzMLFile::Impl::ToNextSpectrum() {
   for (auto event = xml.Next(); event != XmlScanner::Event::Finished; event = xml.Next()) {
-    if (event == XmlScanner::Event::Start && xml.Name() == "spectrum") return true;
+    if (event == XmlScanner::Event::Start && LocalName(xml.Name()) == "spectrum") return true;
   }
   return false;
 }
@@ -184,95 +177,119 @@ bool MzMLFile::Impl::ToNextSpectrum() {
 bool MzMLFile::Impl::ReadSpectrum(const ScanFilter& filter, Scan& scan) {
   ++seen;
   place = xml.Place() + ", spectrum \"" + Printable(xml.Attribute("id").value_or(""), 100) + "\"";
-  points = ToNumber<std::uint64_t>(xml.Attribute("defaultArrayLength").value_or(""));
   const std::string_view element = xml.ReadElement();
+  return Try([&] { return DecodeSpectrum(element, filter, scan); });
+}
+
+// Runs what says by std::runtime_error what is wrong with the element in hand.
+template <class Step>
+bool MzMLFile::Impl::Try(Step step) const {
   try {
-    return DecodeSpectrum(element, filter, scan);
-  } catch (const std::exception& error) {
-    throw InputError(xml.File(), place, OneLine(error.what()));
-  } catch (...) {
-    throw InputError(xml.File(), place, "cannot be decoded");
+    return step();
+  } catch (const InputError&) {
+    throw;
+  } catch (const std::runtime_error& error) {
+    throw InputError(xml.File(), place, error.what());
+  } catch (const std::bad_alloc&) {
+    throw InputError(xml.File(), place, "is too large for the memory that there is");
   }
 }
 
 bool MzMLFile::Impl::DecodeSpectrum(std::string_view element, const ScanFilter& filter, Scan& scan) {
-  using namespace msdata::IO;
-  if (!filter.WantsAll()) {
-    const std::string head(element.substr(0, element.find("<binaryDataArrayList")));
-    TakeHead(Parse(WithoutUnknownTerms(head, IsKnownTerm), IgnoreBinaryData), scan);
-    if (!filter.Wants(scan)) return false;
-  }
-  if (!points) throw std::runtime_error("no defaultArrayLength that is a number");
-  if (*points == 0) RequireNoData(element);
-  const auto flag = *points == 0 ? IgnoreBinaryData : ReadBinaryData;
-  const msdata::Spectrum spectrum = Parse(TidySpectrumText(element, IsKnownTerm), flag);
+  pugi::xml_document document;
+  ParseElement(element, document);
+  const pugi::xml_node spectrum = document.document_element();
   TakeHead(spectrum, scan);
+  if (!filter.Wants(scan)) return false;
+  const auto announces = ToNumber<std::uint64_t>(spectrum.attribute("defaultArrayLength").value());
+  if (!announces) throw std::runtime_error("no defaultArrayLength that is a number");
+  points = *announces;
   return TakeArrays(spectrum, scan);
 }
 
-msdata::Spectrum MzMLFile::Impl::Parse(const std::string& text, msdata::IO::BinaryDataFlag flag) const {
-  std::istringstream stream(text);
-  msdata::Spectrum spectrum;
-  msdata::IO::read(stream, spectrum, flag, 0, nullptr, &groups);
-  msdata::References::resolve(static_cast<ParamContainer&>(spectrum), groups);
-  for (auto& scan : spectrum.scanList.scans) {
-    msdata::References::resolve(static_cast<ParamContainer&>(scan), groups);
-  }
-  for (auto& array : spectrum.binaryDataArrayPtrs) {
-    msdata::References::resolve(static_cast<ParamContainer&>(*array), groups);
-  }
-  return spectrum;
+void MzMLFile::Impl::TakeHead(const pugi::xml_node& spectrum, Scan& scan) {
+  scan.id = spectrum.attribute("id").value();
+  if (!IsUtf8(scan.id)) throw std::runtime_error("the id is not UTF-8");
+  scan.number = NumberInId(scan.id).value_or(static_cast<std::uint32_t>(seen));
+  const MzMLTerms terms = groups.TermsOf(spectrum);
+  const MzMLTerms scanTerms = groups.TermsOf(ChildOf(ChildOf(spectrum, "scanList"), "scan"));
+  scan.msLevel = LevelOf(terms);
+  scan.representation = RepresentationOf(terms);
+  scan.rtSeconds = StartTime(scanTerms);
+  scan.polarity = PolarityOf(terms);
+  // Some writers tell it of the scan.
+  if (scan.polarity == 0) scan.polarity = PolarityOf(scanTerms);
 }
 
-void MzMLFile::Impl::TakeHead(const msdata::Spectrum& spectrum, Scan& scan) {
-  if (!IsUtf8(spectrum.id)) throw std::runtime_error("the id is not UTF-8");
-  const auto position = static_cast<std::uint32_t>(seen);
-  scan.id = spectrum.id;
-  scan.number = NumberInId(scan.id).value_or(position);
-  scan.msLevel = LevelOf(spectrum);
-  scan.representation = RepresentationOf(spectrum);
-  scan.rtSeconds = StartTime(spectrum);
-  scan.polarity = PolarityOf(spectrum);
-}
-
-double MzMLFile::Impl::StartTime(const msdata::Spectrum& spectrum) {
+double MzMLFile::Impl::StartTime(const MzMLTerms& terms) {
   constexpr double kUnknown = std::numeric_limits<double>::quiet_NaN();
-  if (spectrum.scanList.empty()) return kUnknown;
-  const auto param = spectrum.scanList.scans.front().cvParam(cv::MS_scan_start_time);
-  if (param.empty()) return kUnknown;
-  const auto value = ToNumber<double>(param.value);
+  const MzMLTerm* term = terms.Find("MS:1000016");
+  if (!term) return kUnknown;
+  const auto value = ToNumber<double>(term->value);
   if (!value || !std::isfinite(*value)) {
-    throw std::runtime_error("the scan start time is \"" + param.value + "\"");
+    throw std::runtime_error("the scan start time is \"" + Printable(term->value) + "\"");
   }
-  if (param.units == cv::CVID_Unknown) {
-    counts.Add("with a start time without a unit, taken as unknown", place);
+  const auto seconds = SecondsIn(term->unit);
+  if (!seconds) {
+    counts.Add(term->unit.empty() ? "with a start time without a unit, taken as unknown"
+                                  : "with a start time in a unit that is none of time, taken as unknown",
+               place);
     return kUnknown;
   }
-  return param.timeInSeconds();
+  return *value * *seconds;
 }
 
-bool MzMLFile::Impl::TakeArrays(const msdata::Spectrum& spectrum, Scan& scan) {
+bool MzMLFile::Impl::TakeArrays(const pugi::xml_node& spectrum, Scan& scan) {
   scan.mz.clear();
   scan.amplitude.clear();
-  if (*points == 0) return true;
-  const auto mz = spectrum.getMZArray();
-  const auto amplitude = spectrum.getIntensityArray();
+  if (points == 0) {
+    RequireNoData(spectrum);
+    return true;
+  }
+  auto mz = FindArray(spectrum, kMzArray, "m/z");
+  auto amplitude = FindArray(spectrum, kIntensityArray, "intensity");
   if (amplitude && !mz) {
     counts.Add("without an m/z array, left out", place);
     return false;
   }
   if (!mz || !amplitude)
     throw std::runtime_error(mz ? "no intensity array" : "no m/z and no intensity array");
-  if (mz->data.size() != amplitude->data.size()) {
-    throw std::runtime_error("the m/z array has " + std::to_string(mz->data.size()) +
-                             " points and the intensity array " + std::to_string(amplitude->data.size()));
+  if (mz->size() != amplitude->size()) {
+    throw std::runtime_error("the m/z array has " + std::to_string(mz->size()) +
+                             " points and the intensity array " + std::to_string(amplitude->size()));
   }
-  scan.mz.assign(mz->data.begin(), mz->data.end());
-  scan.amplitude.assign(amplitude->data.begin(), amplitude->data.end());
+  scan.mz = std::move(*mz);
+  scan.amplitude = std::move(*amplitude);
   RequireFinite(scan.mz, "m/z");
   RequireFinite(scan.amplitude, "intensity");
   if (!Ascends(scan.mz)) SettleAxis(scan);
   return true;
+}
+
+// Nothing if the spectrum has no array of that kind. Arrays of other kinds, in any place, are passed over.
+std::optional<std::vector<double>> MzMLFile::Impl::FindArray(const pugi::xml_node& spectrum,
+                                                             std::string_view kind, const std::string& what) {
+  std::optional<std::vector<double>> found;
+  for (const pugi::xml_node& array :
+       ChildrenOf(ChildOf(spectrum, "binaryDataArrayList"), "binaryDataArray")) {
+    const MzMLTerms terms = groups.TermsOf(array);
+    if (!terms.Find(kind)) continue;
+    if (found) throw std::runtime_error("more than one " + what + " array");
+    found = Decode(array, terms, what);
+  }
+  return found;
+}
+
+std::vector<double> MzMLFile::Impl::Decode(const pugi::xml_node& array, const MzMLTerms& terms,
+                                           const std::string& what) {
+  const std::string own = array.attribute("arrayLength").value();
+  const auto length = own.empty() ? points : ToNumber<std::uint64_t>(own);
+  if (!length)
+    throw std::runtime_error("the arrayLength of the " + what + " array is \"" + Printable(own) + "\"");
+  MzMLArray decoded = DecodeArray(array, terms, what, *length);
+  if (!decoded.isLengthTrue)
+    counts.Add("with an encodedLength that its text has not, read as the text is", place);
+  return std::move(decoded.values);
 }
 
 void MzMLFile::Impl::SettleAxis(Scan& scan) {

@@ -1,14 +1,16 @@
 #pragma once
 // Reads spectra of mzML files (PSI-MS mzML 1.1), plain or gzip, scan by scan.
 //
-// Arrays: 32 and 64 bit floats, plain, zlib, MS-Numpress linear, pic and slof (also inside zlib). The file's
-// own byte index is not used, so a wrong one does no harm; it costs one pass over the text that precedes the
-// scans asked for. Chromatograms are passed over. Terms of the vocabulary that are younger than the decoder
-// are passed over, except in the m/z and intensity arrays, where they are an error: they change what the
-// bytes mean.
+// Arrays: MzMLArray.h. They may stand in any order and among others, which are passed over. The file's own
+// byte index is not used, so a wrong one does no harm; it costs one pass over the text that precedes the
+// scans asked for. Chromatograms are passed over. Terms of the vocabulary that are not known are passed over,
+// except in the m/z and intensity arrays, where they are an error: they change what the bytes mean. Elements
+// may have a namespace prefix; terms may stand in referenced groups.
 //
 // A <spectrum> without arrays and of length 0 is a scan of 0 points. Spectra with an intensity but no m/z
-// array (light absorption spectra of a diode array) are left out with a warning.
+// array (light absorption spectra of a diode array) are left out with a warning. A wrong encodedLength is
+// told and the text read as it is, since zlib and plain data show by themselves whether they are whole;
+// Numpress data do not, and are refused.
 
 #include <cstdint>
 #include <memory>
