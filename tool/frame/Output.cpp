@@ -38,7 +38,8 @@ std::string Resolved(const std::string& path) {
 
 }  // namespace
 
-Output::Output(const std::string& path, Beside beside) : path_(path), beside_(beside) {
+Output::Output(const std::string& path, Beside beside)
+    : path_(IsStandardOutput(path) ? "" : path), beside_(beside) {
   Open();
   if (file_ == nullptr) Fail();
 }
@@ -115,6 +116,8 @@ void Output::Fail() const {
   const std::string where = path_.empty() ? "standard output" : path_;
   throw std::runtime_error(where + ": cannot be written: " + std::strerror(errno));
 }
+
+bool IsStandardOutput(const std::string& path) { return path.empty() || path == "-"; }
 
 bool SameFile(const std::string& a, const std::string& b) {
   namespace fs = std::filesystem;

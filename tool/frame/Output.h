@@ -18,7 +18,7 @@ class ReaderGone : public std::exception {
   const char* what() const noexcept override { return "standard output was closed by its reader"; }
 };
 
-// An empty path means standard output. A file is written beside its final name and takes
+// An empty path or "-" means standard output. A file is written beside its final name and takes
 // that name in Commit, with the permissions of a file that it replaces; without Commit
 // nothing of it stays. A symbolic link is followed; a device or a pipe is written to
 // directly. Failures throw std::runtime_error with the file's name and the system's reason.
@@ -59,6 +59,8 @@ class Output {
   bool begun_ = false;      // this one has written
   bool keep_ = false;
 };
+
+bool IsStandardOutput(const std::string& path);
 
 // Whether two paths lead to one file, or would if it existed.
 bool SameFile(const std::string& a, const std::string& b);

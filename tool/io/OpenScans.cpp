@@ -45,7 +45,8 @@ std::unique_ptr<ScanSource> OpenScans(const std::string& file) {
   ByteSource source(file);
   const FileKind kind = KindOf(source.Head());
   if (kind == FileKind::Empty) throw InputError(file, "", "the file is empty");
-  if (kind == FileKind::Sqlite) throw InputError(file, "", "an SQLite file, not mzML or text");
+  if (kind == FileKind::Sqlite)
+    throw InputError(file, "", "an SQLite file, as runs are, which is read by its name and not from a pipe");
   const std::string foreign = DescribeForeign(source.Head(), file);
   if (!foreign.empty()) throw InputError(file, "", foreign);
   if (source.IsGzip() && std::filesystem::is_regular_file(file)) VerifyGzip(file);

@@ -77,7 +77,8 @@ TEST(OpenScans, NamesAnEmptyFile) {
 
 TEST(OpenScans, NamesAnSqliteFile) {
   const TempFile file("run.tsl", "SQLite format 3\0rest"sv);
-  EXPECT_EQ(ErrorOf(file.Path()), file.Path() + ": an SQLite file, not mzML or text");
+  EXPECT_EQ(ErrorOf(file.Path()),
+            file.Path() + ": an SQLite file, as runs are, which is read by its name and not from a pipe");
 }
 
 TEST(OpenScans, TellsWhatAFolderIsAndWhatAForeignFileIs) {

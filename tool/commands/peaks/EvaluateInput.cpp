@@ -5,6 +5,7 @@
 #include <tool/chain/ChainFile.h>
 #include <tool/chain/EvaluateInOrder.h>
 #include <tool/commands/peaks/CurveWriter.h>
+#include <tool/commands/peaks/PeaksInput.h>
 #include <tool/commands/peaks/RestOfTable.h>
 #include <tool/commands/peaks/RunChain.h>
 #include <tool/frame/InputError.h>
@@ -19,9 +20,7 @@
 namespace TslTool {
 namespace {
 
-std::string NameOf(const PeaksArguments& arguments) {
-  return arguments.input.empty() ? "demonstration run" : arguments.input;
-}
+std::string NameOf(const PeaksArguments& arguments) { return InputName(arguments.input); }
 
 // `purpose` is what two points at least are needed for.
 void RequireStretch(const std::string& input, const std::optional<RealRange>& stretch, const char* purpose,

@@ -5,7 +5,7 @@
 namespace TslTool {
 
 bool PeakFile::CanResume(const std::string& format, const std::string& path) {
-  return format == "tsv" && !path.empty();
+  return format == "tsv" && !IsStandardOutput(path);
 }
 
 PeakFile::PeakFile(const std::string& format, const std::string& path)

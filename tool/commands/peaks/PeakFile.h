@@ -14,7 +14,7 @@ namespace TslTool {
 
 class PeakFile {
  public:
-  // An empty path means standard output.
+  // An empty path or "-" means standard output.
   PeakFile(const std::string& format, const std::string& path);
 
   static bool CanResume(const std::string& format, const std::string& path);

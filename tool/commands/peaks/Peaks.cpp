@@ -4,6 +4,7 @@
 #include <tool/commands/peaks/EvaluateInput.h>
 #include <tool/commands/peaks/PeakFile.h>
 #include <tool/commands/peaks/PeaksArguments.h>
+#include <tool/commands/peaks/PeaksInput.h>
 #include <tool/frame/Interrupt.h>
 #include <tool/frame/Output.h>
 #include <tslbl/detect/ThreadingParams.h>
@@ -23,7 +24,7 @@ void UseThreads(std::uint32_t threads) {
 
 void RequireDistinct(const std::string& option, const std::string& file, const std::string& other,
                      const std::string& what) {
-  if (!file.empty() && !other.empty() && SameFile(file, other))
+  if (!IsStandardOutput(file) && !other.empty() && SameFile(file, other))
     throw UsageError(option + ": " + file + " is " + what);
 }
 
@@ -31,6 +32,8 @@ void RequireSafeFiles(const PeaksArguments& arguments) {
   RequireDistinct("--output", arguments.output, arguments.input, "the input");
   RequireDistinct("--curve", arguments.curve, arguments.input, "the input");
   RequireDistinct("--curve", arguments.curve, arguments.output, "the --output as well");
+  if (arguments.curve == "-" && IsStandardOutput(arguments.output))
+    throw UsageError("--curve: standard output has the table; give that an --output FILE");
 }
 
 void RequireResumable(const PeaksArguments& arguments) {
@@ -40,24 +43,26 @@ void RequireResumable(const PeaksArguments& arguments) {
   if (!arguments.curve.empty()) throw UsageError("--resume and --curve exclude each other");
 }
 
-int RunPeaks(const PeaksArguments& arguments, const Options& options) {
-  RequireSafeFiles(arguments);
-  RequireResumable(arguments);
-  if (arguments.showChain) {
-    ShowChain(arguments, options);
-    return kDone;
-  }
-  if (arguments.threads) UseThreads(*arguments.threads);
+void EvaluateToTable(const PeaksArguments& arguments, const Options& options) {
   PeakFile peaks(arguments.format, arguments.output);
   try {
     EvaluateInput(arguments, options, peaks);
-    return kDone;
   } catch (...) {
     const std::string part = WasInterrupted() ? peaks.KeepForLater() : "";
     if (!part.empty())
       std::cerr << "tslbl: " << part << " holds the scans so far; --resume continues with it\n";
     throw;
   }
+}
+
+int RunPeaks(PeaksArguments arguments, const Options& options) {
+  arguments.input = InputPath(arguments.input);
+  RequireSafeFiles(arguments);
+  RequireResumable(arguments);
+  if (arguments.threads) UseThreads(*arguments.threads);
+  NamingStandardInput(
+      [&] { arguments.showChain ? ShowChain(arguments, options) : EvaluateToTable(arguments, options); });
+  return kDone;
 }
 
 }  // namespace
@@ -69,7 +74,8 @@ Command PeaksCommand() {
       .summary = "Finds the peaks of spectra",
       .examples =
           "INPUT is a run of raw counts, an mzML file (.mzML, .mzML.gz) or text with columns\n"
-          "of m/z and amplitude. Without it the built-in demonstration run is evaluated.\n\n"
+          "of m/z and amplitude; - is standard input, from which no run can be read. Without\n"
+          "it the built-in demonstration run is evaluated.\n\n"
           "Examples:\n"
           "  tslbl peaks                                   the demonstration run\n"
           "  tslbl peaks sample.run --scan 12              one scan as a table\n"
@@ -77,17 +83,20 @@ Command PeaksCommand() {
           "  tslbl peaks sample.run --format tsv --output peaks.tsv --resume\n"
           "  tslbl peaks sample.mzML --smooth savgol:11:2 --sn 10\n"
           "  tslbl peaks table.csv --columns mass,intensity\n"
+          "  zcat sample.mzML.gz | tslbl peaks - --format json --output -\n"
           "  tslbl peaks sample.txt --show-chain > chain.xml   the chain in effect, to be edited\n"
           "  tslbl peaks sample.txt --chain chain.xml\n"
           "  tslbl peaks sample.run --scan 3 --curve curve.tsv   with smoothed amplitudes, baseline, noise\n",
       .declare =
           [arguments](Options& options) {
-            options.Value("INPUT", arguments->input, "Run, mzML file or text with columns");
+            options.Value("INPUT", arguments->input,
+                          "Run, mzML file or text with columns; - is standard input");
             arguments->scans.Declare(options);
             arguments->chain.Declare(options);
             options.Flag("--show-chain", arguments->showChain, "Print the effective chain as XML and exit");
             options.Choice("--format FORM", arguments->format, PeakFormats(), "Form of the result");
-            options.Value("-o,--output FILE", arguments->output, "Write the result to this file");
+            options.Value("-o,--output FILE", arguments->output,
+                          "Write the result to this file; - is standard output");
             options.Value("--curve FILE", arguments->curve,
                           "Write the evaluated curves, point by point, to this file");
             options.Flag("--resume", arguments->resume,
