@@ -24,7 +24,7 @@ TSLBL_API void FollowValleys(const double* y, std::uint32_t n, std::uint32_t seg
                              const BaselineAndNoise& out);
 
 // Adaptive, with the noise about it, as the opening and the kernel give it: APBMorph and APBNoise correct it
-// where counted ions are few (ShotBackground.h).
+// where counted ions are few.
 TSLBL_API void OpenAdaptively(const double* y, std::uint32_t n, std::uint32_t segSize, std::uint32_t window,
                               const BaselineAndNoise& out);
 
