@@ -147,7 +147,7 @@ class ForeignSpectra final : public SpectrumSource {
     return "";
   }
 
-  static LoadedSpectrum Load(Scan& scan) {
+  LoadedSpectrum Load(Scan& scan) const {
     FillGaps(scan.mz, scan.amplitude);
     TslBL::RawSpectrum raw;
     raw.info.Id = scan.number;
@@ -156,7 +156,7 @@ class ForeignSpectra final : public SpectrumSource {
     for (const double amplitude : scan.amplitude) raw.info.TIC += amplitude;
     raw.counts = scan.amplitude;
     const double step = scan.mz.size() > 1 ? scan.mz[1] - scan.mz[0] : 0.0;
-    LoadedSpectrum loaded{scan.number, scan.rtSeconds, nullptr, scan.id};
+    LoadedSpectrum loaded{scan.number, scan.rtSeconds, nullptr, scan.id == file_ ? "" : scan.id};
     loaded.spectrum.reset(TslBL::CreateSpectrum(raw, {}, {}, scan.mz.front(), step, scan.mz));
     return loaded;
   }

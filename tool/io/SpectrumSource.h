@@ -17,7 +17,7 @@ struct LoadedSpectrum {
   std::uint32_t scan = 0;
   double rtSeconds = 0.0;  // NaN: the file gives no time
   std::unique_ptr<TslBL::Spectrum> spectrum;
-  std::string id = {};  // the file's own name for it; empty where the number is the name
+  std::string id = {};  // the file's own name for it, UTF-8; empty if it has none
 };
 
 // Which spectra of an input are wanted, and what they are to be taken as.

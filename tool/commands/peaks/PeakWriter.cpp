@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 #include <tool/commands/peaks/PeakColumns.h>
 #include <tool/frame/Numbers.h>
+#include <tool/frame/Printable.h>
 
 #include <tslbl/closed/common/Text.h>
 #include <tslbl/closed/common/XMLBuilder.h>
@@ -16,10 +17,18 @@ namespace {
 
 using Peaks = std::vector<ReportedPeak>;
 
+std::string PrintableId(const LoadedSpectrum& loaded) { return Printable(loaded.id, loaded.id.size()); }
+
+// Where several functions of an instrument count from 1, the number alone is no name.
+std::string NameOf(const LoadedSpectrum& loaded) {
+  const bool isNumber = loaded.id.empty() || loaded.id == fmt::format("scan={}", loaded.scan);
+  return fmt::format("scan {}", loaded.scan) + (isNumber ? "" : fmt::format(" ({})", PrintableId(loaded)));
+}
+
 class TableWriter final : public PeakWriter {
  public:
   std::string Part(const LoadedSpectrum& loaded, const Peaks& peaks) const override {
-    std::string text = fmt::format("scan {}", loaded.scan);
+    std::string text = NameOf(loaded);
     if (!std::isnan(loaded.rtSeconds)) text += fmt::format(", {:.3f} s", loaded.rtSeconds);
     text += fmt::format(", {} peak{}\n", peaks.size(), peaks.size() == 1 ? "" : "s");
     if (!peaks.empty())
@@ -41,17 +50,18 @@ class TsvWriter final : public PeakWriter {
   std::string Head() const override {
     std::string header = "scan\trt_s\tpeak";
     for (const PeakColumn& column : PeakColumns()) header += fmt::format("\t{}", column.name);
-    return header + '\n';
+    return header + "\tid\n";
   }
   std::string Part(const LoadedSpectrum& loaded, const Peaks& peaks) const override {
     const std::string time = std::isnan(loaded.rtSeconds) ? "" : fmt::format("{}", loaded.rtSeconds);
+    const std::string id = PrintableId(loaded);
     std::string text;
     std::size_t number = 0;
     for (const ReportedPeak& peak : peaks) {
       text += fmt::format("{}\t{}\t{}", loaded.scan, time, ++number);
       for (const PeakColumn& column : PeakColumns())
         std::visit([&text](auto value) { text += fmt::format("\t{}", value); }, column.value(peak));
-      text += '\n';
+      text += '\t' + id + '\n';
     }
     return text;
   }
@@ -65,6 +75,7 @@ class JsonWriter final : public PeakWriter {
     nlohmann::ordered_json spectrum;
     spectrum["scan"] = loaded.scan;
     spectrum["rt_s"] = loaded.rtSeconds;
+    spectrum["id"] = loaded.id;
     auto& rows = spectrum["peaks"] = nlohmann::ordered_json::array();
     std::size_t number = 0;
     for (const ReportedPeak& peak : peaks) {

@@ -2,13 +2,34 @@
 
 #include <tool/chain/EvaluateInOrder.h>
 #include <tool/commands/peaks/RunChain.h>
+#include <tool/frame/Interrupt.h>
+#include <tool/io/OpenScans.h>
 #include <algorithm>
+#include <optional>
 
 namespace TslTool {
+namespace {
+
+// The table knows its scans by their numbers. In a run they ascend always.
+void RequireAscendingNumbers(const std::string& input, const ScanFilter& wanted, PeakFile& peaks) {
+  if (input.empty() || IsDatabase(input)) return;
+  const auto source = OpenScans(input);
+  source->SetFilter(wanted);
+  std::optional<std::uint32_t> last;
+  for (Scan scan; source->Next(scan); last = scan.number) {
+    ThrowIfInterrupted();
+    if (last && scan.number <= *last)
+      peaks.RefuseToResume(scan.number, "stands behind scan " + std::to_string(*last) + " in " + input +
+                                            ", so the numbers do not tell where to go on");
+  }
+}
+
+}  // namespace
 
 std::unique_ptr<SpectrumSource> RestOfTable(const std::string& input, const SpectrumChoice& wanted,
                                             const std::vector<TslBL::CurveEval>& chain, const TableEnd& done,
                                             PeakFile& peaks) {
+  RequireAscendingNumbers(input, wanted.filter, peaks);
   SpectrumChoice first = wanted;
   first.filter.firstNumber = std::max(wanted.filter.firstNumber, done.first);
   first.filter.lastNumber = std::min(wanted.filter.lastNumber, done.first);

@@ -54,10 +54,11 @@ TEST_F(PeakWriter, TsvHasOneHeaderWithTheRowsFieldsBehindTheShortNames) {
   EXPECT_THAT(lines.front(),
               StartsWith("scan\trt_s\tpeak\tmz\tamplitude\tarea\twidth\tresolution\tsn\tKind\tCurveId\t"
                          "PeakId\tCentroidX\tCentroidAmpl\tRelCentroidAmpl\tMaxX\t"));
-  EXPECT_EQ(CellsOf(lines.front()).size(), 3 + TslTool::PeakColumns().size());
+  EXPECT_THAT(lines.front(), testing::EndsWith("\tGroupId\tid"));
+  EXPECT_EQ(CellsOf(lines.front()).size(), 4 + TslTool::PeakColumns().size());
   for (std::size_t i = 1; i < lines.size(); ++i) {
     EXPECT_THAT(lines[i], testing::Not(StartsWith("scan")));
-    EXPECT_EQ(CellsOf(lines[i]).size(), 3 + TslTool::PeakColumns().size());
+    EXPECT_EQ(CellsOf(lines[i]).size(), 4 + TslTool::PeakColumns().size());
   }
 }
 
@@ -122,6 +123,39 @@ TEST_F(PeakWriter, TheTableIsForReading) {
   EXPECT_THAT(lines[2], HasSubstr(fmt::format("{:.4f}", peaks[0].row.Mass)));
   EXPECT_EQ(lines[2 + peaks.size()], "");
   EXPECT_EQ(lines.back(), "scan 9, 0 peaks");
+}
+
+// As where several functions of an instrument count from 1.
+constexpr const char* kId = "function=2 scan=3\t\x1b[31m\u00b5";
+
+TEST_F(PeakWriter, TheIdStandsLastInTsvWithoutCharactersThatGarble) {
+  LoadedSpectrum named = EvaluatedScan(3);
+  named.id = kId;
+  for (const Row& row : RowsOf(Written("tsv", {&named})))
+    EXPECT_EQ(row.at("id"), "function=2 scan=3??[31m??");
+  for (const Row& row : RowsOf(Written("tsv", {&third}))) EXPECT_EQ(row.at("id"), "");
+}
+
+TEST_F(PeakWriter, TheIdStandsInJsonAsItIs) {
+  LoadedSpectrum named = Bare();
+  named.id = kId;
+  const auto json = nlohmann::json::parse(Written("json", {&named, &third}));
+  EXPECT_EQ(json[0]["id"], kId);
+  EXPECT_EQ(json[1]["id"], "");
+}
+
+TEST_F(PeakWriter, TheTableShowsAnIdThatSaysMoreThanTheNumber) {
+  const std::pair<const char*, const char*> table[] = {
+      {"", "scan 9, 0 peaks\n"},
+      {"scan=9", "scan 9, 0 peaks\n"},
+      {"scan=10", "scan 9 (scan=10), 0 peaks\n"},
+      {"function=2 process=0 scan=9", "scan 9 (function=2 process=0 scan=9), 0 peaks\n"},
+      {"a\x1b", "scan 9 (a?), 0 peaks\n"}};
+  for (const auto& [id, line] : table) {
+    LoadedSpectrum named = Bare();
+    named.id = id;
+    EXPECT_EQ(Written("table", {&named}), line);
+  }
 }
 
 TEST(PeakFormats, AreTableTsvJsonAndXml) {

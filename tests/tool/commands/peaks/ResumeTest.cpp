@@ -4,10 +4,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <signal.h>
+#include <cmath>
 
 #include <string>
 
 #include <tool/commands/DemoRun.h>
+#include <tool/io/MzMLMaker.h>
 
 namespace tests {
 namespace {
@@ -93,6 +95,55 @@ TEST(Resume, IsForATableInAFile) {
   EXPECT_EQ(RunTool({"peaks", run, "--resume", "-o", "/tmp/x", "--format", "json"}).status, 2);
   EXPECT_EQ(
       RunTool({"peaks", run, "--resume", "-o", "/tmp/x", "--format", "tsv", "--curve", "/tmp/y"}).status, 2);
+}
+
+// A peak at 100.5, on an axis that is long enough to be evaluated.
+std::string PeakSpectrum(const std::string& id) {
+  Values mz, counts;
+  for (int i = 0; i < 200; ++i) {
+    mz.push_back(100 + i * 0.005);
+    counts.push_back(1000 * std::exp(-(i - 100.0) * (i - 100.0) / 200) + i % 3);
+  }
+  return PlainSpectrum(id, mz, counts);
+}
+
+Outcome ResumeMzML(const std::vector<std::string>& ids, const TempFile& part) {
+  std::string spectra;
+  for (const std::string& id : ids) spectra += PeakSpectrum(id);
+  const TempFile file("a.mzML", MzML(spectra, ids.size()));
+  const std::string path = part.Folder() + "/peaks.tsv";
+  const std::string whole = RunTool({"peaks", file.Path(), "--format", "tsv", "--quiet"}).out;
+  part.Write(whole.substr(0, whole.size() - 20));
+  const Outcome outcome =
+      RunTool({"peaks", file.Path(), "--format", "tsv", "--output", path, "--resume", "--quiet"});
+  if (outcome.status == 0) {
+    EXPECT_EQ(ReadFile(path), whole);
+  }
+  return outcome;
+}
+
+TEST(Resume, GoesOnInMzMLWhoseNumbersAscend) {
+  const TempFile part("peaks.tsv.part", "");
+  EXPECT_EQ(ResumeMzML({"scan=2", "scan=5", "scan=9"}, part).status, 0);
+}
+
+TEST(Resume, RefusesNumbersThatDoNotAscend) {
+  const struct {
+    std::vector<std::string> ids;
+    const char* error;
+  } table[] = {
+      {{"function=1 scan=1", "function=1 scan=2", "function=2 scan=2", "function=2 scan=3"},
+       "scan 2: stands behind scan 2 in "},
+      {{"function=1 scan=1", "function=1 scan=2", "function=2 scan=1"}, "scan 1: stands behind scan 2 in "}};
+  for (const auto& [ids, error] : table) {
+    const TempFile part("peaks.tsv.part", "");
+    const Outcome outcome = ResumeMzML(ids, part);
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_THAT(outcome.err, HasSubstr("/peaks.tsv.part: " + std::string(error)));
+    EXPECT_THAT(outcome.err,
+                HasSubstr(", so the numbers do not tell where to go on; without --resume it starts over"));
+    EXPECT_THAT(NamesIn(part.Folder()), ElementsAre("peaks.tsv.part"));
+  }
 }
 
 TEST(Resume, GoesOnAfterCtrlCAndAfterAKilledProcess) {
