@@ -4,13 +4,12 @@
 
 #include <CLI/CLI.hpp>
 
+#include <tool/frame/Failure.h>
 #include <tool/frame/Interrupt.h>
 #include <tool/frame/Output.h>
 #include <tslbl/Version.h>
-#include <tslbl/closed/common/ComponentRegistry.h>
 #include <algorithm>
 #include <iostream>
-#include <new>
 
 namespace TslTool {
 namespace {
@@ -28,13 +27,9 @@ int Guarded(const std::function<int()>& run) {
     return Fail(e.what(), kWrongUsage);
   } catch (const ReaderGone&) {
     return kFailed;  // nobody reads standard output any more, as behind `| head`: no error to report
-  } catch (const std::bad_alloc&) {
-    return Fail("out of memory", kFailed);
-  } catch (const std::exception& e) {
+  } catch (...) {
     // A signal may also show as a read or a write that failed.
-    return Fail(WasInterrupted() ? "interrupted" : e.what(), kFailed);
-  } catch (const TslCommon::ComError& e) {
-    return Fail("a component failed with code " + std::to_string(e.code), kFailed);
+    return Fail(WasInterrupted() ? "interrupted" : FailureText(std::current_exception()), kFailed);
   }
 }
 

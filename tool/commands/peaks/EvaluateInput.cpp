@@ -9,6 +9,7 @@
 #include <tool/commands/peaks/RestOfTable.h>
 #include <tool/commands/peaks/RunChain.h>
 #include <tool/frame/InputError.h>
+#include <tool/frame/Interrupt.h>
 #include <tool/frame/Output.h>
 #include <tool/frame/Progress.h>
 #include <tool/frame/Warning.h>
@@ -116,9 +117,7 @@ void ShareThreads(const SpectrumSource& source) {
   TslBL::SetMultiThreadingParams(params);
 }
 
-}  // namespace
-
-void EvaluateInput(const PeaksArguments& arguments, const Options& options, PeakFile& peaks) {
+void EvaluateInto(PeakFile& peaks, const PeaksArguments& arguments, const Options& options) {
   const SpectrumChoice wanted = arguments.scans.Choice();
   auto source = OpenSpectra(arguments.input, wanted);
   ShareThreads(*source);
@@ -135,6 +134,19 @@ void EvaluateInput(const PeaksArguments& arguments, const Options& options, Peak
   if (const std::string skipped = source->Skipped(); !skipped.empty())
     Warn(fmt::format("{}: {}", NameOf(arguments), skipped));
   Warn(NameOf(arguments), source->Warnings());
+}
+
+}  // namespace
+
+void EvaluateInput(const PeaksArguments& arguments, const Options& options) {
+  PeakFile peaks(arguments.format, arguments.output);
+  try {
+    EvaluateInto(peaks, arguments, options);
+  } catch (...) {
+    const std::string part = WasInterrupted() ? peaks.KeepForLater() : "";
+    if (!part.empty()) Tell(part + " holds the scans so far; --resume continues with it");
+    throw;
+  }
 }
 
 void ShowChain(const PeaksArguments& arguments, const Options& options) {

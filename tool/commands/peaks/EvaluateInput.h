@@ -7,8 +7,9 @@
 
 namespace TslTool {
 
-// Evaluates all that is asked for and writes it to `peaks`, and to the file of --curve. Throws InputError.
-void EvaluateInput(const PeaksArguments& arguments, const Options& options, PeakFile& peaks);
+// Evaluates all that is asked for and writes it to the --output, and to the file of --curve. Throws
+// InputError.
+void EvaluateInput(const PeaksArguments& arguments, const Options& options);
 
 // Writes the chain that the input would be evaluated with.
 void ShowChain(const PeaksArguments& arguments, const Options& options);

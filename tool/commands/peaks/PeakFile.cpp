@@ -1,11 +1,21 @@
 #include <tool/commands/peaks/PeakFile.h>
 
 #include <tool/frame/InputError.h>
+#include <filesystem>
+#include <fstream>
 
 namespace TslTool {
 
 bool PeakFile::CanResume(const std::string& format, const std::string& path) {
   return format == "tsv" && !IsStandardOutput(path);
+}
+
+bool PeakFile::IsWhole(const std::string& format, const std::string& path) {
+  const std::string head = MakePeakWriter(format)->Head();
+  std::string begin(head.size(), '\0');
+  std::ifstream in(path, std::ios::binary);
+  in.read(begin.data(), static_cast<std::streamsize>(begin.size()));
+  return in && begin == head && !std::filesystem::exists(path + ".part");
 }
 
 PeakFile::PeakFile(const std::string& format, const std::string& path)

@@ -18,6 +18,8 @@ class PeakFile {
   PeakFile(const std::string& format, const std::string& path);
 
   static bool CanResume(const std::string& format, const std::string& path);
+  // Whether a file holds a table that no process has left unfinished.
+  static bool IsWhole(const std::string& format, const std::string& path);
   // Continues after the scans that an earlier process finished, if there are any. The last of
   // these is to be written again, as proof that input and chain are still the same. Throws
   // InputError.

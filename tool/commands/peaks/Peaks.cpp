@@ -2,13 +2,12 @@
 
 #include <tool/commands/Commands.h>
 #include <tool/commands/peaks/EvaluateInput.h>
+#include <tool/commands/peaks/EvaluateSeveral.h>
 #include <tool/commands/peaks/PeakFile.h>
 #include <tool/commands/peaks/PeaksArguments.h>
 #include <tool/commands/peaks/PeaksInput.h>
-#include <tool/frame/Interrupt.h>
 #include <tool/frame/Output.h>
 #include <tslbl/detect/ThreadingParams.h>
-#include <iostream>
 #include <memory>
 
 namespace TslTool {
@@ -43,25 +42,14 @@ void RequireResumable(const PeaksArguments& arguments) {
   if (!arguments.curve.empty()) throw UsageError("--resume and --curve exclude each other");
 }
 
-void EvaluateToTable(const PeaksArguments& arguments, const Options& options) {
-  PeakFile peaks(arguments.format, arguments.output);
-  try {
-    EvaluateInput(arguments, options, peaks);
-  } catch (...) {
-    const std::string part = WasInterrupted() ? peaks.KeepForLater() : "";
-    if (!part.empty())
-      std::cerr << "tslbl: " << part << " holds the scans so far; --resume continues with it\n";
-    throw;
-  }
-}
-
 int RunPeaks(PeaksArguments arguments, const Options& options) {
-  arguments.input = InputPath(arguments.input);
+  if (arguments.threads) UseThreads(*arguments.threads);
+  if (AsksForSeveral(arguments)) return EvaluateSeveral(arguments, options);
+  arguments.input = InputPath(arguments.inputs.empty() ? "" : arguments.inputs.front());
   RequireSafeFiles(arguments);
   RequireResumable(arguments);
-  if (arguments.threads) UseThreads(*arguments.threads);
   NamingStandardInput(
-      [&] { arguments.showChain ? ShowChain(arguments, options) : EvaluateToTable(arguments, options); });
+      [&] { arguments.showChain ? ShowChain(arguments, options) : EvaluateInput(arguments, options); });
   return kDone;
 }
 
@@ -84,19 +72,25 @@ Command PeaksCommand() {
           "  tslbl peaks sample.mzML --smooth savgol:11:2 --sn 10\n"
           "  tslbl peaks table.csv --columns mass,intensity\n"
           "  zcat sample.mzML.gz | tslbl peaks - --format json --output -\n"
+          "  tslbl peaks *.mzML --format tsv --output-dir tables   a table each, tables/NAME.tsv\n"
+          "  find data -name '*.mzML' | tslbl peaks --list - --output-dir tables\n"
           "  tslbl peaks sample.txt --show-chain > chain.xml   the chain in effect, to be edited\n"
           "  tslbl peaks sample.txt --chain chain.xml\n"
           "  tslbl peaks sample.run --scan 3 --curve curve.tsv   with smoothed amplitudes, baseline, noise\n",
       .declare =
           [arguments](Options& options) {
-            options.Value("INPUT", arguments->input,
-                          "Run, mzML file or text with columns; - is standard input");
+            options.Values("INPUT", arguments->inputs,
+                           "Run, mzML file or text with columns; - is standard input");
             arguments->scans.Declare(options);
             arguments->chain.Declare(options);
             options.Flag("--show-chain", arguments->showChain, "Print the effective chain as XML and exit");
             options.Choice("--format FORM", arguments->format, PeakFormats(), "Form of the result");
             options.Value("-o,--output FILE", arguments->output,
                           "Write the result to this file; - is standard output");
+            options.Value("--output-dir DIR", arguments->outputDir,
+                          "Write a table for each INPUT to this folder, named after it");
+            options.Value("--list FILE", arguments->list,
+                          "Evaluate the inputs that this file names too, one a line; - is standard input");
             options.Value("--curve FILE", arguments->curve,
                           "Write the evaluated curves, point by point, to this file");
             options.Flag("--resume", arguments->resume,

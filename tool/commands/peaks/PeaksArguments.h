@@ -6,11 +6,15 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace TslTool {
 
 struct PeaksArguments {
-  std::string input;
+  std::vector<std::string> inputs;  // as given, for several tables
+  std::string input;                // the one to evaluate, as a path
+  std::string list;
+  std::string outputDir;
   ScanOptions scans;
   ChainOptions chain;
   bool showChain = false;

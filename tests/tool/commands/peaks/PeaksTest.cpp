@@ -245,7 +245,7 @@ TEST(Peaks, WrongUsageIsStatus2) {
       {{"peaks", "--min-width", "-1"}, "tslbl: --min-width: it cannot be below 0"},
       {{"peaks", "--min-width", "0.5", "--max-width", "0.1"}, "tslbl: --max-width: it is below --min-width"},
       {{"peaks", "--colour"}, "tslbl: The following argument was not expected: --colour"},
-      {{"peaks", run, run}, "tslbl: The following argument was not expected: "},
+      {{"peaks", run, run}, "tslbl: several inputs have a table each: name a folder for them"},
       {{"peak"}, "tslbl: The following argument was not expected: peak"}};
   for (const auto& [words, message] : cases) {
     const Outcome outcome = RunTool(words);
