@@ -23,6 +23,7 @@
 #include <tslbl/closed/common/XMLResultException.h>
 
 #include <tslbl/closed/math/Normalize.h>
+#include <tslbl/closed/math/SmallestStep.h>
 #include <tslbl/closed/math/baseline/Baseline.h>
 #include <tslbl/closed/math/baseline/BaselineAndNoise.h>
 #include <tslbl/closed/math/baseline/Noise.h>
@@ -49,9 +50,12 @@
 #include <tslbl/curve/CurveEval.h>
 #include <tslbl/curve/CurvePeak.h>
 #include <tslbl/curve/Execute.h>
+#include <tslbl/curve/FilterGain.h>
+#include <tslbl/curve/FilterWeights.h>
 #include <tslbl/curve/NoiseParams.h>
 #include <tslbl/curve/PeakArea.h>
 #include <tslbl/curve/PeakDetectParams.h>
+#include <tslbl/curve/PeakErrors.h>
 #include <tslbl/curve/PeakInfo.h>
 #include <tslbl/curve/SmoothParams.h>
 #include <tslbl/curve/ThresholdParams.h>

@@ -1,3 +1,4 @@
+// Tests: SmoothPasses.cpp.
 #include <gtest/gtest.h>
 
 #include <curve/TestCurve.h>

@@ -19,9 +19,12 @@ namespace {
 
 std::string PlaceOf(std::uint32_t scan) { return "scan " + std::to_string(scan); }
 
-std::unique_ptr<TslBL::Spectrum> FromCounts(const TslBL::Tune& tune, TslBL::RawSpectrum& raw) {
+void LoadCounts(const TslBL::Tune& tune, TslBL::RawSpectrum& raw, LoadedSpectrum& loaded) {
+  std::vector<double> one = {1.0};
+  TslBL::AssignCountRateAmpl(one, tune, nullptr);
+  loaded.countAmpl = one.front();
   TslBL::AssignCountRateAmpl(raw.counts, tune, &raw.info.TIC);
-  return std::unique_ptr<TslBL::Spectrum>(TslBL::CreateSpectrum(tune, raw, nullptr));
+  loaded.spectrum.reset(TslBL::CreateSpectrum(tune, raw, nullptr));
 }
 
 int PolarityOf(const TslBL::Tune& tune) {
@@ -84,7 +87,7 @@ class RunSpectra final : public SpectrumSource {
     const std::string tuneText = "tune " + std::to_string(raw.info.TuneId) + ": ";
     LoadedSpectrum loaded{scan.number, raw.info.TimeStamp / 1000.0, nullptr};
     try {
-      loaded.spectrum = FromCounts(tune, raw);
+      LoadCounts(tune, raw, loaded);
     } catch (const std::exception& e) {
       throw InputError(file_, PlaceOf(scan.number), tuneText + e.what());
     }
@@ -193,7 +196,9 @@ class DemonstrationSpectra final : public SpectrumSource {
  private:
   LoadedSpectrum Load(std::uint32_t index) const {
     TslBL::RawSpectrum raw = simulator_.MakeScan(index);
-    return {index + 1, raw.info.TimeStamp / 1000.0, FromCounts(simulator_.Tune(), raw)};
+    LoadedSpectrum loaded{index + 1, raw.info.TimeStamp / 1000.0, nullptr};
+    LoadCounts(simulator_.Tune(), raw, loaded);
+    return loaded;
   }
 
   ScanFilter filter_;

@@ -18,6 +18,10 @@ struct LoadedSpectrum {
   double rtSeconds = 0.0;  // NaN: the file gives no time
   std::unique_ptr<TslBL::Spectrum> spectrum;
   std::string id = {};  // the file's own name for it, UTF-8; empty if it has none
+  // The amplitude of one count where the instrument counts; 0: not known.
+  double countAmpl = 0.0;
+  // The amplitudes before the chain ran, if they are kept.
+  std::vector<double> measured = {};
 };
 
 // Which spectra of an input are wanted, and what they are to be taken as.

@@ -83,6 +83,7 @@ std::uint64_t EvaluateAll(const PeaksArguments& arguments, SpectrumSource& sourc
   const auto evaluate = [&](LoadedSpectrum& loaded) {
     RequireStretch(name, noise, "to measure the noise on", loaded);
     RequireStretch(name, search, "to find peaks among", loaded);
+    loaded.measured = loaded.spectrum->yAxis;
     RunChain(name, chain, loaded);
     return SpectrumTexts{peaks.Part(loaded), curves ? CurvePart(loaded) : ""};
   };

@@ -35,7 +35,7 @@ void PeakFile::RefuseToResume(std::uint32_t scan, const std::string& reason) {
 }
 
 std::string PeakFile::Part(const LoadedSpectrum& loaded) const {
-  return writer_->Part(loaded, ReportedPeaks(*loaded.spectrum));
+  return writer_->Part(loaded, ReportedPeaks(loaded));
 }
 
 void PeakFile::RequireSame(const std::string& part) {

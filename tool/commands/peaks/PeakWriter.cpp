@@ -35,7 +35,7 @@ class TableWriter final : public PeakWriter {
       text += fmt::format("{:>5} {:>11} {:>12} {:>12} {:>9} {:>10} {:>9}\n", "peak", "m/z", "amplitude",
                           "area", "width", "resolution", "S/N");
     std::size_t number = 0;
-    for (const auto& [row, area] : peaks)
+    for (const auto& [row, area, errors] : peaks)
       text += fmt::format("{:>5} {:>11.4f} {:>12.6g} {:>12.6g} {:>9.4f} {:>10.1f} {:>9.4g}\n", ++number,
                           WithoutNaNSign(row.Mass), WithoutNaNSign(row.Ampl), WithoutNaNSign(area),
                           WithoutNaNSign(row.Width), WithoutNaNSign(row.Resolution),

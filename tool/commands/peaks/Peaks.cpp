@@ -76,7 +76,15 @@ Command PeaksCommand() {
           "  find data -name '*.mzML' | tslbl peaks --list - --output-dir tables\n"
           "  tslbl peaks sample.txt --show-chain > chain.xml   the chain in effect, to be edited\n"
           "  tslbl peaks sample.txt --chain chain.xml\n"
-          "  tslbl peaks sample.run --scan 3 --curve curve.tsv   with smoothed amplitudes, baseline, noise\n",
+          "  tslbl peaks sample.run --scan 3 --curve curve.tsv   with smoothed amplitudes, baseline, "
+          "noise\n\n"
+          "Columns:\n"
+          "  amplitude   of the evaluated curve at the peak's place, the baseline included\n"
+          "  area        of the whole peak above the baseline; Area: of the part that --position uses\n"
+          "  width       at half height above the baseline, m/z; resolution: m/z over width\n"
+          "  sn          amplitude above the baseline over the noise there\n"
+          "  height      above the baseline, with what the smoothing took from it\n"
+          "  mz_se, amplitude_se, area_se   standard errors, from the counts or else from the noise\n",
       .declare =
           [arguments](Options& options) {
             options.Values("INPUT", arguments->inputs,

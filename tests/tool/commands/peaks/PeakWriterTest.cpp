@@ -29,7 +29,7 @@ std::string Written(const std::string& format, const std::vector<const LoadedSpe
   std::string text = writer->Head();
   for (const LoadedSpectrum* scan : scans) {
     if (scan != scans.front()) text += writer->Between();
-    text += writer->Part(*scan, TslTool::ReportedPeaks(*scan->spectrum));
+    text += writer->Part(*scan, TslTool::ReportedPeaks(*scan));
   }
   return text + writer->Tail();
 }
@@ -46,13 +46,14 @@ LoadedSpectrum Bare() {
 struct PeakWriter : testing::Test {
   const LoadedSpectrum third = EvaluatedScan(3), seventh = EvaluatedScan(7), bare = Bare();
   const std::vector<const LoadedSpectrum*> scans = {&third, &seventh, &bare};
-  const Peaks peaks = TslTool::ReportedPeaks(*third.spectrum);
+  const Peaks peaks = TslTool::ReportedPeaks(third);
 };
 
 TEST_F(PeakWriter, TsvHasOneHeaderWithTheRowsFieldsBehindTheShortNames) {
   const auto lines = LinesOf(Written("tsv", scans));
   EXPECT_THAT(lines.front(),
-              StartsWith("scan\trt_s\tpeak\tmz\tamplitude\tarea\twidth\tresolution\tsn\tKind\tCurveId\t"
+              StartsWith("scan\trt_s\tpeak\tmz\tamplitude\tarea\twidth\tresolution\tsn\theight\tmz_"
+                         "se\tamplitude_se\tarea_se\tKind\tCurveId\t"
                          "PeakId\tCentroidX\tCentroidAmpl\tRelCentroidAmpl\tMaxX\t"));
   EXPECT_THAT(lines.front(), testing::EndsWith("\tGroupId\tid"));
   EXPECT_EQ(CellsOf(lines.front()).size(), 4 + TslTool::PeakColumns().size());

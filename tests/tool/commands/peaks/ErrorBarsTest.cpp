@@ -1,0 +1,126 @@
+// Tests: CountVariance.cpp.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <random>
+
+#include <tool/commands/peaks/CountVariance.h>
+#include <tool/commands/peaks/ErrorBars.h>
+#include <tool/commands/peaks/RunChain.h>
+#include <tslbl/curve/BaselineParams.h>
+#include <tslbl/curve/CurveEval.h>
+#include <tslbl/curve/NoiseParams.h>
+#include <tslbl/curve/PeakDetectParams.h>
+#include <tslbl/curve/SmoothParams.h>
+
+namespace tests {
+namespace {
+
+using TslBL::CurveEval;
+using TslBL::SmoothParams;
+using TslTool::CountAmplOf;
+using TslTool::ErrorBars;
+using TslTool::LoadedSpectrum;
+
+constexpr double kFilter[] = {1.0};
+
+SmoothParams Smooth(SmoothParams::Algs alg) {
+  SmoothParams p;
+  p.Alg = alg;
+  p.Steps = {{0.0, 7}};
+  return p;
+}
+
+// Lines over a background of 5 counts, each count `unit` high, spread by `spread` times the noise of counts.
+LoadedSpectrum Evaluated(double unit, double spread = 1.0, const std::vector<CurveEval>& before = {}) {
+  std::mt19937_64 random(3);
+  LoadedSpectrum loaded{1, 0.0, std::make_unique<TslBL::Spectrum>()};
+  for (int i = 0; i < 3000; ++i) {
+    const double u = (i % 300 - 150) / 4.0;
+    const double mean = 20.0 + 400.0 * std::exp(-0.5 * u * u);
+    const double count = std::poisson_distribution<int>(mean)(random);
+    loaded.spectrum->xAxis.push_back(100.0 + 0.05 * i);
+    loaded.spectrum->yAxis.push_back(unit * std::max(0.0, std::round(mean + spread * (count - mean))));
+  }
+  loaded.spectrum->AddStatus(TslBL::Curve::STATUS_X);
+  loaded.spectrum->AddStatus(TslBL::Curve::STATUS_Y);
+  loaded.measured = loaded.spectrum->yAxis;
+  std::vector<CurveEval> chain = before;
+  for (const CurveEval& eval : {CurveEval(TslBL::BaselineParams()), CurveEval(TslBL::NoiseParams()),
+                                CurveEval(TslBL::PeakDetectParams::DefaultMS())})
+    chain.push_back(eval);
+  TslTool::RunChain("a.txt", chain, loaded);
+  return loaded;
+}
+
+TEST(ErrorBars, CountsAreKnownByTheirStepAndTheirNoise) {
+  EXPECT_EQ(CountAmplOf(Evaluated(1.0), kFilter), 1.0);
+  EXPECT_EQ(CountAmplOf(Evaluated(250.0), kFilter), 250.0);
+}
+
+TEST(ErrorBars, WholeNumbersWithAnotherNoiseAreNoCounts) {
+  EXPECT_EQ(CountAmplOf(Evaluated(1.0, 4.0), kFilter), 0.0);
+  EXPECT_EQ(CountAmplOf(Evaluated(1.0, 0.2), kFilter), 0.0);
+}
+
+TEST(ErrorBars, OtherNumbersAreNoCounts) {
+  LoadedSpectrum loaded = Evaluated(1.0);
+  loaded.measured[7] += 0.25;
+  EXPECT_EQ(CountAmplOf(loaded, kFilter), 0.0);
+}
+
+TEST(ErrorBars, WhatIsToldOfCountsHolds) {
+  LoadedSpectrum loaded = Evaluated(1.0, 4.0);
+  loaded.countAmpl = 3.0;
+  EXPECT_EQ(CountAmplOf(loaded, kFilter), 3.0);
+}
+
+TEST(ErrorBars, OfCountsGrowWithTheSignal) {
+  const LoadedSpectrum loaded = Evaluated(1.0);
+  const auto variance = TslTool::VarianceOf(loaded, kFilter);
+  EXPECT_EQ(variance.size(), loaded.measured.size());
+  EXPECT_GT(variance[150], 300.0);
+  EXPECT_LT(variance[10], 60.0);
+}
+
+TEST(ErrorBars, WithoutCountsAreThoseOfTheNoise) {
+  const LoadedSpectrum loaded = Evaluated(1.0, 4.0);
+  const auto variance = TslTool::VarianceOf(loaded, kFilter);
+  const double noise = loaded.spectrum->noise[150];
+  EXPECT_EQ(variance[150], noise * noise);
+}
+
+TEST(ErrorBars, AreKnownOfEachPeakBehindAFilter) {
+  const LoadedSpectrum loaded = Evaluated(1.0, 1.0, {CurveEval(Smooth(SmoothParams::SavitzkyGolay))});
+  ErrorBars bars(loaded);
+  ASSERT_GT(loaded.spectrum->peaks.size(), 5U);
+  for (std::uint32_t i = 0; i < loaded.spectrum->peaks.size(); ++i) {
+    const auto bar = bars.Of(i);
+    EXPECT_GT(bar.mz, 0.0);
+    EXPECT_GT(bar.amplitude, 0.0);
+    EXPECT_GT(bar.area, 0.0);
+    const TslBL::PeakInfo& peak = loaded.spectrum->peaks[i];
+    EXPECT_GT(bar.height, peak.ReportedAmpl() - peak.baselineAmpl);
+  }
+}
+
+TEST(ErrorBars, AreUnknownBehindAMedianAndTwoSmoothings) {
+  const CurveEval median(Smooth(SmoothParams::Median));
+  const CurveEval mean(Smooth(SmoothParams::Mean));
+  for (const auto& before : {std::vector{median}, std::vector{mean, mean}}) {
+    const LoadedSpectrum loaded = Evaluated(1.0, 1.0, before);
+    ASSERT_FALSE(loaded.spectrum->peaks.empty());
+    const auto bar = ErrorBars(loaded).Of(0);
+    for (const double value : {bar.height, bar.mz, bar.amplitude, bar.area}) EXPECT_TRUE(std::isnan(value));
+  }
+}
+
+TEST(ErrorBars, AreUnknownWithoutTheMeasuredAmplitudes) {
+  LoadedSpectrum loaded = Evaluated(1.0);
+  loaded.measured.clear();
+  EXPECT_TRUE(std::isnan(ErrorBars(loaded).Of(0).mz));
+  EXPECT_FALSE(std::isnan(ErrorBars(loaded).Of(0).height));
+}
+
+}  // namespace
+}  // namespace tests

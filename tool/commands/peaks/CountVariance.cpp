@@ -1,0 +1,85 @@
+#include <tool/commands/peaks/CountVariance.h>
+
+#include <tslbl/closed/math/SmallestStep.h>
+#include <algorithm>
+#include <cmath>
+
+namespace TslTool {
+namespace {
+
+constexpr double kMostCounts = 1e9;
+constexpr double kRounding = 1e-6;
+// The noise of counts may be found this many times as large or as small.
+constexpr double kAgreement = 1.5;
+constexpr std::size_t kMostAveraged = 9;
+
+double SumOfSquares(std::span<const double> filter) {
+  double sum = 0.0;
+  for (const double weight : filter) sum += weight * weight;
+  return sum;
+}
+
+bool AreMultiples(const std::vector<double>& amplitudes, double step) {
+  return std::ranges::all_of(amplitudes, [&](double amplitude) {
+    const double counts = amplitude / step;
+    return counts >= 0.0 && counts <= kMostCounts && std::abs(counts - std::round(counts)) <= kRounding;
+  });
+}
+
+// An ion behind the filter is h = step * sum(w^2) high, and the noise of a mean m is sqrt(h (m + h)).
+bool HasNoiseOfCounts(const TslBL::Spectrum& spectrum, double step, std::span<const double> filter) {
+  const double height = step * SumOfSquares(filter);
+  double found = 0.0;
+  double expected = 0.0;
+  for (std::size_t i = 0; i < spectrum.noise.size() && i < spectrum.baseline.size(); ++i) {
+    found += spectrum.noise[i];
+    expected += std::sqrt(height * (std::max(spectrum.baseline[i], 0.0) + height));
+  }
+  return found > 0.0 && found <= kAgreement * expected && expected <= kAgreement * found;
+}
+
+std::vector<double> OfCounts(const LoadedSpectrum& loaded, double count, std::size_t averaged) {
+  const std::vector<double>& y = loaded.measured;
+  const std::vector<double>& baseline = loaded.spectrum->baseline;
+  const std::size_t half = averaged / 2;
+  std::vector<double> variance(y.size());
+  double sum = 0.0;
+  std::size_t begin = 0;
+  std::size_t end = 0;
+  for (std::size_t i = 0; i < y.size(); ++i) {
+    for (; end < std::min(i + half + 1, y.size()); ++end) sum += y[end];
+    for (; begin + half < i; ++begin) sum -= y[begin];
+    const double mean = sum / static_cast<double>(end - begin);
+    // No count where one may come is no certainty.
+    const double least = 0.5 * std::max(i < baseline.size() ? baseline[i] : 0.0, 0.0) + 0.05 * count;
+    variance[i] = count * std::max(mean, least);
+  }
+  return variance;
+}
+
+std::vector<double> OfNoise(const std::vector<double>& noise, std::span<const double> filter) {
+  std::vector<double> variance(noise);
+  const double squares = SumOfSquares(filter);
+  for (double& value : variance) value = value * value / squares;
+  return variance;
+}
+
+}  // namespace
+
+double CountAmplOf(const LoadedSpectrum& loaded, std::span<const double> filter) {
+  if (loaded.countAmpl > 0.0) return loaded.countAmpl;
+  const double step = TslMath::SmallestStep(loaded.measured.data(), loaded.measured.size());
+  if (!(step > 0.0) || !AreMultiples(loaded.measured, step)) return 0.0;
+  return HasNoiseOfCounts(*loaded.spectrum, step, filter) ? step : 0.0;
+}
+
+std::vector<double> VarianceOf(const LoadedSpectrum& loaded, std::span<const double> filter) {
+  const TslBL::Spectrum& spectrum = *loaded.spectrum;
+  if (loaded.measured.size() != spectrum.yAxis.size()) return {};
+  const double count = CountAmplOf(loaded, filter);
+  if (count > 0.0) return OfCounts(loaded, count, std::min(filter.size() / 3 | 1U, kMostAveraged));
+  return spectrum.noise.size() == spectrum.yAxis.size() ? OfNoise(spectrum.noise, filter)
+                                                        : std::vector<double>();
+}
+
+}  // namespace TslTool

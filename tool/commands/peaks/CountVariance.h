@@ -1,0 +1,17 @@
+#pragma once
+// The variance of each point of a spectrum as it was measured.
+
+#include <tool/io/SpectrumSource.h>
+#include <span>
+#include <vector>
+
+namespace TslTool {
+
+// Of a spectrum whose chain has run, with the weights of its filter. Empty where nothing is known.
+std::vector<double> VarianceOf(const LoadedSpectrum& loaded, std::span<const double> filter);
+
+// The amplitude of one count: the one that is told, or the step that all measured amplitudes are multiples
+// of, if the noise is that of counts so high. 0 if there is none.
+double CountAmplOf(const LoadedSpectrum& loaded, std::span<const double> filter);
+
+}  // namespace TslTool

@@ -1,0 +1,40 @@
+#pragma once
+// How well the data determine the peaks of one spectrum.
+
+#include <tool/io/SpectrumSource.h>
+#include <tslbl/curve/FilterGain.h>
+#include <tslbl/curve/PeakErrors.h>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace TslTool {
+
+struct ErrorBar {
+  double height;  // above the baseline, with what the smoothing took; NaN where that is not known
+  double mz;      // standard errors; NaN where they are not known
+  double amplitude;
+  double area;
+};
+
+// Where counts are known, as in a run or in a profile of whole numbers whose noise is that of counting, a
+// point's variance is its count, averaged over a third of the filter. Else it is that of the noise curve,
+// without the part that grows with the signal. Nothing is known without the measured amplitudes, without a
+// noise curve, and behind a median or two smoothings.
+class ErrorBars {
+ public:
+  // `loaded`, whose chain has run, must outlive it.
+  explicit ErrorBars(const LoadedSpectrum& loaded);
+
+  ErrorBar Of(std::uint32_t peakIdx);
+
+ private:
+  std::vector<double> filter_;
+  std::vector<double> variance_;
+  const TslBL::Spectrum& spectrum_;
+  std::shared_ptr<const TslBL::FilterGain> gain_;
+  std::optional<TslBL::PeakErrorEstimator> estimator_;
+};
+
+}  // namespace TslTool

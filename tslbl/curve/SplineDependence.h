@@ -1,0 +1,31 @@
+#pragma once
+// How a cubic spline through the points of a curve depends on each of them.
+//
+// The spline is the one with continuous curvature, far from its ends. Curvatures there are M[i] = sqrt(3) *
+// sum of z^|i-k| times the second difference at k, z = sqrt(3) - 2, so that a point's part fades within a few
+// points. (C. de Boor, A Practical Guide to Splines, 1978.)
+
+#include <array>
+#include <cstddef>
+#include <vector>
+
+namespace TslBL {
+
+// Points on either side that count; those beyond have less than 1e-4 of a part.
+inline constexpr std::ptrdiff_t kSplineReach = 7;
+
+// The weights of the points from `first` on, which may lie before the curve or beyond it: those count as its
+// end points.
+struct SplineDependence {
+  std::ptrdiff_t first;
+  std::array<double, 2 * kSplineReach + 4> weights;
+};
+
+// Of the spline's value, and of its slope, at a fractional point index.
+SplineDependence ValueDependence(double at);
+SplineDependence SlopeDependence(double at);
+
+// The value, or slope, that these weights give.
+double Applied(const SplineDependence& on, const std::vector<double>& y);
+
+}  // namespace TslBL
