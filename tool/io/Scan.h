@@ -20,7 +20,7 @@ struct Scan {
   enum Representation { Profile, Centroid, Unknown };
 
   std::uint32_t number = 0;  // N of "scan=N" in the id, else the 1-based position in the file
-  std::string id;            // the file's own name for the scan; for text files the file's name
+  std::string id;            // the file's own name for the scan; a text has none
   double rtSeconds = std::numeric_limits<double>::quiet_NaN();  // NaN: the file gives no time
   int msLevel = 0;                                              // 0: the file gives no level
   int polarity = 0;                                             // +1 or -1; 0: the file does not tell

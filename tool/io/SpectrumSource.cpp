@@ -118,7 +118,7 @@ class ForeignSpectra final : public SpectrumSource {
         continue;
       }
       skipped_.CountTaken();
-      return [this, scan] { return Load(*scan); };
+      return [scan] { return Load(*scan); };
     }
   }
   std::optional<std::uint64_t> Count() const override {
@@ -150,7 +150,7 @@ class ForeignSpectra final : public SpectrumSource {
     return "";
   }
 
-  LoadedSpectrum Load(Scan& scan) const {
+  static LoadedSpectrum Load(Scan& scan) {
     FillGaps(scan.mz, scan.amplitude);
     TslBL::RawSpectrum raw;
     raw.info.Id = scan.number;
@@ -159,7 +159,7 @@ class ForeignSpectra final : public SpectrumSource {
     for (const double amplitude : scan.amplitude) raw.info.TIC += amplitude;
     raw.counts = scan.amplitude;
     const double step = scan.mz.size() > 1 ? scan.mz[1] - scan.mz[0] : 0.0;
-    LoadedSpectrum loaded{scan.number, scan.rtSeconds, nullptr, scan.id == file_ ? "" : scan.id};
+    LoadedSpectrum loaded{scan.number, scan.rtSeconds, nullptr, scan.id};
     loaded.spectrum.reset(TslBL::CreateSpectrum(raw, {}, {}, scan.mz.front(), step, scan.mz));
     return loaded;
   }

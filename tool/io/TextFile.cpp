@@ -10,7 +10,6 @@
 #include <tool/io/TextRow.h>
 
 #include <charconv>
-#include <filesystem>
 #include <optional>
 #include <stdexcept>
 #include <utility>
@@ -117,12 +116,11 @@ TextFile::TextFile(ByteSource source) : source_(std::move(source)) {}
 
 bool TextFile::Next(Scan& scan) {
   if (std::exchange(spent_, true)) return false;
-  const std::string name = std::filesystem::path(source_.File()).filename().string();
   Scan head;
   head.number = 1;
   if (!Filter().Wants(head)) return false;
   scan.number = 1;
-  scan.id = name;
+  scan.id.clear();
   scan.rtSeconds = head.rtSeconds;
   scan.msLevel = head.msLevel;
   scan.representation = head.representation;

@@ -39,7 +39,7 @@ TEST(TextFile, SkipsHeaderCommentsAndEmptyLines) {
 TEST(TextFile, IsOneScanOfWhichNothingElseIsKnown) {
   const Scan scan = Read("1 2\n").scan;
   EXPECT_EQ(scan.number, 1u);
-  EXPECT_EQ(scan.id, "profile.txt");
+  EXPECT_EQ(scan.id, "");
   EXPECT_TRUE(std::isnan(scan.rtSeconds));
   EXPECT_EQ(scan.msLevel, 0);
   EXPECT_EQ(scan.representation, Scan::Unknown);
