@@ -20,6 +20,7 @@ struct Outcome {
   std::vector<Scan> scans;
   std::vector<std::string> warnings;
   std::vector<std::string> notes;
+  std::uint64_t chromatograms = 0;
   std::string refusal;  // without the file's name
 };
 
@@ -41,11 +42,11 @@ Outcome ReadAll(const std::string& file, const TslTool::ScanFilter& filter) {
     if (source->Format() != "mzML") source->SetFilter(filter);
     for (Scan scan; source->Next(scan);) {
       CheckScan(scan);
-      scan.id = scan.id == file ? "" : scan.id;
       outcome.scans.push_back(scan);
     }
     outcome.warnings = source->Warnings();
     outcome.notes = source->Notes();
+    outcome.chromatograms = source->PassedOver().count;
     Require(outcome.notes.size() <= 1, "one note a file");
   } catch (const TslTool::InputError& error) {
     Require(error.File() == file && !error.Reason().empty(), "a refusal names the file and a reason");
@@ -57,7 +58,8 @@ Outcome ReadAll(const std::string& file, const TslTool::ScanFilter& filter) {
 bool SameScan(const Scan& a, const Scan& b) {
   const bool sameTime = a.rtSeconds == b.rtSeconds || (std::isnan(a.rtSeconds) && std::isnan(b.rtSeconds));
   return a.number == b.number && a.id == b.id && sameTime && a.msLevel == b.msLevel &&
-         a.representation == b.representation && a.mz == b.mz && a.amplitude == b.amplitude;
+         a.polarity == b.polarity && a.representation == b.representation && a.mz == b.mz &&
+         a.amplitude == b.amplitude;
 }
 
 std::string Packed(std::string_view bytes) {
@@ -86,6 +88,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   if (input.Rest().starts_with("\x1f\x8b")) return 0;
   Require(packed.refusal == plain.refusal, "packed bytes are refused as the plain ones are");
   Require(packed.warnings == plain.warnings, "packed bytes give the warnings of the plain ones");
+  Require(packed.chromatograms == plain.chromatograms,
+          "packed bytes hold the chromatograms of the plain ones");
   Require(packed.notes == plain.notes, "packed bytes are told of as the plain ones are");
   Require(std::ranges::equal(packed.scans, plain.scans, SameScan),
           "packed bytes give the scans of the plain ones");

@@ -114,6 +114,7 @@ struct MzMLFile::Impl {
   bool Try(Step step) const;
   void ReadHead();
   void ReadParamGroup();
+  void CountChromatogram();
   bool ToNextSpectrum();
   bool ReadSpectrum(const ScanFilter& filter, Scan& scan);
   bool DecodeSpectrum(std::string_view element, const ScanFilter& filter, Scan& scan);
@@ -133,6 +134,7 @@ struct MzMLFile::Impl {
   bool spent = false;
   std::string place;         // of the spectrum in hand
   std::uint64_t points = 0;  // that it announces
+  Chromatograms chromatograms;
   WarningCounts counts;
   std::vector<std::string> warnings;
 };
@@ -166,9 +168,18 @@ void MzMLFile::Impl::ReadParamGroup() {
   });
 }
 
+void MzMLFile::Impl::CountChromatogram() {
+  ++chromatograms.count;
+  chromatograms.points +=
+      ToNumber<std::uint32_t>(xml.Attribute("defaultArrayLength").value_or("")).value_or(0);
+}
+
 bool MzMLFile::Impl::ToNextSpectrum() {
   for (auto event = xml.Next(); event != XmlScanner::Event::Finished; event = xml.Next()) {
-    if (event == XmlScanner::Event::Start && LocalName(xml.Name()) == "spectrum") return true;
+    if (event != XmlScanner::Event::Start) continue;
+    const std::string_view name = LocalName(xml.Name());
+    if (name == "spectrum") return true;
+    if (name == "chromatogram") CountChromatogram();
   }
   return false;
 }
@@ -334,6 +345,8 @@ bool MzMLFile::Next(Scan& scan) {
 std::optional<std::uint64_t> MzMLFile::Count() const { return impl_->announced; }
 
 std::string MzMLFile::Format() const { return "mzML"; }
+
+Chromatograms MzMLFile::PassedOver() const { return impl_->chromatograms; }
 
 std::vector<std::string> MzMLFile::Warnings() const {
   std::vector<std::string> texts = impl_->counts.Texts();

@@ -3,9 +3,9 @@
 //
 // Arrays: MzMLArray.h. They may stand in any order and among others, which are passed over. The file's own
 // byte index is not used, so a wrong one does no harm; it costs one pass over the text that precedes the
-// scans asked for. Chromatograms are passed over. Terms of the vocabulary that are not known are passed over,
-// except in the m/z and intensity arrays, where they are an error: they change what the bytes mean. Elements
-// may have a namespace prefix; terms may stand in referenced groups.
+// scans asked for. Chromatograms are counted and passed over. Terms of the vocabulary that are not known are
+// passed over, except in the m/z and intensity arrays, where they are an error: they change what the bytes
+// mean. Elements may have a namespace prefix; terms may stand in referenced groups.
 //
 // A <spectrum> without arrays and of length 0 is a scan of 0 points. Spectra with an intensity but no m/z
 // array (light absorption spectra of a diode array) are left out with a warning. A wrong encodedLength is
@@ -32,6 +32,7 @@ class MzMLFile : public ScanSource {
   bool Next(Scan& scan) override;
   std::optional<std::uint64_t> Count() const override;
   std::string Format() const override;
+  Chromatograms PassedOver() const override;
   std::vector<std::string> Warnings() const override;
 
  private:

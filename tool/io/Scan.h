@@ -59,6 +59,12 @@ struct ScanFilter {
   bool operator==(const ScanFilter&) const = default;
 };
 
+// What stands in a file beside its spectra, and is passed over.
+struct Chromatograms {
+  std::uint64_t count = 0;
+  std::uint64_t points = 0;  // that they announce, in all
+};
+
 // Hands out the scans of one file in the file's order. Holds one scan at a time, whatever the size of the
 // file. Every failure is an InputError; after one the source is spent. Not for use by two threads at once.
 class ScanSource {
@@ -84,6 +90,9 @@ class ScanSource {
   virtual std::optional<std::uint64_t> Count() const = 0;
 
   virtual std::string Format() const = 0;
+
+  // Complete once Next has returned false.
+  virtual Chromatograms PassedOver() const { return {}; }
 
   // What was odd but readable so far, one sentence each, without the file's name. Complete once Next has
   // returned false.
