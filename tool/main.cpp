@@ -9,5 +9,7 @@ int main(int argc, char** argv) {
   using namespace TslTool;
   CatchInterrupts();
   LogWarningsToStandardError();
-  return RunCommandLine(argc, argv, Program());
+  const int status = RunCommandLine(argc, argv, Program());
+  EndIfInterrupted();
+  return status;
 }

@@ -1,5 +1,6 @@
 #include <tool/frame/Interrupt.h>
 
+#include <cstdio>
 #include <initializer_list>
 
 #include <signal.h>
@@ -7,9 +8,9 @@
 namespace TslTool {
 namespace {
 
-volatile sig_atomic_t asked = 0;
+volatile sig_atomic_t asked = 0;  // the signal
 
-extern "C" void OnSignal(int) { asked = 1; }
+extern "C" void OnSignal(int number) { asked = number; }
 
 }  // namespace
 
@@ -26,6 +27,13 @@ bool WasInterrupted() { return asked != 0; }
 
 void ThrowIfInterrupted() {
   if (WasInterrupted()) throw Interrupted();
+}
+
+void EndIfInterrupted() {
+  if (!WasInterrupted()) return;
+  std::fflush(nullptr);
+  signal(asked, SIG_DFL);
+  raise(asked);
 }
 
 }  // namespace TslTool

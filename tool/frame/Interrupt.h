@@ -21,4 +21,8 @@ bool WasInterrupted();
 // Throws Interrupted if so.
 void ThrowIfInterrupted();
 
+// Ends the process by the signal that was caught, if one was, when all is cleaned up: a shell that runs a
+// loop ends the loop only if it sees the signal (status 130 after Ctrl-C).
+void EndIfInterrupted();
+
 }  // namespace TslTool

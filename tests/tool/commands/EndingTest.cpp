@@ -35,7 +35,7 @@ TEST(Ending, CtrlCLeavesNothingHalfWritten) {
   process.Signal(SIGINT);
   const Outcome outcome = process.Wait();
   close(writer);
-  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(outcome.status, 130);
   EXPECT_EQ(outcome.err, "tslbl: interrupted\n");
   EXPECT_THAT(NamesIn(folder.Folder()), ElementsAre("in.txt", "x"));
 }
@@ -51,9 +51,29 @@ TEST(Ending, CtrlCLeavesNothingOfAResultThatCannotBeGoneOnWith) {
     usleep(50000);
     process.Signal(SIGINT);
     const Outcome outcome = process.Wait();
-    EXPECT_EQ(outcome.status, 1) << format;
+    EXPECT_EQ(outcome.status, 130) << format;
     EXPECT_EQ(outcome.err, "tslbl: interrupted\n");
     EXPECT_THAT(NamesIn(folder.Folder()), ElementsAre("long.run", "x")) << format;
+  }
+}
+
+TEST(Ending, EachSignalIsWhatTheProcessEndsBy) {
+  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+    const TempFile folder("x", "");
+    const std::string pipe = folder.Folder() + "/in.txt";
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    Process process(ToolCommand({"peaks", pipe, "-o", folder.Folder() + "/peaks.tsv"}));
+    const int writer = open(pipe.c_str(), O_WRONLY);
+    // Once this is taken, the rest is waited for.
+    const std::string text(200000, '\n');
+    ASSERT_GT(write(writer, text.data(), text.size()), 0);
+    usleep(100000);
+    process.Signal(signal);
+    const Outcome outcome = process.Wait();
+    close(writer);
+    EXPECT_EQ(outcome.status, 128 + signal);
+    EXPECT_EQ(outcome.err, "tslbl: interrupted\n");
+    EXPECT_THAT(NamesIn(folder.Folder()), ElementsAre("in.txt", "x"));
   }
 }
 

@@ -42,6 +42,29 @@ TEST_F(Interrupt, ASecondSignalEndsTheProcessAtOnce) {
       testing::KilledBySignal(SIGINT), "");
 }
 
+TEST_F(Interrupt, TheProcessEndsByTheSignalThatWasCaught) {
+  for (const int number : {SIGINT, SIGTERM, SIGHUP})
+    EXPECT_EXIT(
+        {
+          TslTool::CatchInterrupts();
+          raise(number);
+          TslTool::EndIfInterrupted();
+          std::_Exit(0);
+        },
+        testing::KilledBySignal(number), "")
+        << number;
+}
+
+TEST_F(Interrupt, WithoutASignalTheProcessGoesOn) {
+  EXPECT_EXIT(
+      {
+        TslTool::CatchInterrupts();
+        TslTool::EndIfInterrupted();
+        std::_Exit(17);
+      },
+      testing::ExitedWithCode(17), "");
+}
+
 TEST_F(Interrupt, AReadThatWaitsEnds) {
   EXPECT_EXIT(
       {

@@ -147,7 +147,7 @@ TEST(EvaluateSeveral, CtrlCEndsThemAll) {
   ASSERT_TRUE(WaitUntil([&] { return ReadFile(folder + "/long.tsv.part").size() > 10000; }));
   process.Signal(SIGINT);
   const Outcome outcome = process.Wait();
-  EXPECT_NE(outcome.status, 0);
+  EXPECT_EQ(outcome.status, 130);
   EXPECT_EQ(outcome.err, "tslbl: " + folder +
                              "/long.tsv.part holds the scans so far; --resume continues with it\n"
                              "tslbl: interrupted\n");

@@ -92,7 +92,7 @@ TEST(Simulate, CtrlCEndsItAndLeavesNothing) {
   ASSERT_TRUE(WaitUntil([&] { return std::filesystem::exists(run + "-wal"); }));
   process.Signal(SIGINT);
   const Outcome outcome = process.Wait();
-  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(outcome.status, 130);
   EXPECT_EQ(outcome.err, "tslbl: interrupted\n");
   EXPECT_THAT(NamesIn(folder.Folder()), ElementsAre("x"));
 }
