@@ -7,6 +7,7 @@
 #include <tool/frame/Failure.h>
 #include <tool/frame/Interrupt.h>
 #include <tool/frame/Output.h>
+#include <tool/frame/Warning.h>
 #include <tslbl/Version.h>
 #include <algorithm>
 #include <iostream>
@@ -15,7 +16,7 @@ namespace TslTool {
 namespace {
 
 int Fail(const std::string& message, int status) {
-  std::cerr << "tslbl: " << message << '\n';
+  Tell(message);
   return status;
 }
 
@@ -40,7 +41,9 @@ std::string NameOf(const CLI::App& app) {
 }
 
 int WrongUsage(const std::string& message, const CLI::App& app) {
-  return Fail(message + "\nRun '" + NameOf(app) + " --help' for more information.", kWrongUsage);
+  Tell(message);
+  std::cerr << "Run '" + NameOf(app) + " --help' for more information.\n";
+  return kWrongUsage;
 }
 
 // The help or the version, which are results: a write that fails is a failure.

@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <fcntl.h>
+#include <tool/frame/Visible.h>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
@@ -97,6 +98,8 @@ void Output::Begin() {
 
 void Output::Write(std::string_view text) {
   if (!begun_) Begin();
+  const std::string shown = isatty(fileno(file_)) == 1 ? Visible(text, "\n\t") : "";
+  if (!shown.empty()) text = shown;
   if (std::fwrite(text.data(), 1, text.size(), file_) != text.size()) Fail();
 }
 

@@ -21,7 +21,9 @@ class ReaderGone : public std::exception {
 // An empty path or "-" means standard output. A file is written beside its final name and takes
 // that name in Commit, with the permissions of a file that it replaces; without Commit
 // nothing of it stays. A symbolic link is followed; a device or a pipe is written to
-// directly. Failures throw std::runtime_error with the file's name and the system's reason.
+// directly; on a terminal control characters
+// other than ends of lines and tabs are made visible. Failures throw std::runtime_error with the file's name
+// and the system's reason.
 class Output {
  public:
   // How the file is named until Commit. Resumable: FILE.part, which stays if the process is

@@ -1,5 +1,6 @@
 #pragma once
-// What the user should know and does not stop the work.
+// What the user is told on standard error: every message passes here, so that nothing in it, such as the name
+// of a file, can do anything to a terminal (Visible.h).
 
 #include <string>
 #include <vector>
@@ -10,7 +11,7 @@ namespace TslTool {
 // is about. Never fails: a warning that cannot be shown must not undo what was done.
 void Warn(const std::string& text);
 
-// The same for what is not odd: a line "tslbl: TEXT".
+// The same for errors and for what is not odd: a line "tslbl: TEXT".
 void Tell(const std::string& text);
 
 // A line for each of `texts`, all about one file.

@@ -165,6 +165,14 @@ TEST(CommandLine, EveryFailureHasItsStatusAndMessage) {
   EXPECT_EQ(interrupted.err, "tslbl: interrupted\n");
 }
 
+TEST(CommandLine, NoMessageDoesAnythingToATerminal) {
+  EXPECT_THAT(Start({"try", "--\x1b[2J\n"}).err,
+              StartsWith("tslbl: The following argument was not expected: --\\x1b[2J\\n\n"));
+  const auto failing = [](auto error) { return Start({"try"}, [error]() -> int { throw error; }).err; };
+  EXPECT_EQ(failing(std::runtime_error("\x1b]0;x\x07.txt: is bad")), "tslbl: \\x1b]0;x\\x07.txt: is bad\n");
+  EXPECT_EQ(failing(TslTool::UsageError("--x: \"\x1b\"")), "tslbl: --x: \"\\x1b\"\n");
+}
+
 TEST(CommandLine, AReaderThatWentAwayNeedsNoMessage) {
   const Session session = Start({"try"}, []() -> int { throw TslTool::ReaderGone(); });
   EXPECT_EQ(session.status, 1);

@@ -4,7 +4,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <fcntl.h>
+
 #include <cerrno>
+#include <cstdlib>
 #include <filesystem>
 #include <functional>
 #include <stdexcept>
@@ -40,6 +43,29 @@ TEST(Output, AFileAppearsWholeInCommit) {
   output.Commit();
   EXPECT_EQ(ReadFile(path), "one\ntwo\n");
   EXPECT_THAT(NamesIn(other.Folder()), ElementsAre("other", "result"));
+}
+
+TEST(Output, OnATerminalControlCharactersAreVisible) {
+  const int terminal = posix_openpt(O_RDWR | O_NOCTTY);
+  ASSERT_TRUE(terminal >= 0 && grantpt(terminal) == 0 && unlockpt(terminal) == 0);
+  Output output(ptsname(terminal));
+  output.Write("id\t\x1b[31m\xc3\xa4\n");
+  output.Commit();
+  char shown[100];
+  const ssize_t size = read(terminal, shown, sizeof shown);
+  ASSERT_GT(size, 0);
+  const std::string text(shown, static_cast<std::size_t>(size));
+  EXPECT_THAT(text, testing::EndsWith("\\x1b[31m\xc3\xa4\r\n"));
+  EXPECT_EQ(text.find('\x1b'), std::string::npos);
+  close(terminal);
+}
+
+TEST(Output, WhatIsNoTerminalGetsEveryByte) {
+  const TempFile file("result", "");
+  Output output(file.Path());
+  output.Write("\x1b[31m\xe4\n");
+  output.Commit();
+  EXPECT_EQ(ReadFile(file.Path()), "\x1b[31m\xe4\n");
 }
 
 TEST(Output, WithoutCommitNothingStays) {

@@ -7,7 +7,7 @@
 #include <tool/commands/tune/TuneStore.h>
 #include <tool/frame/InputError.h>
 #include <tool/frame/UsageError.h>
-#include <iostream>
+#include <tool/frame/Warning.h>
 #include <memory>
 
 namespace TslTool {
@@ -24,7 +24,7 @@ int RunCheck(const std::vector<std::string>& files) {
         status = kFailed;
       }
     } catch (const InputError& e) {
-      std::cerr << "tslbl: " << e.what() << std::endl;
+      Tell(e.what());
       status = kFailed;
     }
   }
