@@ -12,6 +12,8 @@ constexpr double kRounding = 1e-6;
 // The noise of counts may be found this many times as large or as small.
 constexpr double kAgreement = 1.5;
 constexpr std::size_t kMostAveraged = 9;
+// Points beside a peak on which its spline depends.
+constexpr std::size_t kAroundPeak = 12;
 
 double SumOfSquares(std::span<const double> filter) {
   double sum = 0.0;
@@ -38,29 +40,42 @@ bool HasNoiseOfCounts(const TslBL::Spectrum& spectrum, double step, std::span<co
   return found > 0.0 && found <= kAgreement * expected && expected <= kAgreement * found;
 }
 
-std::vector<double> OfCounts(const LoadedSpectrum& loaded, double count, std::size_t averaged) {
-  const std::vector<double>& y = loaded.measured;
-  const std::vector<double>& baseline = loaded.spectrum->baseline;
-  const std::size_t half = averaged / 2;
-  std::vector<double> variance(y.size());
+// Calls use(point) for every point that a peak's errors depend on, in ascending order.
+template <class Use>
+void ForEachPointOfPeaks(const TslBL::Spectrum& spectrum, std::size_t filter, Use use) {
+  const std::size_t margin = filter / 2 + kAroundPeak;
+  std::size_t next = 0;
+  for (const TslBL::PeakInfo& peak : spectrum.peaks) {
+    next = std::max<std::size_t>(next, peak.startIdx - std::min<std::size_t>(peak.startIdx, margin));
+    for (; next < std::min(peak.endIdx + margin + 1, spectrum.yAxis.size()); ++next) use(next);
+  }
+}
+
+double MeanAround(const std::vector<double>& y, std::size_t i, std::size_t half) {
+  const std::size_t begin = i - std::min(i, half);
+  const std::size_t end = std::min(i + half + 1, y.size());
   double sum = 0.0;
-  std::size_t begin = 0;
-  std::size_t end = 0;
-  for (std::size_t i = 0; i < y.size(); ++i) {
-    for (; end < std::min(i + half + 1, y.size()); ++end) sum += y[end];
-    for (; begin + half < i; ++begin) sum -= y[begin];
-    const double mean = sum / static_cast<double>(end - begin);
+  for (std::size_t k = begin; k < end; ++k) sum += y[k];
+  return sum / static_cast<double>(end - begin);
+}
+
+std::vector<double> OfCounts(const LoadedSpectrum& loaded, double count, std::size_t filter) {
+  const std::vector<double>& baseline = loaded.spectrum->baseline;
+  const std::size_t half = std::min(filter / 3 | 1U, kMostAveraged) / 2;
+  std::vector<double> variance(loaded.measured.size());
+  ForEachPointOfPeaks(*loaded.spectrum, filter, [&](std::size_t i) {
     // No count where one may come is no certainty.
     const double least = 0.5 * std::max(i < baseline.size() ? baseline[i] : 0.0, 0.0) + 0.05 * count;
-    variance[i] = count * std::max(mean, least);
-  }
+    variance[i] = count * std::max(MeanAround(loaded.measured, i, half), least);
+  });
   return variance;
 }
 
-std::vector<double> OfNoise(const std::vector<double>& noise, std::span<const double> filter) {
-  std::vector<double> variance(noise);
+std::vector<double> OfNoise(const TslBL::Spectrum& spectrum, std::span<const double> filter) {
+  std::vector<double> variance(spectrum.noise.size());
   const double squares = SumOfSquares(filter);
-  for (double& value : variance) value = value * value / squares;
+  ForEachPointOfPeaks(spectrum, filter.size(),
+                      [&](std::size_t i) { variance[i] = spectrum.noise[i] * spectrum.noise[i] / squares; });
   return variance;
 }
 
@@ -77,9 +92,8 @@ std::vector<double> VarianceOf(const LoadedSpectrum& loaded, std::span<const dou
   const TslBL::Spectrum& spectrum = *loaded.spectrum;
   if (loaded.measured.size() != spectrum.yAxis.size()) return {};
   const double count = CountAmplOf(loaded, filter);
-  if (count > 0.0) return OfCounts(loaded, count, std::min(filter.size() / 3 | 1U, kMostAveraged));
-  return spectrum.noise.size() == spectrum.yAxis.size() ? OfNoise(spectrum.noise, filter)
-                                                        : std::vector<double>();
+  if (count > 0.0) return OfCounts(loaded, count, filter.size());
+  return spectrum.noise.size() == spectrum.yAxis.size() ? OfNoise(spectrum, filter) : std::vector<double>();
 }
 
 }  // namespace TslTool

@@ -7,7 +7,8 @@
 
 namespace TslTool {
 
-// Of a spectrum whose chain has run, with the weights of its filter. Empty where nothing is known.
+// Of a spectrum whose chain has run, with the weights of its filter; at its peaks, and as far beside them as
+// their errors depend on, 0 elsewhere. Empty where nothing is known.
 std::vector<double> VarianceOf(const LoadedSpectrum& loaded, std::span<const double> filter);
 
 // The amplitude of one count: the one that is told, or the step that all measured amplitudes are multiples
