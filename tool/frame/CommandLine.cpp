@@ -7,6 +7,7 @@
 #include <tool/frame/Failure.h>
 #include <tool/frame/Interrupt.h>
 #include <tool/frame/Output.h>
+#include <tool/frame/Suggestion.h>
 #include <tool/frame/Warning.h>
 #include <tslbl/Version.h>
 #include <algorithm>
@@ -94,6 +95,36 @@ Declared Declare(CLI::App& app, const Command& command) {
   return declared;
 }
 
+// The command that the user named last, or the program.
+const Declared& LastNamedOf(const Declared& declared) {
+  for (const Declared& member : declared.family)
+    if (member.app->parsed()) return LastNamedOf(member);
+  return declared;
+}
+
+// An option is mistaken for an option, and another word for a command.
+std::vector<std::string> NamesLike(const std::string& word, const Declared& declared) {
+  std::vector<std::string> names;
+  if (word.starts_with('-')) {
+    for (const Option& option : declared.options->List())
+      if (!option.IsPositional()) names.insert(names.end(), option.names.begin(), option.names.end());
+    names.emplace_back("--help");
+  } else {
+    for (const Declared& member : declared.family) names.push_back(member.command->name);
+  }
+  return names;
+}
+
+// What the parser says of words that it does not know, with what may have been meant.
+std::string Unexpected(const CLI::ExtrasError& error, const CLI::App& app, const Declared& declared) {
+  const Declared& named = LastNamedOf(declared);
+  std::string message = error.what();
+  for (const std::string& word : app.remaining(true))
+    if (const std::string meant = Suggestion(word, NamesLike(word, named)); !meant.empty())
+      return message + "; did you mean " + meant + "?";
+  return message;
+}
+
 // The command that was named, or null.
 const Declared* NamedOf(const Declared& declared) {
   if (declared.family.empty()) return &declared;
@@ -111,6 +142,8 @@ int ParseAndRun(int argc, char** argv, const Command& program) {
     app.parse(argc, argv);
   } catch (const CLI::Success& e) {
     return Print(app, e);
+  } catch (const CLI::ExtrasError& e) {
+    return WrongUsage(Unexpected(e, app, declared), app);
   } catch (const CLI::ParseError& e) {
     return WrongUsage(e.what(), app);
   } catch (const UsageError& e) {

@@ -106,8 +106,14 @@ struct Wrong {
 TEST(CommandLine, WrongUsageIsStatus2AndNamesOptionAndText) {
   for (const auto& [words, message] :
        {Wrong{{}, "tslbl: a command is required\n"},
-        Wrong{{"tri"}, "tslbl: The following argument was not expected: tri\n"},
+        Wrong{{"tri"}, "tslbl: The following argument was not expected: tri; did you mean try?\n"},
         Wrong{{"try", "--colour"}, "tslbl: The following argument was not expected: --colour\n"},
+        Wrong{{"try", "--chioce", "red"},
+              "tslbl: The following argument was not expected: --chioce; did you mean --choice?\n"},
+        Wrong{{"try", "--coutn=3"},
+              "tslbl: The following argument was not expected: --coutn=3; did you mean --count?\n"},
+        Wrong{{"try", "--hlep"},
+              "tslbl: The following argument was not expected: --hlep; did you mean --help?\n"},
         Wrong{{"try", "a", "b"}, "tslbl: The following argument was not expected: b\n"},
         Wrong{{"try", "--real"}, "tslbl: --real: 1 required"},
         Wrong{{"try", "--real", "nan"}, "tslbl: --real: \"nan\" is not a finite number\n"},

@@ -8,6 +8,7 @@
 #include <tool/commands/peaks/PeaksInput.h>
 #include <tool/commands/peaks/RestOfTable.h>
 #include <tool/commands/peaks/RunChain.h>
+#include <tool/commands/peaks/ScansInstead.h>
 #include <tool/frame/InputError.h>
 #include <tool/frame/Interrupt.h>
 #include <tool/frame/Output.h>
@@ -102,6 +103,7 @@ std::uint64_t EvaluateAll(const PeaksArguments& arguments, SpectrumSource& sourc
 [[noreturn]] void RefuseNothing(const PeaksArguments& arguments, const SpectrumSource& source) {
   const bool all = arguments.scans.Choice().filter.WantsAll();
   std::string reason = all ? "holds no spectrum" : "holds no spectrum that was asked for";
+  if (CanBeReadAgain(arguments.input)) reason += ScansInstead(arguments.input, arguments.scans.Choice());
   if (const std::string skipped = source.Skipped(); !skipped.empty())
     reason = fmt::format("holds no spectrum to evaluate: {}", skipped);
   if (reason.find("centroid") != std::string::npos) reason += "; --profile takes all as profiles";

@@ -1,4 +1,4 @@
-// Tests: EvaluateInput.cpp, RunChain.cpp.
+// Tests: EvaluateInput.cpp, RunChain.cpp, ScansInstead.cpp.
 #include <fmt/format.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -9,6 +9,7 @@
 #include <pugixml.hpp>
 #include <set>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include <tool/chain/ChainFile.h>
@@ -197,7 +198,7 @@ TEST(Peaks, NothingThatWasAskedForIsAFailure) {
   const std::string run = DemoRun::Get().Run();
   const std::pair<Arguments, std::string> cases[] = {
       {{"peaks", none.Path()}, none.Path() + ": holds no spectrum"},
-      {{"peaks", run, "--scan", "99"}, run + ": holds no spectrum that was asked for"},
+      {{"peaks", run, "--scan", "99"}, run + ": holds no spectrum that was asked for: its scans are 1 to 20"},
       {{"peaks", "--rt", "1e6-1e7"}, "demonstration run: holds no spectrum that was asked for"}};
   for (Arguments words : {cases[0].first, cases[1].first, cases[2].first}) {
     words.insert(words.end(), {"--format", "json"});
@@ -208,6 +209,26 @@ TEST(Peaks, NothingThatWasAskedForIsAFailure) {
     EXPECT_EQ(outcome.status, 1);
     EXPECT_EQ(outcome.err, "tslbl: " + message + "\n");
   }
+}
+
+TEST(Peaks, AScanThatIsNotThereIsToldWithThoseThatAre) {
+  const auto spectrum = [](const std::string& id) {
+    return PlainSpectrum(id, {100, 100.1, 100.2}, {1, 5, 2});
+  };
+  const TempFile gaps("a.mzML", MzML(spectrum("scan=3") + spectrum("scan=4") + spectrum("scan=9"), 3));
+  const TempFile text("b.txt", "100 1\n100.1 5\n100.2 2\n");
+  const std::string none = ": holds no spectrum that was asked for";
+  const std::tuple<std::string, std::string, std::string> cases[] = {
+      {gaps.Path(), "5-8,10-", none + ": it has 3 scans from 3 to 9"},
+      {text.Path(), "2", none + ": its only scan is 1"},
+      {gaps.Path(), "4 --rt 1e6-2e6", none}};
+  for (const auto& [file, words, told] : cases)
+    EXPECT_EQ(RunShell("\"$TSLBL\" peaks '" + file + "' --scan " + words).err,
+              "tslbl: " + file + told + "\n");
+  EXPECT_EQ(RunTool({"peaks", "--scan", "99"}).err,
+            "tslbl: demonstration run" + none + ": its scans are 1 to 20\n");
+  EXPECT_EQ(RunShell("cat '" + gaps.Path() + "' | \"$TSLBL\" peaks - --scan 5").err,
+            "tslbl: standard input" + none + "\n");
 }
 
 TEST(Peaks, WhatWasSkippedIsOneWarning) {
@@ -246,7 +267,10 @@ TEST(Peaks, WrongUsageIsStatus2) {
       {{"peaks", "--min-width", "0.5", "--max-width", "0.1"}, "tslbl: --max-width: it is below --min-width"},
       {{"peaks", "--colour"}, "tslbl: The following argument was not expected: --colour"},
       {{"peaks", run, run}, "tslbl: several inputs have a table each: name a folder for them"},
-      {{"peak"}, "tslbl: The following argument was not expected: peak"}};
+      {{"peak"}, "tslbl: The following argument was not expected: peak; did you mean peaks?\n"},
+      {{"peaks", run, "--smoth", "off"},
+       "tslbl: The following argument was not expected: --smoth; did you mean --smooth?\n"},
+      {{"tune", "shwo"}, "tslbl: The following argument was not expected: shwo; did you mean show?\n"}};
   for (const auto& [words, message] : cases) {
     const Outcome outcome = RunTool(words);
     EXPECT_EQ(outcome.status, 2) << message;
