@@ -23,8 +23,8 @@ double CubicAt(double t) { return 1.0 + 0.3 * t - 0.02 * t * t + 0.001 * t * t *
 
 TEST(SplineDependence, GivesACubicBack) {
   for (const double at : {15.0, 17.25, 20.5, 22.99}) {
-    EXPECT_NEAR(Applied(ValueDependence(at), Cubic()), CubicAt(at), 1e-3) << at;
-    EXPECT_NEAR(Applied(SlopeDependence(at), Cubic()), 0.3 - 0.04 * at + 0.003 * at * at, 1e-3) << at;
+    EXPECT_NEAR(Applied(ValueDependence(at), Cubic()), CubicAt(at), 5e-3) << at;
+    EXPECT_NEAR(Applied(SlopeDependence(at), Cubic()), 0.3 - 0.04 * at + 0.003 * at * at, 5e-3) << at;
   }
 }
 
@@ -41,10 +41,10 @@ TEST(SplineDependence, IsThatOfTheSplineThroughAPeak) {
     double start = 0.0;
     double end = 0.0;
     spline.PeakCentroid(0.6, at, value, start, end);
-    EXPECT_NEAR(Applied(ValueDependence(start), y), 0.6, 1e-3);
-    EXPECT_NEAR(Applied(ValueDependence(end), y), 0.6, 1e-3);
+    EXPECT_NEAR(Applied(ValueDependence(start), y), 0.6, 5e-3);
+    EXPECT_NEAR(Applied(ValueDependence(end), y), 0.6, 5e-3);
     spline.PeakMax(at, unused);
-    EXPECT_NEAR(Applied(SlopeDependence(at), y), 0.0, 1e-3);
+    EXPECT_NEAR(Applied(SlopeDependence(at), y), 0.0, 5e-3);
   }
 }
 

@@ -44,24 +44,30 @@ PeakErrors PeakErrorEstimator::Of(std::uint32_t peakIdx) {
     return {kNone, kNone, kNone};
   const double place = peak.ReportedIdx();
   PeakErrors errors{};
-  Begin(peak.startIdx, peak.endIdx);
   if (peak.useMax) {
+    Begin(place, place);
     AddTop(place);
   } else {
-    AddCentroid(peakIdx);
+    Begin(peak.areaStartIdx, peak.areaEndIdx);
+    AddCentroid(peak);
   }
   errors.x = StandardError() * StepAt(curve_.xAxis, place);
   Begin(place, place);
   Add(ValueDependence(place), 1.0);
   errors.ampl = StandardError();
-  Begin(peak.startIdx, peak.endIdx);
-  for (std::uint32_t i = peak.startIdx; i < peak.endIdx; ++i) {
-    const double half = 0.5 * (curve_.xAxis[i + 1] - curve_.xAxis[i]);
-    sensitivity_[i - first_] += half;
-    sensitivity_[i + 1 - first_] += half;
-  }
-  errors.area = StandardError();
+  errors.area = AreaError(peak);
   return errors;
+}
+
+// A filter only moves what lies within the limits, but for little at the ends.
+double PeakErrorEstimator::AreaError(const PeakInfo& peak) const {
+  const std::vector<double>& x = curve_.xAxis;
+  double sum = 0.0;
+  for (std::uint32_t i = peak.startIdx; i <= peak.endIdx; ++i) {
+    const double length = 0.5 * (x[std::min(i + 1, peak.endIdx)] - x[std::max(i, peak.startIdx + 1) - 1]);
+    sum += length * length * variance_[i];
+  }
+  return std::sqrt(sum);
 }
 
 void PeakErrorEstimator::Begin(double from, double to) {
@@ -84,18 +90,18 @@ double PeakErrorEstimator::Slope(double at) const { return Applied(SlopeDependen
 
 // The mean position of the part above a level: its inner points pull it, and its ends move with the points
 // there and with the level, which follows the maximum.
-void PeakErrorEstimator::AddCentroid(std::uint32_t peakIdx) {
-  const PeakInfo& peak = curve_.peaks[peakIdx];
+void PeakErrorEstimator::AddCentroid(const PeakInfo& peak) {
   const double from = peak.areaStartIdx;
   const double to = peak.areaEndIdx;
   const double centre = peak.centroidIdx;
   double weight = 0.0;
   ForEachOfIntegral(from, to, [&](double at, double share) {
-    weight += share * Applied(ValueDependence(at), curve_.yAxis);
+    const SplineDependence on = ValueDependence(at);
+    weight += share * Applied(on, curve_.yAxis);
+    Add(on, share * (at - centre));
   });
   if (!(weight > 0.0)) return;
-  ForEachOfIntegral(
-      from, to, [&](double at, double share) { Add(ValueDependence(at), share * (at - centre) / weight); });
+  for (double& value : sensitivity_) value /= weight;
   const double retention = curve_.peakDetectParams.Retention;
   if (retention > kWholePeak) return;
   for (const auto& [end, direction] : {std::pair{from, -1.0}, {to, 1.0}}) {
@@ -115,22 +121,22 @@ void PeakErrorEstimator::AddTop(double at) {
 }
 
 // Back through the filter to the points as they were measured.
-double PeakErrorEstimator::StandardError() const {
-  const auto reach = static_cast<std::ptrdiff_t>(filter_.size() / 2);
-  const auto points = static_cast<std::ptrdiff_t>(variance_.size());
-  const auto first = static_cast<std::ptrdiff_t>(first_);
-  const auto count = static_cast<std::ptrdiff_t>(sensitivity_.size());
-  double sum = 0.0;
-  for (std::ptrdiff_t raw = std::max<std::ptrdiff_t>(first - reach, 0);
-       raw < std::min(first + count + reach, points); ++raw) {
-    const std::ptrdiff_t low = std::max<std::ptrdiff_t>(raw - reach - first, 0);
-    const std::ptrdiff_t high = std::min(raw + reach - first + 1, count);
-    double here = 0.0;
-    for (std::ptrdiff_t i = low; i < high; ++i)
-      here += sensitivity_[static_cast<std::size_t>(i)] *
-              filter_[static_cast<std::size_t>(raw - first - i + reach)];
-    sum += here * here * variance_[static_cast<std::size_t>(raw)];
+double PeakErrorEstimator::StandardError() {
+  const std::size_t reach = filter_.size() / 2;
+  measured_.assign(sensitivity_.size() + 2 * reach, 0.0);
+  for (std::size_t i = 0; i < sensitivity_.size(); ++i) {
+    const double here = sensitivity_[i];
+    double* __restrict to = measured_.data() + i;
+    const double* __restrict weights = filter_.data();
+    for (std::size_t k = 0; k < filter_.size(); ++k) to[k] += here * weights[filter_.size() - 1 - k];
   }
+  // The first of them may lie before the curve.
+  const std::size_t skipped = reach - std::min(reach, first_);
+  const std::size_t begin = first_ + skipped - reach;
+  const std::size_t count = std::min(measured_.size() - skipped, variance_.size() - begin);
+  double sum = 0.0;
+  for (std::size_t i = 0; i < count; ++i)
+    sum += measured_[skipped + i] * measured_[skipped + i] * variance_[begin + i];
   return std::sqrt(sum);
 }
 

@@ -18,6 +18,7 @@
 namespace TslBL {
 
 class Curve;
+struct PeakInfo;
 struct SplineDependence;
 
 // Standard errors; NaN where the row has no limits on the curve.
@@ -42,8 +43,9 @@ class TSLBL_API PeakErrorEstimator {
   void Begin(double from, double to);
   void Add(const SplineDependence& on, double factor);
   double Slope(double at) const;
-  double StandardError() const;
-  void AddCentroid(std::uint32_t peakIdx);
+  double StandardError();
+  void AddCentroid(const PeakInfo& peak);
+  double AreaError(const PeakInfo& peak) const;
   void AddTop(double at);
 
   const Curve& curve_;
@@ -51,6 +53,7 @@ class TSLBL_API PeakErrorEstimator {
   std::span<const double> filter_;
   std::size_t first_ = 0;            // point of the first of these
   std::vector<double> sensitivity_;  // of the figure in hand to points of the curve
+  std::vector<double> measured_;     // the same to points as they were measured
 };
 
 }  // namespace TslBL

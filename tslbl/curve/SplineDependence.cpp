@@ -17,6 +17,7 @@ SplineDependence DependenceAt(std::ptrdiff_t point, double left, double right, d
   const auto own = static_cast<std::size_t>(kSplineReach) + 1;
   on.weights[own] += left;
   on.weights[own + 1] += right;
+  if (leftM == 0.0 && rightM == 0.0) return on;  // on a point
   double decayed = kOwn;
   for (std::size_t k = 0; k <= static_cast<std::size_t>(kSplineReach); ++k, decayed *= kDecay) {
     const auto add = [&](std::size_t middle, double curvature) {

@@ -11,8 +11,8 @@
 
 namespace TslBL {
 
-// Points on either side that count; those beyond have less than 1e-4 of a part.
-inline constexpr std::ptrdiff_t kSplineReach = 7;
+// Points on either side that count; those beyond have less than 2e-3 of a part.
+inline constexpr std::ptrdiff_t kSplineReach = 4;
 
 // The weights of the points from `first` on, which may lie before the curve or beyond it: those count as its
 // end points.
