@@ -1,5 +1,6 @@
 #include <tool/frame/CommandLine.h>
 
+#include <fmt/format.h>
 #include <fmt/ranges.h>
 
 #include <CLI/CLI.hpp>
@@ -121,7 +122,7 @@ std::string Unexpected(const CLI::ExtrasError& error, const CLI::App& app, const
   std::string message = error.what();
   for (const std::string& word : app.remaining(true))
     if (const std::string meant = Suggestion(word, NamesLike(word, named)); !meant.empty())
-      return message + "; did you mean " + meant + "?";
+      return fmt::format("{}; did you mean {}?", message, meant);
   return message;
 }
 

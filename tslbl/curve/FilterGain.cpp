@@ -19,9 +19,10 @@ class FilteredPeak {
       : weights_(weights), fall_(4.0 * std::numbers::ln2 / (width * width)), width_(width) {}
 
   double At(double place) const {
+    const std::size_t middle = weights_.size() / 2;
     double sum = 0.0;
     for (std::size_t k = 0; k < weights_.size(); ++k) {
-      const double distance = place - static_cast<double>(k) + static_cast<double>(weights_.size() / 2);
+      const double distance = place - static_cast<double>(k) + static_cast<double>(middle);
       sum += weights_[k] * std::exp(-fall_ * distance * distance);
     }
     return sum;

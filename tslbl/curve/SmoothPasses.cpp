@@ -52,7 +52,8 @@ std::optional<std::vector<double>> SmoothPasses(const SmoothParams& p, const std
     if (SameBits(from, out)) break;  // and so would all further passes
     smoothed.swap(out);
   }
-  return smoothed.empty() ? y : std::move(smoothed);
+  if (smoothed.empty()) return y;
+  return smoothed;
 }
 
 }  // namespace TslBL
