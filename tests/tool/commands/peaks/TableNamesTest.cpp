@@ -58,7 +58,7 @@ TEST(TableNames, MustNotBeWhatIsRead) {
   const std::string end = " would be written over " + input.Path() + ", which is read";
   for (const auto& [table, written] :
        {std::pair(input.Path(), input.Path()), {link, link}, {input.Folder() + "/b.tsv", part}})
-    EXPECT_EQ(ErrorOf([&] {
+    EXPECT_EQ(ErrorOf([&, table = table] {
                 RequireNoneRead({{"x", table}}, {"/no/such", input.Path()});
               }),
               "--output-dir: " + written + end);
