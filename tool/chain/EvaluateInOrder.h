@@ -12,6 +12,7 @@ namespace TslTool {
 struct SpectrumTexts {
   std::string peaks;
   std::string curve;
+  std::string plot = {};
 };
 
 // Takes the spectra of `source` one after the other, loads each and gives it to `evaluate`,

@@ -9,6 +9,7 @@
 #include <tool/commands/peaks/RestOfTable.h>
 #include <tool/commands/peaks/RunChain.h>
 #include <tool/commands/peaks/ScansInstead.h>
+#include <tool/commands/peaks/SpectrumPlot.h>
 #include <tool/frame/InputError.h>
 #include <tool/frame/Interrupt.h>
 #include <tool/frame/Output.h>
@@ -18,6 +19,7 @@
 #include <tslbl/detect/ThreadingParams.h>
 #include <algorithm>
 #include <filesystem>
+#include <utility>
 
 namespace TslTool {
 namespace {
@@ -73,10 +75,32 @@ void TellDerived(const PeaksArguments& arguments, const EffectiveChain& chain) {
     Tell(fmt::format("{}: {}", NameOf(arguments), chain.derived));
 }
 
+// What is written beside the table, where it is asked for.
+struct SideFiles {
+  explicit SideFiles(const PeaksArguments& arguments) {
+    if (!arguments.curve.empty()) curves.emplace(arguments.curve).Write(CurveHead());
+    if (!arguments.plot.empty()) plot.emplace(arguments.plot);
+    if (!arguments.view.empty()) view = ParseRealRange("--view", arguments.view);
+  }
+
+  void Commit() {
+    if (curves) curves->Commit();
+    if (plot) plot->Commit();
+  }
+
+  std::optional<Output> curves;
+  std::optional<Output> plot;
+  std::optional<RealRange> view;
+};
+
+std::string PlotOf(const std::string& name, const LoadedSpectrum& loaded, const SideFiles& side) {
+  if (!side.plot) return "";
+  return SpectrumPlot(loaded, fmt::format("{}, scan {}", name, loaded.scan), side.view);
+}
+
 // Evaluates and writes all that the source gives, and returns the number of spectra.
 std::uint64_t EvaluateAll(const PeaksArguments& arguments, SpectrumSource& source,
-                          const std::vector<TslBL::CurveEval>& chain, PeakFile& peaks,
-                          std::optional<Output>& curves) {
+                          const std::vector<TslBL::CurveEval>& chain, PeakFile& peaks, SideFiles& side) {
   const std::string name = NameOf(arguments);
   const std::optional<RealRange> noise = arguments.chain.NoiseStretch();
   const std::optional<RealRange> search = arguments.chain.SearchStretch();
@@ -86,17 +110,23 @@ std::uint64_t EvaluateAll(const PeaksArguments& arguments, SpectrumSource& sourc
     RequireStretch(name, search, "to find peaks among", loaded);
     loaded.measured = loaded.spectrum->yAxis;
     RunChain(name, chain, loaded);
-    return SpectrumTexts{peaks.Part(loaded), curves ? CurvePart(loaded) : ""};
+    if (side.plot) RequireStretch(name, side.view, "to draw", loaded);
+    return SpectrumTexts{peaks.Part(loaded), side.curves ? CurvePart(loaded) : "",
+                         PlotOf(name, loaded, side)};
   };
+  bool isFirst = true;
   const auto write = [&](const SpectrumTexts& texts) {
     peaks.Write(texts.peaks);
-    if (curves) curves->Write(texts.curve);
+    if (side.curves) side.curves->Write(texts.curve);
+    if (side.plot && !std::exchange(isFirst, false))
+      throw InputError(name, "", "--plot draws one spectrum, and there are several; choose one with --scan");
+    if (side.plot) side.plot->Write(texts.plot);
     progress.Step();
   };
   const std::uint64_t spectra = EvaluateInOrder(source, evaluate, write);
   if (spectra == 0) return 0;
   peaks.Commit();
-  if (curves) curves->Commit();
+  side.Commit();
   return spectra;
 }
 
@@ -124,14 +154,13 @@ void EvaluateInto(PeakFile& peaks, const PeaksArguments& arguments, const Option
   const SpectrumChoice wanted = arguments.scans.Choice();
   auto source = OpenSpectra(arguments.input, wanted);
   ShareThreads(*source);
-  std::optional<Output> curves;
-  if (!arguments.curve.empty()) curves.emplace(arguments.curve).Write(CurveHead());
+  SideFiles side(arguments);
   const EffectiveChain chain = ChainFor(arguments, options, source);
   WarnOfNoPeaks(arguments.chain.File(), chain.evals);
   if (arguments.resume)
     if (const auto& done = peaks.Resume())
       source = RestOfTable(arguments.input, wanted, chain.evals, *done, peaks);
-  if (EvaluateAll(arguments, *source, chain.evals, peaks, curves) == 0) RefuseNothing(arguments, *source);
+  if (EvaluateAll(arguments, *source, chain.evals, peaks, side) == 0) RefuseNothing(arguments, *source);
   if (!arguments.quiet) Tell(NameOf(arguments), source->Notes());
   TellDerived(arguments, chain);
   if (const std::string skipped = source->Skipped(); !skipped.empty())

@@ -27,6 +27,7 @@ void RequireConsistent(const PeaksArguments& arguments) {
     throw UsageError("several inputs have a table each: name a folder for them with --output-dir");
   if (!arguments.output.empty()) throw UsageError("--output and --output-dir exclude each other");
   if (!arguments.curve.empty()) throw UsageError("--curve and --output-dir exclude each other");
+  if (!arguments.plot.empty()) throw UsageError("--plot and --output-dir exclude each other");
   if (arguments.showChain) throw UsageError("--show-chain and --output-dir exclude each other");
   if (arguments.inputs.empty() && arguments.list.empty()) throw UsageError("--output-dir: INPUT is missing");
   if (arguments.resume && arguments.format != "tsv")

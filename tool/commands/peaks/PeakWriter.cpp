@@ -45,23 +45,34 @@ class TableWriter final : public PeakWriter {
   std::string Between() const override { return "\n"; }
 };
 
-class TsvWriter final : public PeakWriter {
+// As RFC 4180 has it: in quotes if the separator or a quote is in it.
+std::string Quoted(const std::string& text) {
+  if (text.find_first_of(",\"") == std::string::npos) return text;
+  std::string quoted = "\"";
+  for (const char c : text) quoted += c == '"' ? "\"\"" : std::string(1, c);
+  return quoted + '"';
+}
+
+// A header line, then a row for each peak.
+template <char separator>
+class RowWriter final : public PeakWriter {
  public:
   std::string Head() const override {
-    std::string header = "scan\trt_s\tpeak";
-    for (const PeakColumn& column : PeakColumns()) header += fmt::format("\t{}", column.name);
-    return header + "\tid\n";
+    std::string header = fmt::format("scan{0}rt_s{0}peak", separator);
+    for (const PeakColumn& column : PeakColumns()) header += separator + std::string(column.name);
+    return header + separator + "id\n";
   }
   std::string Part(const LoadedSpectrum& loaded, const Peaks& peaks) const override {
     const std::string time = std::isnan(loaded.rtSeconds) ? "" : fmt::format("{}", loaded.rtSeconds);
-    const std::string id = PrintableId(loaded);
+    const std::string id = separator == ',' ? Quoted(PrintableId(loaded)) : PrintableId(loaded);
     std::string text;
     std::size_t number = 0;
     for (const ReportedPeak& peak : peaks) {
-      text += fmt::format("{}\t{}\t{}", loaded.scan, time, ++number);
+      text += fmt::format("{0}{3}{1}{3}{2}", loaded.scan, time, ++number, separator);
       for (const PeakColumn& column : PeakColumns())
-        std::visit([&text](auto value) { text += fmt::format("\t{}", value); }, column.value(peak));
-      text += '\t' + id + '\n';
+        std::visit([&text](auto value) { text += fmt::format("{}{}", separator, value); },
+                   column.value(peak));
+      text += separator + id + '\n';
     }
     return text;
   }
@@ -120,7 +131,8 @@ struct Format {
   std::unique_ptr<PeakWriter> (*make)();
 };
 constexpr Format kFormats[] = {{"table", Make<TableWriter>},
-                               {"tsv", Make<TsvWriter>},
+                               {"tsv", Make<RowWriter<'\t'>>},
+                               {"csv", Make<RowWriter<','>>},
                                {"json", Make<JsonWriter>},
                                {"xml", Make<XmlWriter>}};
 

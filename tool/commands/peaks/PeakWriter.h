@@ -19,7 +19,7 @@ class PeakWriter {
   virtual std::string Tail() const { return ""; }
 };
 
-// The formats: "table" for reading, "tsv", "json" and "xml" for programs.
+// The formats: "table" for reading, "tsv", "csv", "json" and "xml" for programs.
 const std::vector<std::string>& PeakFormats();
 std::unique_ptr<PeakWriter> MakePeakWriter(const std::string& format);
 

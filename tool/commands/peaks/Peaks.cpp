@@ -31,6 +31,12 @@ void RequireSafeFiles(const PeaksArguments& arguments) {
   RequireDistinct("--output", arguments.output, arguments.input, "the input");
   RequireDistinct("--curve", arguments.curve, arguments.input, "the input");
   RequireDistinct("--curve", arguments.curve, arguments.output, "the --output as well");
+  RequireDistinct("--plot", arguments.plot, arguments.input, "the input");
+  RequireDistinct("--plot", arguments.plot, arguments.output, "the --output as well");
+  RequireDistinct("--plot", arguments.plot, arguments.curve, "the --curve as well");
+  if (!arguments.view.empty() && arguments.plot.empty()) throw UsageError("--view: is for --plot");
+  if (arguments.plot == "-" && IsStandardOutput(arguments.output))
+    throw UsageError("--plot: standard output has the table; give that an --output FILE");
   if (arguments.curve == "-" && IsStandardOutput(arguments.output))
     throw UsageError("--curve: standard output has the table; give that an --output FILE");
 }
@@ -40,6 +46,7 @@ void RequireResumable(const PeaksArguments& arguments) {
   if (!PeakFile::CanResume(arguments.format, arguments.output))
     throw UsageError("--resume: only a table of --format tsv in an --output FILE can be resumed");
   if (!arguments.curve.empty()) throw UsageError("--resume and --curve exclude each other");
+  if (!arguments.plot.empty()) throw UsageError("--resume and --plot exclude each other");
 }
 
 int RunPeaks(PeaksArguments arguments, const Options& options) {
@@ -78,6 +85,7 @@ Command PeaksCommand() {
           "  tslbl peaks sample.txt --chain chain.xml\n"
           "  tslbl peaks sample.run --scan 3 --curve curve.tsv   with smoothed amplitudes, baseline, "
           "noise\n\n"
+          "  tslbl peaks sample.run --scan 3 --plot scan3.svg --view 190-200   a picture\n\n"
           "Columns:\n"
           "  amplitude   of the evaluated curve at the peak's place, the baseline included\n"
           "  area        of the whole peak above the baseline; Area: of the part that --position uses\n"
@@ -101,6 +109,9 @@ Command PeaksCommand() {
                           "Evaluate the inputs that this file names too, one a line; - is standard input");
             options.Value("--curve FILE", arguments->curve,
                           "Write the evaluated curves, point by point, to this file");
+            options.Value("--plot FILE", arguments->plot,
+                          "Draw the one spectrum that is evaluated into this SVG file");
+            options.Value("--view A-B", arguments->view, "Range of m/z that --plot shows [all]");
             options.Flag("--resume", arguments->resume,
                          "Continue an --output FILE that was interrupted, from its FILE.part");
             options.Flag("-q,--quiet", arguments->quiet, "Do not tell what was taken from the data");

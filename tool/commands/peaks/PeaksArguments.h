@@ -23,6 +23,8 @@ struct PeaksArguments {
   std::string format = "table";
   std::string output;
   std::string curve;
+  std::string plot;
+  std::string view;
   std::optional<std::uint32_t> threads;
 };
 

@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <nlohmann/json.hpp>
@@ -74,6 +75,19 @@ TEST_F(PeakWriter, TsvKeepsEveryDigit) {
     EXPECT_EQ(std::stod(rows[i].at("area")), peaks[i].area);
     EXPECT_EQ(std::stod(rows[i].at("rt_s")), third.rtSeconds);
   }
+}
+
+TEST_F(PeakWriter, CsvIsTheSameTableBetweenCommas) {
+  std::string tsv = Written("tsv", scans);
+  std::ranges::replace(tsv, '\t', ',');
+  EXPECT_EQ(Written("csv", scans), tsv);
+}
+
+TEST(PeakWriterCsv, QuotesANameWithCommasOrQuotes) {
+  LoadedSpectrum named = EvaluatedScan(3);
+  named.id = "a=1,b=\"x\"";
+  const auto lines = LinesOf(Written("csv", {&named}));
+  EXPECT_THAT(lines.at(1), testing::EndsWith(",\"a=1,b=\"\"x\"\"\""));
 }
 
 TEST_F(PeakWriter, TsvOfASpectrumWithoutPeaksIsItsHeader) {
@@ -159,8 +173,8 @@ TEST_F(PeakWriter, TheTableShowsAnIdThatSaysMoreThanTheNumber) {
   }
 }
 
-TEST(PeakFormats, AreTableTsvJsonAndXml) {
-  EXPECT_THAT(TslTool::PeakFormats(), ElementsAre("table", "tsv", "json", "xml"));
+TEST(PeakFormats, AreTableTsvCsvJsonAndXml) {
+  EXPECT_THAT(TslTool::PeakFormats(), ElementsAre("table", "tsv", "csv", "json", "xml"));
 }
 
 TEST(PeakFormats, AnotherOneIsAMistakeOfTheProgram) {

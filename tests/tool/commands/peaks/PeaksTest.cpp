@@ -261,7 +261,7 @@ TEST(Peaks, WrongUsageIsStatus2) {
       {{"peaks", "--rt", "a-b"}, "tslbl: --rt: \"a\" is not a number"},
       {{"peaks", "--threshold", "nan"}, "tslbl: --threshold: \"nan\" is not a finite number"},
       {{"peaks", "--threads", "0"}, "tslbl: --threads: there must be at least one"},
-      {{"peaks", "--format", "none"}, "tslbl: --format: \"none\" is not one of table, tsv, json, xml"},
+      {{"peaks", "--format", "none"}, "tslbl: --format: \"none\" is not one of table, tsv, csv, json, xml"},
       {{"peaks", "--smooth", "boxcar"}, "tslbl: --smooth: \"boxcar\": it is not one of"},
       {{"peaks", "--min-width", "-1"}, "tslbl: --min-width: it cannot be below 0"},
       {{"peaks", "--min-width", "0.5", "--max-width", "0.1"}, "tslbl: --max-width: it is below --min-width"},
