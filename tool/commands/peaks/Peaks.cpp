@@ -60,6 +60,33 @@ int RunPeaks(PeaksArguments arguments, const Options& options) {
   return kDone;
 }
 
+constexpr const char* kExamples =
+    "INPUT is a run of raw counts, an mzML file (.mzML, .mzML.gz) or text with columns\n"
+    "of m/z and amplitude; - is standard input, from which no run can be read. Without\n"
+    "it the built-in demonstration run is evaluated.\n\n"
+    "Examples:\n"
+    "  tslbl peaks                                   the demonstration run\n"
+    "  tslbl peaks sample.run --scan 12              one scan as a table\n"
+    "  tslbl peaks sample.run --rt 60-90 --format tsv --output peaks.tsv\n"
+    "  tslbl peaks sample.run --format tsv --output peaks.tsv --resume\n"
+    "  tslbl peaks sample.mzML --smooth savgol:11:2 --sn 10\n"
+    "  tslbl peaks table.csv --columns mass,intensity\n"
+    "  zcat sample.mzML.gz | tslbl peaks - --format json --output -\n"
+    "  tslbl peaks *.mzML --format tsv --output-dir tables   a table each, tables/NAME.tsv\n"
+    "  find data -name '*.mzML' | tslbl peaks --list - --output-dir tables\n"
+    "  tslbl peaks sample.txt --show-chain > chain.xml   the chain in effect, to be edited\n"
+    "  tslbl peaks sample.txt --chain chain.xml\n"
+    "  tslbl peaks sample.run --scan 3 --curve curve.tsv   with smoothed amplitudes, baseline, "
+    "noise\n\n"
+    "  tslbl peaks sample.run --scan 3 --plot scan3.svg --view 190-200   a picture\n\n"
+    "Columns:\n"
+    "  amplitude   of the evaluated curve at the peak's place, the baseline included\n"
+    "  area        of the whole peak above the baseline; Area: of the part that --position uses\n"
+    "  width       at half height above the baseline, m/z; resolution: m/z over width\n"
+    "  sn          amplitude above the baseline over the noise there\n"
+    "  height      above the baseline, with what the smoothing took from it\n"
+    "  mz_se, amplitude_se, area_se   standard errors, from the counts or else from the noise\n";
+
 }  // namespace
 
 Command PeaksCommand() {
@@ -67,32 +94,7 @@ Command PeaksCommand() {
   return {
       .name = "peaks",
       .summary = "Finds the peaks of spectra",
-      .examples =
-          "INPUT is a run of raw counts, an mzML file (.mzML, .mzML.gz) or text with columns\n"
-          "of m/z and amplitude; - is standard input, from which no run can be read. Without\n"
-          "it the built-in demonstration run is evaluated.\n\n"
-          "Examples:\n"
-          "  tslbl peaks                                   the demonstration run\n"
-          "  tslbl peaks sample.run --scan 12              one scan as a table\n"
-          "  tslbl peaks sample.run --rt 60-90 --format tsv --output peaks.tsv\n"
-          "  tslbl peaks sample.run --format tsv --output peaks.tsv --resume\n"
-          "  tslbl peaks sample.mzML --smooth savgol:11:2 --sn 10\n"
-          "  tslbl peaks table.csv --columns mass,intensity\n"
-          "  zcat sample.mzML.gz | tslbl peaks - --format json --output -\n"
-          "  tslbl peaks *.mzML --format tsv --output-dir tables   a table each, tables/NAME.tsv\n"
-          "  find data -name '*.mzML' | tslbl peaks --list - --output-dir tables\n"
-          "  tslbl peaks sample.txt --show-chain > chain.xml   the chain in effect, to be edited\n"
-          "  tslbl peaks sample.txt --chain chain.xml\n"
-          "  tslbl peaks sample.run --scan 3 --curve curve.tsv   with smoothed amplitudes, baseline, "
-          "noise\n\n"
-          "  tslbl peaks sample.run --scan 3 --plot scan3.svg --view 190-200   a picture\n\n"
-          "Columns:\n"
-          "  amplitude   of the evaluated curve at the peak's place, the baseline included\n"
-          "  area        of the whole peak above the baseline; Area: of the part that --position uses\n"
-          "  width       at half height above the baseline, m/z; resolution: m/z over width\n"
-          "  sn          amplitude above the baseline over the noise there\n"
-          "  height      above the baseline, with what the smoothing took from it\n"
-          "  mz_se, amplitude_se, area_se   standard errors, from the counts or else from the noise\n",
+      .examples = kExamples,
       .declare =
           [arguments](Options& options) {
             options.Values("INPUT", arguments->inputs,
