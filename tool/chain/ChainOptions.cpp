@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <tool/chain/ChainFile.h>
+#include <tool/chain/SwitchWords.h>
 #include <tool/frame/Numbers.h>
 #include <tslbl/curve/BaselineParams.h>
 #include <tslbl/curve/NoiseParams.h>
@@ -22,38 +23,8 @@ using TslBL::NoiseParams;
 using TslBL::PeakDetectParams;
 using TslBL::SmoothParams;
 
-// The value of one switch, such as "savgol:11:2": a word and numbers behind it.
-class Words {
- public:
-  Words(std::string option, const std::string& text)
-      : option_(std::move(option)), text_(text), parts_(SplitColons(text)) {}
-
-  const std::string& Word() const { return parts_.front(); }
-  // Takes the next number, if there is one, for `value`.
-  void Count(std::uint32_t& value, std::uint32_t least = 1) {
-    if (!HasMore()) return;
-    value = ParseCount(option_, Next());
-    if (value < least) Refuse("each number must be at least " + std::to_string(least));
-  }
-  bool HasMore() const { return next_ < parts_.size(); }
-  const std::string& Next() { return parts_[next_++]; }
-  void RequireEnd() const {
-    if (HasMore()) Refuse("there are more parts than " + Word() + " takes");
-  }
-  [[noreturn]] void Unknown(const std::string& known) const { Refuse("it is not one of " + known); }
-  [[noreturn]] void Refuse(const std::string& reason) const {
-    throw UsageError(option_ + ": \"" + text_ + "\": " + reason);
-  }
-
- private:
-  std::string option_;
-  std::string text_;
-  std::vector<std::string> parts_;
-  std::size_t next_ = 1;
-};
-
 void AddSmooth(std::vector<CurveEval>& chain, const std::string& text) {
-  Words words("--smooth", text);
+  SwitchWords words("--smooth", text);
   if (words.Word() == "off") return words.RequireEnd();
   SmoothParams p = SmoothParams::DefaultMS();
   // The whole axis, whatever it begins with.
@@ -80,7 +51,7 @@ void AddSmooth(std::vector<CurveEval>& chain, const std::string& text) {
   chain.emplace_back(p);
 }
 
-double Constant(const Words& words) {
+double Constant(const SwitchWords& words) {
   try {
     return ParseReal("--baseline", words.Word());
   } catch (const UsageError&) {
@@ -89,7 +60,7 @@ double Constant(const Words& words) {
 }
 
 void AddBaseline(std::vector<CurveEval>& chain, const std::string& text) {
-  Words words("--baseline", text);
+  SwitchWords words("--baseline", text);
   BaselineParams p = BaselineParams::DefaultMS();
   if (words.Word() == "linear") {
     p.Alg = BaselineParams::LinearFitSD;
@@ -112,14 +83,14 @@ void AddBaseline(std::vector<CurveEval>& chain, const std::string& text) {
 }
 
 // The range of m/z after the word, for the two ways that measure the noise on one.
-std::optional<RealRange> StretchOf(Words& words) {
+std::optional<RealRange> StretchOf(SwitchWords& words) {
   if (words.Word() != "peak-to-peak" && words.Word() != "6sd") return std::nullopt;
   if (!words.HasMore()) words.Refuse("it needs a range of m/z, as in " + words.Word() + ":100-120");
   return ParseRealRange("--noise", words.Next());
 }
 
 void AddNoise(std::vector<CurveEval>& chain, const std::string& text) {
-  Words words("--noise", text);
+  SwitchWords words("--noise", text);
   NoiseParams p = NoiseParams::DefaultMS();
   if (words.Word() == "linear") {
     p.AlgAuto = NoiseParams::AutoAlgs::LinearFitSD;
@@ -164,7 +135,7 @@ void RequirePercent(const std::string& option, std::optional<double> value) {
 }
 
 void SetPosition(PeakDetectParams& p, const std::string& text) {
-  Words words("--position", text);
+  SwitchWords words("--position", text);
   if (words.Word() == "top") {
     p.RetentionType = PeakDetectParams::PeakTop;
   } else if (words.Word() == "centroid") {
@@ -255,7 +226,7 @@ std::vector<CurveEval> ChainOptions::Chain(const Options& options, const ChainDe
 
 std::optional<RealRange> ChainOptions::NoiseStretch() const {
   if (!file_.empty()) return std::nullopt;
-  Words words("--noise", noise_);
+  SwitchWords words("--noise", noise_);
   return StretchOf(words);
 }
 

@@ -5,11 +5,11 @@
 #include <tool/io/Axis.h>
 #include <tool/io/MzMLArray.h>
 #include <tool/io/MzMLElement.h>
+#include <tool/io/MzMLHead.h>
 #include <tool/io/WarningCounts.h>
 #include <tool/io/XmlScanner.h>
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <functional>
 #include <limits>
@@ -24,23 +24,6 @@ namespace {
 constexpr std::string_view kMzArray = "MS:1000514";
 constexpr std::string_view kIntensityArray = "MS:1000515";
 
-template <class Number>
-std::optional<Number> ToNumber(std::string_view text) {
-  Number value{};
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-  if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
-  return value;
-}
-
-// N of "... scan=N ...", if it fits the type.
-std::optional<std::uint32_t> NumberInId(std::string_view id) {
-  constexpr std::string_view kKey = "scan=";
-  const std::size_t at = id.starts_with(kKey) ? 0 : id.find(" scan=");
-  if (at == std::string_view::npos) return std::nullopt;
-  const std::string_view rest = id.substr(id.find('=', at) + 1);
-  return ToNumber<std::uint32_t>(rest.substr(0, rest.find(' ')));
-}
-
 bool IsUtf8(std::string_view text) {
   int more = 0;
   for (const char c : text) {
@@ -54,35 +37,6 @@ bool IsUtf8(std::string_view text) {
     }
   }
   return more == 0;
-}
-
-Scan::Representation RepresentationOf(const MzMLTerms& terms) {
-  if (terms.Find("MS:1000128")) return Scan::Profile;
-  if (terms.Find("MS:1000127")) return Scan::Centroid;
-  return Scan::Unknown;
-}
-
-int LevelOf(const MzMLTerms& terms) {
-  const MzMLTerm* term = terms.Find("MS:1000511");
-  if (!term) return 0;
-  const auto level = ToNumber<int>(term->value);
-  if (!level || *level < 1) throw std::runtime_error("the MS level is \"" + Printable(term->value) + "\"");
-  return *level;
-}
-
-int PolarityOf(const MzMLTerms& terms) {
-  if (terms.Find("MS:1000130")) return 1;
-  return terms.Find("MS:1000129") ? -1 : 0;
-}
-
-// Nothing for a unit that is none of time.
-std::optional<double> SecondsIn(std::string_view unit) {
-  constexpr std::pair<std::string_view, double> kUnits[] = {{"UO:0000010", 1.0},  {"UO:0000028", 1e-3},
-                                                            {"UO:0000031", 60.0}, {"UO:0000032", 3600.0},
-                                                            {"MS:1000038", 60.0}, {"MS:1000039", 1.0}};
-  for (const auto& [accession, seconds] : kUnits)
-    if (accession == unit) return seconds;
-  return std::nullopt;
 }
 
 bool Ascends(const std::vector<double>& mz) {

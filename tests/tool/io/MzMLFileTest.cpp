@@ -1,4 +1,4 @@
-// Tests: MzMLArray.cpp.
+// Tests: MzMLArray.cpp, MzMLHead.cpp.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
