@@ -1,6 +1,7 @@
 #include <tool/io/Axis.h>
 
 #include <algorithm>
+#include <cmath>
 #include <functional>
 #include <numeric>
 #include <utility>
@@ -50,6 +51,11 @@ std::string Number(std::size_t count, const char* one, const char* many) {
 }
 
 }  // namespace
+
+bool Ascends(const std::vector<double>& mz) {
+  return std::ranges::all_of(mz, [](double value) { return std::isfinite(value); }) &&
+         std::ranges::adjacent_find(mz, std::greater_equal<>()) == mz.end();
+}
 
 AxisRepair RepairAxis(std::vector<double>& mz, std::vector<double>& amplitude) {
   AxisRepair repair;

@@ -21,6 +21,9 @@ struct AxisRepair {
                                         // arrays are useless to the caller, who reports it
 };
 
+// Whether all values are finite and each is larger than the one before.
+bool Ascends(const std::vector<double>& mz);
+
 // Both arrays have the same length and finite values; one pass where the axis ascends strictly.
 AxisRepair RepairAxis(std::vector<double>& mz, std::vector<double>& amplitude);
 

@@ -2,6 +2,7 @@
 
 #include <tool/frame/InputError.h>
 #include <tool/frame/Printable.h>
+#include <tool/frame/Utf8.h>
 #include <tool/io/Axis.h>
 #include <tool/io/MzMLArray.h>
 #include <tool/io/MzMLElement.h>
@@ -11,7 +12,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <functional>
 #include <limits>
 #include <new>
 #include <stdexcept>
@@ -23,25 +23,6 @@ namespace {
 
 constexpr std::string_view kMzArray = "MS:1000514";
 constexpr std::string_view kIntensityArray = "MS:1000515";
-
-bool IsUtf8(std::string_view text) {
-  int more = 0;
-  for (const char c : text) {
-    const auto byte = static_cast<unsigned char>(c);
-    if (more > 0) {
-      if ((byte & 0xc0) != 0x80) return false;
-      --more;
-    } else if (byte >= 0x80) {
-      if (byte < 0xc2 || byte > 0xf4) return false;
-      more = byte < 0xe0 ? 1 : byte < 0xf0 ? 2 : 3;
-    }
-  }
-  return more == 0;
-}
-
-bool Ascends(const std::vector<double>& mz) {
-  return std::ranges::adjacent_find(mz, std::greater_equal<>()) == mz.end();
-}
 
 void RequireFinite(const std::vector<double>& values, const char* what) {
   const auto isFinite = [](double value) { return std::isfinite(value); };

@@ -34,9 +34,13 @@ FileKind KindOf(std::string_view head) {
 
 FileKind KindOfFile(const std::string& file) { return KindOf(ByteSource(file).Head()); }
 
-bool IsDatabase(const std::string& file) {
+bool CanBeReadAgain(const std::string& file) {
   std::error_code unknown;
-  return std::filesystem::is_regular_file(file, unknown) && KindOfFile(file) == FileKind::Sqlite;
+  return std::filesystem::is_regular_file(file, unknown);
+}
+
+bool IsDatabase(const std::string& file) {
+  return CanBeReadAgain(file) && KindOfFile(file) == FileKind::Sqlite;
 }
 
 std::unique_ptr<ScanSource> OpenScans(const std::string& file) {
@@ -49,7 +53,7 @@ std::unique_ptr<ScanSource> OpenScans(const std::string& file) {
     throw InputError(file, "", "an SQLite file, as runs are, which is read by its name and not from a pipe");
   const std::string foreign = DescribeForeign(source.Head(), file);
   if (!foreign.empty()) throw InputError(file, "", foreign);
-  if (source.IsGzip() && std::filesystem::is_regular_file(file)) VerifyGzip(file);
+  if (source.IsGzip() && CanBeReadAgain(file)) VerifyGzip(file);
   if (kind == FileKind::Xml || IsNamedMzML(file)) return std::make_unique<MzMLFile>(std::move(source));
   return std::make_unique<TextFile>(std::move(source));
 }

@@ -20,6 +20,9 @@ FileKind KindOfFile(const std::string& file);
 // Whether a file is an SQLite database, as runs are. A pipe never is one, and is left unread.
 bool IsDatabase(const std::string& file);
 
+// A regular file, which can be read a second time; a pipe cannot.
+bool CanBeReadAgain(const std::string& file);
+
 // mzML if the name ends in .mzML or .mzML.gz (in any case) or if the content is XML, else text with columns;
 // both may be gzip, whatever the name. A gzip file is verified first, see VerifyGzip. Throws InputError for a
 // missing or unreadable file, a folder, an empty file and what is of another kind (ForeignKinds.h); what is

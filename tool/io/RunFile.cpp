@@ -126,6 +126,10 @@ void RunWriter::Finish() {
   }
 }
 
+int PolarityOf(const TslBL::Tune& tune) {
+  return tune.ControlData.PolarityType == TslCommon::PolarityNegative ? -1 : 1;
+}
+
 void RemoveRun(const std::string& file) {
   std::error_code ignored;
   for (const char* companion : {"", "-journal", "-wal", "-shm"})

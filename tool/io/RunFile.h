@@ -45,6 +45,9 @@ class RunWriter {
   std::unique_ptr<Statement> insertScan_;
 };
 
+// 1 or -1.
+int PolarityOf(const TslBL::Tune& tune);
+
 // Removes a run that is of no use, with the companions that an unfinished one has.
 void RemoveRun(const std::string& file);
 

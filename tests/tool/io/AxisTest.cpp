@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <vector>
 
 #include <tool/io/Axis.h>
@@ -64,6 +65,12 @@ TEST(Axis, SortsPeaksAndKeepsEqualOnesInTheirOrder) {
   TslTool::SortPeaks(mz, amplitude);
   EXPECT_THAT(mz, ElementsAre(1, 1, 2, 3));
   EXPECT_THAT(amplitude, ElementsAre(2, 4, 3, 1));
+}
+
+TEST(Axis, AscendsIfEachValueIsFiniteAndLargerThanTheOneBefore) {
+  for (const Values& mz : {Values{}, Values{5}, Values{-1, 0, 2.5}}) EXPECT_TRUE(TslTool::Ascends(mz));
+  for (const Values& mz : {Values{1, 1}, Values{1, 3, 2}, Values{1, NAN}, Values{1, INFINITY}})
+    EXPECT_FALSE(TslTool::Ascends(mz));
 }
 
 }  // namespace

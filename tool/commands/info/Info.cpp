@@ -10,7 +10,6 @@
 #include <tool/io/OpenScans.h>
 #include <tool/io/Preview.h>
 #include <tool/io/ScanOptions.h>
-#include <filesystem>
 
 namespace TslTool {
 namespace {
@@ -49,8 +48,7 @@ FileFacts WriteRows(ScanSource& source, const InfoWriter& writer, Output& output
 
 // Of the first spectra, since it takes the whole of each. 0 for a pipe, which is spent.
 double PointsAcross(const std::string& file, const ScanFilter& filter) {
-  std::error_code unknown;
-  if (!std::filesystem::is_regular_file(file, unknown)) return 0.0;
+  if (!CanBeReadAgain(file)) return 0.0;
   auto source = OpenSpectra(file, {.filter = filter});
   return LookAhead(source).pointsAcross;
 }

@@ -1,10 +1,8 @@
 #include <tool/commands/info/RunScans.h>
 
+#include <tool/io/Axis.h>
 #include <tslbl/spectrum/CreateSpectrum.h>
 #include <tslbl/tune/MassRange.h>
-#include <algorithm>
-#include <cmath>
-#include <functional>
 #include <memory>
 #include <stdexcept>
 
@@ -15,9 +13,7 @@ namespace {
 std::vector<double> AxisOf(const TslBL::Tune& tune, const TslBL::RawSpectrum& raw) {
   try {
     const std::unique_ptr<TslBL::Spectrum> spectrum(TslBL::CreateSpectrum(tune, raw, nullptr));
-    const std::vector<double>& x = spectrum->xAxis;
-    const bool isFinite = std::ranges::all_of(x, [](double value) { return std::isfinite(value); });
-    if (isFinite && std::ranges::adjacent_find(x, std::greater_equal<>()) == x.end()) return x;
+    if (Ascends(spectrum->xAxis)) return spectrum->xAxis;
   } catch (const std::runtime_error&) {
     // Told as the axis that does not ascend is.
   }
@@ -49,7 +45,7 @@ bool RunScans::Next(Scan& scan) {
   const TslBL::Tune& tune = reader_.TuneOf(scan.number, raw);
   scan.rtSeconds = raw.info.TimeStamp / 1000.0;
   scan.msLevel = 1;
-  scan.polarity = tune.ControlData.PolarityType == TslCommon::PolarityNegative ? -1 : 1;
+  scan.polarity = PolarityOf(tune);
   scan.representation = Scan::Profile;
   AssignMz(tune, raw, scan);
   scan.amplitude = std::move(raw.counts);

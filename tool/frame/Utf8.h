@@ -1,0 +1,21 @@
+#pragma once
+// Text as UTF-8: the encoding of everything that the tool writes.
+
+#include <cstddef>
+#include <string_view>
+
+namespace TslTool {
+
+struct Utf8Character {
+  std::size_t bytes = 1;
+  char32_t code = 0;
+  bool isValid = false;
+};
+
+// The first character of a text that is not empty. Longer forms than needed, halves of surrogate pairs and
+// what lies beyond U+10FFFF are not valid; of what is not valid one byte is taken.
+Utf8Character FirstCharacter(std::string_view text);
+
+bool IsUtf8(std::string_view text);
+
+}  // namespace TslTool
