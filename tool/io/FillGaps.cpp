@@ -10,7 +10,8 @@ constexpr double kGap = 3.5;  // steps
 constexpr std::size_t kZeros = 16;
 constexpr std::size_t kManyGaps = 20;
 constexpr double kDown = 0.5;
-// Of the steps of a block the usual one is a low one, as others lead over gaps; the lowest may be a slip.
+// Of the steps of a block the usual one is a low one, as others lead over gaps; the lowest may lie between
+// two segments of a scan that nearly touch.
 constexpr std::size_t kBlock = 64;
 constexpr double kUsual = 0.2;
 
@@ -66,8 +67,9 @@ void KeepEndsOfPeaks(const std::vector<double>& amplitude, std::vector<std::size
   gaps = std::move(kept);
 }
 
-// Zeros from the two sides of a gap to its middle.
+// Zeros from the two sides of a gap to its middle; none if the step is lost in the rounding of m/z.
 void AddZeros(double from, double to, double step, std::vector<double>& mz) {
+  if (!(from + 0.5 * step > from && to + 0.5 * step > to)) return;
   const double middle = 0.5 * (from + to);
   for (std::size_t k = 1; k <= kZeros && from + static_cast<double>(k) * step < middle; ++k)
     mz.push_back(from + static_cast<double>(k) * step);

@@ -1,8 +1,15 @@
 #include <tool/io/ScanOptions.h>
 
+#include <fmt/format.h>
+
 #include <tool/frame/Numbers.h>
 
 namespace TslTool {
+namespace {
+
+constexpr std::uint32_t kHighestLevel = 100;
+
+}  // namespace
 
 void ScanOptions::Declare(Options& options) {
   options.Value("--scan LIST", scan, "Only these scans, as in 3 or 1,5-9,20-");
@@ -23,7 +30,8 @@ void ScanOptions::DeclareColumns(Options& options) {
 
 SpectrumChoice ScanOptions::Choice() const {
   if (profile && centroid) throw UsageError("--profile and --centroid exclude each other");
-  if (msLevel == 0U) throw UsageError("--ms-level: the lowest is 1");
+  if (msLevel && (*msLevel < 1 || *msLevel > kHighestLevel))
+    throw UsageError(fmt::format("--ms-level: from 1 to {}", kHighestLevel));
   SpectrumChoice choice;
   choice.filter.columns = ParseColumnChoice("--columns", columns);
   if (!scan.empty()) choice.filter.numbers = ParseCountList("--scan", scan);
@@ -32,7 +40,7 @@ SpectrumChoice ScanOptions::Choice() const {
     choice.filter.rtFrom = range.from;
     choice.filter.rtTo = range.to;
   }
-  if (msLevel) choice.filter.msLevel = static_cast<int>(std::min(*msLevel, 1000U));
+  if (msLevel) choice.filter.msLevel = static_cast<int>(*msLevel);
   if (!polarity.empty()) choice.filter.polarity = polarity == "positive" ? 1 : -1;
   if (profile) choice.takenAs = Scan::Profile;
   if (centroid) choice.takenAs = Scan::Centroid;

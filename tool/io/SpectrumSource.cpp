@@ -1,6 +1,9 @@
 #include <tool/io/SpectrumSource.h>
 
+#include <fmt/format.h>
+
 #include <tool/frame/InputError.h>
+#include <tool/io/Axis.h>
 #include <tool/io/FillGaps.h>
 #include <tool/io/JudgedRepresentation.h>
 #include <tool/io/OpenScans.h>
@@ -10,9 +13,8 @@
 #include <tslbl/closed/common/Truncate.h>
 #include <tslbl/spectrum/CountRate.h>
 #include <tslbl/spectrum/CreateSpectrum.h>
-#include <algorithm>
+#include <atomic>
 #include <cmath>
-#include <functional>
 
 namespace TslTool {
 namespace {
@@ -25,15 +27,6 @@ void LoadCounts(const TslBL::Tune& tune, TslBL::RawSpectrum& raw, LoadedSpectrum
   loaded.countAmpl = one.front();
   TslBL::AssignCountRateAmpl(raw.counts, tune, &raw.info.TIC);
   loaded.spectrum.reset(TslBL::CreateSpectrum(tune, raw, nullptr));
-}
-
-int PolarityOf(const TslBL::Tune& tune) {
-  return tune.ControlData.PolarityType == TslCommon::PolarityNegative ? -1 : 1;
-}
-
-bool Ascends(const std::vector<double>& x) {
-  return std::ranges::all_of(x, [](double value) { return std::isfinite(value); }) &&
-         std::ranges::adjacent_find(x, std::greater_equal<>()) == x.end();
 }
 
 constexpr const char* kTooShort = "of less than two points";
@@ -118,15 +111,22 @@ class ForeignSpectra final : public SpectrumSource {
         continue;
       }
       skipped_.CountTaken();
-      return [scan] { return Load(*scan); };
+      return [this, scan] { return Load(*scan); };
     }
   }
   std::optional<std::uint64_t> Count() const override {
     return choice_.filter.WantsAll() ? scans_->Count() : std::nullopt;
   }
   std::string Format() const override { return scans_->Format(); }
-  std::vector<std::string> Notes() const override { return scans_->Notes(); }
+  std::vector<std::string> Notes() const override {
+    std::vector<std::string> notes = scans_->Notes();
+    if (const std::uint64_t count = filled_; count > 0)
+      notes.push_back(fmt::format("points left out of {} {} taken for zeros", count,
+                                  count == 1 ? "spectrum" : "spectra"));
+    return notes;
+  }
   std::string Skipped() const override { return skipped_.Text(); }
+  bool SkippedCentroids() const override { return skippedCentroids_; }
   std::vector<std::string> Warnings() const override {
     std::vector<std::string> texts = scans_->Warnings();
     for (std::string& text : odd_.Texts()) texts.push_back(std::move(text));
@@ -140,6 +140,7 @@ class ForeignSpectra final : public SpectrumSource {
     if (choice_.takenAs == Scan::Centroid) return "taken as centroid";
     const Scan::Representation judged = JudgedRepresentation(scan);
     if (judged == Scan::Centroid) {
+      skippedCentroids_ = true;
       if (scan.representation == Scan::Centroid) return "marked as centroid";
       return scan.representation == Scan::Profile
                  ? "marked as profile, but centroid by the spacing of their points"
@@ -150,8 +151,8 @@ class ForeignSpectra final : public SpectrumSource {
     return "";
   }
 
-  static LoadedSpectrum Load(Scan& scan) {
-    FillGaps(scan.mz, scan.amplitude);
+  LoadedSpectrum Load(Scan& scan) {
+    if (FillGaps(scan.mz, scan.amplitude) > 0) ++filled_;
     TslBL::RawSpectrum raw;
     raw.info.Id = scan.number;
     raw.info.TimeStamp =
@@ -168,6 +169,8 @@ class ForeignSpectra final : public SpectrumSource {
   std::unique_ptr<ScanSource> scans_;
   SpectrumChoice choice_;
   SkipCounts skipped_;
+  bool skippedCentroids_ = false;
+  std::atomic<std::uint64_t> filled_ = 0;  // spectra, by all threads
   WarningCounts odd_;
 };
 

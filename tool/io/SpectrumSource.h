@@ -49,9 +49,11 @@ class SpectrumSource {
   // What was wanted and cannot be evaluated, as in "3 of 12 spectra skipped: 3 marked as centroid (first at
   // scan 2)"; empty if nothing was. Complete once Next has returned false.
   virtual std::string Skipped() const { return ""; }
+  // Whether some of it was skipped as centroid data.
+  virtual bool SkippedCentroids() const { return false; }
   // What was odd but readable, complete once Next has returned false.
   virtual std::vector<std::string> Warnings() const { return {}; }
-  // What was taken for what, likewise; see ScanSource::Notes.
+  // What was taken for what, complete once all spectra are loaded; see ScanSource::Notes.
   virtual std::vector<std::string> Notes() const { return {}; }
 };
 

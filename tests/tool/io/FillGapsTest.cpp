@@ -1,7 +1,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
+#include <functional>
 #include <numeric>
 
 #include <tool/io/FillGaps.h>
@@ -100,6 +102,16 @@ TEST(FillGaps, ShortCurvesStay) {
     std::iota(mz.begin(), mz.end(), 1.0);
     EXPECT_EQ(FillGaps(mz, amplitude), 0U);
   }
+}
+
+TEST(FillGaps, StepsThatAreLostInTheRoundingOfMzAreLeftAlone) {
+  // A double near 1e15 is an eighth from the next.
+  Curve curve;
+  for (int k = 0; k < 40; ++k)
+    for (const double step : {0.0, 0.125, 0.25})
+      curve.mz.push_back(1e15 + 100.0 * k + step), curve.amplitude.push_back(step == 0.125 ? 9.0 : 1.0);
+  FillGaps(curve.mz, curve.amplitude);
+  EXPECT_EQ(std::ranges::adjacent_find(curve.mz, std::greater_equal<>()), curve.mz.end());
 }
 
 }  // namespace

@@ -44,10 +44,14 @@ TEST(ScanOptions, OneMayBeTakenAsProfileOrCentroid) {
   EXPECT_EQ(options.Choice().takenAs, Scan::Centroid);
 }
 
-TEST(ScanOptions, TheLowestLevelIsOne) {
+TEST(ScanOptions, LevelsGoFromOneToAHundred) {
   ScanOptions options;
-  options.msLevel = 0;
-  EXPECT_THROW(options.Choice(), UsageError);
+  options.msLevel = 100;
+  EXPECT_EQ(options.Choice().filter.msLevel, 100);
+  for (const std::uint32_t level : {0U, 101U, 4294967295U}) {
+    options.msLevel = level;
+    EXPECT_THROW(options.Choice(), UsageError);
+  }
 }
 
 }  // namespace

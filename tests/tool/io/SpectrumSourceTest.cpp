@@ -235,6 +235,15 @@ TEST(SpectrumSource, ZerosThatAFileLeavesOutArePutBack) {
   EXPECT_EQ(loaded[0].spectrum->tic, 22.0);
 }
 
+TEST(SpectrumSource, HowManyProfilesGotZerosIsTold) {
+  const TempFile file(
+      "a.mzML", MzML(PlainSpectrum("scan=1", {100, 100.1, 100.2, 103, 103.1, 103.2}, {1, 9, 1, 1, 9, 1}) +
+                     PlainSpectrum("scan=2", {100, 100.1, 100.2}, {1, 9, 1})));
+  const auto source = OpenSpectra(file.Path(), {});
+  while (const auto load = source->Next()) load();
+  EXPECT_THAT(source->Notes(), ElementsAre("points left out of 1 spectrum taken for zeros"));
+}
+
 TEST(SpectrumSource, ARunsScanWithoutPointsIsSkipped) {
   const TempFile folder("x", "");
   TslTool::RunWriter writer(folder.Folder() + "/a.run", "");
