@@ -248,6 +248,8 @@ ChainOptions ChainOptions::With(const ChainDefaults& defaults) const {
   return all;
 }
 
+bool ChainOptions::NeedsDefaults() const { return !Derived(DefaultsFor(Preview(), std::nullopt)).empty(); }
+
 std::string ChainOptions::Derived(const ChainDefaults& defaults) const {
   if (!file_.empty()) return "";
   const ChainOptions all = With(defaults);

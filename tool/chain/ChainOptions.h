@@ -20,6 +20,8 @@ class ChainOptions {
   // The chain that the switches, or the file of --chain, ask for, with `defaults` where the user gives no
   // number. Throws UsageError and InputError.
   std::vector<TslBL::CurveEval> Chain(const Options& options, const ChainDefaults& defaults) const;
+  // Whether any number is left to the defaults.
+  bool NeedsDefaults() const;
   // The switches that would give what `defaults` decide now, and why; empty if they decide nothing.
   std::string Derived(const ChainDefaults& defaults) const;
   // The range of m/z that the noise is to be measured on, if --noise names one. With fewer

@@ -13,6 +13,7 @@ struct SpectrumTexts {
   std::string peaks;
   std::string curve;
   std::string plot = {};
+  std::uint32_t scan = 0;
 };
 
 // Takes the spectra of `source` one after the other, loads each and gives it to `evaluate`,

@@ -33,6 +33,7 @@ const ChainDefaults kDefaults = {"savgol:15:2", 520, 5, std::nullopt, "peaks are
 struct Parsed {
   Chain chain;
   std::string derived;
+  bool needsDefaults = false;
   std::optional<TslTool::RealRange> stretch;
   std::string error;
 };
@@ -49,6 +50,7 @@ Parsed Parse(std::vector<std::string> words, const ChainDefaults& defaults = kDe
                                  try {
                                    parsed.chain = chain.Chain(options, defaults);
                                    parsed.derived = chain.Derived(defaults);
+                                   parsed.needsDefaults = chain.NeedsDefaults();
                                    parsed.stretch = chain.NoiseStretch();
                                  } catch (const TslTool::UsageError& e) {
                                    parsed.error = e.what();
@@ -330,6 +332,20 @@ TEST(ChainOptions, AChainFileAndEachSwitchExcludeEachOther) {
   for (const char* option : {"--aerosol", "--subtract-baseline", "--sorted"})
     EXPECT_EQ(Parse({"--chain", "c.xml", option}).error,
               std::string(option) + " and --chain exclude each other");
+}
+
+TEST(ChainOptions, NeedDefaultsUnlessEveryNumberIsGiven) {
+  const TempFile file("chain.xml", TslTool::ChainToXml({CurveEval(Smooth(SmoothParams::Mean, 3))}));
+  EXPECT_FALSE(Parse({"--chain", file.Path()}).needsDefaults);
+  const std::vector<std::string> all = {"--smooth", "off",      "--baseline", "0",
+                                        "--noise",  "valley:9", "--sn",       "5"};
+  EXPECT_FALSE(Parse(all).needsDefaults);
+  for (std::size_t left = 0; left < all.size(); left += 2) {
+    std::vector<std::string> some = all;
+    some.erase(some.begin() + static_cast<std::ptrdiff_t>(left),
+               some.begin() + static_cast<std::ptrdiff_t>(left + 2));
+    EXPECT_TRUE(Parse(some).needsDefaults) << all[left];
+  }
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include <tool/chain/EvaluateInOrder.h>
 #include <tool/commands/peaks/CurveWriter.h>
 #include <tool/commands/peaks/PeaksInput.h>
+#include <tool/commands/peaks/PictureFiles.h>
 #include <tool/commands/peaks/RestOfTable.h>
 #include <tool/commands/peaks/RunChain.h>
 #include <tool/commands/peaks/ScansInstead.h>
@@ -15,11 +16,10 @@
 #include <tool/frame/Output.h>
 #include <tool/frame/Progress.h>
 #include <tool/frame/Warning.h>
+#include <tool/io/OpenScans.h>
 #include <tool/io/Preview.h>
 #include <tslbl/detect/ThreadingParams.h>
 #include <algorithm>
-#include <filesystem>
-#include <utility>
 
 namespace TslTool {
 namespace {
@@ -43,17 +43,13 @@ void WarnOfNoPeaks(const std::string& file, const std::vector<TslBL::CurveEval>&
     Warn(file + ": no command \"Peak Detect\", so no peaks");
 }
 
-// A file, not a pipe: it can be read a second time.
-bool CanBeReadAgain(const std::string& input) {
-  std::error_code unknown;
-  return input.empty() || std::filesystem::is_regular_file(input, unknown);
-}
+bool CanBeOpenedAgain(const std::string& input) { return input.empty() || CanBeReadAgain(input); }
 
 // Of spectra without a peak at the beginning of a run the rest has to tell.
 Preview PreviewOf(const std::string& input, const SpectrumChoice& wanted,
                   std::unique_ptr<SpectrumSource>& source) {
   const Preview preview = LookAhead(source);
-  if (preview.spectra > 0 || !CanBeReadAgain(input)) return preview;
+  if (preview.spectra > 0 || !CanBeOpenedAgain(input)) return preview;
   return LookThrough(*OpenSpectra(input, wanted));
 }
 
@@ -64,7 +60,9 @@ struct EffectiveChain {
 
 EffectiveChain ChainFor(const PeaksArguments& arguments, const Options& options,
                         std::unique_ptr<SpectrumSource>& source) {
-  const Preview preview = PreviewOf(arguments.input, arguments.scans.Choice(), source);
+  const bool isLookNeeded = arguments.chain.NeedsDefaults();
+  const Preview preview =
+      isLookNeeded ? PreviewOf(arguments.input, arguments.scans.Choice(), source) : Preview();
   const ChainDefaults defaults = DefaultsFor(preview, source->MzStep());
   return {arguments.chain.Chain(options, defaults), arguments.chain.Derived(defaults)};
 }
@@ -77,24 +75,24 @@ void TellDerived(const PeaksArguments& arguments, const EffectiveChain& chain) {
 
 // What is written beside the table, where it is asked for.
 struct SideFiles {
-  explicit SideFiles(const PeaksArguments& arguments) {
+  explicit SideFiles(const PeaksArguments& arguments)
+      : pictures(arguments.input, arguments.plot, arguments.plotDir) {
     if (!arguments.curve.empty()) curves.emplace(arguments.curve).Write(CurveHead());
-    if (!arguments.plot.empty()) plot.emplace(arguments.plot);
     if (!arguments.view.empty()) view = ParseRealRange("--view", arguments.view);
   }
 
   void Commit() {
     if (curves) curves->Commit();
-    if (plot) plot->Commit();
+    pictures.Commit();
   }
 
   std::optional<Output> curves;
-  std::optional<Output> plot;
+  PictureFiles pictures;
   std::optional<RealRange> view;
 };
 
 std::string PlotOf(const std::string& name, const LoadedSpectrum& loaded, const SideFiles& side) {
-  if (!side.plot) return "";
+  if (!side.pictures.AreWanted()) return "";
   return SpectrumPlot(loaded, fmt::format("{}, scan {}", name, loaded.scan), side.view);
 }
 
@@ -110,17 +108,14 @@ std::uint64_t EvaluateAll(const PeaksArguments& arguments, SpectrumSource& sourc
     RequireStretch(name, search, "to find peaks among", loaded);
     loaded.measured = loaded.spectrum->yAxis;
     RunChain(name, chain, loaded);
-    if (side.plot) RequireStretch(name, side.view, "to draw", loaded);
-    return SpectrumTexts{peaks.Part(loaded), side.curves ? CurvePart(loaded) : "",
-                         PlotOf(name, loaded, side)};
+    if (side.pictures.AreWanted()) RequireStretch(name, side.view, "to draw", loaded);
+    return SpectrumTexts{peaks.Part(loaded), side.curves ? CurvePart(loaded) : "", PlotOf(name, loaded, side),
+                         loaded.scan};
   };
-  bool isFirst = true;
   const auto write = [&](const SpectrumTexts& texts) {
+    side.pictures.Write(texts.scan, texts.plot);
     peaks.Write(texts.peaks);
     if (side.curves) side.curves->Write(texts.curve);
-    if (side.plot && !std::exchange(isFirst, false))
-      throw InputError(name, "", "--plot draws one spectrum, and there are several; choose one with --scan");
-    if (side.plot) side.plot->Write(texts.plot);
     progress.Step();
   };
   const std::uint64_t spectra = EvaluateInOrder(source, evaluate, write);
@@ -133,10 +128,10 @@ std::uint64_t EvaluateAll(const PeaksArguments& arguments, SpectrumSource& sourc
 [[noreturn]] void RefuseNothing(const PeaksArguments& arguments, const SpectrumSource& source) {
   const bool all = arguments.scans.Choice().filter.WantsAll();
   std::string reason = all ? "holds no spectrum" : "holds no spectrum that was asked for";
-  if (CanBeReadAgain(arguments.input)) reason += ScansInstead(arguments.input, arguments.scans.Choice());
+  if (CanBeOpenedAgain(arguments.input)) reason += ScansInstead(arguments.input, arguments.scans.Choice());
   if (const std::string skipped = source.Skipped(); !skipped.empty())
     reason = fmt::format("holds no spectrum to evaluate: {}", skipped);
-  if (reason.find("centroid") != std::string::npos) reason += "; --profile takes all as profiles";
+  if (source.SkippedCentroids()) reason += "; --profile takes all as profiles";
   throw InputError(NameOf(arguments), "", reason);
 }
 

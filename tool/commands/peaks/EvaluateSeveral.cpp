@@ -11,7 +11,6 @@
 #include <tool/frame/InputError.h>
 #include <tool/frame/Interrupt.h>
 #include <tool/frame/Warning.h>
-#include <filesystem>
 
 namespace TslTool {
 namespace {
@@ -30,6 +29,8 @@ void RequireConsistent(const PeaksArguments& arguments) {
   if (!arguments.plot.empty()) throw UsageError("--plot and --output-dir exclude each other");
   if (arguments.showChain) throw UsageError("--show-chain and --output-dir exclude each other");
   if (arguments.inputs.empty() && arguments.list.empty()) throw UsageError("--output-dir: INPUT is missing");
+  if (arguments.resume && !arguments.plotDir.empty())
+    throw UsageError("--resume and --plot-dir exclude each other");
   if (arguments.resume && arguments.format != "tsv")
     throw UsageError("--resume: only tables of --format tsv can be resumed");
 }
@@ -53,12 +54,6 @@ std::vector<std::string> FilesRead(const PeaksArguments& arguments, const std::v
 void RequireGoodChain(const PeaksArguments& arguments, const Options& options) {
   arguments.scans.Choice();
   arguments.chain.Chain(options, DefaultsFor(Preview(), std::nullopt));
-}
-
-void MakeFolder(const std::string& folder) {
-  std::error_code failure;
-  std::filesystem::create_directories(folder, failure);
-  if (failure) throw InputError(folder, "", "cannot be made a folder: " + failure.message());
 }
 
 void TellFailure(const std::string& input) {

@@ -29,12 +29,15 @@ void RequireDistinct(const std::string& option, const std::string& file, const s
 
 void RequireSafeFiles(const PeaksArguments& arguments) {
   RequireDistinct("--output", arguments.output, arguments.input, "the input");
+  if (PeakFile::CanResume(arguments.format, arguments.output))
+    RequireDistinct("--output", arguments.output + ".part", arguments.input, "the input");
   RequireDistinct("--curve", arguments.curve, arguments.input, "the input");
   RequireDistinct("--curve", arguments.curve, arguments.output, "the --output as well");
   RequireDistinct("--plot", arguments.plot, arguments.input, "the input");
   RequireDistinct("--plot", arguments.plot, arguments.output, "the --output as well");
   RequireDistinct("--plot", arguments.plot, arguments.curve, "the --curve as well");
-  if (!arguments.view.empty() && arguments.plot.empty()) throw UsageError("--view: is for --plot");
+  if (!arguments.plot.empty() && !arguments.plotDir.empty())
+    throw UsageError("--plot and --plot-dir exclude each other");
   if (arguments.plot == "-" && IsStandardOutput(arguments.output))
     throw UsageError("--plot: standard output has the table; give that an --output FILE");
   if (arguments.curve == "-" && IsStandardOutput(arguments.output))
@@ -47,10 +50,13 @@ void RequireResumable(const PeaksArguments& arguments) {
     throw UsageError("--resume: only a table of --format tsv in an --output FILE can be resumed");
   if (!arguments.curve.empty()) throw UsageError("--resume and --curve exclude each other");
   if (!arguments.plot.empty()) throw UsageError("--resume and --plot exclude each other");
+  if (!arguments.plotDir.empty()) throw UsageError("--resume and --plot-dir exclude each other");
 }
 
 int RunPeaks(PeaksArguments arguments, const Options& options) {
   if (arguments.threads) UseThreads(*arguments.threads);
+  if (!arguments.view.empty() && arguments.plot.empty() && arguments.plotDir.empty())
+    throw UsageError("--view: is for --plot and --plot-dir");
   if (AsksForSeveral(arguments)) return EvaluateSeveral(arguments, options);
   arguments.input = InputPath(arguments.inputs.empty() ? "" : arguments.inputs.front());
   RequireSafeFiles(arguments);
@@ -77,8 +83,9 @@ constexpr const char* kExamples =
     "  tslbl peaks sample.txt --show-chain > chain.xml   the chain in effect, to be edited\n"
     "  tslbl peaks sample.txt --chain chain.xml\n"
     "  tslbl peaks sample.run --scan 3 --curve curve.tsv   with smoothed amplitudes, baseline, "
-    "noise\n\n"
-    "  tslbl peaks sample.run --scan 3 --plot scan3.svg --view 190-200   a picture\n\n"
+    "noise\n"
+    "  tslbl peaks sample.run --scan 3 --plot scan3.svg --view 190-200   a picture\n"
+    "  tslbl peaks *.mzML --output-dir tables --plot-dir pictures   one of each spectrum\n\n"
     "Columns:\n"
     "  amplitude   of the evaluated curve at the peak's place, the baseline included\n"
     "  area        of the whole peak above the baseline; Area: of the part that --position uses\n"
@@ -113,7 +120,9 @@ Command PeaksCommand() {
                           "Write the evaluated curves, point by point, to this file");
             options.Value("--plot FILE", arguments->plot,
                           "Draw the one spectrum that is evaluated into this SVG file");
-            options.Value("--view A-B", arguments->view, "Range of m/z that --plot shows [all]");
+            options.Value("--plot-dir DIR", arguments->plotDir,
+                          "Draw each spectrum that is evaluated into this folder, as NAME.scanN.svg");
+            options.Value("--view A-B", arguments->view, "Range of m/z that the pictures show [all]");
             options.Flag("--resume", arguments->resume,
                          "Continue an --output FILE that was interrupted, from its FILE.part");
             options.Flag("-q,--quiet", arguments->quiet, "Do not tell what was taken from the data");

@@ -24,6 +24,7 @@ struct PeaksArguments {
   std::string output;
   std::string curve;
   std::string plot;
+  std::string plotDir;
   std::string view;
   std::optional<std::uint32_t> threads;
 };

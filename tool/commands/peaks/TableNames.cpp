@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 #include <sys/stat.h>
 
+#include <tool/frame/InputError.h>
 #include <tool/frame/UsageError.h>
 #include <filesystem>
 #include <map>
@@ -15,13 +16,6 @@ namespace {
 namespace fs = std::filesystem;
 using FileId = std::pair<dev_t, ino_t>;
 
-std::string StemOf(const std::string& input) {
-  fs::path name = fs::path(input).filename();
-  const std::string packed = name.extension().string();
-  if (packed == ".gz" || packed == ".GZ") name = name.stem();
-  return name.stem().string();
-}
-
 std::string ExtensionFor(const std::string& format) { return format == "table" ? "txt" : format; }
 
 std::optional<FileId> IdOf(const std::string& file) {
@@ -31,6 +25,19 @@ std::optional<FileId> IdOf(const std::string& file) {
 }
 
 }  // namespace
+
+std::string StemOf(const std::string& input) {
+  fs::path name = fs::path(input).filename();
+  const std::string packed = name.extension().string();
+  if (packed == ".gz" || packed == ".GZ") name = name.stem();
+  return name.stem().string();
+}
+
+void MakeFolder(const std::string& folder) {
+  std::error_code failure;
+  fs::create_directories(folder, failure);
+  if (failure) throw InputError(folder, "", "cannot be made a folder: " + failure.message());
+}
 
 std::vector<NamedTable> NameTables(const std::vector<std::string>& inputs, const std::string& folder,
                                    const std::string& format) {

@@ -11,9 +11,15 @@ struct NamedTable {
   std::string table;
 };
 
-// FOLDER/STEM.EXTENSION for each input: the stem is its name without the folder, an ending .gz and one
-// extension; the format "table" has the extension txt, the others their own name. Throws UsageError for "-"
-// and for two inputs whose tables would be one: which is which could not be told later.
+// The name of a file without its folder, an ending .gz and one extension.
+std::string StemOf(const std::string& input);
+
+// Makes a folder, and those that it lies in, unless it is there. Throws InputError.
+void MakeFolder(const std::string& folder);
+
+// FOLDER/STEM.EXTENSION for each input; the format "table" has the extension txt, the others their own name.
+// Throws UsageError for "-" and for two inputs whose tables would be one: which is which could not be told
+// later.
 std::vector<NamedTable> NameTables(const std::vector<std::string>& inputs, const std::string& folder,
                                    const std::string& format);
 

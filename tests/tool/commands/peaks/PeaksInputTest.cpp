@@ -109,5 +109,13 @@ TEST(PeaksInput, IsNotWrittenOverThroughStandardInput) {
   EXPECT_EQ(ReadFile(file.Path()), kText);
 }
 
+TEST(PeaksInput, IsNotWrittenOverByThePartOfATable) {
+  const TempFile file("t.tsv.part", kText);
+  const Outcome outcome = RunBeside(file, "\"$TSLBL\" peaks t.tsv.part --format tsv -o t.tsv");
+  EXPECT_EQ(outcome.status, 2);
+  EXPECT_EQ(outcome.err, "tslbl: --output: t.tsv.part is the input\n");
+  EXPECT_EQ(ReadFile(file.Path()), kText);
+}
+
 }  // namespace
 }  // namespace tests
