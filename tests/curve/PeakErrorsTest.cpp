@@ -186,3 +186,11 @@ TEST(PeakErrors, OfARowWithoutLimitsOnTheCurveAreUnknown) {
   EXPECT_TRUE(std::isnan(estimator.Of(0).area));
   EXPECT_THROW(estimator.Of(1), std::out_of_range);
 }
+
+// As QFilterWeights gives none for a median.
+TEST(PeakErrors, WantAnOddNumberOfWeights) {
+  const TestCurve curve = CurveOf("0 1 5 1 0");
+  const std::vector<double> variance(5, 1.0);
+  EXPECT_THROW(PeakErrorEstimator(curve, variance, {}), std::invalid_argument);
+  EXPECT_THROW(PeakErrorEstimator(curve, variance, std::vector{0.5, 0.5}), std::invalid_argument);
+}

@@ -5,12 +5,14 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <stdexcept>
 
 namespace TslBL {
 namespace {
 
 // Above this percentage the whole peak counts, and its borders are no points of one level.
 constexpr double kWholePeak = 99.0;
+
 // Calls use(place, share) for places whose values, weighted with the shares, are the integral of a cubic in
 // each interval of points: Simpson's rule.
 template <class Use>
@@ -34,7 +36,9 @@ double StepAt(const std::vector<double>& x, double at) {
 
 PeakErrorEstimator::PeakErrorEstimator(const Curve& curve, std::span<const double> variance,
                                        std::span<const double> filter)
-    : curve_(curve), variance_(variance), filter_(filter) {}
+    : curve_(curve), variance_(variance), filter_(filter) {
+  if (filter.size() % 2 == 0) throw std::invalid_argument("A filter has an odd number of weights.");
+}
 
 PeakErrors PeakErrorEstimator::Of(std::uint32_t peakIdx) {
   const PeakInfo& peak = curve_.peaks.at(peakIdx);

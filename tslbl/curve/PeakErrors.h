@@ -3,7 +3,8 @@
 //
 // Delta method: how far each of the three moves with each point as it was measured, times the variance of
 // that point. What a filter did to the points is followed back through its weights. Between points the curve
-// is taken for a cubic through four of them. The baseline is taken for exact.
+// is a cubic spline, of which the few nearest points count (see SplineDependence.h). The baseline is taken
+// for exact.
 //
 // Source: W. T. Eadie et al., Statistical Methods in Experimental Physics, 1971 (propagation of errors).
 //
@@ -33,20 +34,21 @@ struct PeakErrors {
 class TSLBL_API PeakErrorEstimator {
  public:
   // `variance` of each point before it was smoothed, as many as the curve has; `filter` as QFilterWeights
-  // gives it, {1} without smoothing.
+  // gives it, {1} without smoothing. Throws std::invalid_argument if the number of its weights is not odd, as
+  // where QFilterWeights knows none.
   PeakErrorEstimator(const Curve& curve, std::span<const double> variance, std::span<const double> filter);
 
   // Throws std::out_of_range if peakIdx is no row of the table.
   PeakErrors Of(std::uint32_t peakIdx);
 
  private:
+  double AreaError(const PeakInfo& peak) const;
   void Begin(double from, double to);
   void Add(const SplineDependence& on, double factor);
   double Slope(double at) const;
-  double StandardError();
   void AddCentroid(const PeakInfo& peak);
-  double AreaError(const PeakInfo& peak) const;
   void AddTop(double at);
+  double StandardError();
 
   const Curve& curve_;
   std::span<const double> variance_;
