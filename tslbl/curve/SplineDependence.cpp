@@ -25,9 +25,8 @@ SplineDependence DependenceAt(std::ptrdiff_t point, double left, double right, d
       on.weights[middle] -= 2.0 * curvature;
       on.weights[middle + 1] += curvature;
     };
-    const double next = k == 0 ? kOwn * kDecay : decayed / kDecay;
     add(own - k, decayed * leftM + decayed * kDecay * rightM);
-    if (k > 0) add(own + k, decayed * leftM + next * rightM);
+    if (k > 0) add(own + k, decayed * leftM + decayed / kDecay * rightM);
   }
   return on;
 }
