@@ -3,6 +3,7 @@
 #include <tslbl/curve/FilterWeights.h>
 #include <tslbl/curve/SmoothParams.h>
 
+#include <OracleTable.h>
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -11,44 +12,49 @@ using namespace TslBL;
 
 namespace {
 
-std::vector<double> SavitzkyGolay(std::uint32_t width) {
+std::vector<double> Weights(SmoothParams::Algs alg, std::uint32_t window, std::uint32_t order = 2,
+                            std::uint32_t passes = 1) {
   SmoothParams p;
-  p.Alg = SmoothParams::SavitzkyGolay;
-  p.Steps = {{0.0, width}};
+  p.Alg = alg;
+  p.Order = order;
+  p.Passes = passes;
+  p.Steps = {{0.0, window}};
   return QFilterWeights(p);
 }
 
-struct Seen {
-  double width;
-  double height;
-};
-
-// A Gaussian of height 1, drawn finely, behind the filter.
-Seen Through(const std::vector<double>& weights, double width) {
-  const auto at = [&](double place) {
-    double sum = 0.0;
-    for (std::size_t k = 0; k < weights.size(); ++k) {
-      const double u = (place - static_cast<double>(k) + static_cast<double>(weights.size() / 2)) / width;
-      sum += weights[k] * std::exp(-4.0 * std::log(2.0) * u * u);
-    }
-    return sum;
-  };
-  double half = 0.0;
-  while (at(half) > 0.5 * at(0.0)) half += 1e-4;
-  return {2.0 * half, at(0.0)};
+std::vector<double> SavitzkyGolay(std::uint32_t window) {
+  return Weights(SmoothParams::SavitzkyGolay, window);
 }
 
 }  // namespace
 
+// tests/oracles/filter_gain.py: SciPy's filters over Gaussian peaks.
 TEST(FilterGain, IsWhatIsLeftOfAGaussian) {
-  for (const std::uint32_t window : {5U, 13U, 33U}) {
-    const auto weights = SavitzkyGolay(window);
-    const FilterGain gain(weights);
-    for (const double share : {0.5, 0.7, 0.9, 1.3, 2.0, 5.0}) {
-      const Seen seen = Through(weights, share * window);
-      EXPECT_NEAR(gain.Of(seen.width), seen.height, 1e-3) << window << " points, " << share;
-    }
+  const tests::OracleTable peaks("filter_gain.csv");
+  for (std::size_t i = 0; i < peaks["width"].size(); ++i) {
+    const auto whole = [&](const char* name) { return static_cast<std::uint32_t>(peaks[name][i]); };
+    const auto alg = static_cast<SmoothParams::Algs>(whole("alg"));
+    const FilterGain gain(Weights(alg, whole("window"), whole("order"), whole("passes")));
+    EXPECT_NEAR(gain.Of(peaks["seen"][i]), peaks["height"][i], 1e-3)
+        << "algorithm " << alg << ", window " << whole("window") << ", " << peaks["width"][i] << " points";
   }
+}
+
+TEST(FilterGain, RisesWithTheWidth) {
+  for (const auto alg : {SmoothParams::Mean, SmoothParams::SavitzkyGolay, SmoothParams::Gaussian})
+    for (const std::uint32_t window : {3U, 4U, 11U, 40U}) {
+      const FilterGain gain(Weights(alg, window));
+      double before = 0.0;
+      for (double width = 0.5; width < 2000.0; width *= 1.01) {
+        EXPECT_GE(gain.Of(width), before) << alg << ", window " << window << ", " << width << " points";
+        before = gain.Of(width);
+      }
+    }
+}
+
+TEST(FilterGain, WantsAnOddNumberOfWeights) {
+  EXPECT_THROW(FilterGain({}), std::invalid_argument);
+  EXPECT_THROW(FilterGain(std::vector{0.5, 0.5}), std::invalid_argument);
 }
 
 TEST(FilterGain, OfVeryWidePeaksIsOne) {

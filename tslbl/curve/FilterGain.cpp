@@ -3,14 +3,20 @@
 #include <algorithm>
 #include <cmath>
 #include <numbers>
+#include <numeric>
+#include <stdexcept>
 
 namespace TslBL {
 namespace {
 
-constexpr std::size_t kRows = 96;
-constexpr double kNarrowest = 1.0 / 3.0;  // filter widths
+// From row to row of the table a peak before the filter narrows by this factor.
+constexpr double kRatio = 1.04;
+// Points over which the filter averages; there it takes less than 3e-4.
 constexpr double kWidest = 32.0;
-constexpr int kSteps = 12;
+constexpr double kNarrowest = 2.0;  // points
+// A little less than the tenth of the header, as rows are apart.
+constexpr double kLeastShare = 0.08;
+constexpr int kHalvings = 24;
 
 // A Gaussian peak in the middle, seen through the filter.
 class FilteredPeak {
@@ -28,21 +34,16 @@ class FilteredPeak {
     return sum;
   }
 
-  // By the secant through the last two places.
   double Width() const {
     const double half = 0.5 * At(0.0);
-    double before = 0.45 * width_;
-    double place = 0.5 * width_;
-    double aboveBefore = At(before) - half;
-    for (int step = 0; step < kSteps; ++step) {
-      const double above = At(place) - half;
-      if (above == aboveBefore) break;
-      const double next = place - above * (place - before) / (above - aboveBefore);
-      before = place;
-      aboveBefore = above;
-      place = next;
+    double inside = 0.0;
+    double outside = 0.5 * width_;
+    for (; At(outside) > half; outside *= 1.25) inside = outside;
+    for (int k = 0; k < kHalvings; ++k) {
+      const double middle = 0.5 * (inside + outside);
+      (At(middle) > half ? inside : outside) = middle;
     }
-    return 2.0 * place;
+    return inside + outside;
   }
 
  private:
@@ -54,13 +55,18 @@ class FilteredPeak {
 }  // namespace
 
 FilterGain::FilterGain(std::span<const double> weights) {
-  const auto length = static_cast<double>(weights.size());
-  for (std::size_t row = 0; row < kRows; ++row) {
-    const double share = static_cast<double>(row) / static_cast<double>(kRows - 1);
-    const FilteredPeak peak(weights, length * kNarrowest * std::pow(kWidest / kNarrowest, share));
-    widths_.push_back(peak.Width());
+  if (weights.size() % 2 == 0) throw std::invalid_argument("A filter has an odd number of weights.");
+  const double averaged = 1.0 / std::inner_product(weights.begin(), weights.end(), weights.begin(), 0.0);
+  const double leastStep = std::pow(kRatio, kLeastShare);
+  for (double width = kWidest * averaged; width * kRatio > kNarrowest; width /= kRatio) {
+    const FilteredPeak peak(weights, width);
+    const double behind = peak.Width();
+    if (!widths_.empty() && behind * leastStep > widths_.back()) break;
+    widths_.push_back(behind);
     gains_.push_back(peak.At(0.0));
   }
+  std::ranges::reverse(widths_);
+  std::ranges::reverse(gains_);
 }
 
 double FilterGain::Of(double width) const {
