@@ -63,7 +63,11 @@ TEST(FilterWeights, AMedianAndChangingWindowsHaveNone) {
   EXPECT_TRUE(QFilterWeights(steps).empty());
 }
 
-TEST(FilterWeights, OfAnAbsurdWindowAreNotTried) {
+TEST(FilterWeights, GoAsFarAs100000Points) {
+  EXPECT_EQ(QFilterWeights(Smooth(SmoothParams::Mean, 49'999)).size(), 49'999U);
+  EXPECT_TRUE(QFilterWeights(Smooth(SmoothParams::Mean, 50'000)).empty());
+  EXPECT_FALSE(QFilterWeights(Smooth(SmoothParams::Mean, 24'999, 2)).empty());
+  EXPECT_TRUE(QFilterWeights(Smooth(SmoothParams::Mean, 25'000, 2)).empty());
   EXPECT_TRUE(QFilterWeights(Smooth(SmoothParams::Mean, 4'000'000'000U)).empty());
   EXPECT_TRUE(QFilterWeights(Smooth(SmoothParams::Mean, 9, 4'000'000'000U)).empty());
 }
