@@ -1,8 +1,8 @@
 #pragma once
 // How well the data determine the peaks of one spectrum.
 
+#include <tool/commands/peaks/SmoothFilter.h>
 #include <tool/io/SpectrumSource.h>
-#include <tslbl/curve/FilterGain.h>
 #include <tslbl/curve/PeakErrors.h>
 #include <cstdint>
 #include <memory>
@@ -30,10 +30,9 @@ class ErrorBars {
   ErrorBar Of(std::uint32_t peakIdx);
 
  private:
-  std::vector<double> filter_;
-  std::vector<double> variance_;
   const TslBL::Spectrum& spectrum_;
-  std::shared_ptr<const TslBL::FilterGain> gain_;
+  std::shared_ptr<const SmoothFilter> filter_;
+  std::vector<double> variance_;
   std::optional<TslBL::PeakErrorEstimator> estimator_;
 };
 
