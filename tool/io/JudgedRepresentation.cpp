@@ -1,13 +1,15 @@
 #include <tool/io/JudgedRepresentation.h>
 
+#include <tslbl/closed/math/peak/TypicalWidth.h>
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 
 namespace TslTool {
 namespace {
 
-// No instrument's profile has so few points across a peak: 0.3 m/z, in linear time-of-flight spectra at high
-// m/z one part in 3300.
+// Beyond these no instrument's profile has points enough across a peak: 0.3 m/z, in linear time-of-flight
+// spectra at high m/z one part in 3300.
 constexpr double kWidestStep = 0.3;
 constexpr double kWidestRelativeStep = 3e-4;
 constexpr double kAlike = 1.5;
@@ -17,18 +19,31 @@ constexpr double kMost = 0.5;
 constexpr double kNearlyAll = 0.9;
 constexpr double kFew = 0.25;
 constexpr std::size_t kLeastToOverrule = 50;
+constexpr double kWidePeak = 5.0;  // points
 
-bool IsEven(const std::vector<double>& mz, std::size_t i) {
+bool IsMiddle(const std::vector<double>& mz, std::size_t i) {
   const double left = mz[i] - mz[i - 1];
   const double right = mz[i + 1] - mz[i];
-  const double widest = std::max(kWidestStep, kWidestRelativeStep * mz[i]);
-  return std::max(left, right) <= widest && left <= kAlike * right && right <= kAlike * left;
+  return left <= kAlike * right && right <= kAlike * left;
 }
 
-double EvenShare(const std::vector<double>& mz) {
-  std::size_t even = 0;
-  for (std::size_t i = 1; i + 1 < mz.size(); ++i) even += IsEven(mz, i) ? 1 : 0;
-  return static_cast<double>(even) / static_cast<double>(mz.size() - 2);
+bool IsEven(const std::vector<double>& mz, std::size_t i) {
+  const double widest = std::max(kWidestStep, kWidestRelativeStep * mz[i]);
+  return std::max(mz[i] - mz[i - 1], mz[i + 1] - mz[i]) <= widest && IsMiddle(mz, i);
+}
+
+template <class Judge>
+double ShareOf(const std::vector<double>& mz, Judge isGood) {
+  std::size_t good = 0;
+  for (std::size_t i = 1; i + 1 < mz.size(); ++i) good += isGood(mz, i) ? 1 : 0;
+  return static_cast<double>(good) / static_cast<double>(mz.size() - 2);
+}
+
+// A coarse grid with peaks all the same, as of a trace over time: lists of nominal masses have none as wide.
+bool HasWidePeaks(const Scan& scan) {
+  return ShareOf(scan.mz, IsMiddle) >= kNearlyAll &&
+         TslMath::TypicalPeakWidth(scan.amplitude.data(),
+                                   static_cast<std::uint32_t>(scan.amplitude.size())) >= kWidePeak;
 }
 
 // The same of the tallest points: where zeros are left out, single counts of the background lie anywhere.
@@ -55,10 +70,10 @@ Scan::Representation JudgedRepresentation(const Scan& scan) {
   const bool isMarked = scan.representation != Scan::Unknown;
   if (scan.mz.size() < 3) return isMarked ? scan.representation : Scan::Profile;
   const bool isLong = scan.mz.size() >= kLeastToOverrule;
-  const double all = EvenShare(scan.mz);
+  const double all = ShareOf(scan.mz, IsEven);
   if (scan.representation == Scan::Centroid)
     return OrMark(isLong && all >= kNearlyAll, Scan::Profile, Scan::Centroid);
-  if (all >= kMost) return Scan::Profile;
+  if (all >= kMost || HasWidePeaks(scan)) return Scan::Profile;
   const double tallest = EvenShareOfTallest(scan);
   if (scan.representation == Scan::Profile)
     return OrMark(isLong && all < kFew && tallest < kFew, Scan::Centroid, Scan::Profile);

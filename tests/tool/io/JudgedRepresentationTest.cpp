@@ -74,10 +74,6 @@ TEST(JudgedRepresentation, PointsHereAndThereAreCentroid) {
     EXPECT_EQ(JudgedRepresentation(Centroid(peaks)), Scan::Centroid) << peaks;
 }
 
-TEST(JudgedRepresentation, NominalMassesAreCentroid) {
-  EXPECT_EQ(JudgedRepresentation(Profile(41, 200, [](double) { return 1.0; })), Scan::Centroid);
-}
-
 TEST(JudgedRepresentation, AMarkHoldsWherePointsAreNotPlain) {
   const Scan pair = Profile(100, 2, [](double) { return 0.1; });
   for (const auto mark : {Scan::Profile, Scan::Centroid}) {
@@ -96,6 +92,42 @@ TEST(JudgedRepresentation, PlainPointsOverruleTheMark) {
 TEST(JudgedRepresentation, TooFewPointsAreAProfileUnlessMarked) {
   EXPECT_EQ(JudgedRepresentation(Centroid(2)), Scan::Profile);
   EXPECT_EQ(JudgedRepresentation(Scan()), Scan::Profile);
+}
+
+// A trace of 1800 s with a point each half second, peaks 8 s wide in some noise.
+Scan Trace() {
+  std::mt19937_64 random(1);
+  Scan scan;
+  for (int i = 0; i < 3600; ++i) {
+    const double peak = std::exp(-0.5 * std::pow((i % 200 - 100) * 0.5 / 3.4, 2.0));
+    scan.mz.push_back(0.5 * i);
+    scan.amplitude.push_back(500.0 + 1000.0 * peak + std::normal_distribution(0.0, 10.0)(random));
+  }
+  return scan;
+}
+
+// Every mass from 40, as electron ionization fills them: clusters that end in a tall fragment with its
+// isotope.
+Scan NominalMasses() {
+  std::mt19937_64 random(1);
+  Scan scan;
+  for (int mass = 40; mass < 440; ++mass) {
+    const int place = mass % 14;
+    const double share = place == 9 ? 1.0 : place == 8 ? 0.2 : place == 10 ? 0.12 : place == 7 ? 0.3 : 0.02;
+    scan.mz.push_back(mass);
+    scan.amplitude.push_back(share * std::uniform_real_distribution(100.0, 9000.0)(random));
+  }
+  return scan;
+}
+
+TEST(JudgedRepresentation, ACoarseGridIsAProfileIfItsPeaksAreWide) {
+  EXPECT_EQ(JudgedRepresentation(Trace()), Scan::Profile);
+  EXPECT_EQ(JudgedRepresentation(Marked(Trace(), Scan::Profile)), Scan::Profile);
+}
+
+TEST(JudgedRepresentation, AListOfEachNominalMassIsCentroid) {
+  EXPECT_EQ(JudgedRepresentation(NominalMasses()), Scan::Centroid);
+  EXPECT_EQ(JudgedRepresentation(Marked(NominalMasses(), Scan::Profile)), Scan::Centroid);
 }
 
 }  // namespace
