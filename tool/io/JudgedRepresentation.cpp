@@ -19,6 +19,7 @@ constexpr double kMost = 0.5;
 constexpr double kNearlyAll = 0.9;
 constexpr double kFew = 0.25;
 constexpr std::size_t kLeastToOverrule = 50;
+constexpr double kNominalStep = 0.9;
 constexpr double kWidePeak = 5.0;  // points
 
 bool IsMiddle(const std::vector<double>& mz, std::size_t i) {
@@ -39,10 +40,13 @@ double ShareOf(const std::vector<double>& mz, Judge isGood) {
   return static_cast<double>(good) / static_cast<double>(mz.size() - 2);
 }
 
-// A coarse grid with peaks all the same, as of a trace over time: lists of nominal masses have none as wide.
-bool HasWidePeaks(const Scan& scan) {
-  return ShareOf(scan.mz, IsMiddle) >= kNearlyAll &&
-         TslMath::TypicalPeakWidth(scan.amplitude.data(),
+// A coarse grid, as of a trace over time or of an instrument that steps by half a peak. Lists of nominal
+// masses have steps of 1 and no peak as wide.
+bool IsCoarseProfile(const Scan& scan) {
+  if (ShareOf(scan.mz, IsMiddle) < kNearlyAll) return false;
+  const double step = (scan.mz.back() - scan.mz.front()) / static_cast<double>(scan.mz.size() - 1);
+  if (scan.representation == Scan::Profile && step < kNominalStep) return true;
+  return TslMath::TypicalPeakWidth(scan.amplitude.data(),
                                    static_cast<std::uint32_t>(scan.amplitude.size())) >= kWidePeak;
 }
 
@@ -73,7 +77,7 @@ Scan::Representation JudgedRepresentation(const Scan& scan) {
   const double all = ShareOf(scan.mz, IsEven);
   if (scan.representation == Scan::Centroid)
     return OrMark(isLong && all >= kNearlyAll, Scan::Profile, Scan::Centroid);
-  if (all >= kMost || HasWidePeaks(scan)) return Scan::Profile;
+  if (all >= kMost || IsCoarseProfile(scan)) return Scan::Profile;
   const double tallest = EvenShareOfTallest(scan);
   if (scan.representation == Scan::Profile)
     return OrMark(isLong && all < kFew && tallest < kFew, Scan::Centroid, Scan::Profile);

@@ -130,5 +130,12 @@ TEST(JudgedRepresentation, AListOfEachNominalMassIsCentroid) {
   EXPECT_EQ(JudgedRepresentation(Marked(NominalMasses(), Scan::Profile)), Scan::Centroid);
 }
 
+TEST(JudgedRepresentation, AnEvenGridThatIsMarkedAsAProfileIsOne) {
+  Scan scan = Profile(100, 1000, [](double) { return 0.4; });
+  for (std::size_t i = 0; i < scan.mz.size(); ++i) scan.amplitude[i] = i % 7 == 3 ? 90.0 : 1.0;
+  EXPECT_EQ(JudgedRepresentation(Marked(scan, Scan::Profile)), Scan::Profile);
+  EXPECT_EQ(JudgedRepresentation(scan), Scan::Centroid);
+}
+
 }  // namespace
 }  // namespace tests

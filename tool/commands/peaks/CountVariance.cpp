@@ -88,12 +88,13 @@ double CountAmplOf(const LoadedSpectrum& loaded, std::span<const double> filter)
   return HasNoiseOfCounts(*loaded.spectrum, step, filter) ? step : 0.0;
 }
 
-std::vector<double> VarianceOf(const LoadedSpectrum& loaded, std::span<const double> filter) {
+PointVariance VarianceOf(const LoadedSpectrum& loaded, std::span<const double> filter) {
   const TslBL::Spectrum& spectrum = *loaded.spectrum;
   if (loaded.measured.size() != spectrum.yAxis.size()) return {};
   const double count = CountAmplOf(loaded, filter);
-  if (count > 0.0) return OfCounts(loaded, count, filter.size());
-  return spectrum.noise.size() == spectrum.yAxis.size() ? OfNoise(spectrum, filter) : std::vector<double>();
+  if (count > 0.0) return {OfCounts(loaded, count, filter.size()), true};
+  if (spectrum.noise.size() != spectrum.yAxis.size()) return {};
+  return {OfNoise(spectrum, filter), false};
 }
 
 }  // namespace TslTool

@@ -7,9 +7,14 @@
 
 namespace TslTool {
 
+struct PointVariance {
+  std::vector<double> values;  // empty where nothing is known
+  bool isOfCounts = false;     // else of the noise alone
+};
+
 // Of a spectrum whose chain has run, with the weights of its filter; at its peaks, and as far beside them as
-// their errors depend on, 0 elsewhere. Empty where nothing is known.
-std::vector<double> VarianceOf(const LoadedSpectrum& loaded, std::span<const double> filter);
+// their errors depend on, 0 elsewhere.
+PointVariance VarianceOf(const LoadedSpectrum& loaded, std::span<const double> filter);
 
 // The amplitude of one count: the one that is told, or the step that all measured amplitudes are multiples
 // of, if the noise is that of counts so high. 0 if there is none.

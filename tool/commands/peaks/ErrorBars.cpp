@@ -1,6 +1,5 @@
 #include <tool/commands/peaks/ErrorBars.h>
 
-#include <tool/commands/peaks/CountVariance.h>
 #include <limits>
 
 namespace TslTool {
@@ -14,7 +13,7 @@ ErrorBars::ErrorBars(const LoadedSpectrum& loaded)
     : spectrum_(*loaded.spectrum), filter_(FilterOf(spectrum_)) {
   if (!filter_) return;
   variance_ = VarianceOf(loaded, filter_->weights);
-  if (!variance_.empty()) estimator_.emplace(spectrum_, variance_, filter_->weights);
+  if (!variance_.values.empty()) estimator_.emplace(spectrum_, variance_.values, filter_->weights);
 }
 
 ErrorBar ErrorBars::Of(std::uint32_t peakIdx) {
@@ -29,6 +28,7 @@ ErrorBar ErrorBars::Of(std::uint32_t peakIdx) {
   bar.mz = errors.x;
   bar.amplitude = errors.ampl;
   bar.area = errors.area;
+  bar.isCounted = variance_.isOfCounts;
   return bar;
 }
 

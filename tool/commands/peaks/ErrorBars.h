@@ -1,6 +1,7 @@
 #pragma once
 // How well the data determine the peaks of one spectrum.
 
+#include <tool/commands/peaks/CountVariance.h>
 #include <tool/commands/peaks/SmoothFilter.h>
 #include <tool/io/SpectrumSource.h>
 #include <tslbl/curve/PeakErrors.h>
@@ -16,6 +17,7 @@ struct ErrorBar {
   double mz;      // standard errors; NaN where they are not known
   double amplitude;
   double area;
+  bool isCounted = false;  // whether the standard errors come from counts
 };
 
 // Where counts are known, as in a run or in a profile of whole numbers whose noise is that of counting, a
@@ -32,7 +34,7 @@ class ErrorBars {
  private:
   const TslBL::Spectrum& spectrum_;
   std::shared_ptr<const SmoothFilter> filter_;
-  std::vector<double> variance_;
+  PointVariance variance_;
   std::optional<TslBL::PeakErrorEstimator> estimator_;
 };
 

@@ -5,6 +5,7 @@
 #include <tool/chain/ChainFile.h>
 #include <tool/chain/EvaluateInOrder.h>
 #include <tool/commands/peaks/CurveWriter.h>
+#include <tool/commands/peaks/EvaluationRemarks.h>
 #include <tool/commands/peaks/PeaksInput.h>
 #include <tool/commands/peaks/PictureFiles.h>
 #include <tool/commands/peaks/RestOfTable.h>
@@ -73,9 +74,9 @@ void TellDerived(const PeaksArguments& arguments, const EffectiveChain& chain) {
     Tell(fmt::format("{}: {}", NameOf(arguments), chain.derived));
 }
 
-// What is written beside the table, where it is asked for.
-struct SideFiles {
-  explicit SideFiles(const PeaksArguments& arguments)
+// What comes of the spectra beside the table: files that are asked for, and remarks.
+struct BesideTable {
+  explicit BesideTable(const PeaksArguments& arguments)
       : pictures(arguments.input, arguments.plot, arguments.plotDir) {
     if (!arguments.curve.empty()) curves.emplace(arguments.curve).Write(CurveHead());
     if (!arguments.view.empty()) view = ParseRealRange("--view", arguments.view);
@@ -89,16 +90,23 @@ struct SideFiles {
   std::optional<Output> curves;
   PictureFiles pictures;
   std::optional<RealRange> view;
+  EvaluationRemarks remarks;
 };
 
-std::string PlotOf(const std::string& name, const LoadedSpectrum& loaded, const SideFiles& side) {
-  if (!side.pictures.AreWanted()) return "";
-  return SpectrumPlot(loaded, fmt::format("{}, scan {}", name, loaded.scan), side.view);
+std::string PlotOf(const std::string& name, const LoadedSpectrum& loaded, const BesideTable& beside) {
+  if (!beside.pictures.AreWanted()) return "";
+  return SpectrumPlot(loaded, fmt::format("{}, scan {}", name, loaded.scan), beside.view);
+}
+
+void Scale(LoadedSpectrum& loaded, double factor) {
+  for (double& amplitude : loaded.spectrum->yAxis) amplitude *= factor;
+  loaded.spectrum->tic *= factor;
+  loaded.countAmpl *= factor;
 }
 
 // Evaluates and writes all that the source gives, and returns the number of spectra.
 std::uint64_t EvaluateAll(const PeaksArguments& arguments, SpectrumSource& source,
-                          const std::vector<TslBL::CurveEval>& chain, PeakFile& peaks, SideFiles& side) {
+                          const std::vector<TslBL::CurveEval>& chain, PeakFile& peaks, BesideTable& beside) {
   const std::string name = NameOf(arguments);
   const std::optional<RealRange> noise = arguments.chain.NoiseStretch();
   const std::optional<RealRange> search = arguments.chain.SearchStretch();
@@ -106,22 +114,24 @@ std::uint64_t EvaluateAll(const PeaksArguments& arguments, SpectrumSource& sourc
   const auto evaluate = [&](LoadedSpectrum& loaded) {
     RequireStretch(name, noise, "to measure the noise on", loaded);
     RequireStretch(name, search, "to find peaks among", loaded);
+    if (arguments.scale) Scale(loaded, *arguments.scale);
     loaded.measured = loaded.spectrum->yAxis;
     RunChain(name, chain, loaded);
-    if (side.pictures.AreWanted()) RequireStretch(name, side.view, "to draw", loaded);
-    return SpectrumTexts{peaks.Part(loaded), side.curves ? CurvePart(loaded) : "", PlotOf(name, loaded, side),
-                         loaded.scan};
+    beside.remarks.Look(loaded);
+    if (beside.pictures.AreWanted()) RequireStretch(name, beside.view, "to draw", loaded);
+    return SpectrumTexts{peaks.Part(loaded), beside.curves ? CurvePart(loaded) : "",
+                         PlotOf(name, loaded, beside), loaded.scan};
   };
   const auto write = [&](const SpectrumTexts& texts) {
-    side.pictures.Write(texts.scan, texts.plot);
+    beside.pictures.Write(texts.scan, texts.plot);
     peaks.Write(texts.peaks);
-    if (side.curves) side.curves->Write(texts.curve);
+    if (beside.curves) beside.curves->Write(texts.curve);
     progress.Step();
   };
   const std::uint64_t spectra = EvaluateInOrder(source, evaluate, write);
   if (spectra == 0) return 0;
   peaks.Commit();
-  side.Commit();
+  beside.Commit();
   return spectra;
 }
 
@@ -131,7 +141,8 @@ std::uint64_t EvaluateAll(const PeaksArguments& arguments, SpectrumSource& sourc
   if (CanBeOpenedAgain(arguments.input)) reason += ScansInstead(arguments.input, arguments.scans.Choice());
   if (const std::string skipped = source.Skipped(); !skipped.empty())
     reason = fmt::format("holds no spectrum to evaluate: {}", skipped);
-  if (source.SkippedCentroids()) reason += "; --profile takes all as profiles";
+  if (source.SkippedCentroids())
+    reason += "; centroid data are peaks already; --profile is for profiles that are not known as such";
   throw InputError(NameOf(arguments), "", reason);
 }
 
@@ -149,15 +160,16 @@ void EvaluateInto(PeakFile& peaks, const PeaksArguments& arguments, const Option
   const SpectrumChoice wanted = arguments.scans.Choice();
   auto source = OpenSpectra(arguments.input, wanted);
   ShareThreads(*source);
-  SideFiles side(arguments);
+  BesideTable beside(arguments);
   const EffectiveChain chain = ChainFor(arguments, options, source);
   WarnOfNoPeaks(arguments.chain.File(), chain.evals);
   if (arguments.resume)
     if (const auto& done = peaks.Resume())
       source = RestOfTable(arguments.input, wanted, chain.evals, *done, peaks);
-  if (EvaluateAll(arguments, *source, chain.evals, peaks, side) == 0) RefuseNothing(arguments, *source);
+  if (EvaluateAll(arguments, *source, chain.evals, peaks, beside) == 0) RefuseNothing(arguments, *source);
   if (!arguments.quiet) Tell(NameOf(arguments), source->Notes());
   TellDerived(arguments, chain);
+  Warn(NameOf(arguments), beside.remarks.Texts());
   if (const std::string skipped = source->Skipped(); !skipped.empty())
     Warn(fmt::format("{}: {}", NameOf(arguments), skipped));
   Warn(NameOf(arguments), source->Warnings());

@@ -30,6 +30,7 @@ constexpr PeakColumn kColumns[] = {
     {"mz_se", [](const ReportedPeak& p) { return ColumnValue(WithoutNaNSign(p.errors.mz)); }},
     {"amplitude_se", [](const ReportedPeak& p) { return ColumnValue(WithoutNaNSign(p.errors.amplitude)); }},
     {"area_se", [](const ReportedPeak& p) { return ColumnValue(WithoutNaNSign(p.errors.area)); }},
+    {"counted", [](const ReportedPeak& p) { return ColumnValue(p.errors.isCounted); }},
     {"Kind", Get<&MZPeak::Kind>},
     {"CurveId", Get<&MZPeak::CurveId>},
     {"PeakId", Get<&MZPeak::PeakId>},

@@ -16,8 +16,8 @@ struct PeakColumn {
 };
 
 // First the most used, under short names: mz, amplitude, area, width,
-// resolution, sn, height, and the standard errors mz_se, amplitude_se, area_se. Then the rest of the row by
-// the names of its fields.
+// resolution, sn, height, and the standard errors mz_se, amplitude_se, area_se, and counted. Then the rest of
+// the row by the names of its fields.
 std::span<const PeakColumn> PeakColumns();
 
 }  // namespace TslTool

@@ -54,6 +54,7 @@ void RequireResumable(const PeaksArguments& arguments) {
 }
 
 int RunPeaks(PeaksArguments arguments, const Options& options) {
+  if (arguments.scale && !(*arguments.scale > 0.0)) throw UsageError("--scale: it must be above 0");
   if (arguments.threads) UseThreads(*arguments.threads);
   if (!arguments.view.empty() && arguments.plot.empty() && arguments.plotDir.empty())
     throw UsageError("--view: is for --plot and --plot-dir");
@@ -92,7 +93,9 @@ constexpr const char* kExamples =
     "  width       at half height above the baseline, m/z; resolution: m/z over width\n"
     "  sn          amplitude above the baseline over the noise there\n"
     "  height      above the baseline, with what the smoothing took from it\n"
-    "  mz_se, amplitude_se, area_se   standard errors, from the counts or else from the noise\n";
+    "  mz_se, amplitude_se, area_se   standard errors\n"
+    "  counted     whether these come from counts; else from the noise alone, without what grows with a "
+    "peak\n";
 
 }  // namespace
 
@@ -108,6 +111,7 @@ Command PeaksCommand() {
                            "Run, mzML file or text with columns; - is standard input");
             arguments->scans.Declare(options);
             arguments->chain.Declare(options);
+            options.Value("--scale X", arguments->scale, "Multiply the amplitudes by this first [1]");
             options.Flag("--show-chain", arguments->showChain, "Print the effective chain as XML and exit");
             options.Choice("--format FORM", arguments->format, PeakFormats(), "Form of the result");
             options.Value("-o,--output FILE", arguments->output,

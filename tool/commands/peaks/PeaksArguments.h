@@ -17,6 +17,7 @@ struct PeaksArguments {
   std::string outputDir;
   ScanOptions scans;
   ChainOptions chain;
+  std::optional<double> scale;  // of the amplitudes
   bool showChain = false;
   bool resume = false;
   bool quiet = false;

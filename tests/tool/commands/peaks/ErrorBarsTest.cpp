@@ -77,7 +77,7 @@ TEST(ErrorBars, WhatIsToldOfCountsHolds) {
 
 TEST(ErrorBars, OfCountsGrowWithTheSignal) {
   const LoadedSpectrum loaded = Evaluated(1.0);
-  const auto variance = TslTool::VarianceOf(loaded, kFilter);
+  const auto variance = TslTool::VarianceOf(loaded, kFilter).values;
   EXPECT_EQ(variance.size(), loaded.measured.size());
   EXPECT_GT(variance[150], 300.0);
   const TslBL::PeakInfo& peak = loaded.spectrum->peaks.front();
@@ -88,9 +88,14 @@ TEST(ErrorBars, OfCountsGrowWithTheSignal) {
 
 TEST(ErrorBars, WithoutCountsAreThoseOfTheNoise) {
   const LoadedSpectrum loaded = Evaluated(1.0, 4.0);
-  const auto variance = TslTool::VarianceOf(loaded, kFilter);
+  const auto variance = TslTool::VarianceOf(loaded, kFilter).values;
   const double noise = loaded.spectrum->noise[150];
   EXPECT_EQ(variance[150], noise * noise);
+}
+
+TEST(ErrorBars, TellWhetherTheyComeFromCounts) {
+  EXPECT_TRUE(TslTool::VarianceOf(Evaluated(1.0), kFilter).isOfCounts);
+  EXPECT_FALSE(TslTool::VarianceOf(Evaluated(1.0, 4.0), kFilter).isOfCounts);
 }
 
 TEST(ErrorBars, AreKnownOfEachPeakBehindAFilter) {

@@ -54,7 +54,7 @@ TEST_F(PeakWriter, TsvHasOneHeaderWithTheRowsFieldsBehindTheShortNames) {
   const auto lines = LinesOf(Written("tsv", scans));
   EXPECT_THAT(lines.front(),
               StartsWith("scan\trt_s\tpeak\tmz\tamplitude\tarea\twidth\tresolution\tsn\theight\tmz_"
-                         "se\tamplitude_se\tarea_se\tKind\tCurveId\t"
+                         "se\tamplitude_se\tarea_se\tcounted\tKind\tCurveId\t"
                          "PeakId\tCentroidX\tCentroidAmpl\tRelCentroidAmpl\tMaxX\t"));
   EXPECT_THAT(lines.front(), testing::EndsWith("\tGroupId\tid"));
   EXPECT_EQ(CellsOf(lines.front()).size(), 4 + TslTool::PeakColumns().size());

@@ -249,7 +249,8 @@ TEST(Peaks, WhatWasSkippedIsOneWarning) {
       RunTool({"peaks", file.Path(), "--scan", "2-"}).err,
       "tslbl: " + file.Path() +
           ": holds no spectrum to evaluate: 2 of 2 spectra skipped: 1 marked as centroid (first at scan 2), "
-          "1 of less than two points (first at scan 3); --profile takes all as profiles\n");
+          "1 of less than two points (first at scan 3); centroid data are "
+          "peaks already; --profile is for profiles that are not known as such\n");
 }
 
 TEST(Peaks, WrongUsageIsStatus2) {
