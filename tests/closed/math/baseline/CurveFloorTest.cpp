@@ -4,7 +4,9 @@
 #include <gtest/gtest.h>
 
 #include <closed/math/baseline/Shots.h>
+#include <algorithm>
 #include <limits>
+#include <random>
 
 using namespace TslMath;
 using namespace tests;
@@ -30,7 +32,62 @@ Samples PairsOfFive(int pairs, std::size_t stride, std::size_t offset) {
   return y;
 }
 
+// The rule of the header without any shortcut, for values a whole number apart; NaN for none.
+double PlainFloor(const Samples& y) {
+  Samples repeated;
+  double lowest = 1e9;
+  for (std::size_t i = 0; i < y.size(); ++i) {
+    if (i + 1 < y.size() && y[i] == y[i + 1]) repeated.push_back(y[i]);
+    lowest = y[i] < lowest ? y[i] : lowest;
+  }
+  const auto onLowest = static_cast<std::size_t>(std::count(y.begin(), y.end(), lowest));
+  if (repeated.size() >= 10 && repeated.size() > onLowest) {
+    Samples judged;
+    for (std::size_t k = 0; k < repeated.size(); k += repeated.size() / 256 + 1)
+      judged.push_back(repeated[k]);
+    std::sort(judged.begin(), judged.end());
+    const double value = judged[judged.size() / 2];
+    const auto agreeing = std::count(judged.begin(), judged.end(), value);
+    if (static_cast<double>(agreeing) >= 0.6 * static_cast<double>(judged.size())) return value;
+  }
+  return onLowest >= 10 ? lowest : std::nan("");
+}
+
+// Values of 0 to 6 of which one is preferred, some NaN, some of a step below all others.
+Samples ManyEqualNeighbours(std::mt19937_64& random) {
+  std::uniform_real_distribution<double> share(0.0, 1.0);
+  const double preferred = share(random);
+  const double missing = share(random) < 0.5 ? 0.0 : 0.02;
+  const double below = share(random) < 0.5 ? 0.0 : 0.02;
+  Samples y(static_cast<std::size_t>(std::pow(10.0, 4.3 * share(random))));
+  for (double& value : y) {
+    value = share(random) < preferred ? 3.0 : std::floor(7.0 * share(random));
+    if (share(random) < below) value = -1.0 - std::floor(3.0 * share(random));
+    if (share(random) < missing) value = std::nan("");
+  }
+  return y;
+}
+
 }  // namespace
+
+TEST(CurveFloor, IsThatOfAWalkOverAllPoints) {
+  std::mt19937_64 random(11);
+  int resting = 0;
+  int lowest = 0;
+  for (int k = 0; k < 2000; ++k) {
+    const Samples y = ManyEqualNeighbours(random);
+    const double expected = PlainFloor(y);
+    const auto floor = FloorOf(y);
+    ASSERT_EQ(floor.has_value(), !std::isnan(expected)) << k;
+    if (floor) {
+      ASSERT_EQ(floor->value, expected) << k;
+    }
+    resting += expected == 3.0 ? 1 : 0;
+    lowest += expected <= 0.0 ? 1 : 0;
+  }
+  EXPECT_GT(resting, 100);
+  EXPECT_GT(lowest, 100);
+}
 
 TEST(CurveFloor, IsWhereTenNeighboursAreEqualWhereverTheyStand) {
   for (const std::size_t stride : {4U, 5U}) {

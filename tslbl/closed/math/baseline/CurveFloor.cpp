@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <limits>
 #include <vector>
 
@@ -13,6 +14,7 @@ namespace {
 constexpr std::size_t kLeastOnFloor = 10;
 constexpr double kAgreement = 0.6;
 constexpr std::size_t kJudged = 256;
+constexpr std::size_t kBlock = 64;  // points
 // Differences below this part of the largest amplitude are rounding of a filter.
 constexpr double kRounding = 1e-9;
 
@@ -71,13 +73,48 @@ TSLBL_WIDE void CountEqualNeighbours(const double* y, std::size_t n, double roun
   for (; i + 1 < n; ++i) count += std::abs(y[i + 1] - y[i]) <= rounding ? 1 : 0;
 }
 
-// The value of most points that have that of their right neighbour, judged by some hundred of them.
-double RestingValue(const double* y, std::size_t n, std::size_t repeats, double rounding) {
-  const std::size_t stride = repeats / kJudged + 1;
-  std::vector<double> values;
-  std::size_t found = 0;
-  for (std::size_t i = 0; i + 1 < n; ++i)
-    if (std::abs(y[i + 1] - y[i]) <= rounding && found++ % stride == 0) values.push_back(y[i]);
+// The points that have the value of their right neighbour, counted in blocks: so those that are far apart are
+// found without a look at each point between them.
+class Repeats {
+ public:
+  Repeats(const double* y, std::size_t n, double rounding) : y_(y), rounding_(rounding) {
+    for (std::size_t begin = 0; begin + 1 < n; begin += kBlock) {
+      std::size_t count = 0;
+      CountEqualNeighbours(y + begin, std::min(kBlock + 1, n - begin), rounding, count);
+      counts_.push_back(static_cast<std::uint8_t>(count));
+      total_ += count;
+    }
+  }
+
+  std::size_t Total() const { return total_; }
+
+  // The value of each `stride`-th of them, from the first on.
+  std::vector<double> Every(std::size_t stride) const {
+    std::vector<double> values;
+    std::size_t found = 0;
+    std::size_t wanted = 0;
+    for (std::size_t block = 0; block < counts_.size(); ++block) {
+      const std::size_t here = found + counts_[block];
+      for (std::size_t i = block * kBlock; wanted < here && found < here; ++i) {
+        if (!(std::abs(y_[i + 1] - y_[i]) <= rounding_) || found++ != wanted) continue;
+        values.push_back(y_[i]);
+        wanted += stride;
+      }
+      found = here;
+    }
+    return values;
+  }
+
+ private:
+  const double* y_;
+  double rounding_;
+  std::vector<std::uint8_t> counts_;
+  std::size_t total_ = 0;
+};
+
+// The value of most of them, judged by some hundred.
+double RestingValue(const Repeats& repeats, double rounding) {
+  std::vector<double> values = repeats.Every(repeats.Total() / kJudged + 1);
   const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
   std::nth_element(values.begin(), middle, values.end());
   const double value = *middle;
@@ -99,12 +136,11 @@ std::optional<CurveFloor> FindCurveFloor(const double* y, std::size_t n) {
   FindExtent(y, n, extent);
   const double rounding = kRounding * extent.largest;
   std::size_t lowest = 0;
-  std::size_t repeats = 0;
   CountBetween(y, n, extent.lowest, extent.lowest + rounding, lowest);
-  CountEqualNeighbours(y, n, rounding, repeats);
+  const Repeats repeats(y, n, rounding);
   // Ions swing below the floor to one depth, so that the lowest value may be shared, too.
-  if (repeats >= kLeastOnFloor && repeats > lowest) {
-    const double value = RestingValue(y, n, repeats, rounding);
+  if (repeats.Total() >= kLeastOnFloor && repeats.Total() > lowest) {
+    const double value = RestingValue(repeats, rounding);
     if (!std::isnan(value)) return CurveFloor{value, rounding};
   }
   if (lowest < kLeastOnFloor) return std::nullopt;
