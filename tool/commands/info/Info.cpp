@@ -7,6 +7,7 @@
 #include <tool/frame/Output.h>
 #include <tool/frame/Progress.h>
 #include <tool/frame/Warning.h>
+#include <tool/io/InputPath.h>
 #include <tool/io/OpenScans.h>
 #include <tool/io/Preview.h>
 #include <tool/io/ScanOptions.h>
@@ -24,7 +25,7 @@ struct InfoArguments {
 std::unique_ptr<ScanSource> Open(const std::string& file, FileHead& head) {
   if (!IsDatabase(file)) {
     auto scans = OpenScans(file);
-    head = {file, scans->Format()};
+    head = {InputName(file), scans->Format()};
     return scans;
   }
   auto scans = std::make_unique<RunScans>(file);
@@ -53,9 +54,7 @@ double PointsAcross(const std::string& file, const ScanFilter& filter) {
   return LookAhead(source).pointsAcross;
 }
 
-int RunInfo(const InfoArguments& arguments) {
-  const std::string& input = arguments.input;
-  if (input.empty()) throw UsageError("INPUT is required");
+void Describe(const std::string& input, const InfoArguments& arguments) {
   const ScanFilter filter = arguments.scans.Choice().filter;
   FileHead head;
   const auto source = Open(input, head);
@@ -68,8 +67,14 @@ int RunInfo(const InfoArguments& arguments) {
   const double pointsAcross = facts.spectra > 0 ? PointsAcross(input, filter) : 0.0;
   output.Write(writer->Tail({facts, source->PassedOver(), pointsAcross}));
   output.Commit();
-  Tell(input, source->Notes());
-  Warn(input, source->Warnings());
+  Tell(InputName(input), source->Notes());
+  Warn(InputName(input), source->Warnings());
+}
+
+int RunInfo(const InfoArguments& arguments) {
+  if (arguments.input.empty()) throw UsageError("INPUT is required");
+  const std::string input = InputPath(arguments.input);
+  NamingStandardInput([&] { Describe(input, arguments); });
   return kDone;
 }
 
@@ -81,7 +86,8 @@ Command InfoCommand() {
       .name = "info",
       .summary = "Shows what is in a file",
       .examples =
-          "INPUT is a run of raw counts, an mzML file or text with columns of m/z and amplitude.\n\n"
+          "INPUT is a run of raw counts, an mzML file or text with columns of m/z and amplitude;\n"
+          "- is standard input, from which no run can be read.\n\n"
           "Examples:\n"
           "  tslbl info demo.run\n"
           "  tslbl info sample.mzML.gz\n"

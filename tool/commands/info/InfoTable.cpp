@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 #include <tool/commands/info/InfoWriter.h>
+#include <tool/frame/Visible.h>
 #include <tslbl/closed/common/Text.h>
 #include <tslbl/tune/MassRange.h>
 #include <tslbl/tune/rules/DevTuneRules.h>
@@ -9,8 +10,9 @@
 namespace TslTool {
 namespace {
 
+// Names of files, titles and tunes are foreign text.
 std::string Row(const std::string& label, const std::string& value) {
-  return fmt::format("{:<13} {}\n", label, value);
+  return fmt::format("{:<13} {}\n", label, Visible(value));
 }
 
 // As in "3 profile, 1 unknown".

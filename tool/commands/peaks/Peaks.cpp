@@ -59,7 +59,7 @@ int RunPeaks(PeaksArguments arguments, const Options& options) {
   if (!arguments.view.empty() && arguments.plot.empty() && arguments.plotDir.empty())
     throw UsageError("--view: is for --plot and --plot-dir");
   if (AsksForSeveral(arguments)) return EvaluateSeveral(arguments, options);
-  arguments.input = InputPath(arguments.inputs.empty() ? "" : arguments.inputs.front());
+  arguments.input = PeaksInputPath(arguments.inputs.empty() ? "" : arguments.inputs.front());
   RequireSafeFiles(arguments);
   RequireResumable(arguments);
   NamingStandardInput(

@@ -1,20 +1,15 @@
 #pragma once
-// What the command peaks reads, by the name that the user gives: a file, "-" for standard input, or nothing.
+// What the command peaks reads: what the user names, or nothing, for the demonstration run.
 
-#include <functional>
+#include <tool/io/InputPath.h>
+
 #include <string>
 
 namespace TslTool {
 
 // The path to open; empty for the demonstration run, which is what no name means unless standard input offers
-// data: that is a UsageError, as nothing that was piped in may go unnoticed. Throws InputError for a standard
-// input that is closed, was read in part or is a run, which SQLite reads from its file only.
-std::string InputPath(const std::string& input);
-
-// How messages call a path.
-std::string InputName(const std::string& path);
-
-// Runs `work` so that an InputError about standard input calls it so.
-void NamingStandardInput(const std::function<void()>& work);
+// data: that is a UsageError, as nothing that was piped in may go unnoticed. Throws InputError as InputPath
+// does.
+std::string PeaksInputPath(const std::string& input);
 
 }  // namespace TslTool

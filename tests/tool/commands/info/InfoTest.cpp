@@ -176,5 +176,22 @@ TEST(Info, WithoutInputItIsWrongUsage) {
   EXPECT_THAT(outcome.err, HasSubstr("INPUT is required"));
 }
 
+TEST(Info, ReadsStandardInput) {
+  const TempFile file("in", "100 1\n100.1 5\n100.2 2\n");
+  for (const std::string script : {"cat in | \"$TSLBL\" info -", "\"$TSLBL\" info - < in"}) {
+    const Outcome outcome = RunShell("cd '" + file.Folder() + "' && " + script);
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
+    EXPECT_THAT(outcome.out, StartsWith("file          standard input\n")) << script;
+    EXPECT_THAT(outcome.out, HasSubstr("points        3 each\n")) << script;
+  }
+  EXPECT_EQ(RunShell("printf '100 1\\n101 x\\n' | \"$TSLBL\" info -").err,
+            "tslbl: standard input: line 2: \"x\" is not a number\n");
+}
+
+TEST(Info, WritesOutWhatANameCouldDoToATerminal) {
+  const TempFile file("a\nb\x1b[1m.txt", "100 1\n100.1 5\n100.2 2\n");
+  EXPECT_THAT(RunTool({"info", file.Path()}).out, HasSubstr("a\\nb\\x1b[1m.txt\nformat "));
+}
+
 }  // namespace
 }  // namespace tests
