@@ -1,19 +1,14 @@
 #pragma once
-// Foreign text as it may stand in a message.
+// Foreign text as it may stand in quotes in a message.
 
-#include <algorithm>
 #include <string>
 #include <string_view>
 
 namespace TslTool {
 
-// At most `length` characters; what is not plain ASCII shows as '?', so that a damaged file cannot garble a
-// terminal.
-inline std::string Printable(std::string_view text, std::size_t length = 40) {
-  std::string shown(text.substr(0, length));
-  std::replace_if(
-      shown.begin(), shown.end(), [](char c) { return c < 0x20 || c > 0x7e; }, '?');
-  return text.size() > length ? shown + "..." : shown;
-}
+// At most `length` characters. Letters of all languages stay; what Visible.h writes out is written out, and
+// so is what looks like a blank or like nothing and is neither, as a no-break space: \u00a0. Where a number
+// cannot be read, this is often why.
+std::string Printable(std::string_view text, std::size_t length = 40);
 
 }  // namespace TslTool

@@ -2,8 +2,6 @@
 
 #include <fmt/format.h>
 
-#include <tool/frame/Utf8.h>
-
 namespace TslTool {
 namespace {
 
@@ -13,7 +11,9 @@ bool Controls(char32_t code) {
          (0x202a <= code && code <= 0x202e) || (0x2066 <= code && code <= 0x2069);
 }
 
-std::string Written(const Utf8Character& character) {
+}  // namespace
+
+std::string WrittenOut(const Utf8Character& character) {
   const auto code = static_cast<unsigned>(character.code);
   if (character.bytes > 1) return fmt::format("\\u{:04x}", code);
   if (code == '\n') return "\\n";
@@ -21,8 +21,6 @@ std::string Written(const Utf8Character& character) {
   if (code == '\r') return "\\r";
   return fmt::format("\\x{:02x}", code);
 }
-
-}  // namespace
 
 std::string Visible(std::string_view text, std::string_view kept) {
   std::string shown;
@@ -32,7 +30,7 @@ std::string Visible(std::string_view text, std::string_view kept) {
     if (isPlain || kept.find(text.front()) != std::string_view::npos) {
       shown += text.substr(0, character.bytes);
     } else {
-      shown += Written(character);
+      shown += WrittenOut(character);
     }
     text.remove_prefix(character.bytes);
   }

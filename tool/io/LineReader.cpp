@@ -6,6 +6,13 @@
 
 namespace TslTool {
 
+namespace {
+
+// Where a text of DOS ends, often in front of the end of its file.
+constexpr char kDosEnd = '\x1a';
+
+}  // namespace
+
 bool LineReader::Fill() {
   buffer_.erase(0, begin_);
   begin_ = 0;
@@ -16,11 +23,17 @@ bool LineReader::Fill() {
   return count > 0;
 }
 
+// Behind the last line only, so that nothing that follows one goes unread.
+void LineReader::DropDosEnd() {
+  while (buffer_.size() > begin_ && buffer_.back() == kDosEnd) buffer_.pop_back();
+}
+
 bool LineReader::Next(std::string_view& line) {
   std::size_t end = buffer_.find('\n', begin_);
   while (end == std::string::npos && buffer_.size() - begin_ <= kMaxLineBytes && Fill()) {
     end = buffer_.find('\n', begin_);
   }
+  if (end == std::string::npos) DropDosEnd();
   end = std::min(end, buffer_.size());
   if (begin_ == buffer_.size()) return false;
   ++number_;

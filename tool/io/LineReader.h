@@ -17,7 +17,7 @@ class LineReader {
   explicit LineReader(ByteSource& source) : source_(source) {}
 
   // The next line without its end (LF, CRLF or CR), valid until the next call; false at the end. The last
-  // line may lack its end.
+  // line may lack its end; a Ctrl-Z behind it is none of it.
   bool Next(std::string_view& line);
 
   const std::string& File() const { return source_.File(); }
@@ -26,6 +26,7 @@ class LineReader {
 
  private:
   bool Fill();
+  void DropDosEnd();
 
   TextSource source_;
   std::string buffer_;

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <iterator>
 #include <stdexcept>
 #include <string>
 #include <system_error>
@@ -24,13 +25,38 @@ std::size_t CountDigits(std::string_view text) {
   return static_cast<std::size_t>(std::ranges::find_if_not(text, IsDigit) - text.begin());
 }
 
-// One to three digits, a mark, three digits and no fourth.
-bool HasThousands(std::string_view text) {
+// What programs of all countries put between thousands. Those that cannot be told from a blank have a name.
+struct ThousandsMark {
+  std::string_view text, name = "";
+};
+constexpr ThousandsMark kThousandsMarks[] = {{","},
+                                             {"."},
+                                             {"'"},
+                                             {"\u2019"},
+                                             {" "},
+                                             {"\u00a0", "a no-break space"},
+                                             {"\xa0", "a no-break space"},
+                                             {"\u202f", "a narrow no-break space"},
+                                             {"\u2007", "a figure space"},
+                                             {"\u2009", "a thin space"}};
+
+// The mark in one to three digits, a mark, three digits and no fourth; null if the text is not of that form.
+const ThousandsMark* FindThousandsMark(std::string_view text) {
   text = WithoutSign(text);
   const std::size_t leading = CountDigits(text);
-  if (leading < 1 || leading > 3 || leading == text.size()) return false;
-  constexpr std::string_view kMarks = ",.' ";
-  return kMarks.find(text[leading]) != std::string_view::npos && CountDigits(text.substr(leading + 1)) == 3;
+  if (leading < 1 || leading > 3) return nullptr;
+  text.remove_prefix(leading);
+  const auto* mark =
+      std::ranges::find_if(kThousandsMarks, [&](const auto& known) { return text.starts_with(known.text); });
+  if (mark == std::end(kThousandsMarks)) return nullptr;
+  return CountDigits(text.substr(mark->text.size())) == 3 ? mark : nullptr;
+}
+
+std::string ReasonOfMark(const ThousandsMark& mark) {
+  const std::string named =
+      mark.name.empty() ? "" : ": " + std::string(mark.name) + " stands between its digits";
+  return "not a number" + named +
+         "; thousands have no mark, and the decimal mark is the same in the whole file";
 }
 
 std::errc Parse(std::string_view text, char decimal, double& value) {
@@ -54,11 +80,8 @@ double ToNumber(std::string_view text, char decimal) {
   const std::string quoted = "\"" + Printable(text) + "\" is ";
   if (error == std::errc::result_out_of_range)
     throw std::runtime_error(quoted + "beyond the range of numbers");
-  if (error != std::errc() && HasThousands(text)) {
-    throw std::runtime_error(quoted +
-                             "not a number; thousands have no mark, and the decimal mark is the same in the "
-                             "whole file");
-  }
+  if (const ThousandsMark* mark = FindThousandsMark(text); error != std::errc() && mark)
+    throw std::runtime_error(quoted + ReasonOfMark(*mark));
   if (error != std::errc()) throw std::runtime_error(quoted + "not a number");
   if (!std::isfinite(value)) throw std::runtime_error(quoted + "not a finite number");
   return value;

@@ -157,7 +157,7 @@ TEST(ChainFile, ValuesThatNobodyCanMeanAreRefused) {
 
 TEST(ChainFile, ADamagedValueCannotGarbleATerminal) {
   EXPECT_EQ(ErrorOf(Changed("<Order>2<", "<Order>2\n\xc3\xa4<")),
-            "CurveEvals/CurveEval[1]/Smooth/Order: \"2???\" is not a value for it");
+            "CurveEvals/CurveEval[1]/Smooth/Order: \"2\\n\xc3\xa4\" is not a value for it");
 }
 
 TEST(ChainFile, AnUnknownCommandIsNamedWithItsPlace) {

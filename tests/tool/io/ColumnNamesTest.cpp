@@ -77,7 +77,7 @@ TEST(ColumnNames, AChoiceIsTwoDifferentColumns) {
 }
 
 TEST(ColumnNames, AreListedForMessages) {
-  EXPECT_EQ(TslTool::ListColumns({"a", "b\n"}), "\"a\" (1), \"b?\" (2)");
+  EXPECT_EQ(TslTool::ListColumns({"a", "b\n"}), "\"a\" (1), \"b\\n\" (2)");
   EXPECT_THAT(TslTool::ListColumns(Names(13, "a")), testing::EndsWith(", \"a\" (12), ..."));
 }
 

@@ -45,6 +45,13 @@ TEST(TextFile, IsOneScanOfWhichNothingElseIsKnown) {
   EXPECT_EQ(scan.representation, Scan::Unknown);
 }
 
+TEST(TextFile, EndsAtTheCtrlZThatDosPutsBehindATextOnly) {
+  for (const char* text : {"1 2\r\n3 4\r\n\x1a", "1 2\n3 4\x1a", "1 2\n3 4\n\x1a\x1a\x1a"})
+    EXPECT_THAT(Read(text).scan.mz, ElementsAre(1, 3)) << text;
+  EXPECT_EQ(ErrorOf("1 2\n\x1a\n3 4\n"),
+            "line 2: one column, \"\\x1a\", where two are expected (m/z, amplitude)");
+}
+
 TEST(TextFile, KeepsNegativeAmplitudes) { EXPECT_THAT(Read("1 -2.5\n").scan.amplitude, ElementsAre(-2.5)); }
 
 TEST(TextFile, ReadsGzip) {
@@ -104,7 +111,7 @@ TEST(TextFile, NamesLineAndTextOfWhatIsWrong) {
       {"# nothing\n\n", ": holds no line with m/z and amplitude"},
       {"m/z intensity\n", ": holds no line with m/z and amplitude; line 1 is \"m/z intensity\""},
       {"", ": the file is empty"},
-      {std::string("1 2\n\0\x01\x02 5\n", 10), "line 2: \"???\" is not a number"},
+      {std::string("1 2\n\0\x01\x02 5\n", 10), "line 2: \"\\x00\\x01\\x02\" is not a number"},
       {std::string(100000, '1'), "line 1: longer than 64 KiB; not a text file"},
   };
   for (const auto& [text, error] : table) EXPECT_EQ(ErrorOf(text), error) << text.substr(0, 50);

@@ -1,3 +1,4 @@
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <stdexcept>
@@ -49,6 +50,18 @@ TEST(TextNumber, TellsOfMarksBetweenThousands) {
     EXPECT_EQ(ErrorOfNumber(text, '.'), "\"" + std::string(text) + reason);
   for (const char* text : {"1.234", "1.234,5", "1 234,5"})
     EXPECT_EQ(ErrorOfNumber(text, ','), "\"" + std::string(text) + reason);
+}
+
+TEST(TextNumber, NamesAMarkThatLooksLikeABlank) {
+  const std::pair<const char*, const char*> cases[] = {
+      {"1\u00a0700",
+       "\"1\\u00a0700\" is not a number: a no-break space stands between its digits; thousands"},
+      {"1\xa0"
+       "700",
+       "\"1\\xa0700\" is not a number: a no-break space stands between its digits; thousands"},
+      {"-12\u202f500", "\"-12\\u202f500\" is not a number: a narrow no-break space stands between"},
+      {"1\u2009700", "\"1\\u2009700\" is not a number: a thin space stands between its digits; thousands"}};
+  for (const auto& [text, reason] : cases) EXPECT_THAT(ErrorOfNumber(text, '.'), testing::StartsWith(reason));
 }
 
 TEST(TextNumber, KnowsWhatIsTakenForANumber) {

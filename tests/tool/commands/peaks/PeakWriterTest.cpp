@@ -147,7 +147,7 @@ TEST_F(PeakWriter, TheIdStandsLastInTsvWithoutCharactersThatGarble) {
   LoadedSpectrum named = EvaluatedScan(3);
   named.id = kId;
   for (const Row& row : RowsOf(Written("tsv", {&named})))
-    EXPECT_EQ(row.at("id"), "function=2 scan=3??[31m??");
+    EXPECT_EQ(row.at("id"), "function=2 scan=3\\t\\x1b[31m\u00b5");
   for (const Row& row : RowsOf(Written("tsv", {&third}))) EXPECT_EQ(row.at("id"), "");
 }
 
@@ -165,7 +165,7 @@ TEST_F(PeakWriter, TheTableShowsAnIdThatSaysMoreThanTheNumber) {
       {"scan=9", "scan 9, 0 peaks\n"},
       {"scan=10", "scan 9 (scan=10), 0 peaks\n"},
       {"function=2 process=0 scan=9", "scan 9 (function=2 process=0 scan=9), 0 peaks\n"},
-      {"a\x1b", "scan 9 (a?), 0 peaks\n"}};
+      {"a\x1b", "scan 9 (a\\x1b), 0 peaks\n"}};
   for (const auto& [id, line] : table) {
     LoadedSpectrum named = Bare();
     named.id = id;
