@@ -5,6 +5,10 @@
 #include <fuzz/AutoFindPrefs.h>
 #include <fuzz/Records.h>
 #include <fuzz/TuneRules.h>
+#include <tslbl/chromatogram/ICFilter.h>
+#include <tslbl/chromatogram/ICObj.h>
+#include <tslbl/chromatogram/ICPeak.h>
+#include <tslbl/chromatogram/ICRange.h>
 #include <tslbl/closed/common/ITslXML.h>
 #include <tslbl/detect/ThreadingParams.h>
 #include <tslbl/records/CSSeries.h>
@@ -78,6 +82,10 @@ constexpr Row kRows[] = {
     {"Curve", Check<PlainCurve>},
     {"CurveEval", Check<CurveEval>},
     {"EvalThreadingParams", Check<EvalThreadingParams>},
+    {"ICFilter", Check<ICFilter>},
+    {"ICObj", Check<ICObj>},
+    {"ICPeak", Check<ICPeak>},
+    {"ICRange", Check<ICRange>},
     {"IOPoint", Check<IOPoint>},
     {"IonSource", Check<IonSource>},
     {"MZCalPt", Check<MZCalPt>},

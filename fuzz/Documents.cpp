@@ -11,6 +11,8 @@
 #include <tool/commands/tune/TuneFile.h>
 #include <tool/commands/tune/TuneSheet.h>
 #include <tool/frame/InputError.h>
+#include <tslbl/chromatogram/ICFilter.h>
+#include <tslbl/chromatogram/ICRange.h>
 #include <tslbl/closed/common/ModulePath.h>
 #include <tslbl/closed/common/Text.h>
 #include <tslbl/closed/engines/Formula.h>
@@ -139,6 +141,8 @@ constexpr Row kRows[] = {
     {"Chain file", CheckChain},
     {"overrides.txt", CheckLimits},
     {"Formula", CheckFormula},
+    {"ICFilter", Check<ICFilter>},
+    {"ICRange", Check<ICRange>},
     {"PLAutoFindPrefs", CheckPrefs},
     {"Tune rules", CheckRules},
     {"Tune file", CheckTuneFile},

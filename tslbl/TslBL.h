@@ -4,7 +4,7 @@
 //
 // A program takes the headers that it needs. They stand here in the order in which data
 // goes: streams and documents, numerics, small records, curves and their evaluation, the
-// tune of the instrument, spectra and their peaks.
+// tune of the instrument, spectra and their peaks, chromatograms.
 
 #include <tslbl/Version.h>
 
@@ -82,3 +82,11 @@
 #include <tslbl/spectrum/RawSpectrum.h>
 #include <tslbl/spectrum/Spectrum.h>
 #include <tslbl/spectrum/StateSpectrum.h>
+
+#include <tslbl/chromatogram/CurveTitles.h>
+#include <tslbl/chromatogram/ExtractedCurves.h>
+#include <tslbl/chromatogram/ICFilter.h>
+#include <tslbl/chromatogram/ICObj.h>
+#include <tslbl/chromatogram/ICPeak.h>
+#include <tslbl/chromatogram/ICPeakTable.h>
+#include <tslbl/chromatogram/ICRange.h>

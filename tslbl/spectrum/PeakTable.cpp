@@ -3,7 +3,7 @@
 #include <tslbl/closed/common/Truncate.h>
 #include <tslbl/closed/math/peak/GaussPeak.h>
 #include <tslbl/curve/PeakLevels.h>
-#include <tslbl/detect/FindOnePeak.h>
+#include <tslbl/detect/PeakRowAt.h>
 #include <stdexcept>
 
 namespace TslBL {
@@ -80,13 +80,9 @@ std::vector<MZPeak> CreateMZPeakTable(const Spectrum& spectrum) {
 }
 
 bool DetectOnePeak(Spectrum& spectrum, std::uint32_t curveIdx, MZPeak& peak) {
-  std::uint32_t row = 0;
-  if (!spectrum.QPeakIdxByCurveIdx(curveIdx, row)) {
-    const std::int32_t found = FindOnePeak(spectrum, curveIdx);
-    if (found < 0) return false;
-    row = static_cast<std::uint32_t>(found);
-  }
-  peak = TranslateMZPeak(spectrum, row);
+  const std::int32_t row = PeakRowAt(spectrum, curveIdx);
+  if (row < 0) return false;
+  peak = TranslateMZPeak(spectrum, static_cast<std::uint32_t>(row));
   return true;
 }
 

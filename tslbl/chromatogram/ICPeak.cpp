@@ -1,0 +1,21 @@
+#include <tslbl/chromatogram/ICPeak.h>
+
+#include <tslbl/records/Archive.h>
+
+namespace TslBL {
+namespace {
+
+void DescribeId(Archive& ar, std::uint32_t& id) { ar(L"id", id); }
+
+}  // namespace
+
+void Describe(Archive& ar, ICPeak& peak) {
+  ar.Version(1, "Unknown ICPeak version.");
+  ar(L"CurveId", peak.CurveId);
+  ar(L"PeakId", peak.PeakId);
+  DescribePeakTop(ar, peak);
+  DescribePeakShape(ar, peak);
+  ar.List(L"SpecIds", peak.SpecIds, DescribeId);
+}
+
+}  // namespace TslBL
