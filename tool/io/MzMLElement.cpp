@@ -64,7 +64,7 @@ MzMLTerms MzMLGroups::TermsOf(const pugi::xml_node& element) const {
     if (group == groups_.end())
       throw std::runtime_error("refers to a group of parameters that the file has not: \"" + Printable(name) +
                                "\"");
-    terms.insert(terms.end(), group->second.begin(), group->second.end());
+    terms.Append(group->second);
   }
   return terms;
 }

@@ -32,6 +32,7 @@ struct MzMLTerm {
 struct MzMLTerms : std::vector<MzMLTerm> {
   // Null if it is not there.
   const MzMLTerm* Find(std::string_view accession) const;
+  void Append(const MzMLTerms& others) { insert(end(), others.begin(), others.end()); }
 };
 
 // The referenceable groups of terms of a file.

@@ -32,6 +32,13 @@ void RequireFinite(const std::vector<double>& values, const char* what) {
                            " array is not a finite number");
 }
 
+// In mzML 1.0 "id" names the element only, and a nativeID that is a number is that of the scan.
+std::string IdOf(const pugi::xml_node& spectrum) {
+  const std::string native = spectrum.attribute("nativeID").value();
+  if (native.empty()) return spectrum.attribute("id").value();
+  return ToNumber<std::uint32_t>(native) ? "scan=" + native : native;
+}
+
 // An empty array may still have the few bytes that its packing begins and ends with.
 void RequireNoData(const pugi::xml_node& spectrum) {
   constexpr std::size_t kPackingOnly = 32;
@@ -49,6 +56,7 @@ struct MzMLFile::Impl {
   bool Try(Step step) const;
   void ReadHead();
   void ReadParamGroup();
+  void TakeIdFormat();
   void CountChromatogram();
   bool ToNextSpectrum();
   bool ReadSpectrum(const ScanFilter& filter, Scan& scan);
@@ -64,6 +72,7 @@ struct MzMLFile::Impl {
 
   XmlScanner xml;
   MzMLGroups groups;
+  IdFormat ids;
   std::optional<std::uint64_t> announced;
   std::uint64_t seen = 0;
   bool spent = false;
@@ -84,6 +93,7 @@ void MzMLFile::Impl::ReadHead() {
                        "the root element is <" + Printable(xml.Name()) + ">, not <mzML>");
     }
     if (name == "referenceableParamGroup") ReadParamGroup();
+    if (name == "cvParam" && ids.accession.empty()) TakeIdFormat();
     if (name == "spectrumList") {
       announced = ToNumber<std::uint64_t>(xml.Attribute("count").value_or(""));
       return;
@@ -101,6 +111,15 @@ void MzMLFile::Impl::ReadParamGroup() {
     groups.Add(document.document_element());
     return true;
   });
+}
+
+// Of the first source file that has one; the names of all these terms end alike.
+void MzMLFile::Impl::TakeIdFormat() {
+  constexpr std::string_view kNone = "MS:1000824";
+  const std::string name = xml.Attribute("name").value_or("");
+  const std::string accession = xml.Attribute("accession").value_or("");
+  if (accession.starts_with("MS:") && accession != kNone && name.ends_with(" nativeID format"))
+    ids = {accession, name};
 }
 
 void MzMLFile::Impl::CountChromatogram() {
@@ -154,11 +173,14 @@ bool MzMLFile::Impl::DecodeSpectrum(std::string_view element, const ScanFilter& 
 }
 
 void MzMLFile::Impl::TakeHead(const pugi::xml_node& spectrum, Scan& scan) {
-  scan.id = spectrum.attribute("id").value();
+  scan.id = IdOf(spectrum);
   if (!IsUtf8(scan.id)) throw std::runtime_error("the id is not UTF-8");
   scan.number = NumberInId(scan.id).value_or(static_cast<std::uint32_t>(seen));
-  const MzMLTerms terms = groups.TermsOf(spectrum);
-  const MzMLTerms scanTerms = groups.TermsOf(ChildOf(ChildOf(spectrum, "scanList"), "scan"));
+  const pugi::xml_node description = ChildOf(spectrum, "spectrumDescription");  // of mzML 1.0
+  MzMLTerms terms = groups.TermsOf(spectrum);
+  terms.Append(groups.TermsOf(description));
+  const pugi::xml_node scans = description ? description : ChildOf(spectrum, "scanList");
+  const MzMLTerms scanTerms = groups.TermsOf(ChildOf(scans, "scan"));
   scan.msLevel = LevelOf(terms);
   scan.representation = RepresentationOf(terms);
   scan.rtSeconds = StartTime(scanTerms);
@@ -280,6 +302,8 @@ bool MzMLFile::Next(Scan& scan) {
 std::optional<std::uint64_t> MzMLFile::Count() const { return impl_->announced; }
 
 std::string MzMLFile::Format() const { return "mzML"; }
+
+IdFormat MzMLFile::Ids() const { return impl_->ids; }
 
 Chromatograms MzMLFile::PassedOver() const { return impl_->chromatograms; }
 

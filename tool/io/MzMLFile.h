@@ -1,5 +1,5 @@
 #pragma once
-// Reads spectra of mzML files (PSI-MS mzML 1.1), plain or gzip, scan by scan.
+// Reads spectra of mzML files (PSI-MS mzML 1.1 and 1.0), plain or gzip, scan by scan.
 //
 // Arrays: MzMLArray.h. They may stand in any order and among others, which are passed over. The file's own
 // byte index is not used, so a wrong one does no harm; it costs one pass over the text that precedes the
@@ -32,6 +32,7 @@ class MzMLFile : public ScanSource {
   bool Next(Scan& scan) override;
   std::optional<std::uint64_t> Count() const override;
   std::string Format() const override;
+  IdFormat Ids() const override;
   Chromatograms PassedOver() const override;
   std::vector<std::string> Warnings() const override;
 

@@ -32,6 +32,7 @@ class LookedAhead final : public SpectrumSource {
   }
   std::optional<std::uint64_t> Count() const override { return rest_->Count(); }
   std::string Format() const override { return rest_->Format(); }
+  IdFormat Ids() const override { return rest_->Ids(); }
   std::optional<double> MzStep() const override { return rest_->MzStep(); }
   std::string Skipped() const override { return rest_->Skipped(); }
   bool SkippedCentroids() const override { return rest_->SkippedCentroids(); }

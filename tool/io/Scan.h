@@ -59,6 +59,12 @@ struct ScanFilter {
   bool operator==(const ScanFilter&) const = default;
 };
 
+// The term of the vocabulary that says how the ids of a file are built; empty if the file does not tell.
+struct IdFormat {
+  std::string accession = {};
+  std::string name = {};
+};
+
 // What stands in a file beside its spectra, and is passed over.
 struct Chromatograms {
   std::uint64_t count = 0;
@@ -90,6 +96,8 @@ class ScanSource {
   virtual std::optional<std::uint64_t> Count() const = 0;
 
   virtual std::string Format() const = 0;
+
+  virtual IdFormat Ids() const { return {}; }
 
   // Complete once Next has returned false.
   virtual Chromatograms PassedOver() const { return {}; }

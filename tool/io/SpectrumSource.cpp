@@ -30,6 +30,8 @@ void LoadCounts(const TslBL::Tune& tune, TslBL::RawSpectrum& raw, LoadedSpectrum
 }
 
 constexpr const char* kTooShort = "of less than two points";
+// A scan of this instrument has one stage.
+constexpr int kRunLevel = 1;
 
 class RunSpectra final : public SpectrumSource {
  public:
@@ -62,12 +64,11 @@ class RunSpectra final : public SpectrumSource {
   }
 
  private:
-  // A scan of this instrument has one stage.
   Scan HeadOf(const PackedScan& packed) const {
     Scan scan;
     scan.number = packed.number;
     scan.rtSeconds = packed.info.TimeStamp / 1000.0;
-    scan.msLevel = 1;
+    scan.msLevel = kRunLevel;
     const auto tune = reader_.Tunes().find(packed.info.TuneId);
     if (tune != reader_.Tunes().end()) scan.polarity = PolarityOf(tune->second);
     return scan;
@@ -79,6 +80,8 @@ class RunSpectra final : public SpectrumSource {
     const TslBL::Tune& tune = reader_.TuneOf(scan.number, raw);
     const std::string tuneText = "tune " + std::to_string(raw.info.TuneId) + ": ";
     LoadedSpectrum loaded{scan.number, raw.info.TimeStamp / 1000.0, nullptr};
+    loaded.msLevel = kRunLevel;
+    loaded.polarity = PolarityOf(tune);
     try {
       LoadCounts(tune, raw, loaded);
     } catch (const std::exception& e) {
@@ -118,6 +121,7 @@ class ForeignSpectra final : public SpectrumSource {
     return choice_.filter.WantsAll() ? scans_->Count() : std::nullopt;
   }
   std::string Format() const override { return scans_->Format(); }
+  IdFormat Ids() const override { return scans_->Ids(); }
   std::vector<std::string> Notes() const override {
     std::vector<std::string> notes = scans_->Notes();
     if (const std::uint64_t count = filled_; count > 0)
@@ -161,6 +165,8 @@ class ForeignSpectra final : public SpectrumSource {
     raw.counts = scan.amplitude;
     const double step = scan.mz.size() > 1 ? scan.mz[1] - scan.mz[0] : 0.0;
     LoadedSpectrum loaded{scan.number, scan.rtSeconds, nullptr, scan.id};
+    loaded.msLevel = scan.msLevel;
+    loaded.polarity = scan.polarity;
     loaded.spectrum.reset(TslBL::CreateSpectrum(raw, {}, {}, scan.mz.front(), step, scan.mz));
     return loaded;
   }
@@ -184,7 +190,7 @@ class DemonstrationSpectra final : public SpectrumSource {
       Scan header;
       header.number = index + 1;
       header.rtSeconds = simulator_.TimeStamp(index) / 1000.0;
-      header.msLevel = 1;
+      header.msLevel = kRunLevel;
       header.polarity = PolarityOf(simulator_.Tune());
       if (filter_.Wants(header)) return [this, index] { return Load(index); };
     }
@@ -200,6 +206,8 @@ class DemonstrationSpectra final : public SpectrumSource {
   LoadedSpectrum Load(std::uint32_t index) const {
     TslBL::RawSpectrum raw = simulator_.MakeScan(index);
     LoadedSpectrum loaded{index + 1, raw.info.TimeStamp / 1000.0, nullptr};
+    loaded.msLevel = kRunLevel;
+    loaded.polarity = PolarityOf(simulator_.Tune());
     LoadCounts(simulator_.Tune(), raw, loaded);
     return loaded;
   }

@@ -22,6 +22,8 @@ struct LoadedSpectrum {
   double countAmpl = 0.0;
   // The amplitudes before the chain ran, if they are kept.
   std::vector<double> measured = {};
+  int msLevel = 0;   // 0: the file gives no level
+  int polarity = 0;  // +1 or -1; 0: the file does not tell
 };
 
 // Which spectra of an input are wanted, and what they are to be taken as.
@@ -44,6 +46,8 @@ class SpectrumSource {
   // How many spectra the source announces, if it does.
   virtual std::optional<std::uint64_t> Count() const = 0;
   virtual std::string Format() const = 0;
+  // How the ids of its spectra are built, if it tells.
+  virtual IdFormat Ids() const { return {}; }
   // Spacing of the points in m/z, where the instrument's tune gives it.
   virtual std::optional<double> MzStep() const { return std::nullopt; }
   // What was wanted and cannot be evaluated, as in "3 of 12 spectra skipped: 3 marked as centroid (first at

@@ -202,5 +202,63 @@ TEST(MzMLDialects, WhatTheScannerLetsPassAndIsNoXmlIsRefused) {
   EXPECT_NE(ErrorOf(text), "");
 }
 
+// As the first edition of the format had it: the terms of a spectrum stand in a description, its scan beside
+// them, and units of time are terms of the same vocabulary.
+std::string OldSpectrum(const std::string& nativeId, const std::string& scan) {
+  return "<spectrum index=\"0\" id=\"S1\" nativeID=\"" + nativeId + "\" defaultArrayLength=\"4\">\n" +
+         Term("MS:1000511", "value=\"2\"") + "<spectrumDescription>" + Term(kProfile) +
+         "<acquisitionList count=\"1\"><acquisition number=\"1\"/></acquisitionList>" + scan +
+         "</spectrumDescription><binaryDataArrayList count=\"2\">" + MzArray() + IntensityArray() +
+         "</binaryDataArrayList></spectrum>\n";
+}
+
+std::string OldFile(const std::string& spectra) {
+  return Replaced(MzML(spectra), "version=\"1.1.0\"", "version=\"1.0.0\"");
+}
+
+TEST(MzMLDialects, TheFirstEditionIsRead) {
+  const std::string time = Term("MS:1000016", "value=\"2\" unitAccession=\"MS:1000038\"");
+  const auto scans = ReadText(OldFile(OldSpectrum("19", "<scan>" + time + Term("MS:1000129") + "</scan>")));
+  ASSERT_EQ(scans.size(), 1U);
+  EXPECT_EQ(scans[0].number, 19U);
+  EXPECT_EQ(scans[0].id, "scan=19");
+  EXPECT_EQ(scans[0].msLevel, 2);
+  EXPECT_EQ(scans[0].polarity, -1);
+  EXPECT_EQ(scans[0].rtSeconds, 120.0);
+  EXPECT_EQ(scans[0].representation, Scan::Profile);
+  EXPECT_EQ(scans[0].mz, kAxis);
+  EXPECT_EQ(scans[0].amplitude, kCounts);
+}
+
+TEST(MzMLDialects, ANativeIdOfTheFirstEditionIsTheNameOfItsScan) {
+  const std::pair<const char*, const char*> table[] = {
+      {"7", "scan=7"}, {"scan=7", "scan=7"}, {"function=1 scan=7", "function=1 scan=7"}, {"a7", "a7"}};
+  for (const auto& [native, id] : table) {
+    EXPECT_EQ(ReadText(OldFile(OldSpectrum(native, ""))).at(0).id, id) << native;
+  }
+}
+
+TslTool::IdFormat IdsOf(const std::string& terms) {
+  const TempFile file(
+      "a.mzML",
+      MzML("", 0, "<fileDescription><sourceFileList>" + terms + "</sourceFileList></fileDescription>"));
+  return TslTool::OpenScans(file.Path())->Ids();
+}
+
+std::string SourceOf(const std::string& accession, const std::string& name) {
+  return "<sourceFile><cvParam accession=\"" + accession + "\" name=\"" + name + "\"/></sourceFile>";
+}
+
+TEST(MzMLDialects, HowIdsAreBuiltIsThatOfTheFirstSourceThatTells) {
+  const std::string none = SourceOf("MS:1000824", "no nativeID format");
+  const std::string other = SourceOf("MS:1000563", "Thermo RAW format");
+  const std::string thermo = SourceOf("MS:1000768", "Thermo nativeID format");
+  const std::string waters = SourceOf("MS:1000769", "Waters nativeID format");
+  EXPECT_EQ(IdsOf(none + other + thermo + waters).accession, "MS:1000768");
+  EXPECT_EQ(IdsOf(none + other + thermo + waters).name, "Thermo nativeID format");
+  EXPECT_EQ(IdsOf(none + other).accession, "");
+  EXPECT_EQ(IdsOf(SourceOf("XX:1", "my nativeID format")).accession, "");
+}
+
 }  // namespace
 }  // namespace tests

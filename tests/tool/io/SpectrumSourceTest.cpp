@@ -53,6 +53,25 @@ std::string SkippedOf(const std::string& file, const SpectrumChoice& choice = {}
   return source->Skipped();
 }
 
+TEST(SpectrumSource, TellsLevelAndPolarityOfWhateverItIs) {
+  const SmallRun run;
+  for (const std::string& file : {run.Path(), std::string()}) {
+    const LoadedSpectrum loaded = OpenSpectra(file, Only(1))->Next()();
+    EXPECT_EQ(loaded.msLevel, 1) << file;
+    EXPECT_EQ(std::abs(loaded.polarity), 1) << file;
+  }
+  const std::string terms = Term("MS:1000511", "value=\"2\"") + Term(kProfile) + Term("MS:1000129");
+  const Values mz = {1, 2, 3};
+  const TempFile file(
+      "a.mzML",
+      MzML(SpectrumOf("scan=1", 3,
+                      ArrayOf(kMz, BytesOf<double>(mz)) + ArrayOf(kIntensity, BytesOf<double>(mz)), terms)));
+  const auto loaded = LoadAll(file.Path());
+  ASSERT_EQ(loaded.size(), 1U);
+  EXPECT_EQ(loaded[0].msLevel, 2);
+  EXPECT_EQ(loaded[0].polarity, -1);
+}
+
 // 50 us in each of 4 scans make 5000 counts a second of one count.
 TEST(SpectrumSource, ARunsCountsBecomeCountRates) {
   const SmallRun run;
