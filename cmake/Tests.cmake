@@ -44,7 +44,7 @@ if(TSLBL_BUILD_TOOL AND tool_test_sources)
   tslbl_add_tests(tslbl_tool_tests tool/ ${tool_test_sources})
   target_compile_definitions(tslbl_tool_tests PRIVATE TSLBL_TOOL="$<TARGET_FILE:tslbl_tool>")
   add_dependencies(tslbl_tool_tests tslbl_tool)
-  target_link_libraries(tslbl_tool_tests PRIVATE tslbl_tool_parts tslbl GTest::gtest_main)
+  target_link_libraries(tslbl_tool_tests PRIVATE tslbl_tool_parts tslbl Pwiz::pwiz GTest::gtest_main)
   # Calls of the system that tests let fail, see tests/tool/FailingCall.h.
   target_link_options(tslbl_tool_tests PRIVATE LINKER:--wrap=fsync,--wrap=fclose,--wrap=rename)
 endif()

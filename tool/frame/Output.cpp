@@ -83,6 +83,12 @@ Output::~Output() {
   if (!temporary_.empty() && !keep_ && !earlier) unlink(temporary_.c_str());
 }
 
+std::string Output::Folder() const {
+  namespace fs = std::filesystem;
+  if (temporary_.empty()) return fs::temp_directory_path().string();
+  return fs::absolute(temporary_).parent_path().string();
+}
+
 std::string Output::Part() const { return beside_ == Beside::Resumable ? temporary_ : ""; }
 
 void Output::ResumeAt(std::uint64_t bytes) { kept_ = bytes; }

@@ -35,6 +35,9 @@ class Output {
   Output(const Output&) = delete;
   Output& operator=(const Output&) = delete;
 
+  // Where there is room for what belongs to it: the folder of its file, else that for temporary files.
+  std::string Folder() const;
+
   // The name of the resumable file; empty without one.
   std::string Part() const;
   // Keeps the first `bytes` of the part that an earlier process left, to go on behind them.

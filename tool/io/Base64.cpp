@@ -1,5 +1,6 @@
 #include <tool/io/Base64.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <stdexcept>
@@ -8,14 +9,14 @@ namespace TslTool {
 
 namespace {
 
+constexpr std::string_view kLetters = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
 constexpr std::uint8_t kPadding = 64, kBlank = 65, kForeign = 66;
 
 constexpr std::array<std::uint8_t, 256> Meanings() {
   std::array<std::uint8_t, 256> meanings{};
   meanings.fill(kForeign);
   std::uint8_t value = 0;
-  for (const char c : std::string_view("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/"))
-    meanings[static_cast<unsigned char>(c)] = value++;
+  for (const char c : kLetters) meanings[static_cast<unsigned char>(c)] = value++;
   for (const char c : std::string_view(" \t\r\n")) meanings[static_cast<unsigned char>(c)] = kBlank;
   meanings['='] = kPadding;
   return meanings;
@@ -49,6 +50,19 @@ std::string FromBase64(std::string_view text) {
   if (padding > 2) throw std::runtime_error("continues after its padding");
   bytes.resize(bytes.size() - padding);
   return bytes;
+}
+
+std::string ToBase64(std::string_view bytes) {
+  std::string text;
+  text.reserve((bytes.size() + 2) / 3 * 4);
+  for (; !bytes.empty(); bytes.remove_prefix(std::min<std::size_t>(3, bytes.size()))) {
+    std::uint32_t group = 0;
+    for (std::size_t i = 0; i < 3; ++i)
+      group = group << 8 | (i < bytes.size() ? static_cast<unsigned char>(bytes[i]) : 0U);
+    for (std::size_t i = 0; i < 4; ++i)
+      text += i > bytes.size() ? '=' : kLetters[group >> (18 - 6 * i) & 63U];
+  }
+  return text;
 }
 
 }  // namespace TslTool

@@ -10,4 +10,7 @@ namespace TslTool {
 // character, a length that is no multiple of 4, letters behind the padding.
 std::string FromBase64(std::string_view text);
 
+// With padding, without line breaks.
+std::string ToBase64(std::string_view bytes);
+
 }  // namespace TslTool

@@ -33,6 +33,14 @@ std::string ErrorOf(const std::function<void()>& action) {
   return "";
 }
 
+TEST(Output, WhatBelongsToAFileHasRoomInItsFolder) {
+  const TempFile other("other", "");
+  EXPECT_EQ(Output(other.Folder() + "/result").Folder(), other.Folder());
+  EXPECT_EQ(Output(other.Folder() + "/result", Output::Beside::Resumable).Folder(), other.Folder());
+  for (const char* path : {"", "-", "/dev/null"})
+    EXPECT_EQ(Output(path).Folder(), std::filesystem::temp_directory_path()) << path;
+}
+
 TEST(Output, AFileAppearsWholeInCommit) {
   const TempFile other("other", "");
   const std::string path = other.Folder() + "/result";

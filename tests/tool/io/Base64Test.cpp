@@ -25,11 +25,19 @@ TEST(Base64, GivesTheBytesOfThePublishedExamples) {
     EXPECT_EQ(TslTool::FromBase64(texts[n]), whole.substr(0, n));
 }
 
+TEST(Base64, IsWrittenAsInThePublishedExamples) {
+  const std::string whole = "foobar";
+  const char* texts[] = {"", "Zg==", "Zm8=", "Zm9v", "Zm9vYg==", "Zm9vYmE=", "Zm9vYmFy"};
+  for (std::size_t n = 0; n <= whole.size(); ++n) EXPECT_EQ(TslTool::ToBase64(whole.substr(0, n)), texts[n]);
+}
+
 TEST(Base64, GivesEveryByteBack) {
   std::string bytes;
   for (int i = 0; i < 256; ++i) bytes += static_cast<char>(i);
-  for (std::size_t n = 0; n < bytes.size(); ++n)
+  for (std::size_t n = 0; n < bytes.size(); ++n) {
     EXPECT_EQ(TslTool::FromBase64(Base64(bytes.substr(n))), bytes.substr(n));
+    EXPECT_EQ(TslTool::ToBase64(bytes.substr(n)), Base64(bytes.substr(n)));
+  }
 }
 
 TEST(Base64, BlanksBetweenTheLettersMeanNothing) {

@@ -163,6 +163,7 @@ void EvaluateInto(PeakFile& peaks, const PeaksArguments& arguments, const Option
   BesideTable beside(arguments);
   const EffectiveChain chain = ChainFor(arguments, options, source);
   WarnOfNoPeaks(arguments.chain.File(), chain.evals);
+  peaks.Describe({arguments.input, source->Ids(), chain.evals, arguments.scale});
   if (arguments.resume)
     if (const auto& done = peaks.Resume())
       source = RestOfTable(arguments.input, wanted, chain.evals, *done, peaks);

@@ -46,15 +46,15 @@ void PeakFile::RequireSame(const std::string& part) {
 void PeakFile::Write(const std::string& part) {
   if (first_ && resumed_) {
     RequireSame(part);
+    output_.Write(part);
   } else {
-    output_.Write(first_ ? writer_->Head() : writer_->Between());
+    writer_->Write(output_, part, first_);
   }
   first_ = false;
-  output_.Write(part);
 }
 
 void PeakFile::Commit() {
-  output_.Write(writer_->Tail());
+  writer_->Finish(output_);
   output_.Commit();
 }
 

@@ -27,6 +27,8 @@ class PeakFile {
   // What the earlier process wrote stays as it is. Throws InputError with that reason.
   [[noreturn]] void RefuseToResume(std::uint32_t scan, const std::string& reason);
 
+  // Where the peaks come from; before the first part.
+  void Describe(const PeakOrigin& origin) { writer_->Describe(origin); }
   std::string Part(const LoadedSpectrum& loaded) const;
   // Throws InputError if the first part after Resume is not what the earlier process wrote.
   void Write(const std::string& part);

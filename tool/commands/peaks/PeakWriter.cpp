@@ -1,6 +1,7 @@
 #include <tool/commands/peaks/PeakWriter.h>
 
 #include <fmt/format.h>
+#include <tool/commands/peaks/MzMLWriter.h>
 #include <tool/commands/peaks/PeakColumns.h>
 #include <tool/frame/Numbers.h>
 #include <tool/frame/Printable.h>
@@ -130,11 +131,10 @@ struct Format {
   const char* name;
   std::unique_ptr<PeakWriter> (*make)();
 };
-constexpr Format kFormats[] = {{"table", Make<TableWriter>},
-                               {"tsv", Make<RowWriter<'\t'>>},
-                               {"csv", Make<RowWriter<','>>},
-                               {"json", Make<JsonWriter>},
-                               {"xml", Make<XmlWriter>}};
+constexpr Format kFormats[] = {
+    {"table", Make<TableWriter>}, {"tsv", Make<RowWriter<'\t'>>}, {"csv", Make<RowWriter<','>>},
+    {"json", Make<JsonWriter>},   {"xml", Make<XmlWriter>},       {"mzml", Make<MzMLWriter>},
+};
 
 }  // namespace
 

@@ -80,6 +80,7 @@ constexpr const char* kExamples =
     "  tslbl peaks table.csv --columns mass,intensity\n"
     "  zcat sample.mzML.gz | tslbl peaks - --format json --output -\n"
     "  tslbl peaks *.mzML --format tsv --output-dir tables   a table each, tables/NAME.tsv\n"
+    "  tslbl peaks sample.mzML --format mzml --output peaks.mzML   centroid spectra for other programs\n"
     "  find data -name '*.mzML' | tslbl peaks --list - --output-dir tables\n"
     "  tslbl peaks sample.txt --show-chain > chain.xml   the chain in effect, to be edited\n"
     "  tslbl peaks sample.txt --chain chain.xml\n"
@@ -95,7 +96,9 @@ constexpr const char* kExamples =
     "  height      above the baseline, with what the smoothing took from it\n"
     "  mz_se, amplitude_se, area_se   standard errors\n"
     "  counted     whether these come from counts; else from the noise alone, without what grows with a "
-    "peak\n";
+    "peak\n"
+    "In mzML the intensity is the amplitude, and area, width, height, sn and the standard errors\n"
+    "stand in arrays of their own. It is written when the last spectrum is done.\n";
 
 }  // namespace
 

@@ -16,7 +16,10 @@ namespace {
 namespace fs = std::filesystem;
 using FileId = std::pair<dev_t, ino_t>;
 
-std::string ExtensionFor(const std::string& format) { return format == "table" ? "txt" : format; }
+std::string ExtensionFor(const std::string& format) {
+  if (format == "table") return "txt";
+  return format == "mzml" ? "mzML" : format;
+}
 
 std::optional<FileId> IdOf(const std::string& file) {
   struct stat there = {};

@@ -17,9 +17,9 @@ std::string StemOf(const std::string& input);
 // Makes a folder, and those that it lies in, unless it is there. Throws InputError.
 void MakeFolder(const std::string& folder);
 
-// FOLDER/STEM.EXTENSION for each input; the format "table" has the extension txt, the others their own name.
-// Throws UsageError for "-" and for two inputs whose tables would be one: which is which could not be told
-// later.
+// FOLDER/STEM.EXTENSION for each input; the format "table" has the extension txt, "mzml" mzML, the others
+// their own name. Throws UsageError for "-" and for two inputs whose tables would be one: which is which
+// could not be told later.
 std::vector<NamedTable> NameTables(const std::vector<std::string>& inputs, const std::string& folder,
                                    const std::string& format);
 

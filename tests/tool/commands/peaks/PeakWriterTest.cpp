@@ -173,8 +173,8 @@ TEST_F(PeakWriter, TheTableShowsAnIdThatSaysMoreThanTheNumber) {
   }
 }
 
-TEST(PeakFormats, AreTableTsvCsvJsonAndXml) {
-  EXPECT_THAT(TslTool::PeakFormats(), ElementsAre("table", "tsv", "csv", "json", "xml"));
+TEST(PeakFormats, AreTableTsvCsvJsonXmlAndMzML) {
+  EXPECT_THAT(TslTool::PeakFormats(), ElementsAre("table", "tsv", "csv", "json", "xml", "mzml"));
 }
 
 TEST(PeakFormats, AnotherOneIsAMistakeOfTheProgram) {

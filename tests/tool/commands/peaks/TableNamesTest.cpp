@@ -32,8 +32,11 @@ TEST(TableNames, AreThoseOfTheInputsInTheFolder) {
 }
 
 TEST(TableNames, EndAsTheFormat) {
-  for (const auto& [format, table] :
-       {std::pair("table", "D/a.txt"), {"tsv", "D/a.tsv"}, {"json", "D/a.json"}, {"xml", "D/a.xml"}})
+  for (const auto& [format, table] : {std::pair("table", "D/a.txt"),
+                                      {"tsv", "D/a.tsv"},
+                                      {"json", "D/a.json"},
+                                      {"xml", "D/a.xml"},
+                                      {"mzml", "D/a.mzML"}})
     EXPECT_EQ(NameTables({"a.mzML"}, "D/", format).at(0).table, table);
 }
 
