@@ -20,8 +20,8 @@ TSLBL_API std::vector<double> CalcSpectrumEICRanges(const Spectrum& spectrum,
                                                     const std::vector<MZRange>& ranges);
 
 // A point for each definition; one below 0 becomes 0, for later definitions too. False at the first
-// definition that is not valid, with `error` "Curve definition %c contains an invalid %s."; points before it
-// stand.
+// definition that is not valid, with `error` naming it and whether a character, a letter or a number is not;
+// points before it stand.
 TSLBL_API bool CalcEICPoints(const std::vector<double>& rangeValues,
                              const std::vector<std::wstring>& curveDefs, std::vector<double>& points,
                              std::wstring& error);
