@@ -4,7 +4,8 @@
 //
 // A program takes the headers that it needs. They stand here in the order in which data
 // goes: streams and documents, numerics, small records, curves and their evaluation, the
-// tune of the instrument, spectra and their peaks, chromatograms.
+// tune of the instrument, spectra and their peaks, chromatograms, sums
+// and differences of spectra.
 
 #include <tslbl/Version.h>
 
@@ -90,3 +91,8 @@
 #include <tslbl/chromatogram/ICPeak.h>
 #include <tslbl/chromatogram/ICPeakTable.h>
 #include <tslbl/chromatogram/ICRange.h>
+
+#include <tslbl/arithmetic/BasePeak.h>
+#include <tslbl/arithmetic/CurveSpectra.h>
+#include <tslbl/arithmetic/PartialSpectrum.h>
+#include <tslbl/arithmetic/SpectrumSums.h>

@@ -3,6 +3,12 @@
 #include <tslbl/closed/common/Message.h>
 
 namespace TslBL {
+namespace {
+
+// Definitions are called 1, 2, 3 ... by one character.
+wchar_t CallName(std::size_t index) { return static_cast<wchar_t>(L'1' + index); }
+
+}  // namespace
 
 std::optional<CurveOperand> OperandOf(wchar_t character) {
   const auto from = [character](wchar_t first) { return static_cast<std::size_t>(character - first); };
@@ -20,8 +26,11 @@ std::optional<MessageId> FaultOf(wchar_t character, const CurveOperandCounts& co
 }
 
 std::wstring DefinitionError(std::size_t index, MessageId fault) {
-  return FillMessage(kBadCurveDefinition, static_cast<wchar_t>(L'1' + index),
-                     TslLoadString(ModuleHandle(), fault));
+  return FillMessage(kBadCurveDefinition, CallName(index), TslLoadString(ModuleHandle(), fault));
+}
+
+std::wstring EmptyDefinitionError(std::size_t index) {
+  return FillMessage(kCurveDefinitionEmpty, CallName(index));
 }
 
 }  // namespace TslBL

@@ -31,6 +31,8 @@ std::optional<MessageId> FaultOf(wchar_t character, const CurveOperandCounts& co
 
 // The message for definition `index`, counted from 0, with that word.
 std::wstring DefinitionError(std::size_t index, MessageId fault);
+// That for one that adds nothing up.
+std::wstring EmptyDefinitionError(std::size_t index);
 
 // Reads a definition from the left and calls onSign(isMinus) and onOperand(operand) for what it meets. Stops
 // at the first character that is not valid and returns what is wrong with it.
