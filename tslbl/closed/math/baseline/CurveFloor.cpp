@@ -95,7 +95,7 @@ class Repeats {
     std::size_t wanted = 0;
     for (std::size_t block = 0; block < counts_.size(); ++block) {
       const std::size_t here = found + counts_[block];
-      for (std::size_t i = block * kBlock; wanted < here && found < here; ++i) {
+      for (std::size_t i = block * kBlock; wanted < here; ++i) {
         if (!(std::abs(y_[i + 1] - y_[i]) <= rounding_) || found++ != wanted) continue;
         values.push_back(y_[i]);
         wanted += stride;
