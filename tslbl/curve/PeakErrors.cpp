@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <numbers>
 #include <stdexcept>
 
 namespace TslBL {
@@ -12,6 +13,7 @@ namespace {
 
 // Above this percentage the whole peak counts, and its borders are no points of one level.
 constexpr double kWholePeak = 99.0;
+constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
 
 // Calls use(place, share) for places whose values, weighted with the shares, are the integral of a cubic in
 // each interval of points: Simpson's rule.
@@ -25,6 +27,28 @@ void ForEachOfIntegral(double from, double to, Use use) {
     use(b, (b - a) / 6.0);
   }
 }
+
+// The Gaussian of a peak's height and width at half height. The curve's own slopes tell little where ions are
+// few: they are noise. All NaN for a peak without height or width.
+class Shape {
+ public:
+  explicit Shape(const PeakInfo& peak) : centre_(peak.maxIdx), height_(peak.maxAmpl - peak.baselineAmpl) {
+    const double width = peak.halfHeightRightIdx - peak.halfHeightLeftIdx;
+    fall_ = height_ > 0.0 && width > 0.0 ? 4.0 * std::numbers::ln2 / (width * width) : kNone;
+  }
+
+  double Slope(double at) const {
+    const double distance = at - centre_;
+    return -2.0 * fall_ * distance * height_ * std::exp(-fall_ * distance * distance);
+  }
+
+  double CurvatureOfTop() const { return -2.0 * fall_ * height_; }
+
+ private:
+  double centre_;
+  double height_;
+  double fall_;
+};
 
 // Length of a point along the x axis.
 double StepAt(const std::vector<double>& x, double at) {
@@ -43,14 +67,13 @@ PeakErrorEstimator::PeakErrorEstimator(const Curve& curve, std::span<const doubl
 PeakErrors PeakErrorEstimator::Of(std::uint32_t peakIdx) {
   const PeakInfo& peak = curve_.peaks.at(peakIdx);
   const std::size_t points = curve_.yAxis.size();
-  constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
   if (points < 4 || peak.endIdx >= points || peak.startIdx >= peak.endIdx || variance_.size() != points)
     return {kNone, kNone, kNone};
   const double place = peak.ReportedIdx();
   PeakErrors errors{};
   if (peak.useMax) {
     Begin(place, place);
-    AddTop(place);
+    AddTop(peak);
   } else {
     Begin(peak.areaStartIdx, peak.areaEndIdx);
     AddCentroid(peak);
@@ -90,8 +113,6 @@ void PeakErrorEstimator::Add(const SplineDependence& on, double factor) {
                                                                      0, last))] += factor * on.weights[k];
 }
 
-double PeakErrorEstimator::Slope(double at) const { return Applied(SlopeDependence(at), curve_.yAxis); }
-
 // The mean position of the part above a level: its inner points pull it, and its ends move with the points
 // there and with the level, which follows the maximum.
 void PeakErrorEstimator::AddCentroid(const PeakInfo& peak) {
@@ -108,9 +129,10 @@ void PeakErrorEstimator::AddCentroid(const PeakInfo& peak) {
   for (double& value : sensitivity_) value /= weight;
   const double retention = curve_.peakDetectParams.Retention;
   if (retention > kWholePeak) return;
+  const Shape shape(peak);
   for (const auto& [end, direction] : {std::pair{from, -1.0}, {to, 1.0}}) {
-    const double slope = Slope(end);
-    if (!(slope * direction < 0.0)) continue;
+    const double slope = shape.Slope(end);
+    if (slope == 0.0) continue;
     const double pull = direction * (end - centre) * peak.areaIntercept / (weight * slope);
     Add(ValueDependence(end), -pull);
     Add(ValueDependence(peak.maxIdx), pull * (1.0 - 0.01 * retention));
@@ -118,10 +140,8 @@ void PeakErrorEstimator::AddCentroid(const PeakInfo& peak) {
 }
 
 // Where the slope is 0.
-void PeakErrorEstimator::AddTop(double at) {
-  const double curvature = Slope(at + 0.5) - Slope(at - 0.5);
-  if (!(curvature < 0.0)) return;
-  Add(SlopeDependence(at), -1.0 / curvature);
+void PeakErrorEstimator::AddTop(const PeakInfo& peak) {
+  Add(SlopeDependence(peak.maxIdx), -1.0 / Shape(peak).CurvatureOfTop());
 }
 
 // Back through the filter to the points as they were measured.

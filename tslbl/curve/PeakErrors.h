@@ -22,7 +22,8 @@ class Curve;
 struct PeakInfo;
 struct SplineDependence;
 
-// Standard errors; NaN where the row has no limits on the curve.
+// Standard errors; NaN where the row has no limits on the curve, that of the place also where it has no
+// height.
 struct PeakErrors {
   double x;     // of the reported place, in units of the x axis
   double ampl;  // of the amplitude there
@@ -45,9 +46,8 @@ class TSLBL_API PeakErrorEstimator {
   double AreaError(const PeakInfo& peak) const;
   void Begin(double from, double to);
   void Add(const SplineDependence& on, double factor);
-  double Slope(double at) const;
   void AddCentroid(const PeakInfo& peak);
-  void AddTop(double at);
+  void AddTop(const PeakInfo& peak);
   double StandardError();
 
   const Curve& curve_;
