@@ -1,7 +1,7 @@
 // The tool on a disk that is full or cannot be read: status 1, a reason, nothing lost and nothing
 // half written.
 //
-// Tests: tool/frame/Output.cpp, tool/io/RunFile.cpp.
+// Tests: tool/frame/Output.cpp, tool/frame/Spool.cpp, tool/io/RunFile.cpp.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -34,6 +34,16 @@ TEST(DiskFault, AFullDiskKeepsTheFileThatWasToBeReplaced) {
     EXPECT_EQ(ReadFile(old.Path()), "what was there");
     EXPECT_THAT(NamesIn(old.Folder()), ElementsAre("peaks.out"));
   }
+}
+
+TEST(DiskFault, AFullDiskForSpectraThatWaitLeavesNothing) {
+  const TempFile old("peaks.mzML", "what was there");
+  const Outcome outcome = RunOnFullDisk(old.Folder(), 64, "peaks \"$RUN\" -o peaks.mzML --format mzml");
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_THAT(outcome.err,
+              StartsWith("tslbl: " + old.Folder() + ": a temporary file cannot be written: File too large"));
+  EXPECT_EQ(ReadFile(old.Path()), "what was there");
+  EXPECT_THAT(NamesIn(old.Folder()), ElementsAre("peaks.mzML"));
 }
 
 TEST(DiskFault, AFullDiskForTheCurveLeavesNoPeaksEither) {

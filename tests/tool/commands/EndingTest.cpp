@@ -44,7 +44,7 @@ TEST(Ending, CtrlCLeavesNothingOfAResultThatCannotBeGoneOnWith) {
   const TempFile folder("x", "");
   const std::string run = folder.Folder() + "/long.run";
   ASSERT_EQ(RunTool({"simulate", "--output", run, "--scans", "250"}).status, 0);
-  for (const char* format : {"json", "xml", "table"}) {
+  for (const char* format : {"json", "xml", "table", "mzml"}) {
     Process process(ToolCommand({"peaks", run, "--format", format, "--smooth", "median:151", "--threads", "1",
                                  "--output", folder.Folder() + "/peaks"}));
     ASSERT_TRUE(WaitUntil([&] { return NamesIn(folder.Folder()).size() == 3; }));

@@ -55,7 +55,7 @@ TEST(OpenScans, TakesOtherContentForText) {
 
 TEST(OpenScans, ExpectsMzMLWhereTheNameSaysSo) {
   const TempFile file("run.mzML", "100 5\n");
-  EXPECT_EQ(ErrorOf(file.Path()), file.Path() + ": line 1: not XML: the file begins with \"100 5?\"");
+  EXPECT_EQ(ErrorOf(file.Path()), file.Path() + ": line 1: not XML: the file begins with \"100 5\\n\"");
 }
 
 TEST(OpenScans, NamesAMissingFile) {

@@ -1,7 +1,6 @@
 // The command peaks with --format mzml, as its users and the programs of others see it.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <signal.h>
 
 #include <cmath>
 #include <filesystem>
@@ -248,21 +247,6 @@ TEST(MzMLWriter, AFailureLeavesNothingAndWhatWasThereAsItWas) {
   std::ofstream(file) << "before";
   EXPECT_EQ(RunTool({"peaks", input.Path(), "--format", "mzml", "-o", file}).status, 1);
   EXPECT_EQ(ReadFile(file), "before");
-}
-
-TEST(MzMLWriter, CtrlCLeavesNothing) {
-  const TempFile folder("x", "");
-  const std::string run = folder.Folder() + "/long.run";
-  ASSERT_EQ(RunTool({"simulate", "--output", run, "--scans", "250"}).status, 0);
-  Process process(ToolCommand({"peaks", run, "--format", "mzml", "--smooth", "median:151", "--threads", "1",
-                               "--output", folder.Folder() + "/peaks.mzML"}));
-  ASSERT_TRUE(WaitUntil([&] { return NamesIn(folder.Folder()).size() == 3; }));
-  usleep(50000);
-  process.Signal(SIGINT);
-  const Outcome outcome = process.Wait();
-  EXPECT_EQ(outcome.status, 130);
-  EXPECT_EQ(outcome.err, "tslbl: interrupted\n");
-  EXPECT_THAT(NamesIn(folder.Folder()), ElementsAre("long.run", "x"));
 }
 
 TEST(MzMLWriter, IsNotResumed) {
