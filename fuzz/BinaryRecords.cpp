@@ -5,6 +5,7 @@
 #include <fuzz/AutoFindPrefs.h>
 #include <fuzz/Records.h>
 #include <fuzz/TuneRules.h>
+#include <tslbl/calibrate/CalibrateParams.h>
 #include <tslbl/chromatogram/ICFilter.h>
 #include <tslbl/chromatogram/ICObj.h>
 #include <tslbl/chromatogram/ICPeak.h>
@@ -78,6 +79,7 @@ constexpr Row kRows[] = {
     {"AppThreadingParams", Check<AppThreadingParams>},
     {"BaselineParams", Check<BaselineParams>},
     {"CSSeries", Check<CSSeries>},
+    {"CalibrateParams", Check<CalibrateParams>},
     {"Control", Check<Control>},
     {"Curve", Check<PlainCurve>},
     {"CurveEval", Check<CurveEval>},

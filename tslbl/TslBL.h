@@ -4,8 +4,8 @@
 //
 // A program takes the headers that it needs. They stand here in the order in which data
 // goes: streams and documents, numerics, small records, curves and their evaluation, the
-// tune of the instrument, spectra and their peaks, chromatograms, sums
-// and differences of spectra.
+// tune of the instrument, spectra and their peaks, their calibration,
+// chromatograms, sums and differences of spectra.
 
 #include <tslbl/Version.h>
 
@@ -83,6 +83,11 @@
 #include <tslbl/spectrum/RawSpectrum.h>
 #include <tslbl/spectrum/Spectrum.h>
 #include <tslbl/spectrum/StateSpectrum.h>
+
+#include <tslbl/calibrate/ApplyCalibration.h>
+#include <tslbl/calibrate/CalFile.h>
+#include <tslbl/calibrate/Calibrate.h>
+#include <tslbl/calibrate/CalibrateParams.h>
 
 #include <tslbl/chromatogram/CurveTitles.h>
 #include <tslbl/chromatogram/ExtractedCurves.h>

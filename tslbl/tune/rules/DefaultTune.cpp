@@ -12,16 +12,16 @@
 namespace TslBL {
 namespace {
 
-struct Calibrant {
+struct UsualCalibrant {
   const wchar_t* name;
   double mz;
 };
 // The values of each lens there stand in its row of the field table.
-constexpr Calibrant kCalibrants[] = {{L"Fragment 2", 39.0},
-                                     {L"Agilent 1", 118.0},
-                                     {L"Agilent 2", 322.0},
-                                     {L"Agilent 5", 1521.0},
-                                     {L"Agilent 7", 2721.0}};
+constexpr UsualCalibrant kCalibrants[] = {{L"Fragment 2", 39.0},
+                                          {L"Agilent 1", 118.0},
+                                          {L"Agilent 2", 322.0},
+                                          {L"Agilent 5", 1521.0},
+                                          {L"Agilent 7", 2721.0}};
 static_assert(std::size(kCalibrants) == NewCurve::kPoints, "Each lens has a value at each calibrant.");
 
 void Assign(IOPoint& lens, double value) { lens.Single = value; }
