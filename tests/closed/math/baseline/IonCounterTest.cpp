@@ -1,3 +1,4 @@
+#include <tslbl/closed/math/SmallestStep.h>
 #include <tslbl/closed/math/baseline/IonCounter.h>
 
 #include <gtest/gtest.h>
@@ -26,7 +27,9 @@ Ions CountIn(const Samples& y, double floor = 0.0) {
   Ions ions;
   for (std::size_t begin = 0; begin < y.size(); begin += kSegment)
     ions.segments.push_back({begin, std::min(y.size(), begin + kSegment), 0.0, 0.0});
-  ions.height = CountIons(y.data(), y.size(), {floor, 1e-9}, kSegment, ions.segments);
+  ions.height =
+      JudgeBumps(y.data(), y.size(), {floor, 1e-9}, kSegment, SmallestStep(y.data(), y.size()), ions.segments)
+          .ion;
   return ions;
 }
 

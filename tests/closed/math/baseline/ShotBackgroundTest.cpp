@@ -7,7 +7,9 @@
 
 #include <closed/math/baseline/Shots.h>
 #include <algorithm>
+#include <cmath>
 #include <limits>
+#include <random>
 
 using namespace TslMath;
 using namespace tests;
@@ -38,6 +40,24 @@ double MeanOf(const Samples& values) {
   double sum = 0.0;
   for (const double value : values) sum += value;
   return sum / static_cast<double>(values.size());
+}
+
+// Magnitudes of noise of standard deviation `sd` in both its parts, with 40 peaks 5 points wide, of which
+// what is below `threshold` is left out; between what is left are as many zeros as there were points, or
+// `zeros` at most.
+Samples Thresholded(double threshold, double sd, std::size_t zeros = 1000000) {
+  std::mt19937_64 random(3);
+  std::normal_distribution<double> noise(0.0, sd);
+  Samples kept;
+  std::size_t gap = 0;
+  for (int i = 0; i < 20000; ++i) {
+    const double line =
+        sd * 20.0 * std::pow(1.15, i / 500) * std::exp(-0.5 * std::pow((i % 500 - 250) / 2.12, 2.0));
+    const double y = std::hypot(line + noise(random), noise(random));
+    gap = y < threshold ? gap + 1 : 0;
+    if (gap == 0 || gap <= zeros) kept.push_back(gap == 0 ? y : 0.0);
+  }
+  return kept;
 }
 
 bool Stay(const Figures& f) {
@@ -131,6 +151,28 @@ TEST(ShotBackground, TwoPeaksWithoutNoiseKeepTheirBits) {
     y[static_cast<std::size_t>(1500 + i)] = 100.0 * std::exp(-0.5 * i * i / 100.0);
     y[static_cast<std::size_t>(3500 + i)] = 50.0 * std::exp(-0.5 * i * i / 100.0);
   }
+  EXPECT_TRUE(Stay(FiguresOf(y)));
+}
+
+TEST(ShotBackground, OfNoiseAboveAThresholdTheNoiseIsThatOfTheThreshold) {
+  for (const double sd : {1.0, 250.0})
+    for (const double threshold : {2.0, 2.5, 3.0})
+      EXPECT_NEAR(MeanOf(FiguresOf(Thresholded(threshold * sd, sd)).noise) / sd, threshold / 2.5, 0.1)
+          << threshold << " of " << sd;
+}
+
+TEST(ShotBackground, HowManyZerosStandInGapsDoesNotMatter) {
+  const double all = FiguresOf(Thresholded(2.5, 1.0)).noise[1000];
+  for (const std::size_t zeros : {20U, 50U})
+    EXPECT_NEAR(FiguresOf(Thresholded(2.5, 1.0, zeros)).noise[1000], all, 0.02 * all) << zeros;
+}
+
+TEST(ShotBackground, PeaksOfAllHeightsOnZerosAreNoNoise) {
+  Samples y(20000, 0.0);
+  for (int k = 0; k < 60; ++k)
+    for (int i = -10; i <= 10; ++i)
+      y[static_cast<std::size_t>(200 + 320 * k + i)] =
+          100.0 * std::pow(1.12, k) * std::exp(-0.5 * i * i / 4.5);
   EXPECT_TRUE(Stay(FiguresOf(y)));
 }
 

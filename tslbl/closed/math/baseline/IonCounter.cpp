@@ -13,8 +13,20 @@ constexpr std::size_t kFlanksInSegment = 20;
 // Points; with fewer the mean of a segment stays as it is.
 constexpr double kLeastBackground = 50.0;
 constexpr std::size_t kLeastBumps = 8;
-// Bumps of peaks, which differ in height, give variance / mean far above the height of the low ones.
-constexpr double kMostUnlike = 3.0;
+// Single ions, filtered or not, give variance / mean of about the height of the low bumps, more ions a lower
+// one; bumps that differ in height, of peaks or of noise, a larger one.
+constexpr double kMostUnlike = 1.75;
+// Noise above a threshold piles up: of all bumps at least this share is at most so many times as high as the
+// low ones. Peaks have heights of all orders.
+constexpr double kPile = 2.0;
+constexpr double kLeastInPile = 0.3;
+constexpr std::size_t kLeastOfNoise = 32;
+constexpr std::size_t kLowOf = 20;
+// Of the threshold: what the steps of continuous amplitudes do not reach, and what few points above the floor
+// are below.
+constexpr double kContinuous = 0.5;
+constexpr double kBelow = 0.8;
+constexpr std::size_t kFewOf = 50;
 constexpr int kCountingRounds = 8;
 constexpr double kSettled = 1e-3;
 
@@ -26,12 +38,13 @@ struct Moments {
 
 class IonCounter {
  public:
-  IonCounter(const double* y, std::size_t n, const CurveFloor& floor, std::size_t flank,
+  IonCounter(const double* y, std::size_t n, const CurveFloor& floor, std::size_t flank, double quantum,
              std::vector<IonBackground>& segments)
-      : y_(y), n_(n), floor_(floor), flank_(flank), segments_(segments) {}
+      : y_(y), n_(n), floor_(floor), flank_(flank), quantum_(quantum), segments_(segments) {}
 
-  double Count() {
-    std::vector<double> bumps = Bumps();
+  FloorBumps Judge() {
+    const std::vector<double> all = Bumps();
+    std::vector<double> bumps = all;
     height_ = LowerQuartile(bumps);
     for (int round = 0; round < kCountingRounds; ++round) {
       const double before = height_;
@@ -39,8 +52,10 @@ class IonCounter {
       if (std::abs(height_ - before) <= kSettled * height_) break;
     }
     bumps = Bumps();
-    const bool areIons = bumps.size() >= kLeastBumps && height_ <= kMostUnlike * LowerQuartile(bumps);
-    return areIons ? height_ : 0.0;
+    const double threshold = ThresholdOf(all);
+    const bool areAlike = bumps.size() >= kLeastBumps && height_ <= kMostUnlike * LowerQuartile(bumps);
+    if (areAlike && !(threshold > 0.0 && IsCutAt(threshold))) return {height_, 0.0};
+    return {0.0, threshold};
   }
 
  private:
@@ -64,11 +79,36 @@ class IonCounter {
     return bumps;
   }
 
-  static double LowerQuartile(std::vector<double>& bumps) {
+  // The one that a part of them, 1 / `of`, is lower than.
+  static double Low(std::vector<double>& bumps, std::size_t of) {
     if (bumps.empty()) return 0.0;
-    const auto quartile = bumps.begin() + static_cast<std::ptrdiff_t>(bumps.size() / 4);
-    std::nth_element(bumps.begin(), quartile, bumps.end());
-    return *quartile;
+    const auto low = bumps.begin() + static_cast<std::ptrdiff_t>(bumps.size() / of);
+    std::nth_element(bumps.begin(), low, bumps.end());
+    return *low;
+  }
+  static double LowerQuartile(std::vector<double>& bumps) { return Low(bumps, 4); }
+
+  static double ThresholdOf(std::vector<double> bumps) {
+    if (bumps.size() < kLeastOfNoise) return 0.0;
+    const double low = Low(bumps, kLowOf);
+    const auto piled = std::ranges::count_if(bumps, [&](double bump) { return bump <= kPile * low; });
+    return static_cast<double>(piled) >= kLeastInPile * static_cast<double>(bumps.size()) ? low : 0.0;
+  }
+
+  // Whether most of the curve is floor, from which the rest jumps to heights of all sizes above the
+  // threshold. Ions that no filter has spread have the height of the smallest step, and what a filter has
+  // spread does not jump.
+  bool IsCutAt(double threshold) const {
+    if (quantum_ > kContinuous * threshold) return false;
+    std::size_t below = 0;
+    std::size_t all = 0;
+    for (std::size_t i = 0; i < n_; ++i) {
+      const double above = y_[i] - floor_.value;
+      if (!(above > floor_.rounding)) continue;
+      ++all;
+      below += above < kBelow * threshold ? 1 : 0;
+    }
+    return 2 * all < n_ && below * kFewOf <= all;
   }
 
   // The mean of each background, and the height of an ion from all of them.
@@ -116,15 +156,16 @@ class IonCounter {
   std::size_t n_;
   const CurveFloor& floor_;
   std::size_t flank_;
+  double quantum_;
   std::vector<IonBackground>& segments_;
   double height_ = 0.0;
 };
 
 }  // namespace
 
-double CountIons(const double* y, std::size_t n, const CurveFloor& floor, std::size_t segment,
-                 std::vector<IonBackground>& segments) {
-  return IonCounter(y, n, floor, segment / kFlanksInSegment, segments).Count();
+FloorBumps JudgeBumps(const double* y, std::size_t n, const CurveFloor& floor, std::size_t segment,
+                      double quantum, std::vector<IonBackground>& segments) {
+  return IonCounter(y, n, floor, segment / kFlanksInSegment, quantum, segments).Judge();
 }
 
 }  // namespace TslMath

@@ -1,5 +1,6 @@
 #pragma once
-// How high one ion is in a curve, and how many there are in its background.
+// How high one ion is in a curve, and how many there are in its background; or how high the noise was of
+// which only what exceeds a threshold is left.
 #include <tslbl/closed/math/baseline/CurveFloor.h>
 
 #include <cstddef>
@@ -15,10 +16,16 @@ struct IonBackground {
   double mean;     // above the floor
 };
 
-// The height of one ion above the floor, and the mean of each segment's background; 0 if the curve shows no
-// ions. `segment` is the length that the segments are about; peaks and the points within a twentieth of it
-// on either side are left out.
-double CountIons(const double* y, std::size_t n, const CurveFloor& floor, std::size_t segment,
-                 std::vector<IonBackground>& segments);
+struct FloorBumps {
+  double ion = 0.0;        // the height of one ion above the floor; 0 if the bumps are no ions
+  double threshold = 0.0;  // what all noise that is left exceeds; 0 if the bumps are no such noise either
+};
+
+// What stands on the floor, and the mean of each segment's background. `segment` is the length that the
+// segments are about; peaks and the points within a twentieth of it on either side are left out. `quantum` is
+// the smallest step of the data. Both are 0 where there are fewer than 8 bumps, the threshold where there are
+// fewer than 32.
+FloorBumps JudgeBumps(const double* y, std::size_t n, const CurveFloor& floor, std::size_t segment,
+                      double quantum, std::vector<IonBackground>& segments);
 
 }  // namespace TslMath

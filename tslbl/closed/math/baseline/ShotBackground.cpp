@@ -20,6 +20,8 @@ constexpr double kSparseShare = 0.5;
 constexpr double kDenseShare = 0.1;
 // With more ions in the mean than this a background is dense.
 constexpr double kDenseMean = 20.0;
+// Programs leave out what is below some 2 to 3 standard deviations.
+constexpr double kThresholdDeviations = 2.5;
 // An ion that no filter has spread is as high as the smallest step.
 constexpr double kUnfiltered = 1.5;
 // At most. The 1500 points of at least six, where there are so many, show variance / mean of counts that no
@@ -48,7 +50,7 @@ bool IsSpread(const double* y, std::size_t n, const CurveFloor& floor, std::size
   std::vector<IonBackground> some;
   const std::size_t stride = segments.size() / kJudgedSegments + 1;
   for (std::size_t k = 0; k < segments.size(); k += stride) some.push_back(segments[k]);
-  return CountIons(y, n, floor, length, some) > kUnfiltered * quantum;
+  return JudgeBumps(y, n, floor, length, quantum, some).ion > kUnfiltered * quantum;
 }
 
 // Straight from centre to centre of the segments.
@@ -63,9 +65,18 @@ std::vector<double> Draw(const std::vector<IonBackground>& segments, std::size_t
   return drawn;
 }
 
-void TakeNoise(const IonBackground& segment, const std::vector<double>& shots, double* noise) {
+template <class Level>
+void TakeNoise(const IonBackground& segment, Level level, double* noise) {
   for (std::size_t i = segment.begin; i < segment.end; ++i)
-    noise[i] = segment.onFloor > kSparseShare ? shots[i] : std::max(noise[i], shots[i]);
+    noise[i] = segment.onFloor > kSparseShare ? level(i) : std::max(noise[i], level(i));
+}
+
+void TakeThresholdNoise(const std::vector<IonBackground>& segments, double level, double* noise) {
+  if (noise == nullptr) return;
+  for (const IonBackground& segment : segments)
+    if (IsOnFloor(segment))
+      TakeNoise(
+          segment, [=](std::size_t) { return level; }, noise);
 }
 
 void TakeBaseline(const IonBackground& segment, const std::vector<double>& mean, double* baseline) {
@@ -81,7 +92,9 @@ void TakeShotBackground(const double* y, std::uint32_t n, std::uint32_t segSize,
   const std::size_t length = std::max<std::size_t>(segSize, kLeastSegment);
   std::vector<IonBackground> segments = CutIntoSegments(y, n, length, *floor);
   if (std::ranges::none_of(segments, IsOnFloor) && !IsSpread(y, n, *floor, length, quantum, segments)) return;
-  const double height = CountIons(y, n, *floor, length, segments);
+  const FloorBumps bumps = JudgeBumps(y, n, *floor, length, quantum, segments);
+  if (bumps.threshold > 0.0) TakeThresholdNoise(segments, bumps.threshold / kThresholdDeviations, out.noise);
+  const double height = bumps.ion;
   if (!(height > 0.0)) return;
   // Of many ions, and of some that no filter has spread, the algorithms' own figures are good.
   const bool isSpread = height > kUnfiltered * quantum;
@@ -92,7 +105,9 @@ void TakeShotBackground(const double* y, std::uint32_t n, std::uint32_t segSize,
   if (out.noise != nullptr) {
     const auto shots =
         Draw(segments, n, [&](const IonBackground& s) { return std::sqrt(height * (s.mean + height)); });
-    for (const IonBackground& segment : segments) TakeNoise(segment, shots, out.noise);
+    for (const IonBackground& segment : segments)
+      TakeNoise(
+          segment, [&](std::size_t i) { return shots[i]; }, out.noise);
   }
   if (out.baseline != nullptr) {
     const auto mean = Draw(segments, n, [&](const IonBackground& s) { return floor->value + s.mean; });

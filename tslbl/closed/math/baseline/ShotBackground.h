@@ -28,7 +28,8 @@ namespace TslMath {
 // of the shots; one with more than a tenth takes the baseline, and the noise if it is the larger one; any
 // other takes the noise alike if filtered ions are few in it, up to 20 in the mean. All else stays to the
 // bit, and so does all without a floor, or without ions: fewer than 8 bumps in the background, or bumps that
-// do not have the height of an ion. O(n).
+// do not have the height of an ion. Bumps of noise of which a program left only what exceeds a threshold tell
+// the noise, too: that threshold / 2.5. O(n).
 //
 // `quantum` is the smallest step of the data (see SmallestStep.h): it is the height of an ion that no filter
 // has spread.
