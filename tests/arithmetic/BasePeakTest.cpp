@@ -58,6 +58,15 @@ TEST(CalcBasePeak, IsTheTallestOfTheRange) {
   }
 }
 
+TEST(CalcBasePeak, TheRangeReachesToThePointsBesideItsEnds) {
+  // The tallest point, at m/z 200, is one step outside; its neighbours inside are lower than the line at 100.
+  Spectrum s = Lines(5000, {{100.0, 500.0}, {200.0, 900.0}});
+  EXPECT_NEAR(BasePeak(s, 50, 199.95).peak.Mass, 200.0, 0.02);
+  EXPECT_NEAR(BasePeak(s, 200.05, 400).peak.Mass, 200.0, 0.02);
+}
+
+TEST(CalcBasePeak, ItsNumberIsThatInTheWindow) { EXPECT_EQ(BasePeak(kSpectrum, 250, 500).peak.PeakId, 0u); }
+
 TEST(CalcBasePeak, LeavesTheSpectrumAlone) {
   const Spectrum before = kSpectrum;
   EXPECT_TRUE(BasePeak(kSpectrum, 0, 500).ok);
@@ -87,13 +96,17 @@ TEST(CalcBasePeak, CutsItsWindowAtTheEndsOfTheSpectrum) {
 
 TEST(CalcBasePeak, SeesThreeHundredPointsToEachSide) {
   // The rightmost point of the window is 300 points from the top, and the history begins anew.
-  Spectrum far = Lines(2000, {{100.0, 500.0}});
-  Spectrum near = far;
-  far.yAxis[1000 + 301] = 400.0;
-  near.yAxis[1000 + 300] = 400.0;
-  const Found plain = BasePeak(Lines(2000, {{100.0, 500.0}}), 90, 110);
-  EXPECT_EQ(BasePeak(far, 90, 110).peak, plain.peak);
-  EXPECT_NE(BasePeak(near, 90, 110).peak, plain.peak);
+  const Spectrum plain = Lines(2000, {{100.0, 500.0}});
+  const auto with = [&](std::size_t point) {
+    Spectrum s = plain;
+    s.yAxis[point] = 400.0;
+    return BasePeak(s, 90, 110).peak;
+  };
+  const MZPeak expected = BasePeak(plain, 90, 110).peak;
+  EXPECT_EQ(with(1000 + 301), expected);
+  EXPECT_NE(with(1000 + 300), expected);
+  EXPECT_EQ(with(1000 - 301), expected);
+  EXPECT_NE(with(1000 - 300), expected);
 }
 
 TEST(CalcBasePeak, OfNoPointOrNoPeakIsNone) {

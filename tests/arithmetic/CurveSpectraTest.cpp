@@ -87,6 +87,8 @@ TEST(GenerateCurveSpectra, TakesTheAverageOfTheRestAwayAndStaysAboveZero) {
   ExpectNear(bench.Made(L"A-B").yAxis, {0, 0, 0});
   ExpectNear(bench.Made(L"C-AB").yAxis, {0, 7.5, 17});
   ExpectNear(bench.Made(L"A-A").yAxis, {0, 0, 0});
+  ExpectNear(bench.Made(L"A-C").yAxis, {1, 0, 0});
+  EXPECT_EQ(bench.Curves().back()->status, Curve::STATUS_X | Curve::STATUS_Y);
 }
 
 TEST(GenerateCurveSpectra, ASpectrumAveragedWithItselfIsItselfOnANewGrid) {

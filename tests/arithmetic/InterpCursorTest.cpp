@@ -57,6 +57,15 @@ TEST(InterpCursor, HasNoValueOutsideTheAxis) {
   EXPECT_EQ(Value(cursor.At(3)), std::nullopt);
 }
 
+TEST(InterpCursor, WhatRoundingPutsBesideAnEndIsAtThatEnd) {
+  const Spectrum s = Points({1, 2}, {10, 20});
+  InterpCursor cursor(s, 1);
+  EXPECT_EQ(Value(cursor.At(1 - 2e-9)), std::nullopt);
+  EXPECT_EQ(Value(cursor.At(1 - 5e-10)), 10);
+  EXPECT_EQ(Value(cursor.At(2 + 5e-10)), 20);
+  EXPECT_EQ(Value(cursor.At(2 + 2e-9)), std::nullopt);
+}
+
 TEST(InterpCursor, DoesNotGoBack) {
   const Spectrum s = Points({1, 2, 3, 4}, {10, 20, 30, 40});
   InterpCursor cursor(s, 1);

@@ -4,6 +4,7 @@
 #include <arithmetic/SampleSpectra.h>
 #include <curve/SampleCurve.h>
 #include <tslbl/arithmetic/PartialSpectrum.h>
+#include <tslbl/spectrum/PeakTable.h>
 #include <cmath>
 #include <stdexcept>
 #include <utility>
@@ -37,7 +38,8 @@ TEST(MakePartialSpectrumByMz, KeepsThePointsOfTheWindowWithItsEnds) {
 }
 
 TEST(MakePartialSpectrumByMz, WithoutAPointChangesNothing) {
-  const std::pair<double, double> windows[] = {{103, 101}, {101.2, 101.8}, {0, 99.9}, {105.1, 200}};
+  const std::pair<double, double> windows[] = {
+      {103, 101}, {101.2, 101.8}, {0, 99.9}, {105.1, 200}, {NAN, NAN}};
   for (const auto& [low, high] : windows) {
     Spectrum s = SixPoints();
     EXPECT_FALSE(MakePartialSpectrum(s, low, high));
@@ -130,6 +132,32 @@ TEST(MakePartialSpectrumByIndex, HasParametersAndTablesOfTheWhole) {
   expected.yAxis = {4, 8};
   expected.tic = 12;
   EXPECT_EQ(MakePartialSpectrum(std::as_const(s), 2, 3), expected);
+}
+
+TEST(MakePartialSpectrumByIndex, BeginsByTheCalibrationOfTheTuneUnrounded) {
+  Spectrum s = SixPoints();
+  s.tuneMZCalPts = {{L"low", 0, 0.25}, {L"high", 1024, 10240.25}};
+  EXPECT_EQ(MakePartialSpectrum(std::as_const(s), 1, 3).startMDAC, 1010.25);
+}
+
+TEST(MakePartialSpectrumByIndex, OfASpectrumWithoutAmplitudesHasItsAxis) {
+  Spectrum s = SixPoints();
+  s.status = Curve::STATUS_X;
+  s.yAxis.clear();
+  EXPECT_THAT(MakePartialSpectrum(std::as_const(s), 1, 2).xAxis, ElementsAre(101, 102));
+}
+
+TEST(MakePartialSpectrumByIndex, ItsPeaksAreThoseOfThePointsOfTheWhole) {
+  Spectrum s = SixPoints();
+  PeakInfo row;
+  row.startIdx = 3;
+  row.apexIdx = 4;
+  row.centroidIdx = 4.0;
+  row.endIdx = 5;
+  s.peaks = {row};
+  const Spectrum part = MakePartialSpectrum(std::as_const(s), 3, 5);
+  EXPECT_EQ(TranslateMZPeak(s, 0).CentroidX, 104.0);
+  EXPECT_EQ(TranslateMZPeak(part, 0).CentroidX, 105.0) << "beyond the part, whose end is taken";
 }
 
 TEST(MakePartialSpectrumByIndex, OfPointsThatAreNotThereThrows) {

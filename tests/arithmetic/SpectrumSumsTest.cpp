@@ -238,3 +238,53 @@ TEST(AverageMultiStateSpectra, OfSpectraWithoutPointsHasNone) {
   const Spectrum empty = StateSpectrumOf(100, 1, {});
   EXPECT_THAT(AverageOf({{1, empty}, {1, empty}})->yAxis, ElementsAre());
 }
+
+TEST(AverageMultiStateSpectra, HasAllPointsOfItsSourcesWhateverTheirCalibration) {
+  std::mt19937_64 random(5);
+  std::uniform_real_distribution<double> part(0.0, 1.0);
+  for (int trial = 0; trial < 2000; ++trial) {
+    const double low = 10.0 + 10.0 * part(random);
+    const std::vector<MZCalPt> points = {{L"", low, 400.0 + 5.0 * part(random)},
+                                         {L"", 2000.0, 40000.0 + 9.0 * part(random)}};
+    Spectrum s;
+    s.tuneMZCalPts = s.appliedMZCalPts = points;
+    s.startMDAC = 2000.0 + static_cast<double>(trial);
+    s.stepMDAC = 1.0 + static_cast<double>(trial % 3);
+    s.yAxis.assign(5 + static_cast<std::size_t>(trial % 7), 1.0);
+    MZAssign(s);
+    s.AddStatus(Curve::STATUS_Y);
+    const auto average = AverageOf({{1, s}, {1, s}});
+    ASSERT_EQ(average->yAxis, s.yAxis) << trial;
+    for (std::size_t i = 0; i < s.xAxis.size(); ++i) ASSERT_NEAR(average->xAxis[i], s.xAxis[i], 1e-9);
+  }
+}
+
+TEST(AverageMultiStateSpectra, ReachesFromTheLowestToTheHighestMzEachByItsOwnCalibration) {
+  // 20 DAC steps to an m/z, and 10 from another zero.
+  const Spectrum fine = StateSpectrumOf(100, 1, {1, 1, 1}, TenthsFrom(0, 900));
+  Spectrum other;
+  other.tuneMZCalPts = other.appliedMZCalPts = {{L"", 0.0, 50.0}, {L"", 1000.0, 20050.0}};
+  other.startMDAC = 2054.0;  // m/z 100.2
+  other.stepMDAC = 4.0;      // 0.2 m/z
+  other.yAxis = {5, 7, 9};
+  MZAssign(other);
+  other.AddStatus(Curve::STATUS_Y);
+  const auto average = AverageOf({{1, fine}, {1, other}});
+  ASSERT_EQ(average->yAxis.size(), 7u);
+  const double expected[] = {1, 1, 3, 6, 7, 8, 9};
+  for (std::size_t i = 0; i < 7; ++i) EXPECT_NEAR(average->yAxis[i], expected[i], 1e-6) << i;
+  EXPECT_EQ(average->startMDAC, 1000.0);
+  EXPECT_EQ(average->appliedMZCalPts, fine.appliedMZCalPts);
+}
+
+TEST(AverageMultiStateSpectra, DoesNotRoundTheStartOfItsGrid) {
+  const auto average =
+      AverageOf({{1, StateSpectrumOf(100.05, 1, {2, 2, 2})}, {1, StateSpectrumOf(100.05, 1, {4, 4, 4})}});
+  EXPECT_NEAR(average->startMDAC, 1000.5, 1e-9);
+  EXPECT_THAT(average->yAxis, ElementsAre(3, 3, 3));
+}
+
+TEST(AverageMultiStateSpectra, OfASumOfNoSpectrumIsAnError) {
+  const Spectrum s = StateSpectrumOf(100, 1, {1, 2});
+  EXPECT_THROW(AverageOf({{1, s}, {0, s}}), std::runtime_error);
+}

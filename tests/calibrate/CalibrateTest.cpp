@@ -209,6 +209,50 @@ TEST(AutoCalibrate, BeginsAnewOnTheAxisThatTheSpectrumCameWith) {
   EXPECT_FALSE(calibrate.IsModified());
 }
 
+TEST(AutoCalibrate, ThatFindsNoPeaksAnyMoreLeavesNothingToApply) {
+  Spectrum s = SpectrumToCalibrate(kThree);
+  s.yAxis[0] = 2.0;
+  Calibrate calibrate(s);
+  ASSERT_TRUE(Auto(calibrate, ParamsOf({110, 150, 190})));
+  PeakDetectParams nothing = PeakDetectParams::DefaultMS();
+  nothing.SNInUse = true;
+  nothing.SN = 4000000000u;
+  std::vector<CurveEval> evals = {CurveEval(BaselineParams::DefaultMS()), CurveEval(NoiseParams::DefaultMS()),
+                                  CurveEval(nothing)};
+  bool failed = false;
+  EXPECT_FALSE(calibrate.AutoCalibrate(ParamsOf({110, 150, 190}), evals, failed));
+  EXPECT_TRUE(failed);
+  EXPECT_EQ(calibrate.QCalSpectrum().appliedMZCalPts, s.appliedMZCalPts) << "begun anew all the same";
+  EXPECT_FALSE(calibrate.IsModified());
+  calibrate.QLastError();
+  EXPECT_FALSE(calibrate.Apply());
+  EXPECT_EQ(calibrate.QLastError(), L"Peak detect found no peaks.");
+}
+
+TEST(AutoCalibrate, LeavesTheMarkOfFailureWhereApplyFails) {
+  Calibrate calibrate(SpectrumToCalibrate(kThree));
+  std::vector<CurveEval> none;
+  bool failed = true;
+  EXPECT_FALSE(calibrate.AutoCalibrate(ParamsOf({110}), none, failed));
+  EXPECT_TRUE(failed);
+  EXPECT_TRUE(calibrate.AutoCalibrate(ParamsOf({110, 190}), none, failed));
+  EXPECT_TRUE(failed);
+}
+
+TEST(AutoCalibrate, TheFirstPeakBeyondTheWindowEndsTheSearch) {
+  EXPECT_EQ(RowsFor({{95, 50}, {130, 10}, {101, 60}, {900, 1}}, ParamsOf({110, 190})), "0 3");
+}
+
+TEST(AutoCalibrate, OfEquallyTallAndNearPeaksTheLeftOneWhereverItStands) {
+  EXPECT_EQ(RowsFor({{104, 50}, {96, 50}, {900, 1}}, ParamsOf({110, 190})), "1 2");
+}
+
+TEST(AutoCalibrate, ACalibrantThatIsNoNumberHasNoPeakAndComesLast) {
+  Calibrate calibrate(SpectrumToCalibrate(kThree));
+  EXPECT_TRUE(Auto(calibrate, ParamsOf({std::nan(""), 190, 110})));
+  EXPECT_EQ(Rows(calibrate), "0 2 -");
+}
+
 TEST(AutoCalibrate, EvaluatesTheSpectrumFirst) {
   Spectrum s = SpectrumToCalibrate({});
   for (std::size_t i = 0; i < s.yAxis.size(); ++i) {
@@ -324,6 +368,35 @@ TEST(CalPointMoved, FromAGapPassesOverThePeakOfAnActivePoint) {
   EXPECT_EQ(Rows(calibrate), "0 1 - 3");
   EXPECT_TRUE(calibrate.CalPointMoved(2, 150.35));
   EXPECT_EQ(Rows(calibrate), "0 1 2 3");
+}
+
+TEST(CalPointMoved, OfEquallyNearAndTallPeaksTakesTheLeftOneWherever) {
+  // Without a test of whether an active point has it, as its own neighbour here.
+  Calibrate calibrate = EndsAnd({{540, 10}, {530, 10}}, {153});
+  EXPECT_EQ(Rows(calibrate), "0 2 3");
+  calibrate.CalPointToggle(1);
+  EXPECT_TRUE(calibrate.CalPointMoved(1, 153.5));
+  EXPECT_EQ(Rows(calibrate), "0 2 3");
+}
+
+TEST(CalPointMoved, AtTheEndsOfTheAxisTakesAPeakThere) {
+  Calibrate calibrate = EndsAnd({}, {150});
+  Calibrate ends(SpectrumToCalibrate({{2, 50}, {998, 50}}));
+  ASSERT_TRUE(Auto(ends, ParamsOf({100.2, 199.8})));
+  EXPECT_TRUE(ends.CalPointMoved(0, ends.QCalSpectrum().xAxis.front()));
+  EXPECT_TRUE(ends.CalPointMoved(1, ends.QCalSpectrum().xAxis.back()));
+  EXPECT_FALSE(ends.CalPointMoved(0, 99.95));
+  EXPECT_EQ(ends.QLastError(), kNoPeak);
+  EXPECT_FALSE(ends.CalPointMoved(1, 200.05));
+  EXPECT_EQ(ends.QLastError(), kNoPeak);
+}
+
+TEST(CalPointMoved, BetweenTwoPointsTakesThePeakOfTheLowerOne) {
+  // The span of the peak ends at point 502, m/z 150.2.
+  Calibrate calibrate = EndsAnd({{500, 60}, {505, 90}}, {150});
+  EXPECT_EQ(Rows(calibrate), "0 2 3");
+  EXPECT_TRUE(calibrate.CalPointMoved(1, calibrate.QCalSpectrum().xAxis[502] + 0.05));
+  EXPECT_EQ(Rows(calibrate), "0 1 3");
 }
 
 TEST(CalPointMoved, OntoItsOwnPeakChangesNothing) {

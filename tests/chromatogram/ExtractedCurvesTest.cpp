@@ -153,3 +153,17 @@ TEST(CalcEICPoints, StopsAtTheFirstFailureAndKeepsWhatIsBefore) {
   EXPECT_FALSE(result.ok);
   EXPECT_THAT(result.points, ElementsAre(10, 101, 0));
 }
+
+TEST(CalcEICPoints, ReplacesWhatThePointsHeld) {
+  Values points = {7, 7, 7};
+  std::wstring error = L"as it was";
+  EXPECT_TRUE(CalcEICPoints({1}, {L"A", L""}, points, error));
+  EXPECT_THAT(points, ElementsAre(1, 0));
+  EXPECT_EQ(error, L"as it was");
+}
+
+TEST(CalcEICPoints, CallsTheTenthDefinitionByTheCharacterBehindNine) {
+  std::vector<std::wstring> definitions(10, L"");
+  definitions[9] = L"?";
+  EXPECT_EQ(ErrorOf({}, definitions), "Curve definition : contains an invalid character.");
+}

@@ -66,3 +66,8 @@ TEST(ICFilter, ComparesItsIdsInOrder) {
   EXPECT_NE(ICFilter({}, {1, 2}), ICFilter({}, {2, 1}));
   EXPECT_NE(ICFilter({}, {1}), ICFilter({}, {1, 1}));
 }
+
+TEST(ICFilter, Dumps) {
+  EXPECT_EQ(DumpOf(SampleICFilter()).substr(DumpOf(ICRange(ICRange::SpecId, 3, 90)).size()),
+            L"  TuneIds:\t1 4294967295 0\r\n");
+}

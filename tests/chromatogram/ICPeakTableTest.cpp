@@ -57,6 +57,12 @@ TEST(QSpectrumUnderPeak, HalfWayTakesTheHigherNeighbourAndTheLeftOfEquals) {
   EXPECT_EQ(UnderPeakAt(6.5 + 2e-5, 0), Ids{107});
 }
 
+TEST(QSpectrumUnderPeak, HalfWayBehindTheLastPointIsTheLastPoint) {
+  ICObj obj = WithPeakAt(11.5);
+  obj.peaks[0].endIdx = 11;
+  EXPECT_EQ(QSpectrumUnderPeak(obj, 0, 0), Ids{111});
+}
+
 TEST(QSpectrumUnderPeak, EndsWithThePeak) {
   EXPECT_EQ(UnderPeakAt(5.0, 2), (Ids{103, 104, 105, 106, 107}));
   EXPECT_EQ(UnderPeakAt(5.0, 3), (Ids{102, 103, 104, 105, 106, 107, 108}));
@@ -117,7 +123,7 @@ TEST(TranslateICPeak, GivesEveryValueInTheUnitsOfTheCurve) {
 }
 
 TEST(TranslateICPeak, HasEverySpectrumOfThePeak) {
-  for (const double place : {2.0, 5.0, 8.0})
+  for (const double place : {1.0, 2.0, 5.0, 8.0, 9.0})
     EXPECT_EQ(TranslateICPeak(WithPeakAt(place), 0).SpecIds, (Ids{102, 103, 104, 105, 106, 107, 108}))
         << place;
 }

@@ -10,7 +10,7 @@
 namespace TslBL {
 namespace {
 
-constexpr double kSameStep = 1e-6;
+constexpr double kSameStep = 1e-6;  // of a step, too: what rounding adds is no further point
 constexpr double kMostPoints = 2147483648.0;
 
 // What of an axis a composite goes by, in m/z.
@@ -41,7 +41,7 @@ bool IsBetter(const Spectrum& spectrum, double span, const Spectrum& than, doubl
 
 std::size_t PointsBetween(double first, double last, double step) {
   if (step == 0.0) throw std::runtime_error("Divide by zero error");
-  const double points = std::ceil((last - first + step) / step);
+  const double points = std::ceil((last - first + step) / step - kSameStep);
   if (!(points <= kMostPoints)) throw std::runtime_error("Too many points");
   return static_cast<std::size_t>(std::max(points, 0.0));
 }
@@ -88,7 +88,10 @@ void AddSource(InterpCursor source, const std::vector<double>& x, std::vector<do
 
 std::unique_ptr<Spectrum> CompositeAverage(const std::vector<StateSpectrum>& sources) {
   std::vector<const Spectrum*> spectra;
-  for (const StateSpectrum& source : sources) spectra.push_back(source.spectrum);
+  for (const StateSpectrum& source : sources) {
+    if (source.state == 0) throw std::runtime_error("Divide by zero");
+    spectra.push_back(source.spectrum);
+  }
   auto average = CompositeGrid(spectra);
   std::vector<double>& sum = average->yAxis;
   std::vector<double> counts(sum.size());

@@ -28,12 +28,15 @@ class InterpCursor {
 
   std::uint32_t Count() const { return count_; }
 
-  // The amplitude at x, on the straight line between the points beside it; nothing outside the axis.
+  // The amplitude at x, on the straight line between the points beside it; nothing outside the axis. What
+  // rounding puts beside one of its ends is at that end.
   InterpValue At(double x) {
-    if (x_ == end_ || !(*x_ <= x)) return {};
-    MoveTo(FirstNotBelow(x), x);
+    if (x_ == end_ || !(*x_ <= x + kRounding)) return {};
+    const double* found = FirstNotBelow(x);
+    if (found == end_ && end_[-1] >= x - kRounding) found = end_ - 1;
+    MoveTo(found, x);
     if (x_ == end_) return {};
-    if (*x_ == x) return {*y_, true};
+    if (*x_ >= x || x_ + 1 == end_) return {*y_, true};
     return {(y_[1] - y_[0]) / (x_[1] - x_[0]) * (x - x_[0]) + y_[0], true};
   }
 
@@ -50,10 +53,12 @@ class InterpCursor {
   }
 
   void MoveTo(const double* found, double x) {
-    const double* at = found != end_ && *found > x ? found - 1 : found;
+    const double* at = found != end_ && found != x_ && *found > x ? found - 1 : found;
     y_ += at - x_;
     x_ = at;
   }
+
+  static constexpr double kRounding = 1e-9;  // m/z
 
   const double* x_;
   const double* end_;

@@ -28,7 +28,7 @@ bool MakePartialSpectrum(Spectrum& spectrum, double lowMZ, double highMZ) {
   const std::vector<double>& x = spectrum.xAxis;
   const auto begin = static_cast<std::size_t>(std::ranges::lower_bound(x, lowMZ) - x.begin());
   const auto end = static_cast<std::size_t>(std::ranges::upper_bound(x, highMZ) - x.begin());
-  if (begin >= end) return false;
+  if (begin >= end || !(lowMZ <= highMZ)) return false;
   spectrum.startMDAC = StartOf(x[begin], spectrum);
   spectrum.xAxis = Cut(x, begin, end);
   spectrum.yAxis = Cut(spectrum.yAxis, begin, end);
@@ -37,7 +37,7 @@ bool MakePartialSpectrum(Spectrum& spectrum, double lowMZ, double highMZ) {
 }
 
 Spectrum MakePartialSpectrum(const Spectrum& spectrum, std::uint32_t first, std::uint32_t last) {
-  if (first > last || last >= spectrum.QNumPoints())
+  if (first > last || last >= std::max(spectrum.xAxis.size(), spectrum.yAxis.size()))
     throw std::out_of_range("MakePartialSpectrum: no such points");
   const std::size_t end = std::size_t{last} + 1;
   const auto take = [&](Curve::Status bit, const std::vector<double>& values) {

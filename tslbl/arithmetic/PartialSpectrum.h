@@ -19,7 +19,8 @@ TSLBL_API bool MakePartialSpectrum(Spectrum& spectrum, double lowMZ, double high
 // Throws std::out_of_range unless first <= last < number of points, and std::runtime_error likewise. Takes
 // time linear in the points and rows that are copied.
 //
-// Of a spectrum that is not const the compiler takes the numbers for m/z: std::as_const tells it.
+// Of a spectrum that is not const two ints are taken for m/z, and the spectrum is cut: std::as_const tells
+// the compiler which is meant.
 TSLBL_API Spectrum MakePartialSpectrum(const Spectrum& spectrum, std::uint32_t first, std::uint32_t last);
 
 }  // namespace TslBL

@@ -35,6 +35,9 @@ bool IsBetter(const Candidate& peak, const Candidate& best) {
          (AreSame(peak.distance, best.distance) && peak.position < best.position);
 }
 
+// What is no number comes last.
+bool IsLower(double a, double b) { return a < b || (std::isnan(b) && !std::isnan(a)); }
+
 }  // namespace
 
 Calibrate::Calibrate(const Spectrum& spectrum)
@@ -61,7 +64,7 @@ template <class Visit>
 void Calibrate::ForEachPeakAround(double mz, Visit visit) const {
   for (std::int32_t i = 0; i < std::ssize(calSpectrum_.peaks); ++i) {
     const double position = PositionOf(i);
-    if (position > mz + tolerance_) break;
+    if (!(position <= mz + tolerance_)) break;
     if (position < mz - tolerance_) continue;
     visit(Candidate{i, position, calSpectrum_.peaks[static_cast<std::size_t>(i)].maxAmpl,
                     std::abs(position - mz)});
@@ -136,7 +139,7 @@ bool Calibrate::AutoCalibrate(const CalibrateParams& params, std::vector<CurveEv
   calPts_.clear();
   calPts_.reserve(params.calibrants.size());
   for (const Calibrant& calibrant : params.calibrants) calPts_.push_back(Assigned(calibrant));
-  std::ranges::stable_sort(calPts_, {}, &CalPt::MZ);
+  std::ranges::stable_sort(calPts_, IsLower, &CalPt::MZ);
   return Apply();
 }
 
@@ -175,11 +178,19 @@ bool Calibrate::CalPointMoved(std::uint32_t idx, double mz) {
   return true;
 }
 
+// An evaluation that failed leaves points of an earlier one without their peaks.
+bool Calibrate::HasPeaksOfAllPoints() const {
+  return std::ranges::all_of(calPts_, [&](const CalPt& point) {
+    return point.Status != Active || point.PeakIdx < std::ssize(calSpectrum_.peaks);
+  });
+}
+
 bool Calibrate::Apply() {
   std::vector<MZCalPt> table;
   for (const CalPt& point : calPts_)
     if (point.Status == Active) table.emplace_back(point.Name, point.MZ, point.MassDAC);
   if (table.size() < 2) return Fail(L"At least two calibrant peaks must be assigned.");
+  if (!HasPeaksOfAllPoints()) return Fail(TextOf(kNoPeaksDetected));
   PutOnAxis(calSpectrum_, table);
   modified_ = true;
   convert_.WCalPts(table);

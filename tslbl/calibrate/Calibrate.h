@@ -6,9 +6,9 @@
 // only prepare what Apply brings to the axis. Whoever wants the result takes it from QCalSpectrum, mostly its
 // appliedMZCalPts, and saves it (CalFile.h) or puts it on other spectra (ApplyCalibration.h).
 //
-// Operations that fail return false with a text for QLastError. All that convert may throw std::runtime_error
-// "Divide by zero error" for two calibrants at one m/z, with everything as it was. A value; one thread at a
-// time.
+// Operations that fail return false with a text for QLastError. Where two calibrants have one m/z, all that
+// convert may throw std::runtime_error "Divide by zero error"; the axis is never left half made, and
+// AutoCalibrate begins anew afterwards. A value; one thread at a time.
 
 #include <tslbl/Export.h>
 #include <tslbl/calibrate/CalibrateParams.h>
@@ -72,6 +72,7 @@ class TSLBL_API Calibrate {
   bool FindMaxPeak(double mz, double& peakMZ, double& dac, std::int32_t& peakIdx, double& delta) const;
   std::int32_t FindClosestPeakInRange(double mz) const;
   std::int32_t PeakAt(double mz) const;
+  bool HasPeaksOfAllPoints() const;
   bool IsBetweenNeighbours(std::uint32_t idx, double mz) const;
   CalPt Assigned(const Calibrant& calibrant) const;
   template <class Visit>

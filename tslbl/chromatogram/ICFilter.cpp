@@ -26,7 +26,7 @@ std::vector<std::uint32_t> FromTexts(const std::wstring& text) {
 void DescribeId(Archive& ar, std::uint32_t& id) { ar(L"id", id); }
 
 void DescribeIds(Archive& ar, std::vector<std::uint32_t>& ids) {
-  if (!ar.Xml()) return ar.List(L"TuneIds", ids, DescribeId);
+  if (!ar.Xml() && !ar.Dumping()) return ar.List(L"TuneIds", ids, DescribeId);
   std::wstring text = ToTexts(ids);
   ar(L"TuneIds", text);
   if (ar.Reading()) ids = FromTexts(text);
