@@ -5,6 +5,7 @@
 #include <tool/frame/Numbers.h>
 #include <tool/frame/Printable.h>
 #include <tool/frame/UsageError.h>
+#include <tool/io/OtherAxis.h>
 
 #include <algorithm>
 #include <span>
@@ -16,26 +17,22 @@ namespace {
 // Letters and digits of a name, small, without what stands in brackets; between blanks. A row of better names
 // hides those behind it.
 constexpr std::string_view kMzNames[] = {
-    " mz masscharge masstocharge masstochargeratio massovercharge moverz mzratio mzvalue ",
-    " mass masses masse ",
-    " x ",
+    " mz masscharge masstocharge masstochargeratio massovercharge moverz mzratio mzvalue mzvalues massez "
+    "masseladung ",
+    " mass masses masse massen masa massa ",
+    " x xvalue xvalues ",
 };
 constexpr std::string_view kAmplitudeNames[] = {
-    " intensity intensities intens int intensit intensitt intensite abundance abundances amplitude ampl "
-    "counts "
-    "count cps signal ioncurrent ioncounts absoluteintensity absoluteabundance absintensity ",
+    " intensity intensities intens int intensit intensitt intensite intensidad intensiteit abundance "
+    "abundances amplitude ampl counts count cps signal ioncurrent ioncounts absoluteintensity "
+    "absoluteabundance absintensity ",
     " relativeintensity relativeabundance relintensity relabundance relint relative ",
-    " y ",
+    " y yvalue yvalues height response current tic ",
 };
 
 constexpr std::string_view kScanNames[] = {
     " scan scans scannum scannumber scanno scanid spectrum spectrumid spectrumnumber ",
 };
-// What stands in the first column of files that hold no mass spectrum.
-constexpr std::string_view kOtherAxes =
-    " time times rt retentiontime scantime minutes min seconds sec scan scans index wavelength wavenumber "
-    "frequency ";
-
 char Small(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c | 0x20) : c; }
 
 std::string Plain(std::string_view name) {
@@ -91,6 +88,18 @@ std::optional<std::size_t> FindKnown(const std::vector<std::string>& keys,
   return std::nullopt;
 }
 
+// A name that means m/z only where nothing else is said, such as x, does not with another unit.
+std::optional<std::size_t> FindMz(const std::vector<std::string_view>& names) {
+  std::vector<std::string> keys = KeysOf(names);
+  for (std::size_t i = 0; i < names.size(); ++i)
+    if (IsNoMz(names[i])) keys[i].clear();
+  return FindKnown(keys, kMzNames);
+}
+
+std::optional<std::size_t> FindAmplitude(const std::vector<std::string_view>& names) {
+  return FindKnown(KeysOf(names), kAmplitudeNames);
+}
+
 std::optional<std::size_t> FindChosen(const std::vector<std::string_view>& names, const std::string& choice) {
   if (const std::size_t number = ColumnNumber(choice)) return number - 1;
   bool several = false;
@@ -138,15 +147,13 @@ std::size_t ColumnNumber(const std::string& choice) {
 std::optional<ColumnPair> FindColumns(const std::vector<std::string_view>& names,
                                       const ColumnChoice& choice) {
   if (choice.IsGiven()) return PairOf(FindChosen(names, choice.mz), FindChosen(names, choice.amplitude));
-  const std::vector<std::string> keys = KeysOf(names);
-  const auto mz = FindKnown(keys, kMzNames);
-  return mz ? PairOf(mz, FindKnown(keys, kAmplitudeNames)) : std::nullopt;
+  const auto mz = FindMz(names);
+  return mz ? PairOf(mz, FindAmplitude(names)) : std::nullopt;
 }
 
 std::optional<ColumnPair> FindColumnsOfTwo(const std::vector<std::string_view>& names) {
-  const std::vector<std::string> keys = KeysOf(names);
-  const auto mz = FindKnown(keys, kMzNames);
-  const auto amplitude = FindKnown(keys, kAmplitudeNames);
+  const auto mz = FindMz(names);
+  const auto amplitude = FindAmplitude(names);
   if (mz && amplitude) return PairOf(mz, amplitude);
   if (mz) return ColumnPair{*mz, 1 - *mz};
   if (amplitude) return ColumnPair{1 - *amplitude, *amplitude};
@@ -157,7 +164,14 @@ std::optional<std::size_t> FindScanColumn(const std::vector<std::string_view>& n
   return FindKnown(KeysOf(names), kScanNames);
 }
 
-bool IsOtherAxis(std::string_view name) { return IsAmong(KeyOf(name), kOtherAxes); }
+bool IsMzName(std::string_view name) { return FindMz({name}).has_value(); }
+
+bool IsAmplitudeName(std::string_view name) { return FindAmplitude({name}).has_value(); }
+
+bool IsNoMz(std::string_view name) {
+  const std::string key = KeyOf(name);
+  return !IsAmong(key, kMzNames[0]) && !IsAmong(key, kMzNames[1]) && IsOtherAxis(name);
+}
 
 std::string ListColumns(const std::vector<std::string_view>& names) {
   constexpr std::size_t kMost = 12;

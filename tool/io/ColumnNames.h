@@ -42,8 +42,12 @@ std::optional<ColumnPair> FindColumnsOfTwo(const std::vector<std::string_view>& 
 // The column that numbers the spectra of a table of several, if one has such a name.
 std::optional<std::size_t> FindScanColumn(const std::vector<std::string_view>& names);
 
-// Whether it is the name of what is no m/z, such as a time.
-bool IsOtherAxis(std::string_view name);
+// Whether a name is known as one of m/z, or of an amplitude.
+bool IsMzName(std::string_view name);
+bool IsAmplitudeName(std::string_view name);
+
+// Whether it is the name of what is no m/z, such as a time (OtherAxis.h).
+bool IsNoMz(std::string_view name);
 
 // "Mass" (1), "Intensity" (2): for messages.
 std::string ListColumns(const std::vector<std::string_view>& names);

@@ -97,10 +97,26 @@ char MostFrequentMark(const std::vector<TextLine>& rows, const TextDialect& dial
 
 bool IsMark(std::string_view name) { return name.find_first_not_of("#%;/: ") == std::string_view::npos; }
 
+// Between blanks, "(min)" belongs to the name before it.
+Fields WithUnits(const Fields& words) {
+  Fields names;
+  for (const std::string_view word : words) {
+    const bool isUnit = !names.empty() && word.size() > 1 && (word.front() == '(' || word.front() == '[');
+    if (isUnit) {
+      const char* begin = names.back().data();
+      names.back() = std::string_view(begin, static_cast<std::size_t>(word.data() + word.size() - begin));
+    } else {
+      names.push_back(word);
+    }
+  }
+  return names;
+}
+
 // The names in a line above rows of so many columns; none if it has another number of them. Empty cells at
 // the end of all rows may have names.
 Fields NamesIn(std::string_view line, char separator, const TextDialect& dialect) {
   Fields names = FieldsOf(line, separator);
+  if (separator == ' ') names = WithUnits(names);
   const bool isMarked = names.size() == dialect.columns + 1 && IsMark(names.front());
   if (isMarked) names.erase(names.begin());
   const bool mayBeMore = separator == dialect.separator && separator != ' ';
@@ -129,6 +145,7 @@ class ColumnFinder {
       TakeNumbers(dialect);
     } else if (!TakeNames(dialect)) {
       if (choice_.IsGiven()) RefuseChoice(dialect);
+      RefuseOtherAxis(dialect);
       if (dialect.columns > 2) Refuse(dialect, FieldsListed(dialect));
       TakeTwo(dialect);
     }
@@ -166,9 +183,12 @@ class ColumnFinder {
     });
   }
 
+  // Prose has such words too, but no amplitude beside them.
   void RefuseOtherAxis(const TextDialect& dialect) const {
     AnyNames(dialect, [&](const Fields& names) {
-      const bool isOther = names.size() == 2 && IsOtherAxis(names.front()) && FindColumnsOfTwo(names);
+      const bool isOther = names.size() == 2 ? IsNoMz(names.front()) && FindColumnsOfTwo(names)
+                                             : std::ranges::any_of(names, IsNoMz) &&
+                                                   std::ranges::any_of(names, IsAmplitudeName);
       if (isOther) Refuse(dialect, ListColumns(names));
       return false;
     });
@@ -176,12 +196,13 @@ class ColumnFinder {
 
   // One known name tells both columns; if it turns them round it must be more than a word between blanks.
   void TakeTwo(TextDialect& dialect) const {
-    RefuseOtherAxis(dialect);
     const Fields names = LastNames(dialect);
     if (names.size() != 2 || std::ranges::any_of(names, LooksLikeNumber)) return;
     const ColumnPair pair = FindColumnsOfTwo(names).value_or(ColumnPair());
-    if (pair.mz != 0 || IsOtherAxis(names.front())) Refuse(dialect, ListColumns(names));
+    if (pair.mz != 0 || IsNoMz(names.front())) Refuse(dialect, ListColumns(names));
     Take(dialect, pair, names);
+    dialect.isMzGuessed = !IsMzName(names[pair.mz]);
+    dialect.isAmplitudeGuessed = !IsAmplitudeName(names[pair.amplitude]);
   }
 
   Fields LastNames(const TextDialect& dialect) const {
@@ -222,12 +243,18 @@ std::string NameOf(char separator) {
   return separator == ',' ? "comma" : "blank";
 }
 
+std::string ColumnTold(const std::string& name, std::size_t index) {
+  return name.empty() ? std::to_string(index + 1) : fmt::format("\"{}\" ({})", Printable(name), index + 1);
+}
+
+std::string MzTold(const TextDialect& dialect) { return ColumnTold(dialect.mzName, dialect.pair.mz); }
+
+std::string AmplitudeTold(const TextDialect& dialect) {
+  return ColumnTold(dialect.amplitudeName, dialect.pair.amplitude);
+}
+
 std::string ColumnsTold(const TextDialect& dialect) {
-  const auto told = [](const std::string& name, std::size_t index) {
-    return name.empty() ? std::to_string(index + 1) : fmt::format("\"{}\" ({})", Printable(name), index + 1);
-  };
-  return fmt::format("columns {} and {}", told(dialect.mzName, dialect.pair.mz),
-                     told(dialect.amplitudeName, dialect.pair.amplitude));
+  return fmt::format("columns {} and {}", MzTold(dialect), AmplitudeTold(dialect));
 }
 
 }  // namespace
@@ -253,6 +280,19 @@ std::string DescribeDialect(const TextDialect& dialect, const TextHead& head) {
       "{}, {} separated{}{}", ColumnsTold(dialect), NameOf(dialect.separator),
       dialect.decimal == ',' ? ", decimal comma" : "",
       head.words == 0 ? "" : fmt::format(", {} line{} of head", head.words, head.words == 1 ? "" : "s"));
+}
+
+std::string DescribeGuess(const TextDialect& dialect) {
+  std::string taken;
+  if (dialect.isMzGuessed && dialect.isAmplitudeGuessed) {
+    taken = ColumnsTold(dialect) + " taken for m/z and amplitude, which their names do not tell";
+  } else if (dialect.isMzGuessed) {
+    taken = fmt::format("column {} taken for m/z, which its name does not tell", MzTold(dialect));
+  } else if (dialect.isAmplitudeGuessed) {
+    taken = fmt::format("column {} taken for the amplitude, which its name does not tell",
+                        AmplitudeTold(dialect));
+  }
+  return taken.empty() ? "" : taken + "; --columns 1,2 confirms it";
 }
 
 }  // namespace TslTool

@@ -20,6 +20,8 @@ struct TextDialect {
   ColumnPair pair;
   std::optional<std::size_t> scan;    // the column that numbers spectra
   std::string mzName, amplitudeName;  // as the file gives them; empty: it does not
+  // Whether a column is taken for what its name does not tell.
+  bool isMzGuessed = false, isAmplitudeGuessed = false;
 };
 
 // Judged by all lines of the sample, which is not empty: a row that it does not fit is found by who reads it.
@@ -29,5 +31,8 @@ TextDialect JudgeDialect(const std::string& file, const TextHead& head, const Co
 // What is worth telling the user of how a file was read: nothing of two columns without names, separated by
 // blanks, tabs or commas.
 std::string DescribeDialect(const TextDialect& dialect, const TextHead& head);
+
+// Which columns were taken for what their names do not tell; empty: none.
+std::string DescribeGuess(const TextDialect& dialect);
 
 }  // namespace TslTool

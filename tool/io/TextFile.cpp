@@ -4,12 +4,13 @@
 
 #include <tool/frame/InputError.h>
 #include <tool/frame/Printable.h>
-#include <tool/io/Axis.h>
 #include <tool/io/LineReader.h>
+#include <tool/io/TextAxis.h>
 #include <tool/io/TextDialect.h>
+#include <tool/io/TextNumber.h>
 #include <tool/io/TextRow.h>
 
-#include <charconv>
+#include <algorithm>
 #include <optional>
 #include <stdexcept>
 #include <utility>
@@ -27,32 +28,35 @@ class TextParser {
   std::size_t Read(Scan& scan, std::vector<std::string>& warnings, std::vector<std::string>& notes) {
     scan.mz.clear();
     scan.amplitude.clear();
-    const TextHead head = ReadHead(lines_, choice_);
-    if (head.sample.empty()) RefuseWords(head);
-    const TextDialect dialect = JudgeDialect(file_, head, choice_);
+    head_ = ReadHead(lines_, choice_);
+    if (head_.sample.empty()) RefuseWords();
+    const TextDialect dialect = JudgeDialect(file_, head_, choice_);
     rows_.emplace(dialect);
-    if (!head.last.empty() && IsDamagedRow(head.last.back().text, dialect))
-      TakeLine(head.last.back().text, head.last.back().number, scan);
-    for (const TextLine& line : head.sample) TakeLine(line.text, line.number, scan);
+    if (!head_.last.empty() && IsDamagedRow(head_.last.back().text, dialect))
+      TakeLine(head_.last.back().text, head_.last.back().number, scan);
+    for (const TextLine& line : head_.sample) TakeLine(line.text, line.number, scan);
     for (std::string_view line; lines_.Next(line);) TakeLine(line, lines_.Number(), scan);
     RequireClearNumbers();
     LeaveOutPrecursor(scan, warnings);
     if (scan.mz.empty()) throw InputError(file_, "", "holds no line with m/z and amplitude");
-    SettleAxis(scan, warnings);
-    if (const std::string note = DescribeDialect(dialect, head); !note.empty()) notes.push_back(note);
+    if (const std::string guess = DescribeGuess(dialect); !guess.empty()) warnings.push_back(guess);
+    for (std::string& warning : SettleTextAxis(file_, lineOf_, dialect.pair, scan))
+      warnings.push_back(std::move(warning));
+    if (const std::string note = DescribeDialect(dialect, head_); !note.empty()) notes.push_back(note);
     return dialect.columns;
   }
 
  private:
   static std::string PlaceOf(std::uint64_t line) { return "line " + std::to_string(line); }
 
-  [[noreturn]] void RefuseWords(const TextHead& head) const {
+  [[noreturn]] void RefuseWords() const {
     const std::string reason = "holds no line with m/z and amplitude";
-    if (head.words == 0) throw InputError(file_, "", reason);
-    const bool mayBeTable = !choice_.IsGiven() && head.first.text.find_first_of("\t;,") != std::string::npos;
-    throw InputError(file_, "",
-                     fmt::format("{}; line {} is \"{}\"{}", reason, head.first.number, Shown(head.first.text),
-                                 mayBeTable ? "; of a table, --columns tells which hold them" : ""));
+    if (head_.words == 0) throw InputError(file_, "", reason);
+    const bool mayBeTable = !choice_.IsGiven() && head_.first.text.find_first_of("\t;,") != std::string::npos;
+    throw InputError(
+        file_, "",
+        fmt::format("{}; line {} is \"{}\"{}", reason, head_.first.number, Shown(head_.first.text),
+                    mayBeTable ? "; of a table, --columns tells which hold them" : ""));
   }
 
   void TakeLine(std::string_view line, std::uint64_t number, Scan& scan) {
@@ -63,9 +67,30 @@ class TextParser {
       scan.amplitude.push_back(point->amplitude);
       lineOf_.push_back(number);
     } catch (const std::runtime_error& error) {
-      throw InputError(file_, PlaceOf(number), error.what());
+      throw InputError(file_, PlaceOf(number), IsHeadAgain(line) ? NewHead(line) : error.what());
     }
     if (unclearLine_ == 0 && !rows_->UnclearNumber().empty()) unclearLine_ = number;
+  }
+
+  // As in a text that has several spectra, each below words of its own.
+  bool IsHeadAgain(std::string_view line) const {
+    const std::string_view word = FirstWord(line);
+    const auto beginsSo = [&](const TextLine& words) { return FirstWord(words.text) == word; };
+    return !word.empty() && !LooksLikeNumber(word) &&
+           (beginsSo(head_.first) || std::ranges::any_of(head_.last, beginsSo));
+  }
+
+  static std::string_view FirstWord(std::string_view line) {
+    line.remove_prefix(std::min(line.find_first_not_of(" \t\""), line.size()));
+    return line.substr(0, line.find_first_of(" \t,;\""));
+  }
+
+  static std::string NewHead(std::string_view line) {
+    return fmt::format(
+        "\"{}\" begins as a line before the numbers does; if it begins another spectrum, write each to a "
+        "file "
+        "of its own",
+        Shown(line));
   }
 
   void RequireClearNumbers() const {
@@ -86,25 +111,10 @@ class TextParser {
     lineOf_.erase(lineOf_.begin());
   }
 
-  void SettleAxis(Scan& scan, std::vector<std::string>& warnings) const {
-    const AxisRepair repair = RepairAxis(scan.mz, scan.amplitude);
-    const auto placeOf = [&](std::size_t index) { return PlaceOf(lineOf_[index]); };
-    if (repair.disorder) {
-      const double mz = scan.mz[*repair.disorder];
-      throw InputError(file_, placeOf(*repair.disorder), "m/z does not ascend: " + ShortNumber(mz));
-    }
-    if (repair.first) warnings.push_back(DescribeRepair(repair, placeOf(*repair.first)));
-  }
-
-  static std::string ShortNumber(double value) {
-    char text[32];
-    const auto result = std::to_chars(text, text + sizeof text, value);
-    return std::string(text, result.ptr);
-  }
-
   const std::string& file_;
   LineReader lines_;
   const ColumnChoice& choice_;
+  TextHead head_;
   std::optional<RowReader> rows_;
   std::uint64_t unclearLine_ = 0;
   std::vector<std::uint64_t> lineOf_;

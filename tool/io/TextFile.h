@@ -23,10 +23,10 @@
 //   by row.
 // - The line of names, the last of words or of comments, says which columns are m/z and amplitude
 // (ColumnNames.h), or
-//   the filter's choice does. Without either, two columns are m/z and amplitude; of more than two it is an
-//   error.
+//   the filter's choice does. Without either, two columns are m/z and amplitude, with a warning where their
+//   names do not tell; of more than two it is an error.
 // - A column that is called scan or spectrum has one value: there is one spectrum.
-// - m/z ascends; Axis.h says which small disorder is put in order, with a warning, and what is an error.
+// - m/z ascends, or is put in order with a warning where TextAxis.h is certain that it is one spectrum.
 // - In files named *.dta the first row is the precursor's mass and charge and no point; it is left out with a
 //   warning.
 // Errors name file, line and the text that is wrong. Notes tell what was taken for what, unless it is two

@@ -42,6 +42,21 @@ TEST(ColumnNames, AreNotGuessed) {
     EXPECT_EQ(Found(names), "");
 }
 
+TEST(ColumnNames, XIsNoMzInAnotherUnit) {
+  EXPECT_EQ(Found({"#Point", "X(Minutes)", "Y(Counts)"}), "");
+  EXPECT_EQ(Found({"x [min]", "y"}), "");
+  EXPECT_EQ(Found({"Mass (calibrated 12 min)", "y"}), "1,2");
+}
+
+TEST(ColumnNames, AreKnownOrNot) {
+  EXPECT_TRUE(TslTool::IsMzName("m/z (Th)"));
+  EXPECT_FALSE(TslTool::IsMzName("DAC"));
+  EXPECT_TRUE(TslTool::IsAmplitudeName("Intensit\u00e4t"));
+  EXPECT_FALSE(TslTool::IsAmplitudeName("Area"));
+  EXPECT_TRUE(TslTool::IsNoMz("R.Time (min)"));
+  EXPECT_FALSE(TslTool::IsNoMz("m/z (drift corrected)"));
+}
+
 TEST(ColumnNames, OneKnownNameOfTwoTellsBoth) {
   EXPECT_EQ(TslTool::FindColumnsOfTwo({"m/z", "height"})->amplitude, 1u);
   EXPECT_EQ(TslTool::FindColumnsOfTwo({"channel", "counts"})->mz, 0u);

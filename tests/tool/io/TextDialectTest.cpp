@@ -50,8 +50,10 @@ TEST(TextDialect, ReadsWhatIsCertain) {
        "columns \"m/z\" (1) and \"Intensity\" (2), tab separated, 2 lines of head"},
       {"Intensity;m/z\n2000;100,5\n30,5;101,25\n",
        "columns \"m/z\" (2) and \"Intensity\" (1), semicolon separated, decimal comma, 1 line of head"},
-      {"channel,counts\n100.5,2000\n101.25,30.5\n",
-       "columns \"channel\" (1) and \"counts\" (2), comma separated, 1 line of head"},
+      {"X Values,Y Values\n100.5,2000\n101.25,30.5\n",
+       "columns \"X Values\" (1) and \"Y Values\" (2), comma separated, 1 line of head"},
+      {"m/z (Th) Intensity (counts)\n100.5 2000\n101.25 30.5\n",
+       "columns \"m/z (Th)\" (1) and \"Intensity (counts)\" (2), blank separated, 1 line of head"},
       {"Scan,Mass (Da),Abundance\n1,100.5,2000\n1,101.25,30.5\n",
        "columns \"Mass (Da)\" (2) and \"Abundance\" (3), comma separated, 1 line of head"},
       {"#,m/z,I,Intensity\n1,100.5,,2000\n2,101.25,,30.5\n",
@@ -75,6 +77,27 @@ TEST(TextDialect, ReadsWhatIsCertain) {
     EXPECT_EQ(read.notes, row.note.empty() ? std::vector<std::string>() : std::vector{row.note}) << row.text;
     EXPECT_THAT(read.warnings, IsEmpty());
   }
+}
+
+TEST(TextDialect, WarnsOfNamesThatDoNotTellWhatTheyAreTakenFor) {
+  const std::string confirm = "; --columns 1,2 confirms it";
+  const std::pair<const char*, std::string> cases[] = {
+      {"DAC,Counts\n100.5,2000\n",
+       "column \"DAC\" (1) taken for m/z, which its name does not tell" + confirm},
+      {"Mass;Area\n100.5;2000\n",
+       "column \"Area\" (2) taken for the amplitude, which its name does not tell" + confirm},
+      {"a\tb\n100.5\t2000\n",
+       "columns \"a\" (1) and \"b\" (2) taken for m/z and amplitude, which their names do not tell" +
+           confirm}};
+  for (const auto& [text, warning] : cases) {
+    EXPECT_THAT(Read(text).warnings, ElementsAre(warning)) << text;
+    EXPECT_THAT(Read(text, "a.txt", "1,2").warnings, IsEmpty()) << text;
+  }
+}
+
+TEST(TextDialect, TheUserMayTakeATimeForMz) {
+  EXPECT_THAT(Read("time,signal\n1.5,7\n", "a.txt", "1,2").scan.mz, ElementsAre(1.5));
+  EXPECT_THAT(Read("X(Minutes),Y(Counts)\n1.5,7\n", "a.txt", "X,Y").scan.mz, ElementsAre(1.5));
 }
 
 TEST(TextDialect, ACommaAloneSeparates) {
@@ -117,6 +140,17 @@ TEST(TextDialect, RefusesWhatIsNotCertain) {
        "line 2: 3 columns, \"1\" (1), \"100.5\" (2), \"2\" (3)" + tell + "2,3"},
       {"counts\tchannel\n5\t100\n", "line 2: 2 columns, \"counts\" (1), \"channel\" (2)" + tell + "1,2"},
       {"time,signal\n1,5\n", "line 2: 2 columns, \"time\" (1), \"signal\" (2)" + tell + "1,2"},
+      {"X(Minutes),Y(Counts)\n1,5\n",
+       "line 2: 2 columns, \"X(Minutes)\" (1), \"Y(Counts)\" (2)" + tell + "1,2"},
+      {"n,X(Minutes),Y(Counts)\n1,1.5,5\n",
+       "line 2: 3 columns, \"n\" (1), \"X(Minutes)\" (2), \"Y(Counts)\" (3)" + tell + "2,3"},
+      {"#Point,X(Minutes),Y(Counts)\n1,1.5,5\n",
+       "line 2: 3 columns, \"#Point\" (1), \"X(Minutes)\" (2), \"Y(Counts)\" (3)" + tell + "2,3"},
+      {"Time (min) Intensity\n1 5\n",
+       "line 2: 2 columns, \"Time (min)\" (1), \"Intensity\" (2)" + tell + "1,2"},
+      {"2theta,Intensity\n1,5\n", "line 2: 2 columns, \"2theta\" (1), \"Intensity\" (2)" + tell + "1,2"},
+      {"Temperature\tWeight\n1\t5\n",
+       "line 2: 2 columns, \"Temperature\" (1), \"Weight\" (2)" + tell + "1,2"},
       {"# RT counts\n1 5\n", "line 2: 2 columns, \"RT\" (1), \"counts\" (2)" + tell + "1,2"},
       {"Wavelength\tA\n1\t5\n", "line 2: 2 columns, \"Wavelength\" (1), \"A\" (2)" + tell + "1,2"},
       {"1 2 3\n", "line 1: there is no column 4: \"1\" (1), \"2\" (2), \"3\" (3)", "1,4"},
