@@ -38,6 +38,18 @@ struct ForeignKind {
   }
 };
 
+// Of SQLite files, by name.
+constexpr ForeignKind kDatabases[] = {
+    {.what = "the index of a Bruker data folder",
+     .wayOut = "convert the folder to mzML with ProteoWizard's msconvert",
+     .ending = ".tdf"},
+    {.what = "the index of a Bruker data folder",
+     .wayOut = "convert the folder to mzML with ProteoWizard's msconvert",
+     .ending = ".tsf"},
+    {.what = "mzDB", .wayOut = "convert it to mzML with the tools of mzDB", .ending = ".mzdb"},
+    {.what = "a SCIEX data file", .wayOut = kConvert, .ending = ".wiff2"},
+};
+
 // The first that fits counts.
 constexpr ForeignKind kKinds[] = {
     // Packed
@@ -248,6 +260,13 @@ std::string DescribeForeign(std::string_view head, const std::string& file) {
       return Sentence(kind, ", neither mzML nor columns of text");
   }
   return isBinary ? "binary data, neither mzML nor columns of text" : "";
+}
+
+std::string DescribeDatabase(const std::string& file) {
+  const std::string name = Small(file);
+  for (const ForeignKind& kind : kDatabases)
+    if (name.ends_with(kind.ending)) return "is " + Sentence(kind, "");
+  return "is an SQLite file, but not a run of raw counts";
 }
 
 std::string DescribeFolder(const std::string& folder) {

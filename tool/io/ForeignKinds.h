@@ -14,6 +14,9 @@ bool IsBinary(std::string_view head);
 // nothing and is binary, by its name. Empty if it may be mzML or text.
 std::string DescribeForeign(std::string_view head, const std::string& file);
 
+// One sentence for an SQLite file that is no run, by its name.
+std::string DescribeDatabase(const std::string& file);
+
 // One sentence for a folder, which may be one that an instrument's software keeps its data in.
 std::string DescribeFolder(const std::string& folder);
 

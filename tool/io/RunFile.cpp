@@ -3,6 +3,7 @@
 #include <tool/frame/FileLock.h>
 #include <tool/frame/InputError.h>
 #include <tool/io/Counts.h>
+#include <tool/io/ForeignKinds.h>
 #include <tool/io/Snapshot.h>
 #include <tslbl/Version.h>
 #include <tslbl/closed/common/Text.h>
@@ -165,7 +166,7 @@ void RunReader::ReadHeader() {
     throw std::runtime_error("is empty, as a run is whose writer was ended at once");
   Statement id(*database_, "PRAGMA application_id");
   if (!id.Next() || id.Integer(0) != kApplicationId)
-    throw std::runtime_error("is an SQLite file, but not a run of raw counts");
+    throw std::runtime_error(DescribeDatabase(database_->File()));
   Statement rows(*database_, "SELECT key, value FROM run");
   std::string format;
   while (rows.Next()) {

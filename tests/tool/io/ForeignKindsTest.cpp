@@ -99,5 +99,12 @@ TEST(ForeignKinds, TellInstrumentsFolders) {
             "is a folder, an instrument's data folder; convert it to mzML with ProteoWizard's msconvert");
 }
 
+TEST(ForeignKinds, DatabasesAreKnownByTheirNames) {
+  const std::string convert = "; convert the folder to mzML with ProteoWizard's msconvert";
+  EXPECT_EQ(TslTool::DescribeDatabase("a.d/analysis.tdf"), "is the index of a Bruker data folder" + convert);
+  EXPECT_EQ(TslTool::DescribeDatabase("A.TSF"), "is the index of a Bruker data folder" + convert);
+  EXPECT_EQ(TslTool::DescribeDatabase("a.db"), "is an SQLite file, but not a run of raw counts");
+}
+
 }  // namespace
 }  // namespace tests
