@@ -19,6 +19,8 @@ class EvaluationRemarks {
  private:
   std::atomic<std::uint64_t> cut_ = 0;        // amplitudes below 0 are lost
   std::atomic<std::uint64_t> noiseless_ = 0;  // peaks whose noise is too small for a ratio
+  std::atomic<std::uint64_t> short_ = 0;      // fewer points than the smoothing's window
+  std::atomic<std::uint32_t> evenWidth_ = 0;  // of a window that must be odd; 0: it is
 };
 
 }  // namespace TslTool

@@ -50,6 +50,19 @@ TEST(EvaluationRemarks, NoiseThatIsTooSmallForARatioIsTold) {
   EXPECT_THAT(tiny.err, HasSubstr("--scale 1e12"));
 }
 
+TEST(EvaluationRemarks, AWindowThatIsNotTakenAsItStandsIsTold) {
+  const std::string text = Spectrum(20.0, 1.0);
+  for (const char* how : {"savgol:4", "median:4"})
+    EXPECT_THAT(Evaluate(text, {"--smooth", how}).err,
+                HasSubstr("a window of 4 points is smoothed with 5, the next odd number\n"))
+        << how;
+  EXPECT_THAT(
+      Evaluate(text, {"--smooth", "savgol:601"}).err,
+      HasSubstr("1 spectrum shorter than the window of the smoothing, which is cut to their length\n"));
+  for (const char* how : {"savgol:5", "median:5", "mean:4", "gaussian:4", "savgol:599", "off"})
+    EXPECT_EQ(Evaluate(text, {"--smooth", how}).err, "") << how;
+}
+
 TEST(EvaluationRemarks, ScaledAmplitudesGiveThePeaksOfLargeOnes) {
   const Outcome large = Evaluate(Spectrum(20.0, 1.0), {});
   const Outcome scaled = Evaluate(Spectrum(20.0, 1e-12), {"--scale", "1e12"});
