@@ -10,6 +10,7 @@
 #include <vector>
 
 #include <tool/frame/InputError.h>
+#include <tool/io/GzipMembers.h>
 
 namespace TslTool {
 
@@ -69,11 +70,14 @@ std::size_t ByteSource::ReadOn(char* to, std::size_t size) {
   return static_cast<std::size_t>(count);
 }
 
-void VerifyGzip(const std::string& file) {
+std::uint64_t VerifyGzip(const std::string& file) {
+  if (const auto behind = GzipMembers(file).BytesBehind()) return *behind;
+  // Not whole: as it is read it tells what is wrong.
   ByteSource source(file);
   std::vector<char> chunk(kBuffer);
   while (source.Read(chunk.data(), chunk.size()) > 0) {
   }
+  return 0;
 }
 
 }  // namespace TslTool

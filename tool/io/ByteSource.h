@@ -2,6 +2,7 @@
 // The bytes of a file from front to back, unpacked if the file is gzip, whatever its name.
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -41,6 +42,7 @@ class ByteSource {
 
 // Unpacks a gzip file to its end and throws InputError if a checksum or a length is wrong. The sum stands at
 // the end of the data, so that only a pass of its own keeps damaged scans from being handed out before it.
-void VerifyGzip(const std::string& file);
+// Returns how many bytes behind the data are none of them, and not read; zeros alone, as tapes have, are 0.
+std::uint64_t VerifyGzip(const std::string& file);
 
 }  // namespace TslTool

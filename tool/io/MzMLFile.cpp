@@ -50,7 +50,9 @@ void RequireNoData(const pugi::xml_node& spectrum) {
 }  // namespace
 
 struct MzMLFile::Impl {
-  explicit Impl(ByteSource source) : xml(std::move(source)) { ReadHead(); }
+  Impl(ByteSource source, std::vector<std::string> odd) : xml(std::move(source)), warnings(std::move(odd)) {
+    ReadHead();
+  }
 
   template <class Step>
   bool Try(Step step) const;
@@ -283,7 +285,8 @@ void MzMLFile::Impl::CompareCount() {
   }
 }
 
-MzMLFile::MzMLFile(ByteSource source) : impl_(std::make_unique<Impl>(std::move(source))) {}
+MzMLFile::MzMLFile(ByteSource source, std::vector<std::string> warnings)
+    : impl_(std::make_unique<Impl>(std::move(source), std::move(warnings))) {}
 
 MzMLFile::~MzMLFile() = default;
 

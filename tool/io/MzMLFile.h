@@ -25,8 +25,8 @@ namespace TslTool {
 
 class MzMLFile : public ScanSource {
  public:
-  // Reads up to the list of spectra. Throws InputError.
-  explicit MzMLFile(ByteSource source);
+  // Reads up to the list of spectra. `warnings` are of the file as a whole. Throws InputError.
+  explicit MzMLFile(ByteSource source, std::vector<std::string> warnings = {});
   ~MzMLFile() override;
 
   bool Next(Scan& scan) override;

@@ -21,6 +21,12 @@ bool IsNamedMzML(std::string name) {
   return name.ends_with(".mzml") || name.ends_with(".mzml.gz");
 }
 
+std::vector<std::string> OddAboutGzip(const std::string& file) {
+  const std::uint64_t behind = VerifyGzip(file);
+  if (behind == 0) return {};
+  return {std::to_string(behind) + (behind == 1 ? " byte" : " bytes") + " behind the gzip data not read"};
+}
+
 }  // namespace
 
 FileKind KindOf(std::string_view head) {
@@ -53,9 +59,11 @@ std::unique_ptr<ScanSource> OpenScans(const std::string& file) {
     throw InputError(file, "", "an SQLite file, as runs are, which is read by its name and not from a pipe");
   const std::string foreign = DescribeForeign(source.Head(), file);
   if (!foreign.empty()) throw InputError(file, "", foreign);
-  if (source.IsGzip() && CanBeReadAgain(file)) VerifyGzip(file);
-  if (kind == FileKind::Xml || IsNamedMzML(file)) return std::make_unique<MzMLFile>(std::move(source));
-  return std::make_unique<TextFile>(std::move(source));
+  std::vector<std::string> warnings;
+  if (source.IsGzip() && CanBeReadAgain(file)) warnings = OddAboutGzip(file);
+  if (kind == FileKind::Xml || IsNamedMzML(file))
+    return std::make_unique<MzMLFile>(std::move(source), std::move(warnings));
+  return std::make_unique<TextFile>(std::move(source), std::move(warnings));
 }
 
 }  // namespace TslTool

@@ -122,7 +122,8 @@ class TextParser {
 
 }  // namespace
 
-TextFile::TextFile(ByteSource source) : source_(std::move(source)) {}
+TextFile::TextFile(ByteSource source, std::vector<std::string> warnings)
+    : source_(std::move(source)), warnings_(std::move(warnings)) {}
 
 bool TextFile::Next(Scan& scan) {
   if (std::exchange(spent_, true)) return false;

@@ -44,7 +44,8 @@ namespace TslTool {
 
 class TextFile : public ScanSource {
  public:
-  explicit TextFile(ByteSource source);
+  // `warnings` are of the file as a whole.
+  explicit TextFile(ByteSource source, std::vector<std::string> warnings = {});
 
   // The one scan has the number 1, the file's name as id, and neither time nor level nor representation.
   bool Next(Scan& scan) override;
