@@ -184,7 +184,8 @@ std::string BytesOf(const std::string& text, const std::string& what) {
 // How many there are behind the announced ones is not counted.
 [[noreturn]] void FailCount(std::size_t count, std::uint64_t points, const std::string& what) {
   const std::string found = count > points ? "more than the " : std::to_string(count) + " of the ";
-  Fail("the " + what + " array has " + found + std::to_string(points) + " announced points");
+  throw SpectrumDefect(kOtherLength,
+                       "the " + what + " array has " + found + std::to_string(points) + " announced points");
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include <tool/frame/Printable.h>
 #include <tool/frame/Utf8.h>
 #include <tool/io/Axis.h>
+#include <tool/io/IonMobility.h>
 #include <tool/io/MzMLArray.h>
 #include <tool/io/MzMLElement.h>
 #include <tool/io/MzMLHead.h>
@@ -23,13 +24,22 @@ namespace {
 
 constexpr std::string_view kMzArray = "MS:1000514";
 constexpr std::string_view kIntensityArray = "MS:1000515";
+constexpr std::string_view kWavelengthArray = "MS:1000617";
+
+constexpr const char* kSeveralMobilities =
+    "of several ion mobilities (msconvert --filter \"scanSumming sumMs1=1\" sums them up)";
 
 void RequireFinite(const std::vector<double>& values, const char* what) {
   const auto isFinite = [](double value) { return std::isfinite(value); };
   const auto bad = std::find_if_not(values.begin(), values.end(), isFinite);
   if (bad == values.end()) return;
-  throw std::runtime_error("point " + std::to_string(bad - values.begin() + 1) + " of the " + what +
+  throw SpectrumDefect("with a value that is not finite",
+                       "point " + std::to_string(bad - values.begin() + 1) + " of the " + what +
                            " array is not a finite number");
+}
+
+std::vector<pugi::xml_node> ArraysOf(const pugi::xml_node& spectrum) {
+  return ChildrenOf(ChildOf(spectrum, "binaryDataArrayList"), "binaryDataArray");
 }
 
 // In mzML 1.0 "id" names the element only, and a nativeID that is a number is that of the scan.
@@ -42,9 +52,9 @@ std::string IdOf(const pugi::xml_node& spectrum) {
 // An empty array may still have the few bytes that its packing begins and ends with.
 void RequireNoData(const pugi::xml_node& spectrum) {
   constexpr std::size_t kPackingOnly = 32;
-  for (const pugi::xml_node& array : ChildrenOf(ChildOf(spectrum, "binaryDataArrayList"), "binaryDataArray"))
+  for (const pugi::xml_node& array : ArraysOf(spectrum))
     if (TextOf(ChildOf(array, "binary")).size() > kPackingOnly)
-      throw std::runtime_error("announces 0 points, but its arrays are not empty");
+      throw SpectrumDefect(kOtherLength, "announces 0 points, but its arrays are not empty");
 }
 
 }  // namespace
@@ -69,6 +79,8 @@ struct MzMLFile::Impl {
   std::optional<std::vector<double>> FindArray(const pugi::xml_node& spectrum, std::string_view kind,
                                                const std::string& what);
   std::vector<double> Decode(const pugi::xml_node& array, const MzMLTerms& terms, const std::string& what);
+  bool FindTerm(const pugi::xml_node& spectrum, std::string_view kind) const;
+  void RequireOneMobility(const pugi::xml_node& spectrum) const;
   void SettleAxis(Scan& scan);
   void CompareCount();
 
@@ -171,10 +183,18 @@ bool MzMLFile::Impl::DecodeSpectrum(std::string_view element, const ScanFilter& 
   const auto announces = ToNumber<std::uint64_t>(spectrum.attribute("defaultArrayLength").value());
   if (!announces) throw std::runtime_error("no defaultArrayLength that is a number");
   points = *announces;
-  return TakeArrays(spectrum, scan);
+  try {
+    return TakeArrays(spectrum, scan);
+  } catch (const SpectrumDefect& defect) {
+    scan.mz.clear();
+    scan.amplitude.clear();
+    scan.defect = Defect{defect.Kind(), place, defect.what()};
+    return true;
+  }
 }
 
 void MzMLFile::Impl::TakeHead(const pugi::xml_node& spectrum, Scan& scan) {
+  scan.defect.reset();
   scan.id = IdOf(spectrum);
   if (!IsUtf8(scan.id)) throw std::runtime_error("the id is not UTF-8");
   scan.number = NumberInId(scan.id).value_or(static_cast<std::uint32_t>(seen));
@@ -219,19 +239,22 @@ bool MzMLFile::Impl::TakeArrays(const pugi::xml_node& spectrum, Scan& scan) {
   auto mz = FindArray(spectrum, kMzArray, "m/z");
   auto amplitude = FindArray(spectrum, kIntensityArray, "intensity");
   if (amplitude && !mz) {
-    counts.Add("without an m/z array, left out", place);
+    const bool isOfWavelengths = FindTerm(spectrum, kWavelengthArray);
+    counts.Add(isOfWavelengths ? "of wavelengths, left out" : "without an m/z array, left out", place);
     return false;
   }
   if (!mz || !amplitude)
     throw std::runtime_error(mz ? "no intensity array" : "no m/z and no intensity array");
   if (mz->size() != amplitude->size()) {
-    throw std::runtime_error("the m/z array has " + std::to_string(mz->size()) +
-                             " points and the intensity array " + std::to_string(amplitude->size()));
+    throw SpectrumDefect(kOtherLength, "the m/z array has " + std::to_string(mz->size()) +
+                                           " points and the intensity array " +
+                                           std::to_string(amplitude->size()));
   }
   scan.mz = std::move(*mz);
   scan.amplitude = std::move(*amplitude);
   RequireFinite(scan.mz, "m/z");
   RequireFinite(scan.amplitude, "intensity");
+  RequireOneMobility(spectrum);
   if (!Ascends(scan.mz)) SettleAxis(scan);
   return true;
 }
@@ -240,14 +263,31 @@ bool MzMLFile::Impl::TakeArrays(const pugi::xml_node& spectrum, Scan& scan) {
 std::optional<std::vector<double>> MzMLFile::Impl::FindArray(const pugi::xml_node& spectrum,
                                                              std::string_view kind, const std::string& what) {
   std::optional<std::vector<double>> found;
-  for (const pugi::xml_node& array :
-       ChildrenOf(ChildOf(spectrum, "binaryDataArrayList"), "binaryDataArray")) {
+  for (const pugi::xml_node& array : ArraysOf(spectrum)) {
     const MzMLTerms terms = groups.TermsOf(array);
     if (!terms.Find(kind)) continue;
     if (found) throw std::runtime_error("more than one " + what + " array");
     found = Decode(array, terms, what);
   }
   return found;
+}
+
+// Whether one of the arrays is of that kind.
+bool MzMLFile::Impl::FindTerm(const pugi::xml_node& spectrum, std::string_view kind) const {
+  return std::ranges::any_of(ArraysOf(spectrum), [&](const pugi::xml_node& array) {
+    return groups.TermsOf(array).Find(kind) != nullptr;
+  });
+}
+
+// Points of several mobilities are spectra of their own, mixed, on axes that need not be the same.
+void MzMLFile::Impl::RequireOneMobility(const pugi::xml_node& spectrum) const {
+  for (const pugi::xml_node& array : ArraysOf(spectrum)) {
+    const MzMLTerms terms = groups.TermsOf(array);
+    if (IsIonMobilityArray(array, terms) && !HasOneMobility(array, terms, points))
+      throw SpectrumDefect(kSeveralMobilities,
+                           "holds points of several ion mobilities, which msconvert sums up with --filter "
+                           "\"scanSumming sumMs1=1\"");
+  }
 }
 
 std::vector<double> MzMLFile::Impl::Decode(const pugi::xml_node& array, const MzMLTerms& terms,

@@ -8,9 +8,11 @@
 // mean. Elements may have a namespace prefix; terms may stand in referenced groups.
 //
 // A <spectrum> without arrays and of length 0 is a scan of 0 points. Spectra with an intensity but no m/z
-// array (light absorption spectra of a diode array) are left out with a warning. A wrong encodedLength is
-// told and the text read as it is, since zlib and plain data show by themselves whether they are whole;
-// Numpress data do not, and are refused.
+// array (light absorption spectra of a diode array) are left out with a warning. What is wrong with the
+// values of one spectrum is a defect of it (Scan.h) and no error: values that are not finite, arrays of
+// another length than announced, points of several ion mobilities. A wrong encodedLength is told and the text
+// read as it is, since zlib and plain data show by themselves whether they are whole; Numpress data do not,
+// and are refused.
 
 #include <cstdint>
 #include <memory>

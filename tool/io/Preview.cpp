@@ -36,6 +36,7 @@ class LookedAhead final : public SpectrumSource {
   std::optional<double> MzStep() const override { return rest_->MzStep(); }
   std::string Skipped() const override { return rest_->Skipped(); }
   bool SkippedCentroids() const override { return rest_->SkippedCentroids(); }
+  Chromatograms PassedOver() const override { return rest_->PassedOver(); }
   std::vector<std::string> Warnings() const override { return rest_->Warnings(); }
   std::vector<std::string> Notes() const override { return rest_->Notes(); }
 

@@ -13,6 +13,13 @@
 
 namespace TslTool {
 
+// Why a spectrum cannot be read whole, though others of its file can.
+struct Defect {
+  std::string what;    // completes the sentence "N spectra ..."
+  std::string place;   // in the file
+  std::string reason;  // in full, as of an error
+};
+
 // One spectrum as the file gives it. The two arrays have the same length and finite values; m/z ascends
 // strictly (in a Centroid scan two peaks may share one m/z). Axis.h says what is done to an axis that does
 // not.
@@ -27,6 +34,7 @@ struct Scan {
   Representation representation = Unknown;
   std::vector<double> mz;
   std::vector<double> amplitude;
+  std::optional<Defect> defect;  // both arrays are empty then
 };
 
 // Which scans are wanted: all ranges include their ends. A scan without a time, level or polarity is wanted
@@ -72,7 +80,8 @@ struct Chromatograms {
 };
 
 // Hands out the scans of one file in the file's order. Holds one scan at a time, whatever the size of the
-// file. Every failure is an InputError; after one the source is spent. Not for use by two threads at once.
+// file. Every failure but the defect of a scan is an InputError; after one the source is spent. Not for use
+// by two threads at once.
 class ScanSource {
  public:
   virtual ~ScanSource() = default;

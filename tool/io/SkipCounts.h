@@ -2,6 +2,7 @@
 // Counts the spectra that are wanted and cannot be evaluated, by reason.
 
 #include <tool/frame/InputError.h>
+#include <tool/io/Scan.h>
 #include <tool/io/WarningCounts.h>
 #include <cstdint>
 #include <string>
@@ -19,6 +20,11 @@ class SkipCounts {
     if (strict_) throw InputError(file_, place, "cannot be evaluated: " + reason);
     ++skipped_;
     reasons_.Add(reason, place);
+  }
+  void Skip(const Defect& defect) {
+    if (strict_) throw InputError(file_, defect.place, defect.reason);
+    ++skipped_;
+    reasons_.Add(defect.what, defect.place);
   }
   // Empty if none was skipped.
   std::string Text() const;

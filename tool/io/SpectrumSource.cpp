@@ -109,6 +109,10 @@ class ForeignSpectra final : public SpectrumSource {
     for (;;) {
       const auto scan = std::make_shared<Scan>();
       if (!scans_->Next(*scan)) return {};
+      if (scan->defect) {
+        skipped_.Skip(*scan->defect);
+        continue;
+      }
       if (const std::string reason = ReasonToSkip(*scan); !reason.empty()) {
         skipped_.Skip(reason, PlaceOf(scan->number));
         continue;
@@ -131,6 +135,7 @@ class ForeignSpectra final : public SpectrumSource {
   }
   std::string Skipped() const override { return skipped_.Text(); }
   bool SkippedCentroids() const override { return skippedCentroids_; }
+  Chromatograms PassedOver() const override { return scans_->PassedOver(); }
   std::vector<std::string> Warnings() const override {
     std::vector<std::string> texts = scans_->Warnings();
     for (std::string& text : odd_.Texts()) texts.push_back(std::move(text));

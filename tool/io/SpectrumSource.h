@@ -55,6 +55,8 @@ class SpectrumSource {
   virtual std::string Skipped() const { return ""; }
   // Whether some of it was skipped as centroid data.
   virtual bool SkippedCentroids() const { return false; }
+  // What stands in the file beside its spectra, complete likewise.
+  virtual Chromatograms PassedOver() const { return {}; }
   // What was odd but readable, complete once Next has returned false.
   virtual std::vector<std::string> Warnings() const { return {}; }
   // What was taken for what, complete once all spectra are loaded; see ScanSource::Notes.

@@ -14,11 +14,15 @@ namespace tests {
 inline const Values kAxis = {100, 100.5, 101.25, 102};
 inline const Values kCounts = {1, 50, 7, 0};
 
+// A defect of a spectrum is an error, as it is for a user who is strict.
 inline std::vector<TslTool::Scan> ReadAll(const std::string& file, const TslTool::ScanFilter& filter = {}) {
   const auto source = TslTool::OpenScans(file);
   source->SetFilter(filter);
   std::vector<TslTool::Scan> scans;
-  for (TslTool::Scan scan; source->Next(scan);) scans.push_back(scan);
+  for (TslTool::Scan scan; source->Next(scan);) {
+    if (scan.defect) throw TslTool::InputError(file, scan.defect->place, scan.defect->reason);
+    scans.push_back(scan);
+  }
   return scans;
 }
 

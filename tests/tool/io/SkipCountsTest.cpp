@@ -28,5 +28,18 @@ TEST(SkipCounts, StrictTheyRefuseTheFirst) {
   EXPECT_THROW(counts.Skip("empty", "scan 3"), TslTool::InputError);
 }
 
+TEST(SkipCounts, ADefectIsCountedOrStrictlyToldInFull) {
+  const TslTool::Defect defect = {"with a hole", "line 3", "has a hole at point 7"};
+  SkipCounts counts("a.mzML", false);
+  counts.Skip(defect);
+  EXPECT_EQ(counts.Text(), "1 of 1 spectra skipped: 1 with a hole (first at line 3)");
+  try {
+    SkipCounts("a.mzML", true).Skip(defect);
+    FAIL();
+  } catch (const TslTool::InputError& error) {
+    EXPECT_STREQ(error.what(), "a.mzML: line 3: has a hole at point 7");
+  }
+}
+
 }  // namespace
 }  // namespace tests

@@ -11,6 +11,7 @@
 #include <tool/io/OpenScans.h>
 #include <tool/io/Preview.h>
 #include <tool/io/ScanOptions.h>
+#include <tool/io/SkipCounts.h>
 
 namespace TslTool {
 namespace {
@@ -34,11 +35,16 @@ std::unique_ptr<ScanSource> Open(const std::string& file, FileHead& head) {
 }
 
 // Writes a row for each spectrum as it is read, so that memory does not grow with the file.
-FileFacts WriteRows(ScanSource& source, const InfoWriter& writer, Output& output) {
+FileFacts WriteRows(ScanSource& source, const InfoWriter& writer, Output& output, SkipCounts& unread) {
   FileFacts facts;
   Progress progress(source.Count(), "scans");
   for (Scan scan; source.Next(scan); progress.Step()) {
     ThrowIfInterrupted();
+    if (scan.defect) {
+      unread.Skip(*scan.defect);
+      continue;
+    }
+    unread.CountTaken();
     const ScanFacts row = FactsOf(scan);
     if (facts.spectra > 0) output.Write(writer.Between());
     output.Write(writer.Part(row));
@@ -63,11 +69,13 @@ void Describe(const std::string& input, const InfoArguments& arguments) {
   const auto writer = MakeInfoWriter(arguments.format, head);
   Output output("");
   output.Write(writer->Head());
-  const FileFacts facts = WriteRows(*source, *writer, output);
+  SkipCounts unread(input, false);
+  const FileFacts facts = WriteRows(*source, *writer, output, unread);
   const double pointsAcross = facts.spectra > 0 ? PointsAcross(input, filter) : 0.0;
   output.Write(writer->Tail({facts, source->PassedOver(), pointsAcross}));
   output.Commit();
   Tell(InputName(input), source->Notes());
+  if (const std::string skipped = unread.Text(); !skipped.empty()) Warn(InputName(input) + ": " + skipped);
   Warn(InputName(input), source->Warnings());
 }
 

@@ -135,12 +135,22 @@ std::uint64_t EvaluateAll(const PeaksArguments& arguments, SpectrumSource& sourc
   return spectra;
 }
 
+// As in "; 2 chromatograms of 400 points in all".
+std::string BesideSpectra(const SpectrumSource& source) {
+  std::string text;
+  if (const auto& [count, points] = source.PassedOver(); count > 0)
+    text += fmt::format("; {} chromatogram{} of {} points in all", count, count == 1 ? "" : "s", points);
+  for (const std::string& odd : source.Warnings()) text += "; " + odd;
+  return text;
+}
+
 [[noreturn]] void RefuseNothing(const PeaksArguments& arguments, const SpectrumSource& source) {
   const bool all = arguments.scans.Choice().filter.WantsAll();
   std::string reason = all ? "holds no spectrum" : "holds no spectrum that was asked for";
   if (CanBeOpenedAgain(arguments.input)) reason += ScansInstead(arguments.input, arguments.scans.Choice());
   if (const std::string skipped = source.Skipped(); !skipped.empty())
     reason = fmt::format("holds no spectrum to evaluate: {}", skipped);
+  reason += BesideSpectra(source);
   if (source.SkippedCentroids())
     reason += "; centroid data are peaks already; --profile is for profiles that are not known as such";
   throw InputError(NameOf(arguments), "", reason);

@@ -176,6 +176,18 @@ TEST(Info, WithoutInputItIsWrongUsage) {
   EXPECT_THAT(outcome.err, HasSubstr("INPUT is required"));
 }
 
+TEST(Info, LeavesOutWhatCannotBeReadWholeAndTells) {
+  const TempFile file("a.mzML", MzML(PlainSpectrum("scan=1", {100, 101, 102}, {1, 5, 2}) +
+                                         PlainSpectrum("scan=2", {100, 101, 102}, {1, std::nan(""), 2}),
+                                     2));
+  const Outcome outcome = RunTool({"info", file.Path()});
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_THAT(outcome.out, HasSubstr("spectra       1\n"));
+  EXPECT_EQ(outcome.err, "tslbl: warning: " + file.Path() +
+                             ": 1 of 2 spectra skipped: 1 with a value that is not finite (first at line 10, "
+                             "spectrum \"scan=2\")\n");
+}
+
 TEST(Info, ReadsStandardInput) {
   const TempFile file("in", "100 1\n100.1 5\n100.2 2\n");
   for (const std::string script : {"cat in | \"$TSLBL\" info -", "\"$TSLBL\" info - < in"}) {

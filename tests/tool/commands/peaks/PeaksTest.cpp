@@ -199,7 +199,8 @@ TEST(Peaks, NothingThatWasAskedForIsAFailure) {
   const std::pair<Arguments, std::string> cases[] = {
       {{"peaks", none.Path()}, none.Path() + ": holds no spectrum"},
       {{"peaks", run, "--scan", "99"}, run + ": holds no spectrum that was asked for: its scans are 1 to 20"},
-      {{"peaks", "--rt", "1e6-1e7"}, "demonstration run: holds no spectrum that was asked for"}};
+      {{"peaks", "--rt", "1e6-1e7"},
+       "demonstration run: holds no spectrum that was asked for: its retention times are 0.000 to 76.148 s"}};
   for (Arguments words : {cases[0].first, cases[1].first, cases[2].first}) {
     words.insert(words.end(), {"--format", "json"});
     EXPECT_EQ(RunTool(words).out, "");
@@ -209,6 +210,48 @@ TEST(Peaks, NothingThatWasAskedForIsAFailure) {
     EXPECT_EQ(outcome.status, 1);
     EXPECT_EQ(outcome.err, "tslbl: " + message + "\n");
   }
+}
+
+TEST(Peaks, AFileWithoutSpectraIsToldWithWhatItHolds) {
+  std::string srm = MzML("", 0);
+  srm.insert(srm.find("</run>"),
+             "<chromatogramList count=\"2\"><chromatogram defaultArrayLength=\"600\"/>"
+             "<chromatogram defaultArrayLength=\"40\"/></chromatogramList>");
+  const std::string counts = ArrayOf(kIntensity, BytesOf<double>({1, 2}));
+  const std::pair<std::string, std::string> cases[] = {
+      {srm, "; 2 chromatograms of 640 points in all"},
+      {MzML(SpectrumOf("scan=1", 2, counts)),
+       "; 1 spectrum without an m/z array, left out (first at line 5, spectrum \"scan=1\")"},
+      {MzML(SpectrumOf("scan=1", 2, ArrayOf("MS:1000617", BytesOf<double>({200, 201})) + counts)),
+       "; 1 spectrum of wavelengths, left out (first at line 5, spectrum \"scan=1\")"}};
+  for (const auto& [content, told] : cases) {
+    const TempFile file("a.mzML", content);
+    EXPECT_EQ(RunTool({"peaks", file.Path()}).err,
+              "tslbl: " + file.Path() + ": holds no spectrum" + told + "\n");
+  }
+}
+
+TEST(Peaks, ASpectrumThatCannotBeReadWholeIsSkippedUnlessStrict) {
+  const Values mz = {100, 100.1, 100.2};
+  const std::string good = PlainSpectrum("scan=1", mz, {1, 5, 2});
+  const std::string hole = PlainSpectrum("scan=2", mz, {1, std::nan(""), 2});
+  const std::string cut = SpectrumOf(
+      "scan=3", 3, ArrayOf(kMz, BytesOf<double>(mz)) + ArrayOf(kIntensity, BytesOf<double>({1, 5})));
+  const TempFile file("a.mzML", MzML(good + hole + cut, 3));
+  const Outcome skipped = RunTool({"peaks", file.Path(), "--quiet"});
+  EXPECT_EQ(skipped.status, 0);
+  EXPECT_EQ(skipped.err,
+            "tslbl: warning: " + file.Path() +
+                ": 2 of 3 spectra skipped: 1 with a value that is not finite (first at line 10, spectrum "
+                "\"scan=2\"), 1 with arrays of another length than announced (first at line 15, spectrum "
+                "\"scan=3\")\n");
+  const Outcome strict = RunTool({"peaks", file.Path(), "--strict"});
+  EXPECT_EQ(strict.status, 1);
+  EXPECT_EQ(strict.err, "tslbl: " + file.Path() +
+                            ": line 10, spectrum \"scan=2\": point 2 of the intensity array is not a finite "
+                            "number\n");
+  const TempFile nothing("b.mzML", MzML(cut));
+  EXPECT_EQ(RunTool({"peaks", nothing.Path()}).status, 1);
 }
 
 TEST(Peaks, AScanThatIsNotThereIsToldWithThoseThatAre) {
@@ -221,7 +264,12 @@ TEST(Peaks, AScanThatIsNotThereIsToldWithThoseThatAre) {
   const std::tuple<std::string, std::string, std::string> cases[] = {
       {gaps.Path(), "5-8,10-", none + ": it has 3 scans from 3 to 9"},
       {text.Path(), "2", none + ": its only scan is 1"},
-      {gaps.Path(), "4 --rt 1e6-2e6", none}};
+      {gaps.Path(), "4 --rt 1e6-2e6", none + ": its retention times are 120.000 to 120.000 s"},
+      {gaps.Path(), "4 --ms-level 2 --polarity negative", none + ": its MS level is 1; it tells no polarity"},
+      {text.Path(), "2 --rt 0-9 --ms-level 1",
+       none + ": its only scan is 1; it tells no retention times; it tells no MS level"},
+      {DemoRun::Get().Run(), "1 --rt 90-1e9 --ms-level 2 --polarity negative",
+       none + ": its retention times are 0.000 to 76.148 s; its MS level is 1; its polarity is positive"}};
   for (const auto& [file, words, told] : cases)
     EXPECT_EQ(RunShell("\"$TSLBL\" peaks '" + file + "' --scan " + words).err,
               "tslbl: " + file + told + "\n");
