@@ -52,7 +52,7 @@ bool Overlap(std::vector<Run> runs) {
 
 std::size_t CountRepeats(std::vector<double> mz) {
   std::ranges::sort(mz);
-  return static_cast<std::size_t>(std::ranges::unique(mz).size());
+  return static_cast<std::size_t>(mz.end() - std::unique(mz.begin(), mz.end()));
 }
 
 bool AreSeveralSpectra(const std::vector<double>& mz) {
