@@ -23,8 +23,6 @@ std::vector<std::uint32_t> FromTexts(const std::wstring& text) {
   return ids;
 }
 
-void DescribeId(Archive& ar, std::uint32_t& id) { ar(L"id", id); }
-
 void DescribeIds(Archive& ar, std::vector<std::uint32_t>& ids) {
   if (!ar.Xml() && !ar.Dumping()) return ar.List(L"TuneIds", ids, DescribeId);
   std::wstring text = ToTexts(ids);

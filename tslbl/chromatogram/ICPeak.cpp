@@ -3,12 +3,6 @@
 #include <tslbl/records/Archive.h>
 
 namespace TslBL {
-namespace {
-
-void DescribeId(Archive& ar, std::uint32_t& id) { ar(L"id", id); }
-
-}  // namespace
-
 void Describe(Archive& ar, ICPeak& peak) {
   ar.Version(1, "Unknown ICPeak version.");
   ar(L"CurveId", peak.CurveId);

@@ -12,8 +12,6 @@
 namespace TslBL {
 namespace {
 
-void DescribeId(Archive& ar, std::uint32_t& id) { ar(L"id", id); }
-
 void DescribeAnnotation(Archive& ar, Annotation& a) {
   ar(L"x", a.x);
   ar(L"y", a.y);

@@ -206,6 +206,9 @@ class Archive {
   std::uint32_t version_ = 0;
 };
 
+// For lists of the ids of other records.
+inline void DescribeId(Archive& ar, std::uint32_t& id) { ar(L"id", id); }
+
 template <class T, class DescribeItem>
 void Archive::List(const wchar_t* name, std::vector<T>& items, DescribeItem describeItem) {
   auto count = static_cast<std::uint32_t>(items.size());
