@@ -93,13 +93,11 @@ std::int32_t Calibrate::FindClosestPeakInRange(double mz) const {
     if (!IsCalPtAtLocation(convert_.MZToDAC(peak.position))) best = peak;
   };
   ForEachPeakAround(mz, [&](const Candidate& peak) {
-    if (best.peakIdx == kNone || peak.distance < best.distance) {
+    const bool isNearer = best.peakIdx == kNone || peak.distance < best.distance;
+    const bool isAsNear = AreSame(peak.distance, best.distance);
+    if (isNearer || (isAsNear && peak.ampl > best.ampl)) {
       takeIfFree(peak);
-    } else if (!AreSame(peak.distance, best.distance)) {
-      return;
-    } else if (peak.ampl > best.ampl) {
-      takeIfFree(peak);
-    } else if (AreSame(peak.ampl, best.ampl) && best.position > peak.position) {
+    } else if (isAsNear && AreSame(peak.ampl, best.ampl) && best.position > peak.position) {
       best = peak;
     }
   });
