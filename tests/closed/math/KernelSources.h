@@ -22,10 +22,12 @@
 #include <tslbl/closed/math/baseline/SegmentLoader.cpp>
 #include <tslbl/closed/math/baseline/ShotBackground.cpp>
 #include <tslbl/closed/math/baseline/StandardDeviation.cpp>
+#include <tslbl/closed/math/peak/BumpNoise.cpp>
 #include <tslbl/closed/math/peak/CubicSegment.cpp>
 #include <tslbl/closed/math/peak/Features.cpp>
 #include <tslbl/closed/math/peak/GaussPeak.cpp>
 #include <tslbl/closed/math/peak/IntervalBounds.cpp>
+#include <tslbl/closed/math/peak/ProminentBumps.cpp>
 #include <tslbl/closed/math/peak/SplinePeak.cpp>
 #include <tslbl/closed/math/peak/TypicalWidth.cpp>
 #include <tslbl/closed/math/smooth/MedianNetwork.cpp>

@@ -1,0 +1,28 @@
+// How wide the peaks of a spectrum are: with peaks a few filters tell it, of noise alone it takes all of
+// them.
+#include <tslbl/closed/math/peak/TypicalWidth.h>
+
+#include <Spectra.h>
+
+namespace {
+
+void Measure(benchmark::State& state, const std::vector<double>& y) {
+  Spectra::Measure(state, Spectra::kPointCount, [&] {
+    benchmark::DoNotOptimize(TslMath::TypicalPeakWidth(y.data(), Spectra::kPointCount));
+  });
+}
+
+void TypicalWidth(benchmark::State& state) { Measure(state, Spectra::Counts()); }
+
+void TypicalWidthOfNoise(benchmark::State& state) {
+  std::mt19937_64 random(1);
+  std::poisson_distribution<int> count(5.0);
+  std::vector<double> y(Spectra::kPointCount);
+  for (double& value : y) value = count(random);
+  Measure(state, y);
+}
+
+BENCHMARK(TypicalWidth);
+BENCHMARK(TypicalWidthOfNoise);
+
+}  // namespace

@@ -1,0 +1,22 @@
+#pragma once
+// The bumps of a curve, by how far they rise above their surroundings.
+
+#include <cstddef>
+#include <vector>
+
+namespace TslMath {
+
+struct Bump {
+  std::size_t at;     // index of the top, of equal samples the first
+  double prominence;  // above the higher of the two lowest places that part it from higher points
+};
+
+// The 32 most prominent local maxima, the largest first, down to a twentieth of the largest. Finite samples.
+// O(n).
+std::vector<Bump> ProminentBumps(const std::vector<double>& y);
+
+// How many points across the bump with this top is where the curve falls below `level`, on straight lines
+// between points. An end of the curve ends it.
+double WidthAtLevel(const std::vector<double>& y, std::size_t top, double level);
+
+}  // namespace TslMath
