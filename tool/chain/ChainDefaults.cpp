@@ -17,6 +17,7 @@ constexpr double kLeastSmoothed = 4.0;
 constexpr double kLeastLimited = 5.0;
 constexpr double kManyWidths = 2200.0;
 constexpr double kMostPoints = 1001.0;
+constexpr const char* kNothingSeen = "no peak stands out enough to tell its width";
 
 std::string SmoothingFor(double width) {
   if (width < kLeastSmoothed) return "off";
@@ -55,8 +56,8 @@ ChainDefaults DefaultsFor(const Preview& preview, std::optional<double> mzStep) 
                fmt::format("peaks are {:.1f} points wide", preview.pointsAcross));
   if (mzStep && *mzStep > 0.0)
     return For(kLineWidth / *mzStep, preview, *mzStep,
-               fmt::format("lines of {} m/z, no peak seen", kLineWidth));
-  return For(0.0, preview, std::nullopt, "no peak seen");
+               fmt::format("lines of {} m/z; {}", kLineWidth, kNothingSeen));
+  return For(0.0, preview, std::nullopt, kNothingSeen);
 }
 
 }  // namespace TslTool

@@ -16,8 +16,8 @@ struct ChainDefaults {
   std::string reason;              // such as "peaks are 12.3 points wide"
 };
 
-// `mzStep` is the spacing of the points where the instrument tells it: without a peak to be seen the width of
-// its lines stands for that of the peaks.
+// `mzStep` is the spacing of the points where the instrument tells it: where no peak tells its width, that of
+// the instrument's lines stands for it. Where there is neither, nothing is smoothed, which harms no peak.
 //
 // Smoothing: Savitzky-Golay of order 2 over 1.1 widths, none for peaks of less than 4 points. It takes 2 % of
 // the height. Segments: 40 widths, 250 to 4000. Signal-to-noise ratio: 5; 6 where a spectrum is longer than

@@ -13,7 +13,12 @@
 namespace TslTool {
 namespace {
 
+// When these show peaks, so strong that no others need be asked, it is known.
 constexpr std::size_t kSpectra = 8;
+constexpr double kEnoughStrength = 30.0;
+constexpr std::size_t kLookedAt = 32;  // whatever they hold
+constexpr double kHigher = 1.1;
+constexpr std::ptrdiff_t kStretch = 512;  // points
 constexpr double kEven = 1.5;
 
 using Loader = std::function<LoadedSpectrum()>;
@@ -62,38 +67,82 @@ double EvenStep(const std::vector<double>& x) {
   return 20 * uneven > steps.size() ? 0.0 : median;
 }
 
-// What the spectra that could be loaded show.
+// The most that the curve rises within a stretch of it; a single point that stands out does not count.
+double LargestRise(const std::vector<double>& y) {
+  double largest = 0.0;
+  for (auto from = y.begin(); y.end() - from > 1;) {
+    const auto to = from + std::min<std::ptrdiff_t>(kStretch, y.end() - from);
+    double lowest = std::max(from[0], from[1]);
+    double highest = std::min(from[0], from[1]);
+    for (auto next = from + 1; next != to; ++next) {
+      lowest = std::min(lowest, std::max(next[-1], *next));
+      highest = std::max(highest, std::min(next[-1], *next));
+    }
+    largest = std::max(largest, highest - lowest);
+    from = to;
+  }
+  return largest;
+}
+
+// What the spectra that could be loaded show. Beyond the first, only those are looked at that rise higher
+// than all before.
 class Findings {
  public:
   void Add(const TslBL::Spectrum& spectrum) {
-    const std::vector<double>& y = spectrum.yAxis;
-    points_.push_back(static_cast<double>(y.size()));
-    const double width = TslMath::TypicalPeakWidth(y.data(), static_cast<std::uint32_t>(y.size()));
-    if (!(width > 0.0)) return;
-    widths_.push_back(width);
-    pointsWithPeaks_.push_back(points_.back());
-    steps_.push_back(EvenStep(spectrum.xAxis));
+    points_.push_back(static_cast<double>(spectrum.yAxis.size()));
+    if (IsWorthALook(LargestRise(spectrum.yAxis))) Look(spectrum);
   }
 
-  bool Suffice() const { return widths_.size() >= kSpectra; }
+  bool Suffice() const { return seen_.size() >= kSpectra && squares_ >= kEnoughStrength * kEnoughStrength; }
   double Points() const { return std::reduce(points_.begin(), points_.end()); }
 
   Preview Summary() {
     Preview preview;
     if (!points_.empty()) preview.points = Median(points_);
-    if (widths_.empty()) return preview;
+    if (seen_.empty()) return preview;
     preview.points = Median(pointsWithPeaks_);
-    preview.spectra = widths_.size();
-    preview.pointsAcross = Median(widths_);
+    preview.spectra = seen_.size();
+    preview.isSettled = Suffice();
+    preview.pointsAcross = WeightedMedian();
     if (std::ranges::find(steps_, 0.0) == steps_.end()) preview.evenStep = Median(steps_);
     return preview;
   }
 
  private:
+  bool IsWorthALook(double rise) {
+    const bool isHigher = rise > kHigher * highest_;
+    if (isHigher) highest_ = rise;
+    return isHigher || (lookedAt_ < kLookedAt && seen_.size() < kSpectra);
+  }
+
+  void Look(const TslBL::Spectrum& spectrum) {
+    ++lookedAt_;
+    const std::vector<double>& y = spectrum.yAxis;
+    const TslMath::PeakWidth width =
+        TslMath::MeasurePeakWidth(y.data(), static_cast<std::uint32_t>(y.size()));
+    if (!(width.points > 0.0)) return;
+    seen_.push_back(width);
+    squares_ += width.strength * width.strength;
+    pointsWithPeaks_.push_back(points_.back());
+    steps_.push_back(EvenStep(spectrum.xAxis));
+  }
+
+  // Each counts by the square of its strength.
+  double WeightedMedian() {
+    std::ranges::sort(seen_, {}, &TslMath::PeakWidth::points);
+    double half = 0.5 * squares_;
+    for (const TslMath::PeakWidth& width : seen_)
+      if ((half -= width.strength * width.strength) <= 0.0) return width.points;
+    return seen_.back().points;
+  }
+
   std::vector<double> points_;  // of each spectrum
   std::vector<double> pointsWithPeaks_;
-  std::vector<double> widths_;
+  std::vector<TslMath::PeakWidth> seen_;
   std::vector<double> steps_;
+  double squares_ = 0.0;
+  double highest_ = 0.0;
+  std::size_t lookedAt_ = 0;
 };
 
 Loader Failing(const std::exception_ptr& failure) {
@@ -116,19 +165,23 @@ Loader Kept(const Loader& load, Findings& findings) {
 Preview LookAhead(std::unique_ptr<SpectrumSource>& source, std::size_t mostPoints) {
   std::deque<Loader> first;
   Findings findings;
+  bool isAtEnd = false;
   try {
     while (!findings.Suffice() && findings.Points() < static_cast<double>(mostPoints) &&
            first.size() < mostPoints) {
       ThrowIfInterrupted();
       const Loader next = source->Next();
-      if (!next) break;
+      isAtEnd = !next;
+      if (isAtEnd) break;
       first.push_back(Kept(next, findings));
     }
   } catch (...) {
     first.push_back(Failing(std::current_exception()));
   }
   source = std::make_unique<LookedAhead>(std::move(source), std::move(first));
-  return findings.Summary();
+  Preview preview = findings.Summary();
+  preview.isSettled |= isAtEnd;
+  return preview;
 }
 
 Preview LookThrough(SpectrumSource& source) {

@@ -10,18 +10,24 @@
 namespace TslTool {
 
 struct Preview {
-  // How wide peaks are, in points: the median of what each spectrum shows, or 0 if none shows a peak.
+  // How wide peaks are, in points: the median of what each spectrum shows, weighted by the square of how far
+  // its peaks stand out of noise; 0 if none shows a peak.
   double pointsAcross = 0.0;
-  std::size_t spectra = 0;  // that show a peak
-  // Points of a spectrum, the median; of those that show a peak, if any does.
+  std::size_t spectra = 0;  // that showed a peak
+  // Points of a spectrum, the median; of those that showed a peak, if any did.
   double points = 0.0;
   // The spacing of the points in m/z, if it is about the same along each spectrum.
   std::optional<double> evenStep;
+  // What is left of the source would not change it, or nothing is left.
+  bool isSettled = false;
 };
 
-// Loads spectra of `source` until 8 of them have shown a peak, up to `mostPoints` points in all, which are
-// kept: afterwards it stands for the same spectra as before, in the same order. A spectrum that cannot be
-// loaded fails when it is its turn.
+// Loads spectra of `source` until 8 of them have shown peaks that are strong enough to tell the width for
+// all, up to `mostPoints` points in all, which are kept: afterwards it stands for the same spectra as before,
+// in the same order. A spectrum that cannot be loaded fails when it is its turn.
+//
+// The width is looked for in the first 32 spectra, until 8 have shown it, and of the others in those that
+// rise by a tenth higher than all before: what is lower would not count beside them.
 Preview LookAhead(std::unique_ptr<SpectrumSource>& source, std::size_t mostPoints = 4'000'000);
 
 // The same for a source of its own, which is read to its end if need be and keeps nothing.

@@ -10,7 +10,9 @@ using TslTool::DefaultsFor;
 using TslTool::Preview;
 
 // In a spectrum of 20 000 points.
-Preview Peaks(double width, std::optional<double> evenStep = 0.05) { return {width, 3, 20000.0, evenStep}; }
+Preview Peaks(double width, std::optional<double> evenStep = 0.05) {
+  return {width, 3, 20000.0, evenStep, true};
+}
 
 TEST(ChainDefaults, SmoothOverOneAndATenthWidthsOfAPeak) {
   const std::pair<double, const char*> expected[] = {{2.0, "off"},
@@ -36,7 +38,7 @@ TEST(ChainDefaults, AskMoreOfPeaksThatHaveManyChances) {
   const std::tuple<double, double, unsigned> expected[] = {
       {12.0, 20000.0, 5}, {12.0, 26000.0, 5}, {12.0, 27000.0, 6}, {5.0, 20000.0, 6}, {4.0, 100.0, 5}};
   for (const auto& [width, points, sn] : expected)
-    EXPECT_EQ(DefaultsFor({width, 3, points, {}}, {}).sn, sn) << width << " in " << points;
+    EXPECT_EQ(DefaultsFor({width, 3, points, {}, true}, {}).sn, sn) << width << " in " << points;
 }
 
 TEST(ChainDefaults, AskMostOfPeaksThatAreNotSmoothed) { EXPECT_EQ(DefaultsFor(Peaks(3.9), {}).sn, 7U); }
@@ -64,8 +66,9 @@ TEST(ChainDefaults, WithoutPeakAndInstrumentNothingIsSmoothed) {
 
 TEST(ChainDefaults, TellWhy) {
   EXPECT_EQ(DefaultsFor(Peaks(12.34), {}).reason, "peaks are 12.3 points wide");
-  EXPECT_EQ(DefaultsFor(Preview(), 0.05).reason, "lines of 0.6 m/z, no peak seen");
-  EXPECT_EQ(DefaultsFor(Preview(), std::nullopt).reason, "no peak seen");
+  EXPECT_EQ(DefaultsFor(Preview(), 0.05).reason,
+            "lines of 0.6 m/z; no peak stands out enough to tell its width");
+  EXPECT_EQ(DefaultsFor(Preview(), std::nullopt).reason, "no peak stands out enough to tell its width");
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <random>
 
 #include <tool/frame/InputError.h>
 #include <tool/io/Preview.h>
@@ -10,57 +11,93 @@ namespace {
 
 using namespace TslTool;
 
-// A spectrum with lines of this width in points; of none, it is level.
-LoadedSpectrum SpectrumWith(std::uint32_t scan, double width) {
+struct Show {
+  double width;  // of lines, in points
+  double height = 1000.0;
+};
+
+// Counts over a background of 20, with five lines.
+LoadedSpectrum SpectrumWith(std::uint32_t scan, const Show& show) {
   LoadedSpectrum loaded{scan, 0.0, std::make_unique<TslBL::Spectrum>()};
+  std::mt19937_64 random(scan);
   for (int i = 0; i < 1000; ++i) {
-    const double u = width > 0.0 ? (i % 200 - 100) / width : 0.0;
+    const double u = (i % 200 - 100) / show.width;
+    const double mean = 20.0 + show.height * std::exp(-2.7726 * u * u);
     loaded.spectrum->xAxis.push_back(i);
-    loaded.spectrum->yAxis.push_back(width > 0.0 ? 100.0 * std::exp(-2.7726 * u * u) : 1.0);
+    loaded.spectrum->yAxis.push_back(std::poisson_distribution<int>(mean)(random));
   }
   return loaded;
 }
 
-// Spectra of these widths as scans 1, 2, 3 ...; a negative width cannot be loaded.
+constexpr Show kNoise = {1.0, 0.0};
+constexpr Show kDamaged = {-1.0};
+
+// These spectra as scans 1, 2, 3 ...
 class FakeSpectra final : public SpectrumSource {
  public:
-  explicit FakeSpectra(std::vector<double> widths) : widths_(std::move(widths)) {}
+  explicit FakeSpectra(std::vector<Show> shows) : shows_(std::move(shows)) {}
 
   std::function<LoadedSpectrum()> Next() override {
-    if (next_ == widths_.size()) return {};
-    const double width = widths_[next_++];
-    return [scan = static_cast<std::uint32_t>(next_), width] {
-      if (width < 0.0) throw InputError("a.run", "scan " + std::to_string(scan), "is damaged");
-      return SpectrumWith(scan, width);
+    if (next_ == shows_.size()) return {};
+    const Show show = shows_[next_++];
+    return [scan = static_cast<std::uint32_t>(next_), show] {
+      if (show.width < 0.0) throw InputError("a.run", "scan " + std::to_string(scan), "is damaged");
+      return SpectrumWith(scan, show);
     };
   }
-  std::optional<std::uint64_t> Count() const override { return widths_.size(); }
+  std::optional<std::uint64_t> Count() const override { return shows_.size(); }
   std::string Format() const override { return "fake"; }
   std::optional<double> MzStep() const override { return 0.05; }
   std::vector<std::string> Warnings() const override { return {"is a fake"}; }
   std::vector<std::string> Notes() const override { return {"is taken for one"}; }
 
  private:
-  std::vector<double> widths_;
+  std::vector<Show> shows_;
   std::size_t next_ = 0;
 };
 
-std::unique_ptr<SpectrumSource> Fake(std::vector<double> widths) {
-  return std::make_unique<FakeSpectra>(std::move(widths));
+using Shows = std::vector<Show>;
+
+std::unique_ptr<SpectrumSource> Fake(Shows shows) { return std::make_unique<FakeSpectra>(std::move(shows)); }
+
+Shows operator+(Shows shows, const Shows& more) {
+  shows.insert(shows.end(), more.begin(), more.end());
+  return shows;
 }
 
-TEST(Preview, TellsTheMedianWidthOfTheSpectraThatShowPeaks) {
-  auto source = Fake({12, 0, 8, 14});
-  const Preview preview = LookAhead(source);
-  EXPECT_NEAR(preview.pointsAcross, 12.0, 0.1);
-  EXPECT_EQ(preview.spectra, 3U);
+Preview Ahead(Shows shows) {
+  auto source = Fake(std::move(shows));
+  return LookAhead(source);
+}
+
+TEST(Preview, TellsTheWidthOfThePeaks) {
+  const Preview preview = Ahead({{12}, kNoise, {12}});
+  EXPECT_NEAR(preview.pointsAcross, 12.0, 0.3);
+  EXPECT_EQ(preview.spectra, 2U);
 }
 
 TEST(Preview, IsEmptyWithoutPeaksOrSpectra) {
-  for (const auto& widths : {std::vector<double>{}, std::vector<double>{0, 0}}) {
-    auto source = Fake(widths);
-    EXPECT_EQ(LookAhead(source).pointsAcross, 0.0);
+  for (const Shows& shows : {Shows(), Shows(100, kNoise)}) {
+    EXPECT_EQ(Ahead(shows).pointsAcross, 0.0);
+    EXPECT_EQ(Ahead(shows).spectra, 0U);
   }
+}
+
+// Weak ions in every spectrum, and strong ones where something elutes.
+TEST(Preview, StrongPeaksOfFewSpectraOutweighWeakOnesOfMany) {
+  EXPECT_NEAR(Ahead(Shows(40, {12, 100}) + Shows(4, {6, 10000}) + Shows(36, {12, 100})).pointsAcross, 6.0,
+              0.2);
+}
+
+TEST(Preview, WhereSpectraDisagreeTheStrongestDecide) {
+  EXPECT_NEAR(Ahead({{35, 300}, {6, 10000}, {35, 300}}).pointsAcross, 6.0, 0.2);
+  EXPECT_NEAR(Ahead({{35, 10000}, {6, 300}, {6, 300}}).pointsAcross, 35.0, 1.0);
+}
+
+TEST(Preview, SpectraOfNoiseCountForNothing) {
+  for (const std::size_t before : {0U, 1U, 10U, 57U})
+    EXPECT_NEAR(Ahead(Shows(before, kNoise) + Shows{{6}, {6}, {6}} + Shows(57 - before, kNoise)).pointsAcross,
+                6.0, 0.3);
 }
 
 // Of a spectrum with peaks at these places.
@@ -71,7 +108,7 @@ std::optional<double> EvenStepOf(double (*place)(int index)) {
     std::function<LoadedSpectrum()> Next() override {
       if (std::exchange(done_, true)) return {};
       return [this] {
-        LoadedSpectrum loaded = SpectrumWith(1, 12.0);
+        LoadedSpectrum loaded = SpectrumWith(1, {12.0});
         for (int i = 0; double& x : loaded.spectrum->xAxis) x = place_(i++);
         return loaded;
       };
@@ -101,55 +138,53 @@ TEST(Preview, AFewGapsDoNotMakePointsUneven) {
 }
 
 TEST(Preview, TellsThePointsOfASpectrum) {
-  for (const double width : {0.0, 9.0}) {
-    auto source = Fake({width});
-    EXPECT_EQ(LookAhead(source).points, 1000.0);
-  }
+  for (const Show& show : {kNoise, Show{9.0}}) EXPECT_EQ(Ahead({show}).points, 1000.0);
 }
 
 TEST(Preview, LooksOnWhereTheFirstSpectraShowNoPeak) {
-  std::vector<double> widths(20, 0.0);
-  widths.push_back(9.0);
-  auto source = Fake(widths);
-  EXPECT_NEAR(LookAhead(source).pointsAcross, 9.0, 0.1);
+  EXPECT_NEAR(Ahead(Shows(100, kNoise) + Shows{{9}}).pointsAcross, 9.0, 0.5);
 }
 
 TEST(Preview, KeepsNoMoreThanItMay) {
-  std::vector<double> widths(20, 0.0);
-  widths.push_back(9.0);
-  auto source = Fake(widths);
-  EXPECT_EQ(LookAhead(source, 5000).spectra, 0U);
+  auto source = Fake(Shows(20, kNoise) + Shows{{9}});
+  const Preview preview = LookAhead(source, 5000);
+  EXPECT_EQ(preview.spectra, 0U);
+  EXPECT_FALSE(preview.isSettled);
+}
+
+TEST(Preview, IsSettledAtTheEndOrWhenEightSpectraShowStrongPeaks) {
+  EXPECT_TRUE(Ahead({}).isSettled);
+  EXPECT_TRUE(Ahead(Shows(3, kNoise)).isSettled);
+  EXPECT_TRUE(Ahead(Shows(8, {9, 10000})).isSettled);
+  EXPECT_TRUE(LookThrough(*Fake(Shows(8, {9, 10000}))).isSettled);
 }
 
 TEST(Preview, OfASourceOfItsOwnGoesToTheEndIfNeedBe) {
-  std::vector<double> widths(20, 0.0);
-  widths.push_back(9.0);
-  const auto source = Fake(widths);
-  EXPECT_NEAR(LookThrough(*source).pointsAcross, 9.0, 0.1);
+  EXPECT_NEAR(LookThrough(*Fake(Shows(100, kNoise) + Shows{{9}})).pointsAcross, 9.0, 0.5);
 }
 
 TEST(Preview, OfASourceOfItsOwnEndsAtTheFirstDamage) {
-  const auto source = Fake({9.0, -1.0, 12.0});
-  EXPECT_EQ(LookThrough(*source).spectra, 1U);
+  EXPECT_EQ(LookThrough(*Fake({{9}, kDamaged, {9}})).spectra, 1U);
 }
 
 TEST(Preview, LeavesEverySpectrumInItsPlace) {
-  auto source = Fake(std::vector<double>(20, 9.0));
+  auto source = Fake(Shows(20, {9}));
   LookAhead(source);
   std::uint32_t scans = 0;
   while (const auto load = source->Next()) EXPECT_EQ(load().scan, ++scans);
   EXPECT_EQ(scans, 20U);
 }
 
-TEST(Preview, LooksAtTheFirstEightOnly) {
-  std::vector<double> widths(8, 9.0);
-  widths.resize(100, 30.0);
-  auto source = Fake(widths);
-  EXPECT_EQ(LookAhead(source).spectra, 8U);
+TEST(Preview, LooksAtNoMoreThanEightWithStrongPeaks) {
+  EXPECT_EQ(Ahead(Shows(8, {9, 10000}) + Shows(92, {30, 20000})).spectra, 8U);
+}
+
+TEST(Preview, OfManyAlikeLooksAtThoseThatRiseHigher) {
+  EXPECT_EQ(Ahead(Shows(100, {9, 40})).spectra, Ahead(Shows(50, {9, 40})).spectra);
 }
 
 TEST(Preview, AFailureWaitsForItsTurn) {
-  auto source = Fake({9, -1, 9});
+  auto source = Fake({{9}, kDamaged, {9}});
   EXPECT_EQ(LookAhead(source).spectra, 2U);
   EXPECT_EQ(source->Next()().scan, 1U);
   EXPECT_THROW(source->Next()(), InputError);
@@ -157,7 +192,7 @@ TEST(Preview, AFailureWaitsForItsTurn) {
 }
 
 TEST(Preview, TheSourceTellsWhatItToldBefore) {
-  auto source = Fake({9, 9});
+  auto source = Fake({{9}, {9}});
   LookAhead(source);
   EXPECT_EQ(source->Count(), 2U);
   EXPECT_EQ(source->Format(), "fake");

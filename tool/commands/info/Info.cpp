@@ -53,11 +53,10 @@ FileFacts WriteRows(ScanSource& source, const InfoWriter& writer, Output& output
   return facts;
 }
 
-// Of the first spectra, since it takes the whole of each. 0 for a pipe, which is spent.
+// As `peaks` finds it. 0 for a pipe, which is spent.
 double PointsAcross(const std::string& file, const ScanFilter& filter) {
   if (!CanBeReadAgain(file)) return 0.0;
-  auto source = OpenSpectra(file, {.filter = filter});
-  return LookAhead(source).pointsAcross;
+  return LookThrough(*OpenSpectra(file, {.filter = filter})).pointsAcross;
 }
 
 void Describe(const std::string& input, const InfoArguments& arguments) {

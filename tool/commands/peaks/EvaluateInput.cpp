@@ -46,11 +46,11 @@ void WarnOfNoPeaks(const std::string& file, const std::vector<TslBL::CurveEval>&
 
 bool CanBeOpenedAgain(const std::string& input) { return input.empty() || CanBeReadAgain(input); }
 
-// Of spectra without a peak at the beginning of a run the rest has to tell.
+// Of spectra without strong peaks at the beginning of a run the rest has to tell.
 Preview PreviewOf(const std::string& input, const SpectrumChoice& wanted,
                   std::unique_ptr<SpectrumSource>& source) {
   const Preview preview = LookAhead(source);
-  if (preview.spectra > 0 || !CanBeOpenedAgain(input)) return preview;
+  if (preview.isSettled || !CanBeOpenedAgain(input)) return preview;
   return LookThrough(*OpenSpectra(input, wanted));
 }
 

@@ -27,7 +27,7 @@ TEST(Info, DescribesARunAndItsTune) {
                           "m/z           100.0000 to 1100.0017\n",
                           "time          0.000 to 76.148 s\n",
                           "kind          profile\n",
-                          "peak width    12.4 points\n",
+                          "peak width    12.2 points\n",
                           "numbers       1 to 20\n",
                           "MS levels     20 of level 1\n",
                           "polarity      20 positive\n",
