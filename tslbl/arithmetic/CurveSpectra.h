@@ -10,7 +10,7 @@ namespace TslBL {
 
 // Appends a spectrum to `curves` for each definition, owned by the caller: the average of the spectra with a
 // plus without the average of those with a minus, see AverageMultiStateSpectra; nowhere below 0. The formulas
-// are those of ExtractedCurves.h: letters are spectra of `ranges`, digits those of `curves`, of the ones made
+// are those of CalcEICPoints; letters are spectra of `ranges`, digits those of `curves`, of the ones made
 // before it as well. Its name tells what it is made of, its source lists have every spectrum in it once. No
 // pointer may be null.
 //

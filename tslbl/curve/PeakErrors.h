@@ -3,7 +3,7 @@
 //
 // Delta method: how far each of the three moves with each point as it was measured, times the variance of
 // that point. What a filter did to the points is followed back through its weights. Between points the curve
-// is a cubic spline, of which the few nearest points count (see SplineDependence.h). The baseline is taken
+// is a cubic spline, of which the few nearest points count. The baseline is taken
 // for exact.
 //
 // Source: W. T. Eadie et al., Statistical Methods in Experimental Physics, 1971 (propagation of errors).
