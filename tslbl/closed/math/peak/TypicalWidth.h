@@ -26,9 +26,9 @@ struct PeakWidth {
 // Noise makes bumps of its own, and bumps on wide and weak peaks. So the curve is looked at through Gaussian
 // filters of 0, 2, 4 .. 128 points, whose share is taken out of the width again, and a peak counts as far as
 // it is higher than noise through that filter: than the highest of as many bumps as there are places, with a
-// probability of 0.999. The result is the first width that the next filter changes by 15 % at
-// most, and the one after it by 35 %; for weak peaks that of the widest filter, up to 0.6 widths, that still
-// agrees. Peaks that are too weak for their width to be told give 0.
+// probability of 0.999. The result is the first width that the next filter changes by 15 % at most, and the
+// one after it by 35 %; for weak peaks that of the widest filter, up to 0.6 widths, that still agrees. Peaks
+// that are too weak for their width to be told give 0.
 //
 // Samples that are not finite count as the lowest one. O(n).
 //
