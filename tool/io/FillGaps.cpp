@@ -1,6 +1,7 @@
 #include <tool/io/FillGaps.h>
 
 #include <algorithm>
+#include <numeric>
 #include <utility>
 
 namespace TslTool {
@@ -10,6 +11,9 @@ constexpr double kGap = 3.5;  // steps
 constexpr std::size_t kZeros = 16;
 constexpr std::size_t kManyGaps = 20;
 constexpr double kDown = 0.5;
+constexpr std::size_t kWindow = 8;  // points
+constexpr std::ptrdiff_t kEdge = 3;
+constexpr double kStillFalls = 0.6;
 // Of the steps of a block the usual one is a low one, as others lead over gaps; the lowest may lie between
 // two segments of a scan that nearly touch.
 constexpr std::size_t kBlock = 64;
@@ -47,11 +51,18 @@ std::vector<std::size_t> GapsOf(const std::vector<double>& mz, const UsualSteps&
   return gaps;
 }
 
-// Whether the amplitude of the points begin .. end-1 falls towards one of its ends.
+// Whether the amplitude of the points begin .. end-1 falls towards the end `at`. A peak that was cut out
+// still falls there, the background in the window of a selected ion does not.
 bool FallsTo(std::size_t at, std::size_t begin, std::size_t end, const std::vector<double>& amplitude) {
-  const double highest =
-      *std::max_element(amplitude.begin() + Offset(begin), amplitude.begin() + Offset(end));
-  return end - begin < 3 || amplitude[at] <= kDown * highest;
+  if (end - begin < 3) return true;
+  const auto first = amplitude.begin() + Offset(begin);
+  const auto last = amplitude.begin() + Offset(end);
+  if (amplitude[at] > kDown * *std::max_element(first, last)) return false;
+  if (end - begin < kWindow || amplitude[at] == 0.0) return true;
+  const auto outer = at == begin ? first : last - kEdge;
+  const auto inner = at == begin ? first + kEdge : last - 2 * kEdge;
+  return std::accumulate(outer, outer + kEdge, 0.0) <=
+         kStillFalls * std::accumulate(inner, inner + kEdge, 0.0);
 }
 
 // Leaves the gaps that the ends of peaks make.

@@ -20,6 +20,7 @@ constexpr std::size_t kLookedAt = 32;  // whatever they hold
 constexpr double kHigher = 1.1;
 constexpr std::ptrdiff_t kStretch = 512;  // points
 constexpr double kEven = 1.5;
+constexpr double kOtherKind = 0.6;
 
 using Loader = std::function<LoadedSpectrum()>;
 
@@ -103,8 +104,9 @@ class Findings {
     preview.points = Median(pointsWithPeaks_);
     preview.spectra = seen_.size();
     preview.isSettled = Suffice();
-    preview.pointsAcross = WeightedMedian();
-    if (std::ranges::find(steps_, 0.0) == steps_.end()) preview.evenStep = Median(steps_);
+    preview.pointsAcross = TypicalWidth();
+    const auto [least, most] = std::ranges::minmax(steps_);
+    if (least > 0.0 && most <= kEven * least) preview.evenStep = Median(steps_);
     return preview;
   }
 
@@ -127,13 +129,21 @@ class Findings {
     steps_.push_back(EvenStep(spectrum.xAxis));
   }
 
-  // Each counts by the square of its strength.
-  double WeightedMedian() {
-    std::ranges::sort(seen_, {}, &TslMath::PeakWidth::points);
-    double half = 0.5 * squares_;
+  // Below which this share lies; each counts by the square of its strength.
+  double Quantile(double share) const {
+    double rest = share * squares_;
     for (const TslMath::PeakWidth& width : seen_)
-      if ((half -= width.strength * width.strength) <= 0.0) return width.points;
+      if ((rest -= width.strength * width.strength) <= 0.0) return width.points;
     return seen_.back().points;
+  }
+
+  // The median; but where some spectra have far narrower peaks, in points, these decide: smoothing would ruin
+  // them.
+  double TypicalWidth() {
+    std::ranges::sort(seen_, {}, &TslMath::PeakWidth::points);
+    const double median = Quantile(0.5);
+    const double narrow = Quantile(0.1);
+    return narrow < kOtherKind * median ? narrow : median;
   }
 
   std::vector<double> points_;  // of each spectrum

@@ -114,5 +114,18 @@ TEST(FillGaps, StepsThatAreLostInTheRoundingOfMzAreLeftAlone) {
   EXPECT_EQ(std::ranges::adjacent_find(curve.mz, std::greater_equal<>()), curve.mz.end());
 }
 
+TEST(FillGaps, LeavesTheGapsBetweenWindowsOverABackgroundAlone) {
+  // Two windows about a line each, whose ends happen to lie low.
+  Curve curve = Groups(2, {4, 6, 5, 4, 7, 5, 60, 200, 60, 5, 6, 4, 5, 6, 5, 3});
+  const Values before = curve.mz;
+  EXPECT_EQ(FillGaps(curve.mz, curve.amplitude), 0U);
+  EXPECT_EQ(curve.mz, before);
+}
+
+TEST(FillGaps, FillsWhatIsLeftOutBesidePeaksThatStillFall) {
+  Curve curve = Groups(2, {1, 2, 5, 12, 40, 90, 40, 12, 5, 2, 1, 1});
+  EXPECT_EQ(FillGaps(curve.mz, curve.amplitude), 1U);
+}
+
 }  // namespace
 }  // namespace tests

@@ -94,6 +94,10 @@ TEST(Preview, WhereSpectraDisagreeTheStrongestDecide) {
   EXPECT_NEAR(Ahead({{35, 10000}, {6, 300}, {6, 300}}).pointsAcross, 35.0, 1.0);
 }
 
+TEST(Preview, WhereSomeAreFarNarrowerTheseDecide) {
+  EXPECT_NEAR(Ahead({{40}, {40}, {6}, {40}}).pointsAcross, 6.0, 0.6);
+}
+
 TEST(Preview, SpectraOfNoiseCountForNothing) {
   for (const std::size_t before : {0U, 1U, 10U, 57U})
     EXPECT_NEAR(Ahead(Shows(before, kNoise) + Shows{{6}, {6}, {6}} + Shows(57 - before, kNoise)).pointsAcross,

@@ -129,18 +129,18 @@ TEST(TypicalPeakWidth, AgreesWithScipy) {
 }
 
 TEST(TypicalPeakWidth, IsThatOfTheThirtyTwoMostProminentLines) {
-  EXPECT_NEAR(WidthOfLines({{17, 1000, 8}, {15, 990, 30}, {40, 900, 30}}), 8.0, 0.1);
-  EXPECT_NEAR(WidthOfLines({{15, 1000, 8}, {17, 990, 30}, {40, 900, 8}}), 30.0, 0.1);
+  EXPECT_NEAR(WidthOfLines({{17, 1000, 20}, {15, 990, 30}, {40, 900, 30}}), 20.0, 0.1);
+  EXPECT_NEAR(WidthOfLines({{15, 1000, 20}, {17, 990, 30}, {40, 900, 20}}), 30.0, 0.1);
 }
 
 TEST(TypicalPeakWidth, LeavesOutLinesBelowATwentiethOfTheTallest) {
-  EXPECT_NEAR(WidthOfLines({{3, 1000, 8}, {25, 40, 30}}), 8.0, 0.1);
-  EXPECT_NEAR(WidthOfLines({{3, 1000, 8}, {25, 55, 30}}), 30.0, 0.1);
+  EXPECT_NEAR(WidthOfLines({{3, 1000, 20}, {25, 40, 30}}), 20.0, 0.1);
+  EXPECT_NEAR(WidthOfLines({{3, 1000, 20}, {25, 55, 30}}), 30.0, 0.1);
 }
 
 TEST(TypicalPeakWidth, WeighsALineByTheRootOfItsProminence) {
-  EXPECT_NEAR(WidthOfLines({{1, 1000, 8}, {3, 100, 30}}), 8.0, 0.1);
-  EXPECT_NEAR(WidthOfLines({{1, 1000, 8}, {4, 100, 30}}), 30.0, 0.1);
+  EXPECT_NEAR(WidthOfLines({{1, 1000, 20}, {3, 100, 30}}), 20.0, 0.1);
+  EXPECT_NEAR(WidthOfLines({{1, 1000, 20}, {4, 100, 30}}), 30.0, 0.1);
 }
 
 TEST(TypicalPeakWidth, IsThatOfStrongLines) {
@@ -232,6 +232,28 @@ TEST(TypicalPeakWidth, IsThatOfLinesOfManyHeightsSideBySide) {
   for (double centre = 20.0; centre < kPoints - 20.0; centre += 10.0) AddLine(y, centre, height(random), 6.0);
   MakeCounts(y, random);
   EXPECT_NEAR(WidthOf(y), 6.0, 0.5);
+}
+
+TEST(TypicalPeakWidth, OfGroupsOfLinesIsThatOfALine) {
+  // Isotopes 10 points apart, where filters merge the lines and agree on the width of their group.
+  for (const double width : {5.0, 6.0})
+    for (const int lines : {2, 4, 6}) {
+      Samples mean(5000, 2.0);
+      for (int group = 0; group < 9; ++group)
+        for (int k = 0; k < lines; ++k)
+          AddLine(mean, 300.0 + 500.0 * group + 10.0 * k, 3000.0 * std::pow(0.75, k), width);
+      Random random(5);
+      MakeCounts(mean, random);
+      EXPECT_NEAR(WidthOf(mean), width, 0.1 * width) << lines;
+    }
+}
+
+TEST(TypicalPeakWidth, OfLinesOfTwoKindsIsThatOfTheNarrowOnes) {
+  Samples mean(20000, 2.0);
+  for (int k = 0; k < 10; ++k) AddLine(mean, 1000.0 + 1800.0 * k, 3000.0, k % 3 == 0 ? 6.0 : 40.0);
+  Random random(6);
+  MakeCounts(mean, random);
+  EXPECT_NEAR(WidthOf(mean), 6.0, 0.6);
 }
 
 TEST(TypicalPeakWidth, DoesNotSeeAHumpOfNoiseAlone) {

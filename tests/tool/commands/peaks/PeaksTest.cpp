@@ -41,8 +41,8 @@ TEST(Peaks, WithoutInputEvaluatesTheDemonstration) {
 TEST(Peaks, TellWhatOfTheChainWasTakenFromTheData) {
   const Outcome outcome = RunTool({"peaks", DemoRun::Get().Run(), "--scan", "5"});
   EXPECT_THAT(outcome.err,
-              testing::MatchesRegex("tslbl: .*/demo.run: --smooth savgol:13:2 --baseline linear:48. "
-                                    "--noise linear:48. --sn 5 --min-width 0.3.. "
+              testing::MatchesRegex("tslbl: .*/demo.run: --smooth savgol:13:2 --baseline linear:4.. "
+                                    "--noise linear:4.. --sn 5 --min-width 0.3.. "
                                     "\\(peaks are 12.. points wide\\)\n"));
 }
 

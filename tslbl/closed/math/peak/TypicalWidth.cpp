@@ -24,6 +24,13 @@ constexpr double kSecondChange = 0.35;
 constexpr double kClear = 20.0;
 constexpr double kWideFilter = 0.6;  // widths
 constexpr double kLeastStrength = 2.5;
+// Widths of peaks of another kind are below this part of the median.
+constexpr double kOtherKind = 0.6;
+// Of the prominence of the largest; of strength; of points; and of the width that filters agree on.
+constexpr double kMain = 0.5;
+constexpr double kPlain = 4.0;
+constexpr double kLeastLine = 2.0;
+constexpr double kGroup = 0.6;
 constexpr double kMostStrength = 100.0;  // of a peak
 // Of a Gaussian filter of one point across.
 constexpr double kTopWeight = 0.94;
@@ -88,6 +95,7 @@ struct View {
   double width = 0.0;  // without the filter's share; 0: no peak
   double strength = 0.0;
   bool isClear = false;
+  double mainWidth = 0.0;  // of the peaks at least half as prominent as the largest, if they are plain
 };
 
 struct SeenPeak {
@@ -159,13 +167,34 @@ class Viewer {
   NoiseVariance variance_;
 };
 
-double WeightedMedian(std::vector<SeenPeak>& peaks) {
-  std::ranges::sort(peaks, {}, &SeenPeak::width);
-  double half = 0.5 * std::accumulate(peaks.begin(), peaks.end(), 0.0,
-                                      [](double sum, const SeenPeak& p) { return sum + p.weight; });
+// Below which this share of the weight lies. The peaks ascend by width.
+double Quantile(const std::vector<SeenPeak>& peaks, double share) {
+  double rest = share * std::accumulate(peaks.begin(), peaks.end(), 0.0,
+                                        [](double sum, const SeenPeak& p) { return sum + p.weight; });
   for (const SeenPeak& peak : peaks)
-    if ((half -= peak.weight) <= 0.0) return peak.width;
+    if ((rest -= peak.weight) <= 0.0) return peak.width;
   return peaks.back().width;
+}
+
+// The median; but what smooths broad peaks well ruins narrow ones, so that these decide where there are both.
+double TypicalOf(std::vector<SeenPeak>& peaks) {
+  std::ranges::sort(peaks, {}, &SeenPeak::width);
+  const double median = Quantile(peaks, 0.5);
+  const double narrow = Quantile(peaks, 0.25);
+  return narrow < kOtherKind * median ? narrow : median;
+}
+
+double WithoutFilter(double width, double filter) {
+  return std::sqrt(std::max(width * width - filter * filter, 0.0));
+}
+
+// Of peaks that no noise makes.
+double MainWidth(std::vector<SeenPeak> peaks, double filter) {
+  const double most = std::ranges::max(peaks, {}, &SeenPeak::weight).weight;
+  std::erase_if(peaks, [&](const SeenPeak& p) { return p.weight * p.weight < kMain * most * most; });
+  for (const SeenPeak& peak : peaks)
+    if (peak.strength < kPlain) return 0.0;
+  return WithoutFilter(TypicalOf(peaks), filter);
 }
 
 View ViewOf(const Widening& curve, const RawNoise& raw) {
@@ -174,11 +203,11 @@ View ViewOf(const Widening& curve, const RawNoise& raw) {
   if (peaks.empty()) return {.filter = filter};
   double squares = 0.0;
   for (const SeenPeak& peak : peaks) squares += peak.strength * peak.strength;
-  const double width = WeightedMedian(peaks);
   return {.filter = filter,
-          .width = std::sqrt(std::max(width * width - filter * filter, 0.0)),
+          .width = WithoutFilter(TypicalOf(peaks), filter),
           .strength = std::sqrt(squares),
-          .isClear = squares >= kClear * kClear * static_cast<double>(peaks.size())};
+          .isClear = squares >= kClear * kClear * static_cast<double>(peaks.size()),
+          .mainWidth = MainWidth(peaks, filter)};
 }
 
 bool Agree(const View& a, const View& b, double change) {
@@ -201,13 +230,26 @@ std::size_t BestFrom(const std::vector<View>& views, std::size_t first) {
   return k;
 }
 
+// Filters merge lines that stand close, as isotopes do, and then agree on the width of the group: so plain
+// lines that a narrower filter shows, with valleys between them, decide.
+View WithoutMerging(const std::vector<View>& views, std::size_t best) {
+  View settled = views[best];
+  for (std::size_t k = 0; k < best; ++k) {
+    if (views[k].mainWidth < kLeastLine || views[k].mainWidth > kGroup * settled.width) continue;
+    settled.width = views[k].mainWidth;
+    settled.strength = views[k].strength;
+    break;
+  }
+  return settled;
+}
+
 // Nothing while it takes more views to tell.
 std::optional<View> Settled(const std::vector<View>& views) {
   for (std::size_t k = 0; k < views.size(); ++k) {
     if (!IsConfirmed(views, k)) continue;
     const std::size_t best = BestFrom(views, k);
     if (best + 1 == views.size() && views.size() < kFilters) return std::nullopt;
-    if (views[best].strength >= kLeastStrength) return views[best];
+    if (views[best].strength >= kLeastStrength) return WithoutMerging(views, best);
   }
   return std::nullopt;
 }
