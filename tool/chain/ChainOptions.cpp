@@ -250,6 +250,12 @@ ChainOptions ChainOptions::With(const ChainDefaults& defaults) const {
 
 bool ChainOptions::NeedsDefaults() const { return !Derived(DefaultsFor(Preview(), std::nullopt)).empty(); }
 
+bool ChainOptions::ToleratesOffset() const {
+  const bool hasLevel = !file_.empty() || threshold_ || minRelAmpl_ || subtractBaseline_ ||
+                        !TakesSegment(baseline_.substr(0, baseline_.find(':')));
+  return !hasLevel && smooth_ != "off";
+}
+
 std::string ChainOptions::Derived(const ChainDefaults& defaults) const {
   if (!file_.empty()) return "";
   const ChainOptions all = With(defaults);

@@ -22,6 +22,9 @@ class ChainOptions {
   std::vector<TslBL::CurveEval> Chain(const Options& options, const ChainDefaults& defaults) const;
   // Whether any number is left to the defaults.
   bool NeedsDefaults() const;
+  // Whether the chain smooths, and a constant on all amplitudes changes nothing but their level: it has no
+  // level of its own.
+  bool ToleratesOffset() const;
   // The switches that would give what `defaults` decide now, and why; empty if they decide nothing.
   std::string Derived(const ChainDefaults& defaults) const;
   // The range of m/z that the noise is to be measured on, if --noise names one. With fewer

@@ -11,12 +11,12 @@ namespace TslTool {
 
 struct Preview {
   // How wide peaks are, in points: the median of what each spectrum shows, weighted by the square of how far
-  // its peaks stand out of noise; 0 if none shows a peak.
+  // its peaks stand out of noise, or the lowest tenth where that is below 0.6 of it; 0 if none shows a peak.
   double pointsAcross = 0.0;
   std::size_t spectra = 0;  // that showed a peak
   // Points of a spectrum, the median; of those that showed a peak, if any did.
   double points = 0.0;
-  // The spacing of the points in m/z, if it is about the same along each spectrum.
+  // The spacing of the points in m/z, if it is about the same along all spectra.
   std::optional<double> evenStep;
   // What is left of the source would not change it, or nothing is left.
   bool isSettled = false;

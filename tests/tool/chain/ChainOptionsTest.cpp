@@ -34,6 +34,7 @@ struct Parsed {
   Chain chain;
   std::string derived;
   bool needsDefaults = false;
+  bool toleratesOffset = false;
   std::optional<TslTool::RealRange> stretch;
   std::string error;
 };
@@ -51,6 +52,7 @@ Parsed Parse(std::vector<std::string> words, const ChainDefaults& defaults = kDe
                                    parsed.chain = chain.Chain(options, defaults);
                                    parsed.derived = chain.Derived(defaults);
                                    parsed.needsDefaults = chain.NeedsDefaults();
+                                   parsed.toleratesOffset = chain.ToleratesOffset();
                                    parsed.stretch = chain.NoiseStretch();
                                  } catch (const TslTool::UsageError& e) {
                                    parsed.error = e.what();
@@ -346,6 +348,16 @@ TEST(ChainOptions, NeedDefaultsUnlessEveryNumberIsGiven) {
                some.begin() + static_cast<std::ptrdiff_t>(left + 2));
     EXPECT_TRUE(Parse(some).needsDefaults) << all[left];
   }
+}
+
+TEST(ChainOptions, WithALevelOrWithoutSmoothingTolerateNoOffset) {
+  const TempFile file("chain.xml", TslTool::ChainToXml({CurveEval(Smooth(SmoothParams::Mean, 3))}));
+  EXPECT_TRUE(Parse({}).toleratesOffset);
+  EXPECT_TRUE(Parse({"--baseline", "adaptive:300", "--sn", "4"}).toleratesOffset);
+  const std::vector<std::string> levels[] = {{"--threshold", "5"},    {"--baseline", "5"},
+                                             {"--min-rel-ampl", "5"}, {"--subtract-baseline"},
+                                             {"--smooth", "off"},     {"--chain", file.Path()}};
+  for (const auto& words : levels) EXPECT_FALSE(Parse(words).toleratesOffset) << words[0];
 }
 
 }  // namespace

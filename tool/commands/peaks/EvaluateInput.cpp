@@ -6,6 +6,7 @@
 #include <tool/chain/EvaluateInOrder.h>
 #include <tool/commands/peaks/CurveWriter.h>
 #include <tool/commands/peaks/EvaluationRemarks.h>
+#include <tool/commands/peaks/Lift.h>
 #include <tool/commands/peaks/PeaksInput.h>
 #include <tool/commands/peaks/PictureFiles.h>
 #include <tool/commands/peaks/RestOfTable.h>
@@ -110,14 +111,18 @@ std::uint64_t EvaluateAll(const PeaksArguments& arguments, SpectrumSource& sourc
   const std::string name = NameOf(arguments);
   const std::optional<RealRange> noise = arguments.chain.NoiseStretch();
   const std::optional<RealRange> search = arguments.chain.SearchStretch();
+  const bool isLifted = arguments.chain.ToleratesOffset();
   Progress progress(source.Count(), "scans");
   const auto evaluate = [&](LoadedSpectrum& loaded) {
     RequireStretch(name, noise, "to measure the noise on", loaded);
     RequireStretch(name, search, "to find peaks among", loaded);
     if (arguments.scale) Scale(loaded, *arguments.scale);
     loaded.measured = loaded.spectrum->yAxis;
+    const double lift = isLifted ? LiftOf(loaded.measured) : 0.0;
+    if (lift > 0.0) Lower(*loaded.spectrum, -lift);
     RunChain(name, chain, loaded);
-    beside.remarks.Look(loaded);
+    if (lift > 0.0) Lower(*loaded.spectrum, lift);
+    beside.remarks.Look(loaded, lift);
     if (beside.pictures.AreWanted()) RequireStretch(name, beside.view, "to draw", loaded);
     return SpectrumTexts{peaks.Part(loaded), beside.curves ? CurvePart(loaded) : "",
                          PlotOf(name, loaded, beside), loaded.scan};

@@ -10,9 +10,9 @@ namespace {
 // Below it QSignalToNoise knows no ratio.
 constexpr double kLeastNoise = 1e-8;
 
-bool LosesAmplitudes(const LoadedSpectrum& loaded) {
+bool LosesAmplitudes(const LoadedSpectrum& loaded, double lift) {
   return loaded.spectrum->CheckAllStatus(TslBL::Curve::STATUS_SMOOTHED) &&
-         std::ranges::any_of(loaded.measured, [](double amplitude) { return amplitude < 0.0; });
+         std::ranges::any_of(loaded.measured, [=](double amplitude) { return amplitude + lift < 0.0; });
 }
 
 bool HasNoiselessPeak(const TslBL::Spectrum& spectrum) {
@@ -52,8 +52,8 @@ std::string Counted(std::uint64_t count, const std::string& what) {
 
 }  // namespace
 
-void EvaluationRemarks::Look(const LoadedSpectrum& loaded) {
-  if (LosesAmplitudes(loaded)) ++cut_;
+void EvaluationRemarks::Look(const LoadedSpectrum& loaded, double lift) {
+  if (LosesAmplitudes(loaded, lift)) ++cut_;
   if (HasNoiselessPeak(*loaded.spectrum)) ++noiseless_;
   if (IsShorterThanItsWindow(*loaded.spectrum)) ++short_;
   if (const std::uint32_t width = EvenWidth(*loaded.spectrum)) evenWidth_ = width;

@@ -11,8 +11,8 @@ namespace TslTool {
 
 class EvaluationRemarks {
  public:
-  // Takes a spectrum whose chain has run. On any number of threads.
-  void Look(const LoadedSpectrum& loaded);
+  // Takes a spectrum whose chain has run with `lift` on its amplitudes. On any number of threads.
+  void Look(const LoadedSpectrum& loaded, double lift);
   // One for each kind of trouble, with the number of spectra and the way out.
   std::vector<std::string> Texts() const;
 

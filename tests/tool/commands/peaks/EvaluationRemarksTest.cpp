@@ -4,7 +4,9 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <sstream>
 #include <string>
+#include <vector>
 
 #include <fmt/format.h>
 #include <tool/TempFile.h>
@@ -36,12 +38,38 @@ Outcome Evaluate(const std::string& text, const Arguments& options) {
 std::size_t RowsOf(const Outcome& outcome) { return LinesOf(outcome.out).size() - 1; }
 
 TEST(EvaluationRemarks, AmplitudesThatSmoothingCutsAreTold) {
-  const Outcome cut = Evaluate(Spectrum(-80.0, 1.0), {});
+  const Outcome cut = Evaluate(Spectrum(-80.0, 1.0), {"--threshold", "5"});
   EXPECT_THAT(cut.err,
               HasSubstr("1 spectrum with amplitudes below 0, which smoothing takes for 0; --smooth off "
                         "keeps them"));
   EXPECT_EQ(Evaluate(Spectrum(-80.0, 1.0), {"--smooth", "off"}).err, "");
   EXPECT_EQ(Evaluate(Spectrum(20.0, 1.0), {}).err, "");
+}
+
+TEST(EvaluationRemarks, AnOffsetBelowZeroChangesNothingButTheLevel) {
+  const auto rows = [](double offset) {
+    const Outcome outcome = Evaluate(Spectrum(offset, 1.0), {});
+    EXPECT_EQ(outcome.err, "");
+    std::vector<std::vector<double>> values;
+    const std::vector<std::string> lines = LinesOf(outcome.out);
+    for (std::size_t i = 1; i < lines.size(); ++i) {
+      std::istringstream line(lines[i]);
+      std::vector<double> row;
+      std::string field;
+      while (row.size() < 10 && std::getline(line, field, '\t'))
+        row.push_back(field.empty() ? 0.0 : std::stod(field));
+      row.at(4) -= offset;  // the amplitude
+      values.push_back(row);
+    }
+    return values;
+  };
+  const auto above = rows(20.0);
+  const auto below = rows(-80.0);
+  ASSERT_EQ(above.size(), 3U);
+  ASSERT_EQ(below.size(), above.size());
+  for (std::size_t i = 0; i < above.size(); ++i)
+    for (std::size_t k = 0; k < above[i].size(); ++k)
+      EXPECT_NEAR(below[i][k], above[i][k], 1e-6 * std::abs(above[i][k])) << i << ", column " << k;
 }
 
 TEST(EvaluationRemarks, NoiseThatIsTooSmallForARatioIsTold) {
