@@ -36,7 +36,8 @@ class Written {
   MzMLTerms Terms() const { return TslTool::MzMLGroups().TermsOf(Element()); }
   // Of a term; empty if there is none.
   std::string Value(const char* accession) const {
-    const TslTool::MzMLTerm* term = Terms().Find(accession);
+    const MzMLTerms terms = Terms();
+    const TslTool::MzMLTerm* term = terms.Find(accession);
     return term ? term->value : "";
   }
   pugi::xml_node Array(const char* accession, const std::string& name = "") const {
