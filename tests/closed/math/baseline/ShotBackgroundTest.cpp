@@ -167,6 +167,19 @@ TEST(ShotBackground, HowManyZerosStandInGapsDoesNotMatter) {
     EXPECT_NEAR(FiguresOf(Thresholded(2.5, 1.0, zeros)).noise[1000], all, 0.02 * all) << zeros;
 }
 
+// Twenty ions in all, beside lines of 0.3 to 700 counts: mostly enough.
+TEST(ShotBackground, AFewIonsBesideWeakLinesTellTheNoise) {
+  int without = 0;
+  for (std::uint64_t seed = 1; seed <= 40; ++seed) {
+    Samples y = Shots(0.001, 20000, seed);
+    for (std::uint64_t k = 0; k < 20; ++k)
+      AddShotPeak(y, 500.0 + 970.0 * static_cast<double>(k), 0.3 * std::pow(1.5, k), 100 * seed + k);
+    for (const Samples& curve : {y, WithoutNegatives(Filtered(y, 13))})
+      without += FiguresOf(curve, 0.0).noise[10000] > 0.0 ? 0 : 1;
+  }
+  EXPECT_LE(without, 12);
+}
+
 TEST(ShotBackground, PeaksOfAllHeightsOnZerosAreNoNoise) {
   Samples y(20000, 0.0);
   for (int k = 0; k < 60; ++k)

@@ -15,7 +15,8 @@ constexpr double kLeastBackground = 50.0;
 constexpr std::size_t kLeastBumps = 8;
 // Single ions, filtered or not, give variance / mean of about the height of the low bumps, more ions a lower
 // one; bumps that differ in height, of peaks or of noise, a larger one.
-constexpr double kMostUnlike = 1.75;
+constexpr double kAlike = 1.75;
+constexpr double kMostUnlike = 3.0;
 // Noise above a threshold piles up: of all bumps at least this share is at most so many times as high as the
 // low ones. Peaks have heights of all orders.
 constexpr double kPile = 2.0;
@@ -53,9 +54,10 @@ class IonCounter {
     }
     bumps = Bumps();
     const double threshold = ThresholdOf(all);
-    const bool areAlike = bumps.size() >= kLeastBumps && height_ <= kMostUnlike * LowerQuartile(bumps);
-    if (areAlike && !(threshold > 0.0 && IsCutAt(threshold))) return {height_, 0.0};
-    return {0.0, threshold};
+    const double low = bumps.size() >= kLeastBumps ? LowerQuartile(bumps) : 0.0;
+    const bool isCut = threshold > 0.0 && (height_ > kAlike * low || IsCutAt(threshold));
+    if (isCut) return {0.0, threshold};
+    return {height_ <= kMostUnlike * low ? height_ : 0.0, 0.0};
   }
 
  private:
