@@ -94,7 +94,7 @@ constexpr const char* kExamples =
     "  width       at half height above the baseline, m/z; resolution: m/z over width\n"
     "  sn          amplitude above the baseline over the noise there\n"
     "  height      above the baseline, with what the smoothing took from it\n"
-    "  mz_se, amplitude_se, area_se   standard errors\n"
+    "  mz_se, amplitude_se, area_se   standard errors of a peak that stands alone\n"
     "  counted     whether these come from counts; else from the noise alone, without what grows with a "
     "peak\n"
     "In mzML the intensity is the amplitude, and area, width, height, sn and the standard errors\n"

@@ -3,16 +3,20 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <fcntl.h>
 #include <tslbl/closed/common/Text.h>
-#include <cstdlib>
+#include <cerrno>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <optional>
 
 namespace TslCommon {
 namespace {
 
 namespace fs = std::filesystem;
+
+constexpr int kMostAttempts = 1000;
 
 bool Write(const std::string& path, std::string_view bytes) {
   std::ofstream out(path, std::ios::binary | std::ios::trunc);
@@ -21,27 +25,27 @@ bool Write(const std::string& path, std::string_view bytes) {
   return out.good();
 }
 
-mode_t UsualMode() {
-  const mode_t mask = umask(0);
-  umask(mask);
-  return 0666 & ~mask;
+// An empty file of a new name, with the permissions that the user gives to new files; empty if there can be
+// none.
+std::string NewFileBeside(const std::string& path) {
+  for (int attempt = 0; attempt < kMostAttempts; ++attempt) {
+    std::string name = path + '.' + std::to_string(getpid()) + '.' + std::to_string(attempt);
+    const int descriptor = open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+    if (descriptor >= 0) {
+      close(descriptor);
+      return name;
+    }
+    if (errno != EEXIST) break;
+  }
+  return "";
 }
 
-// An empty file for this process alone; empty if there can be none.
-std::string NewFileBeside(const std::string& path, mode_t mode) {
-  std::string name = path + ".XXXXXX";
-  const int descriptor = mkstemp(name.data());
-  if (descriptor < 0) return "";
-  fchmod(descriptor, mode);
-  close(descriptor);
-  return name;
-}
-
-bool Replace(const std::string& path, std::string_view bytes, mode_t mode) {
-  const std::string beside = NewFileBeside(path, mode);
+// `mode` is that of the file that is replaced, if there is one.
+bool Replace(const std::string& path, std::string_view bytes, std::optional<mode_t> mode) {
+  const std::string beside = NewFileBeside(path);
   if (beside.empty()) return false;
   std::error_code failure;
-  if (Write(beside, bytes)) {
+  if ((!mode || chmod(beside.c_str(), *mode) == 0) && Write(beside, bytes)) {
     fs::rename(beside, path, failure);
     if (!failure) return true;
   }
@@ -54,7 +58,7 @@ bool Replace(const std::string& path, std::string_view bytes, mode_t mode) {
 bool WriteWholeFile(const std::wstring& path, std::string_view bytes) {
   const std::string name = ToUtf8(path);
   struct stat there = {};
-  if (stat(name.c_str(), &there) != 0) return Replace(name, bytes, UsualMode());
+  if (stat(name.c_str(), &there) != 0) return Replace(name, bytes, std::nullopt);
   if (!S_ISREG(there.st_mode)) return Write(name, bytes);
   if (access(name.c_str(), W_OK) != 0) return false;
   std::error_code unknown;
