@@ -6,6 +6,7 @@
 #include <tool/frame/InputError.h>
 #include <tool/frame/StandardInput.h>
 #include <tool/io/OpenScans.h>
+#include <filesystem>
 
 namespace TslTool {
 namespace {
@@ -28,6 +29,13 @@ std::string InputPath(const std::string& input) {
 std::string InputName(const std::string& path) {
   if (path.empty()) return "demonstration run";
   return path == kStandardInputPath ? kStandardInputName : path;
+}
+
+std::string StemOf(const std::string& input) {
+  std::filesystem::path name = std::filesystem::path(input).filename();
+  const std::string packed = name.extension().string();
+  if (packed == ".gz" || packed == ".GZ") name = name.stem();
+  return name.stem().string();
 }
 
 void NamingStandardInput(const std::function<void()>& work) {

@@ -13,6 +13,9 @@ std::string InputPath(const std::string& input);
 // How messages call a path; an empty one is the demonstration run.
 std::string InputName(const std::string& path);
 
+// The name of a file without its folder, an ending .gz and one extension.
+std::string StemOf(const std::string& input);
+
 // Runs `work` so that an InputError about standard input calls it so.
 void NamingStandardInput(const std::function<void()>& work);
 

@@ -18,6 +18,7 @@ inline constexpr CvTerm kMassSpectrum = {"MS:1000294", "mass spectrum"};
 inline constexpr CvTerm kMs1Spectrum = {"MS:1000579", "MS1 spectrum"};
 inline constexpr CvTerm kMsnSpectrum = {"MS:1000580", "MSn spectrum"};
 inline constexpr CvTerm kCentroidSpectrum = {"MS:1000127", "centroid spectrum"};
+inline constexpr CvTerm kProfileSpectrum = {"MS:1000128", "profile spectrum"};
 inline constexpr CvTerm kMsLevel = {"MS:1000511", "ms level"};
 inline constexpr CvTerm kPositiveScan = {"MS:1000130", "positive scan"};
 inline constexpr CvTerm kNegativeScan = {"MS:1000129", "negative scan"};

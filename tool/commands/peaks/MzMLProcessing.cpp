@@ -3,7 +3,7 @@
 #include <fmt/format.h>
 
 #include <tool/chain/ChainFile.h>
-#include <tool/io/MzMLTerms.h>
+#include <pugixml.hpp>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -13,17 +13,17 @@ namespace {
 
 struct Step {
   std::string_view command;  // as a chain file names it
-  CvTerm term;
+  std::vector<CvTerm> terms;
 };
-constexpr Step kSteps[] = {{"Aerosol Filter", Cv::kDataFiltering},
-                           {"Smooth", Cv::kSmoothing},
-                           {"Baseline Subtract", Cv::kBaselineReduction},
-                           {"Threshold Subtract", Cv::kLowIntensityRemoval},
-                           {"Peak Detect", Cv::kPeakPicking}};
 
 using Params = std::vector<std::pair<std::string, std::string>>;
 
 const Step* FindStep(std::string_view command) {
+  static const Step kSteps[] = {{"Aerosol Filter", {Cv::kDataFiltering}},
+                                {"Smooth", {Cv::kSmoothing}},
+                                {"Baseline Subtract", {Cv::kBaselineReduction}},
+                                {"Threshold Subtract", {Cv::kLowIntensityRemoval}},
+                                {"Peak Detect", {Cv::kPeakPicking, Cv::kHeightPeakPicking}}};
   for (const Step& step : kSteps)
     if (step.command == command) return &step;
   return nullptr;
@@ -39,33 +39,21 @@ void Collect(const pugi::xml_node& element, const std::string& place, Params& pa
     if (child.type() == pugi::node_element) Collect(child, place + '/' + child.name(), params);
 }
 
-void AddMethod(pugi::xml_node& processing, const char* software, const CvTerm& term, Params& params) {
-  const auto order = std::distance(processing.begin(), processing.end());
-  pugi::xml_node method = processing.append_child("processingMethod");
-  method.append_attribute("order") = std::to_string(order).c_str();
-  method.append_attribute("softwareRef") = software;
-  AddTerm(method, term);
-  if (term.accession == Cv::kPeakPicking.accession) AddTerm(method, Cv::kHeightPeakPicking);
-  for (const auto& [name, value] : params) AddUserParam(method, name, value);
-  params.clear();
-}
-
 }  // namespace
 
-void AddProcessing(pugi::xml_node& processing, const char* software, const PeakOrigin& origin) {
+std::vector<ProcessingMethod> MethodsOf(const PeakOrigin& origin) {
   pugi::xml_document document;
   document.load_string(ChainToXml(origin.chain).c_str());
+  std::vector<ProcessingMethod> methods;
+  if (origin.scale) methods.push_back({{Cv::kNormalization}, {{"factor", fmt::format("{}", *origin.scale)}}});
   Params params;
-  if (origin.scale) {
-    params.emplace_back("factor", fmt::format("{}", *origin.scale));
-    AddMethod(processing, software, Cv::kNormalization, params);
-  }
   for (const pugi::xml_node& command : document.document_element().children("CurveEval")) {
     for (const pugi::xml_node& told : command.children()) Collect(told, told.name(), params);
     if (const Step* step = FindStep(command.attribute("Type").value()))
-      AddMethod(processing, software, step->term, params);
+      methods.push_back({step->terms, std::exchange(params, {})});
   }
-  AddMethod(processing, software, Cv::kConversion, params);
+  methods.push_back({{Cv::kConversion}, std::move(params)});
+  return methods;
 }
 
 }  // namespace TslTool

@@ -2,9 +2,9 @@
 
 #include <fmt/format.h>
 
-#include <tool/commands/peaks/PeaksInput.h>
 #include <tool/commands/peaks/TableNames.h>
 #include <tool/frame/InputError.h>
+#include <tool/io/InputPath.h>
 #include <algorithm>
 #include <filesystem>
 #include <utility>

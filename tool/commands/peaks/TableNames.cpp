@@ -5,6 +5,7 @@
 
 #include <tool/frame/InputError.h>
 #include <tool/frame/UsageError.h>
+#include <tool/io/InputPath.h>
 #include <filesystem>
 #include <map>
 #include <optional>
@@ -28,13 +29,6 @@ std::optional<FileId> IdOf(const std::string& file) {
 }
 
 }  // namespace
-
-std::string StemOf(const std::string& input) {
-  fs::path name = fs::path(input).filename();
-  const std::string packed = name.extension().string();
-  if (packed == ".gz" || packed == ".GZ") name = name.stem();
-  return name.stem().string();
-}
 
 void MakeFolder(const std::string& folder) {
   std::error_code failure;

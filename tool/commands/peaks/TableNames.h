@@ -11,9 +11,6 @@ struct NamedTable {
   std::string table;
 };
 
-// The name of a file without its folder, an ending .gz and one extension.
-std::string StemOf(const std::string& input);
-
 // Makes a folder, and those that it lies in, unless it is there. Throws InputError.
 void MakeFolder(const std::string& folder);
 

@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <optional>
-#include <pugixml.hpp>
 #include <string>
 #include <utility>
 #include <vector>
@@ -31,18 +30,10 @@ struct Method {
 
 std::vector<Method> MethodsOf(const std::vector<CurveEval>& chain,
                               std::optional<double> scale = std::nullopt) {
-  pugi::xml_document document;
-  pugi::xml_node processing = document.append_child("dataProcessing");
-  TslTool::AddProcessing(processing, "it", {"", {}, chain, scale});
   std::vector<Method> methods;
-  for (const pugi::xml_node& method : processing.children()) {
-    EXPECT_EQ(method.attribute("order").as_uint(), methods.size());
-    EXPECT_STREQ(method.attribute("softwareRef").value(), "it");
-    methods.emplace_back();
-    for (const pugi::xml_node& term : method.children("cvParam"))
-      methods.back().terms.emplace_back(term.attribute("accession").value());
-    for (const pugi::xml_node& param : method.children("userParam"))
-      methods.back().params.emplace_back(param.attribute("name").value(), param.attribute("value").value());
+  for (const TslTool::ProcessingMethod& told : TslTool::MethodsOf({"", {}, chain, scale})) {
+    methods.push_back({{}, told.params});
+    for (const TslTool::CvTerm& term : told.terms) methods.back().terms.emplace_back(term.accession);
   }
   return methods;
 }

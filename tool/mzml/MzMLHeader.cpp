@@ -1,16 +1,16 @@
-#include <tool/commands/peaks/MzMLHeader.h>
+#include <tool/mzml/MzMLHeader.h>
 
 #include <fmt/format.h>
 
-#include <tool/commands/peaks/MzMLProcessing.h>
-#include <tool/commands/peaks/TableNames.h>
 #include <tool/frame/StandardInput.h>
 #include <tool/frame/Visible.h>
+#include <tool/io/InputPath.h>
 #include <tool/io/OpenScans.h>
 #include <tool/io/Sha1.h>
 #include <tslbl/Version.h>
 #include <algorithm>
 #include <filesystem>
+#include <iterator>
 
 namespace TslTool {
 namespace {
@@ -81,7 +81,7 @@ void AddRunFile(pugi::xml_node& content, const std::string& input) {
   AddUserParam(content, "SHA-1 of the run", Sha1OfFile(input));
 }
 
-void AddSource(pugi::xml_node& description, const PeakOrigin& origin, const MzMLContent& content) {
+void AddSource(pugi::xml_node& description, const MzMLOrigin& origin, const MzMLContent& content) {
   const fs::path path = fs::absolute(origin.input);
   pugi::xml_node list = AddList(description, "sourceFileList", 1);
   pugi::xml_node source = list.append_child("sourceFile");
@@ -97,11 +97,10 @@ void AddSource(pugi::xml_node& description, const PeakOrigin& origin, const MzML
   AddTerm(source, Cv::kSha1, Sha1OfFile(origin.input));
 }
 
-void AddDescription(pugi::xml_node& mzml, const PeakOrigin& origin, const MzMLContent& content) {
+void AddDescription(pugi::xml_node& mzml, const MzMLOrigin& origin, const MzMLContent& content) {
   pugi::xml_node description = mzml.append_child("fileDescription");
   pugi::xml_node what = description.append_child("fileContent");
   for (const CvTerm& type : content.types) AddTerm(what, type);
-  AddTerm(what, Cv::kCentroidSpectrum);
   if (IsSourceFile(origin.input)) {
     AddSource(description, origin, content);
   } else if (IsNamedFile(origin.input)) {
@@ -109,12 +108,12 @@ void AddDescription(pugi::xml_node& mzml, const PeakOrigin& origin, const MzMLCo
   }
 }
 
-void AddSoftware(pugi::xml_node& mzml) {
+void AddSoftware(pugi::xml_node& mzml, const std::string& program) {
   pugi::xml_node list = AddList(mzml, "softwareList", 1);
   pugi::xml_node software = list.append_child("software");
   software.append_attribute("id") = kSoftware;
   software.append_attribute("version") = TSLBL_VERSION;
-  AddTerm(software, Cv::kCustomSoftware, "tslbl peaks");
+  AddTerm(software, Cv::kCustomSoftware, program);
 }
 
 // Of the instrument of a foreign file nothing is known here.
@@ -135,11 +134,20 @@ void AddInstrument(pugi::xml_node& mzml, const std::string& input) {
   }
 }
 
-void AddProcessingList(pugi::xml_node& mzml, const PeakOrigin& origin) {
+void AddMethod(pugi::xml_node& processing, const ProcessingMethod& told) {
+  const auto order = std::distance(processing.begin(), processing.end());
+  pugi::xml_node method = processing.append_child("processingMethod");
+  method.append_attribute("order") = std::to_string(order).c_str();
+  method.append_attribute("softwareRef") = kSoftware;
+  for (const CvTerm& term : told.terms) AddTerm(method, term);
+  for (const auto& [name, value] : told.params) AddUserParam(method, name, value);
+}
+
+void AddProcessingList(pugi::xml_node& mzml, const MzMLOrigin& origin) {
   pugi::xml_node list = AddList(mzml, "dataProcessingList", 1);
   pugi::xml_node processing = list.append_child("dataProcessing");
   processing.append_attribute("id") = kProcessing;
-  AddProcessing(processing, kSoftware, origin);
+  for (const ProcessingMethod& method : origin.methods) AddMethod(processing, method);
 }
 
 std::string NameOf(const std::string& input) {
@@ -173,7 +181,7 @@ void AddRun(pugi::xml_node& mzml, const std::string& input, const MzMLContent& c
 
 }  // namespace
 
-std::string MzMLHeader(const PeakOrigin& origin, const MzMLContent& content) {
+std::string MzMLHeader(const MzMLOrigin& origin, const MzMLContent& content) {
   pugi::xml_document document;
   pugi::xml_node root =
       AddRoot(document, "indexedmzML", "http://psidev.info/files/ms/mzML/xsd/mzML1.1.2_idx.xsd");
@@ -182,7 +190,7 @@ std::string MzMLHeader(const PeakOrigin& origin, const MzMLContent& content) {
   mzml.append_attribute("version") = "1.1.0";
   AddVocabularies(mzml);
   AddDescription(mzml, origin, content);
-  AddSoftware(mzml);
+  AddSoftware(mzml, origin.program);
   AddInstrument(mzml, origin.input);
   AddProcessingList(mzml, origin);
   AddRun(mzml, origin.input, content);
