@@ -31,6 +31,7 @@
 #include <tslbl/closed/math/peak/Features.h>
 #include <tslbl/closed/math/peak/GaussPeak.h>
 #include <tslbl/closed/math/peak/SplinePeak.h>
+#include <tslbl/closed/math/peak/TypicalOfKinds.h>
 #include <tslbl/closed/math/peak/TypicalWidth.h>
 #include <tslbl/closed/math/smooth/Smoothing.h>
 

@@ -75,8 +75,10 @@ def view(samples, y, filter, spacing, raw):
     peaks, _ = find_peaks(y)
     if len(peaks) == 0: return 0.0, 0.0, False
     prominence = peak_prominences(y, peaks)[0]
-    order = np.argsort(-prominence, kind="stable")[:32]
-    order = order[prominence[order] >= 0.05 * prominence[order[0]]]
+    order = np.argsort(-prominence, kind="stable")
+    largest = prominence[order[0]]
+    alone = (prominence >= 0.7 * (y[peaks] - np.sort(y)[len(y) // 2])) & (prominence >= 0.0025 * largest)
+    order = order[((prominence >= 0.05 * largest) | alone)[order]][:32]
     seen = []
     for k in order:
         most = 100 * about(samples, spacing * (peaks[k] + ends), 1, raw)
@@ -87,6 +89,7 @@ def view(samples, y, filter, spacing, raw):
         width = spacing * peak_widths(y, peaks[k:k + 1], 0.5 * height / prominence[k])[0][0]
         if width > 512: continue
         strength = min(height / bennett(noise + 0.7 * ion * height, ion, places), 100)
+        if prominence[k] < 0.05 * largest and strength < 4: continue
         seen.append((width, np.sqrt(prominence[k]), strength))
     if not seen: return 0.0, 0.0, False
     width, weight, strength = np.array(sorted(seen)).T

@@ -2,8 +2,10 @@
 
 #include <tslbl/closed/math/peak/TypicalWidth.h>
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <set>
 
 namespace TslTool {
 namespace {
@@ -13,19 +15,25 @@ namespace {
 constexpr double kWidestStep = 0.3;
 constexpr double kWidestRelativeStep = 3e-4;
 constexpr double kAlike = 1.5;
+constexpr double kSame = 1.1;
 constexpr std::size_t kTallest = 50;
 // Shares of the points that lie evenly between their neighbours.
 constexpr double kMost = 0.5;
 constexpr double kNearlyAll = 0.9;
 constexpr double kFew = 0.25;
+// Of those the share that lies in the very middle: 0.96 and more in profiles, 0.5 and less in lists.
+constexpr double kSmooth = 0.75;
+// Steps of an axis that is rounded come in a few sizes.
+constexpr std::size_t kRounded = 16;
+constexpr double kSizeUnit = 1e-6;  // m/z
 constexpr std::size_t kLeastToOverrule = 50;
 constexpr double kNominalStep = 0.9;
 constexpr double kWidePeak = 5.0;  // points
 
-bool IsMiddle(const std::vector<double>& mz, std::size_t i) {
+bool IsMiddle(const std::vector<double>& mz, std::size_t i, double alike = kAlike) {
   const double left = mz[i] - mz[i - 1];
   const double right = mz[i + 1] - mz[i];
-  return left <= kAlike * right && right <= kAlike * left;
+  return left <= alike * right && right <= alike * left;
 }
 
 bool IsEven(const std::vector<double>& mz, std::size_t i) {
@@ -40,10 +48,27 @@ double ShareOf(const std::vector<double>& mz, Judge isGood) {
   return static_cast<double>(good) / static_cast<double>(mz.size() - 2);
 }
 
+// Peaks of a list that lie as close as the points of a profile, as isotopes of high charge do, lie
+// irregularly.
+bool IsScattered(const std::vector<double>& mz) {
+  std::size_t even = 0;
+  std::size_t smooth = 0;
+  std::set<long long> sizes;
+  for (std::size_t i = 1; i + 1 < mz.size(); ++i) {
+    if (!IsEven(mz, i)) continue;
+    ++even;
+    if (IsMiddle(mz, i, kSame)) ++smooth;
+    if (sizes.size() <= kRounded) sizes.insert(std::llround((mz[i] - mz[i - 1]) / kSizeUnit));
+  }
+  return even >= kLeastToOverrule && sizes.size() > kRounded &&
+         static_cast<double>(smooth) < kSmooth * static_cast<double>(even);
+}
+
 // A coarse grid, as of a trace over time or of an instrument that steps by half a peak. Lists of nominal
 // masses have steps of 1 and no peak as wide.
 bool IsCoarseProfile(const Scan& scan) {
-  if (ShareOf(scan.mz, IsMiddle) < kNearlyAll) return false;
+  const auto isMiddle = [](const std::vector<double>& mz, std::size_t i) { return IsMiddle(mz, i); };
+  if (ShareOf(scan.mz, isMiddle) < kNearlyAll) return false;
   const double step = (scan.mz.back() - scan.mz.front()) / static_cast<double>(scan.mz.size() - 1);
   if (scan.representation == Scan::Profile && step < kNominalStep) return true;
   return TslMath::TypicalPeakWidth(scan.amplitude.data(),
@@ -75,6 +100,7 @@ Scan::Representation JudgedRepresentation(const Scan& scan) {
   if (scan.mz.size() < 3) return isMarked ? scan.representation : Scan::Profile;
   const bool isLong = scan.mz.size() >= kLeastToOverrule;
   const double all = ShareOf(scan.mz, IsEven);
+  if (!isMarked && IsScattered(scan.mz)) return Scan::Centroid;
   if (scan.representation == Scan::Centroid)
     return OrMark(isLong && all >= kNearlyAll, Scan::Profile, Scan::Centroid);
   if (all >= kMost || IsCoarseProfile(scan)) return Scan::Profile;

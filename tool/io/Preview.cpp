@@ -2,6 +2,7 @@
 
 #include <tool/frame/InputError.h>
 #include <tool/frame/Interrupt.h>
+#include <tslbl/closed/math/peak/TypicalOfKinds.h>
 #include <tslbl/closed/math/peak/TypicalWidth.h>
 #include <algorithm>
 #include <deque>
@@ -20,7 +21,7 @@ constexpr std::size_t kLookedAt = 32;  // whatever they hold
 constexpr double kHigher = 1.1;
 constexpr std::ptrdiff_t kStretch = 512;  // points
 constexpr double kEven = 1.5;
-constexpr double kOtherKind = 0.6;
+constexpr double kNarrowShare = 0.1;
 
 using Loader = std::function<LoadedSpectrum()>;
 
@@ -104,7 +105,7 @@ class Findings {
     preview.points = Median(pointsWithPeaks_);
     preview.spectra = seen_.size();
     preview.isSettled = Suffice();
-    preview.pointsAcross = TypicalWidth();
+    preview.pointsAcross = TslMath::TypicalOfKinds(seen_, kNarrowShare);
     const auto [least, most] = std::ranges::minmax(steps_);
     if (least > 0.0 && most <= kEven * least) preview.evenStep = Median(steps_);
     return preview;
@@ -123,32 +124,16 @@ class Findings {
     const TslMath::PeakWidth width =
         TslMath::MeasurePeakWidth(y.data(), static_cast<std::uint32_t>(y.size()));
     if (!(width.points > 0.0)) return;
-    seen_.push_back(width);
-    squares_ += width.strength * width.strength;
+    const double weight = width.strength * width.strength;
+    seen_.push_back({width.points, weight});
+    squares_ += weight;
     pointsWithPeaks_.push_back(points_.back());
     steps_.push_back(EvenStep(spectrum.xAxis));
   }
 
-  // Below which this share lies; each counts by the square of its strength.
-  double Quantile(double share) const {
-    double rest = share * squares_;
-    for (const TslMath::PeakWidth& width : seen_)
-      if ((rest -= width.strength * width.strength) <= 0.0) return width.points;
-    return seen_.back().points;
-  }
-
-  // The median; but where some spectra have far narrower peaks, in points, these decide: smoothing would ruin
-  // them.
-  double TypicalWidth() {
-    std::ranges::sort(seen_, {}, &TslMath::PeakWidth::points);
-    const double median = Quantile(0.5);
-    const double narrow = Quantile(0.1);
-    return narrow < kOtherKind * median ? narrow : median;
-  }
-
   std::vector<double> points_;  // of each spectrum
   std::vector<double> pointsWithPeaks_;
-  std::vector<TslMath::PeakWidth> seen_;
+  std::vector<TslMath::WeightedWidth> seen_;
   std::vector<double> steps_;
   double squares_ = 0.0;
   double highest_ = 0.0;

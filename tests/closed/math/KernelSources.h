@@ -29,6 +29,7 @@
 #include <tslbl/closed/math/peak/IntervalBounds.cpp>
 #include <tslbl/closed/math/peak/ProminentBumps.cpp>
 #include <tslbl/closed/math/peak/SplinePeak.cpp>
+#include <tslbl/closed/math/peak/TypicalOfKinds.cpp>
 #include <tslbl/closed/math/peak/TypicalWidth.cpp>
 #include <tslbl/closed/math/smooth/MedianNetwork.cpp>
 #include <tslbl/closed/math/smooth/MedianWindow.cpp>

@@ -74,6 +74,32 @@ TEST(JudgedRepresentation, PointsHereAndThereAreCentroid) {
     EXPECT_EQ(JudgedRepresentation(Centroid(peaks)), Scan::Centroid) << peaks;
 }
 
+// Isotopes of many charge states, and with them peaks of others: as close as the points of a profile, but
+// anywhere.
+Scan DenseList() {
+  std::mt19937_64 random(1);
+  std::exponential_distribution gap(1.0 / 0.05);
+  Scan scan;
+  for (double mz = 500.0; mz < 900.0; mz += 0.012 + gap(random)) {
+    scan.mz.push_back(mz);
+    scan.amplitude.push_back(1e5 + 1e8 * std::exp(-0.5 * std::pow((mz - 700.0) / 1.0, 2.0)));
+  }
+  return scan;
+}
+
+TEST(JudgedRepresentation, ADenseListIsCentroidUnlessItIsMarked) {
+  EXPECT_EQ(JudgedRepresentation(DenseList()), Scan::Centroid);
+  EXPECT_EQ(JudgedRepresentation(Marked(DenseList(), Scan::Profile)), Scan::Profile);
+}
+
+TEST(JudgedRepresentation, AProfileWithRoundedMassesIsOne) {
+  for (const double digit : {1e-3, 1e-4}) {
+    Scan scan = Profile(200, 20000, [](double mz) { return 1.1e-5 * mz; });
+    for (double& mz : scan.mz) mz = digit * std::round(mz / digit);
+    EXPECT_EQ(JudgedRepresentation(scan), Scan::Profile) << digit;
+  }
+}
+
 TEST(JudgedRepresentation, AMarkHoldsWherePointsAreNotPlain) {
   const Scan pair = Profile(100, 2, [](double) { return 0.1; });
   for (const auto mark : {Scan::Profile, Scan::Centroid}) {

@@ -126,6 +126,14 @@ TEST(MzMLDamage, RefusesNumpressOfAnotherLengthThanAnnounced) {
               HasSubstr("characters, but its encodedLength is \"40\""));
 }
 
+TEST(MzMLDamage, RefusesNumpressOfALengthThatIsNotAnnounced) {
+  std::string array = ArrayOf(kMz, NumpressLinear(kAxis, 1e5), kFloat64, kLinear);
+  const std::size_t at = array.find("encodedLength=");
+  array.erase(at, array.find('"', at + 15) + 1 - at);
+  EXPECT_THAT(ErrorOfArrays(array + IntensityArray()),
+              HasSubstr("characters, but its encodedLength is \"\""));
+}
+
 TEST(MzMLDamage, RefusesALengthOfAnArrayThatIsNoNumber) {
   std::string array = MzArray();
   array.insert(array.find(" encodedLength"), " arrayLength=\"four\"");

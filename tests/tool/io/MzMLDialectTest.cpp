@@ -164,7 +164,7 @@ TEST(MzMLDialects, AUnitThatIsNoneOfTimeGivesNoTime) {
 
 TEST(MzMLDialects, AWrongEncodedLengthIsToldAndTheTextRead) {
   const std::string spectrum = PlainSpectrum("scan=1", kAxis, kCounts);
-  for (const char* wrong : {"encodedLength=\"40\"", "encodedLength=\"\"", "encodedLength=\"-1\"", ""}) {
+  for (const char* wrong : {"encodedLength=\"40\"", "encodedLength=\"\"", "encodedLength=\"-1\""}) {
     const auto [scan, warnings] = WithWarnings(MzML(Replaced(spectrum, "encodedLength=\"44\"", wrong)));
     EXPECT_EQ(scan.mz, kAxis);
     EXPECT_EQ(scan.amplitude, kCounts);
@@ -172,6 +172,13 @@ TEST(MzMLDialects, AWrongEncodedLengthIsToldAndTheTextRead) {
                 ElementsAre(HasSubstr("with an encodedLength that its text has not, read as the text is")));
   }
   EXPECT_THAT(WithWarnings(MzML(spectrum)).second, IsEmpty());
+}
+
+TEST(MzMLDialects, AMissingEncodedLengthIsNoTrouble) {
+  const std::string spectrum = PlainSpectrum("scan=1", kAxis, kCounts);
+  const auto [scan, warnings] = WithWarnings(MzML(Replaced(spectrum, "encodedLength=\"44\"", "")));
+  EXPECT_EQ(scan.amplitude, kCounts);
+  EXPECT_THAT(warnings, IsEmpty());
 }
 
 TEST(MzMLDialects, ProfilePointsInAnyOrderAreSortedAndTold) {

@@ -2,7 +2,11 @@
 
 #include <fmt/format.h>
 
+#include <tool/commands/peaks/FlatTop.h>
+#include <tool/commands/peaks/LostHeight.h>
 #include <algorithm>
+#include <optional>
+#include <vector>
 
 namespace TslTool {
 namespace {
@@ -46,17 +50,66 @@ std::uint32_t EvenWidth(const TslBL::Spectrum& spectrum) {
   return mustBeOdd && even != windows.end() ? even->Size : 0;
 }
 
+double WidthOf(const TslBL::PeakInfo& peak) { return peak.halfHeightRightIdx - peak.halfHeightLeftIdx; }
+
+constexpr double kTooWide = 10.0;  // times the others
+
+// The widest peak, if it is too wide to be one of them.
+const TslBL::PeakInfo* HumpOf(const TslBL::Spectrum& spectrum) {
+  if (spectrum.peaks.empty()) return nullptr;
+  std::vector<double> widths;
+  for (const TslBL::PeakInfo& peak : spectrum.peaks) widths.push_back(WidthOf(peak));
+  const auto middle = widths.begin() + (std::ssize(widths) - 1) / 2;
+  std::nth_element(widths.begin(), middle, widths.end());
+  const auto widest = std::ranges::max_element(spectrum.peaks, {}, WidthOf);
+  return WidthOf(*widest) > kTooWide * *middle ? &*widest : nullptr;
+}
+
+// In less than a handful of points nobody looks for a peak.
+constexpr std::size_t kHandful = 7;
+
+bool IsTooShortForPeaks(const TslBL::Spectrum& spectrum) {
+  const std::size_t points = spectrum.xAxis.size();
+  return spectrum.peaks.empty() && kHandful <= points && points < kLeastPoints;
+}
+
+std::string Place(double mz) { return fmt::format("m/z {:.2f}", mz); }
+
 std::string Counted(std::uint64_t count, const std::string& what) {
   return fmt::format("{} {} {}", count, count == 1 ? "spectrum" : "spectra", what);
 }
 
 }  // namespace
 
+void Troubled::Add(std::uint32_t scan, const std::string& where) {
+  const std::lock_guard lock(mutex_);
+  if (count_++ > 0 && scan >= first_) return;
+  first_ = scan;
+  where_ = where;
+}
+
+std::string Troubled::Text(const std::string& trouble, const std::string& wayOut) const {
+  if (count_ == 0) return "";
+  const std::string place = where_.empty() ? "" : ", " + where_;
+  return fmt::format("{} (first at scan {}{}){}", Counted(count_, trouble), first_, place, wayOut);
+}
+
 void EvaluationRemarks::Look(const LoadedSpectrum& loaded, double lift) {
   if (LosesAmplitudes(loaded, lift)) ++cut_;
   if (HasNoiselessPeak(*loaded.spectrum)) ++noiseless_;
   if (IsShorterThanItsWindow(*loaded.spectrum)) ++short_;
   if (const std::uint32_t width = EvenWidth(*loaded.spectrum)) evenWidth_ = width;
+  LookAtPeaks(loaded);
+}
+
+void EvaluationRemarks::LookAtPeaks(const LoadedSpectrum& loaded) {
+  const TslBL::Spectrum& spectrum = *loaded.spectrum;
+  if (HasFlatTop(loaded.measured)) flat_.Add(loaded.scan);
+  if (const auto lost = MostLostHeight(loaded))
+    flattened_.Add(loaded.scan, fmt::format("{}, {:.0f} %", Place(lost->mz), 100.0 * lost->part));
+  if (const TslBL::PeakInfo* hump = HumpOf(spectrum))
+    wide_.Add(loaded.scan, Place(spectrum.xAxis[hump->apexIdx]));
+  if (IsTooShortForPeaks(spectrum)) few_.Add(loaded.scan);
 }
 
 std::vector<std::string> EvaluationRemarks::Texts() const {
@@ -75,6 +128,15 @@ std::vector<std::string> EvaluationRemarks::Texts() const {
   if (const std::uint32_t width = evenWidth_)
     texts.push_back(
         fmt::format("a window of {} points is smoothed with {}, the next odd number", width, width + 1));
+  texts.push_back(flat_.Text("with a flat top of 4 points or more, as of a detector at its end",
+                             "; heights and areas are too low there"));
+  texts.push_back(flattened_.Text("with peaks that smoothing makes lower by a fifth or more",
+                                  "; a smaller window, or --smooth off, keeps them"));
+  texts.push_back(wide_.Text("with peaks ten times as wide as the others, which may be background",
+                             "; --max-width leaves them out"));
+  texts.push_back(few_.Text(fmt::format("without a peak and shorter than {} points", kLeastPoints),
+                            ", which may be too few to tell a peak from its background"));
+  std::erase(texts, "");
   return texts;
 }
 

@@ -4,10 +4,26 @@
 #include <tool/io/SpectrumSource.h>
 #include <atomic>
 #include <cstdint>
+#include <mutex>
 #include <string>
 #include <vector>
 
 namespace TslTool {
+
+// Spectra with some trouble: how many, and the first of them.
+class Troubled {
+ public:
+  // `where` is added to the scan, as in "m/z 200.1". On any number of threads.
+  void Add(std::uint32_t scan, const std::string& where = "");
+  // As in "2 spectra with a hump (first at scan 3, m/z 200.1); --off helps"; empty if there is none.
+  std::string Text(const std::string& trouble, const std::string& wayOut) const;
+
+ private:
+  std::mutex mutex_;
+  std::uint64_t count_ = 0;
+  std::uint32_t first_ = 0;
+  std::string where_;
+};
 
 class EvaluationRemarks {
  public:
@@ -17,10 +33,16 @@ class EvaluationRemarks {
   std::vector<std::string> Texts() const;
 
  private:
+  void LookAtPeaks(const LoadedSpectrum& loaded);
+
   std::atomic<std::uint64_t> cut_ = 0;        // amplitudes below 0 are lost
   std::atomic<std::uint64_t> noiseless_ = 0;  // peaks whose noise is too small for a ratio
   std::atomic<std::uint64_t> short_ = 0;      // fewer points than the smoothing's window
   std::atomic<std::uint32_t> evenWidth_ = 0;  // of a window that must be odd; 0: it is
+  Troubled flat_;                             // the detector was at its end
+  Troubled flattened_;                        // peaks are narrower than the smoothing's window
+  Troubled wide_;                             // background that passes for peaks
+  Troubled few_;                              // points, too few to tell a peak from its background
 };
 
 }  // namespace TslTool

@@ -40,9 +40,19 @@ TEST(ProminentBumps, ComeWithTheLargestFirst) {
   EXPECT_EQ(bumps[2].prominence, 2.0);
 }
 
-TEST(ProminentBumps, EndAtATwentiethOfTheLargest) {
-  EXPECT_EQ(ProminentBumps({0, 100, 0, 5, 0}).size(), 2U);
-  EXPECT_EQ(ProminentBumps({0, 100, 0, 4.9, 0}).size(), 1U);
+TEST(ProminentBumps, AreProminentDownToATwentiethOfTheLargest) {
+  EXPECT_TRUE(ProminentBumps({0, 100, 0, 5, 0})[1].isProminent);
+  EXPECT_FALSE(ProminentBumps({0, 100, 0, 4.9, 0})[1].isProminent);
+}
+
+TEST(ProminentBumps, EndAtAFourHundredthOfTheLargest) {
+  EXPECT_EQ(ProminentBumps({0, 400, 0, 1, 0}).size(), 2U);
+  EXPECT_EQ(ProminentBumps({0, 400, 0, 0.9, 0}).size(), 1U);
+}
+
+TEST(ProminentBumps, OnTheFlankOfALargerOneAreLeftOut) {
+  EXPECT_EQ(ProminentBumps({0, 0, 0, 50, 46, 100, 0, 0, 0}).size(), 1U);
+  EXPECT_EQ(ProminentBumps({0, 0, 0, 50, 45, 100, 0, 0, 0}).size(), 2U);
 }
 
 TEST(ProminentBumps, OfEqualSamplesTheFirstIsTheTop) {

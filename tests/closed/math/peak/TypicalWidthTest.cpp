@@ -133,9 +133,30 @@ TEST(TypicalPeakWidth, IsThatOfTheThirtyTwoMostProminentLines) {
   EXPECT_NEAR(WidthOfLines({{15, 1000, 20}, {17, 990, 30}, {40, 900, 20}}), 30.0, 0.1);
 }
 
-TEST(TypicalPeakWidth, LeavesOutLinesBelowATwentiethOfTheTallest) {
-  EXPECT_NEAR(WidthOfLines({{3, 1000, 20}, {25, 40, 30}}), 20.0, 0.1);
-  EXPECT_NEAR(WidthOfLines({{3, 1000, 20}, {25, 55, 30}}), 30.0, 0.1);
+TEST(TypicalPeakWidth, LeavesOutLinesBelowAFourHundredthOfTheTallest) {
+  EXPECT_NEAR(WidthOfLines({{1, 1000, 20}, {25, 2.3, 30}}), 20.0, 0.1);
+  EXPECT_NEAR(WidthOfLines({{1, 1000, 20}, {25, 3, 30}}), 30.0, 0.1);
+}
+
+TEST(TypicalPeakWidth, IsThatOfNarrowLinesBesideAStrongWideOne) {
+  Random random(1);
+  for (const double height : {300.0, 1000.0}) {
+    Samples y(kPoints, 5.0);
+    AddLine(y, 10000.0, 20000.0, 60.0);
+    for (double centre = 2000.0; centre < 9000.0; centre += 2000.0) AddLine(y, centre, height, 6.0);
+    MakeCounts(y, random);
+    EXPECT_NEAR(WidthOf(y), 6.0, 0.5) << height;
+  }
+}
+
+TEST(TypicalPeakWidth, OfAStrongWideLineIsNotThatOfTheNoiseOnItsFlanks) {
+  Random random(1);
+  for (int k = 0; k < 20; ++k) {
+    Samples y(kPoints, 5.0);
+    AddLine(y, 10000.0, 20000.0, 60.0);
+    MakeCounts(y, random);
+    EXPECT_NEAR(WidthOf(y), 60.0, 2.0);
+  }
 }
 
 TEST(TypicalPeakWidth, WeighsALineByTheRootOfItsProminence) {

@@ -6,11 +6,13 @@
 #include <cmath>
 #include <sstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <fmt/format.h>
 #include <tool/TempFile.h>
 #include <tool/ToolRun.h>
+#include <tool/commands/peaks/EvaluationRemarks.h>
 
 namespace tests {
 namespace {
@@ -89,6 +91,67 @@ TEST(EvaluationRemarks, AWindowThatIsNotTakenAsItStandsIsTold) {
       HasSubstr("1 spectrum shorter than the window of the smoothing, which is cut to their length\n"));
   for (const char* how : {"savgol:5", "median:5", "mean:4", "gaussian:4", "savgol:599", "off"})
     EXPECT_EQ(Evaluate(text, {"--smooth", how}).err, "") << how;
+}
+
+// A line of 0.6 m/z and others, over some scatter.
+std::string WithLines(const std::vector<std::pair<double, double>>& widthsAndHeights, double most = 1e9) {
+  std::string text;
+  for (int i = 0; i < 3000; ++i) {
+    const double mz = 100.0 + 0.1 * i;
+    double amplitude = i * 7919 % 11;
+    double centre = 150.0;
+    for (const auto& [width, height] : widthsAndHeights) {
+      amplitude += height * std::exp(-4.0 * std::log(2.0) * std::pow((mz - centre) / width, 2.0));
+      centre += 100.0;
+    }
+    text += fmt::format("{:.1f} {:.3f}\n", mz, std::min(amplitude, most));
+  }
+  return text;
+}
+
+TEST(EvaluationRemarks, AFlatTopIsTold) {
+  const std::string told =
+      "1 spectrum with a flat top of 4 points or more, as of a detector at its end (first "
+      "at scan 1); heights and areas are too low there\n";
+  EXPECT_THAT(Evaluate(WithLines({{0.6, 9000}}, 3000), {}).err, HasSubstr(told));
+  EXPECT_EQ(Evaluate(WithLines({{0.6, 9000}}), {}).err, "");
+}
+
+TEST(EvaluationRemarks, PeaksThatSmoothingFlattensAreTold) {
+  const Outcome outcome = Evaluate(WithLines({{0.6, 9000}, {3.0, 5000}}), {"--smooth", "savgol:33:2"});
+  EXPECT_THAT(
+      outcome.err,
+      HasSubstr("1 spectrum with peaks that smoothing makes lower by a fifth or more (first at scan 1, "
+                "m/z 150.00, "));
+  EXPECT_THAT(outcome.err, HasSubstr(" %); a smaller window, or --smooth off, keeps them\n"));
+}
+
+TEST(EvaluationRemarks, AHumpAmongPeaksIsTold) {
+  const Outcome outcome = Evaluate(WithLines({{0.6, 9000}, {20.0, 3000}, {0.6, 8000}}), {});
+  EXPECT_THAT(outcome.err,
+              HasSubstr("1 spectrum with peaks ten times as wide as the others, which may be background "
+                        "(first at scan 1, m/z 2"));
+  EXPECT_EQ(Evaluate(WithLines({{0.6, 9000}, {20.0, 3000}, {0.6, 8000}}), {"--max-width", "5"}).err, "");
+}
+
+TEST(EvaluationRemarks, AWindowTooShortForAPeakIsTold) {
+  std::string text;
+  for (int i = 0; i < 14; ++i)
+    text += fmt::format("{:.1f} {:.0f}\n", 100.0 + 0.1 * i, 1000.0 * std::exp(-0.06 * (i - 7) * (i - 7)));
+  EXPECT_THAT(
+      Evaluate(text, {}).err,
+      HasSubstr("1 spectrum without a peak and shorter than 25 points (first at scan 1), which may be "
+                "too few to tell a peak from its background\n"));
+}
+
+TEST(Troubled, NamesTheFirstWhateverTheOrder) {
+  TslTool::Troubled troubled;
+  EXPECT_EQ(troubled.Text("with x", "; y"), "");
+  troubled.Add(7, "m/z 2");
+  EXPECT_EQ(troubled.Text("with x", "; y"), "1 spectrum with x (first at scan 7, m/z 2); y");
+  troubled.Add(3, "m/z 1");
+  troubled.Add(5);
+  EXPECT_EQ(troubled.Text("with x", "; y"), "3 spectra with x (first at scan 3, m/z 1); y");
 }
 
 TEST(EvaluationRemarks, ScaledAmplitudesGiveThePeaksOfLargeOnes) {

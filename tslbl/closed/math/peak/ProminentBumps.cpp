@@ -8,7 +8,11 @@ namespace TslMath {
 namespace {
 
 constexpr std::size_t kMostBumps = 32;
-constexpr double kLeastProminence = 0.05;  // of the largest
+// Of the prominence of the largest.
+constexpr double kProminent = 0.05;
+constexpr double kLeast = 0.0025;
+// Of its height above the middle of the curve.
+constexpr double kAlone = 0.7;
 
 struct Landscape {
   std::vector<std::size_t> tops;
@@ -60,6 +64,23 @@ std::vector<Bump> AllBumps(const std::vector<double>& y) {
   return bumps;
 }
 
+double Median(std::vector<double> y) {
+  const auto middle = y.begin() + static_cast<std::ptrdiff_t>(y.size() / 2);
+  std::ranges::nth_element(y, middle);
+  return *middle;
+}
+
+// Noise on the flanks of a large bump makes bumps as large as small peaks elsewhere.
+void LeaveOutSmallOnes(std::vector<Bump>& bumps, const std::vector<double>& y) {
+  const double largest = std::ranges::max(bumps, {}, &Bump::prominence).prominence;
+  const double middle = Median(y);
+  std::erase_if(bumps, [&](Bump& bump) {
+    bump.isProminent = bump.prominence >= kProminent * largest;
+    const bool isAlone = bump.prominence >= kAlone * (y[bump.at] - middle);
+    return !bump.isProminent && !(isAlone && bump.prominence >= kLeast * largest);
+  });
+}
+
 // How far from the top the curve falls to the level, going by `step`.
 double DistanceTo(const std::vector<double>& y, std::size_t top, std::ptrdiff_t step, double level) {
   auto i = static_cast<std::ptrdiff_t>(top);
@@ -75,12 +96,12 @@ double DistanceTo(const std::vector<double>& y, std::size_t top, std::ptrdiff_t 
 std::vector<Bump> ProminentBumps(const std::vector<double>& y) {
   if (y.empty()) return {};
   std::vector<Bump> bumps = AllBumps(y);
+  if (bumps.empty()) return {};
+  LeaveOutSmallOnes(bumps, y);
   const std::size_t kept = std::min(bumps.size(), kMostBumps);
   std::ranges::partial_sort(bumps, bumps.begin() + static_cast<std::ptrdiff_t>(kept), std::ranges::greater{},
                             &Bump::prominence);
   bumps.resize(kept);
-  std::erase_if(bumps,
-                [&](const Bump& b) { return !(b.prominence >= kLeastProminence * bumps[0].prominence); });
   return bumps;
 }
 

@@ -7,12 +7,14 @@
 namespace TslMath {
 
 struct Bump {
-  std::size_t at;     // index of the top, of equal samples the first
-  double prominence;  // above the higher of the two lowest places that part it from higher points
+  std::size_t at;            // index of the top, of equal samples the first
+  double prominence;         // above the higher of the two lowest places that part it from higher points
+  bool isProminent = false;  // with at least a twentieth of the largest prominence
 };
 
-// The 32 most prominent local maxima, the largest first, down to a twentieth of the largest. Finite samples.
-// O(n).
+// The 32 most prominent local maxima, the largest first, down to a twentieth of the largest; and down to a
+// four hundredth those that stand alone, as they rise by 0.7 of their height above the middle of the curve.
+// Finite samples. O(n).
 std::vector<Bump> ProminentBumps(const std::vector<double>& y);
 
 // How many points across the bump with this top is where the curve falls below `level`, on straight lines

@@ -2,12 +2,12 @@
 
 #include <tslbl/closed/math/peak/BumpNoise.h>
 #include <tslbl/closed/math/peak/ProminentBumps.h>
+#include <tslbl/closed/math/peak/TypicalOfKinds.h>
 #include <tslbl/closed/math/smooth/Smoothing.h>
 
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <numeric>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -24,8 +24,8 @@ constexpr double kSecondChange = 0.35;
 constexpr double kClear = 20.0;
 constexpr double kWideFilter = 0.6;  // widths
 constexpr double kLeastStrength = 2.5;
-// Widths of peaks of another kind are below this part of the median.
-constexpr double kOtherKind = 0.6;
+// Of the weight, from which on narrow peaks decide.
+constexpr double kNarrowShare = 0.25;
 // Of the prominence of the largest; of strength; of points; and of the width that filters agree on.
 constexpr double kMain = 0.5;
 constexpr double kPlain = 4.0;
@@ -156,6 +156,7 @@ class Viewer {
     const double width = curve_.Spacing() * WidthAtLevel(y_, bump.at, y_[bump.at] - 0.5 * height);
     if (width > kWidest) return std::nullopt;
     const double strength = std::min(height / noise.With(height).Height(), kMostStrength);
+    if (!bump.isProminent && strength < kPlain) return std::nullopt;
     return SeenPeak{width, std::sqrt(bump.prominence), strength};
   }
 
@@ -167,21 +168,10 @@ class Viewer {
   NoiseVariance variance_;
 };
 
-// Below which this share of the weight lies. The peaks ascend by width.
-double Quantile(const std::vector<SeenPeak>& peaks, double share) {
-  double rest = share * std::accumulate(peaks.begin(), peaks.end(), 0.0,
-                                        [](double sum, const SeenPeak& p) { return sum + p.weight; });
-  for (const SeenPeak& peak : peaks)
-    if ((rest -= peak.weight) <= 0.0) return peak.width;
-  return peaks.back().width;
-}
-
-// The median; but what smooths broad peaks well ruins narrow ones, so that these decide where there are both.
-double TypicalOf(std::vector<SeenPeak>& peaks) {
-  std::ranges::sort(peaks, {}, &SeenPeak::width);
-  const double median = Quantile(peaks, 0.5);
-  const double narrow = Quantile(peaks, 0.25);
-  return narrow < kOtherKind * median ? narrow : median;
+double TypicalOf(const std::vector<SeenPeak>& peaks) {
+  std::vector<WeightedWidth> widths;
+  for (const SeenPeak& peak : peaks) widths.push_back({peak.width, peak.weight});
+  return TypicalOfKinds(std::move(widths), kNarrowShare);
 }
 
 double WithoutFilter(double width, double filter) {
@@ -198,7 +188,7 @@ double MainWidth(std::vector<SeenPeak> peaks, double filter) {
 }
 
 View ViewOf(const Widening& curve, const RawNoise& raw) {
-  std::vector<SeenPeak> peaks = Viewer(curve, raw).Peaks();
+  const std::vector<SeenPeak> peaks = Viewer(curve, raw).Peaks();
   const double filter = curve.Filter();
   if (peaks.empty()) return {.filter = filter};
   double squares = 0.0;

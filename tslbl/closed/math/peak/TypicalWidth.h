@@ -20,9 +20,10 @@ struct PeakWidth {
 // Peaks are ranked by prominence: how far one rises above the higher of the two lowest places that part it
 // from higher points, so that a hump below the peaks does not matter. A peak's height is its prominence
 // without what the lows owe to noise, and its width is that at half of it, on straight lines between points.
-// The width of a curve is the median over its 32 most prominent peaks with at least a twentieth of the
-// largest prominence, weighted by the root of the prominence; or their lower quartile where that is below 0.6
-// of it, as what smooths broad peaks well ruins narrow ones. What is wider than 512 points is background.
+// The width of a curve is the median over its 32 most prominent peaks, weighted by the root of the
+// prominence; or their lower quartile where that is below 0.6 of it, as what smooths broad peaks well ruins
+// narrow ones. Peaks below a twentieth of the largest prominence count down to a four hundredth if they stand
+// alone and four times as high as noise. What is wider than 512 points is background.
 //
 // Noise makes bumps of its own, and bumps on wide and weak peaks. So the curve is looked at through Gaussian
 // filters of 0, 2, 4 .. 128 points, whose share is taken out of the width again, and a peak counts as far as

@@ -1,0 +1,69 @@
+#include <tool/commands/peaks/LostHeight.h>
+
+#include <tslbl/closed/math/SmallestStep.h>
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
+namespace TslTool {
+namespace {
+
+constexpr double kLeastPart = 0.2;
+constexpr double kCertain = 8.0;        // standard deviations
+constexpr std::size_t kSample = 4096;   // points, enough for a median
+constexpr double kDeviations = 1.4826;  // a standard deviation of normal noise in medians of its size
+
+// Of what the smoothing took from the points.
+double Scatter(const LoadedSpectrum& loaded) {
+  const std::vector<double>& smoothed = loaded.spectrum->yAxis;
+  const std::size_t stride = std::max<std::size_t>(1, smoothed.size() / kSample);
+  std::vector<double> sizes;
+  for (std::size_t i = 0; i < smoothed.size(); i += stride)
+    sizes.push_back(std::abs(loaded.measured[i] - smoothed[i]));
+  const auto middle = sizes.begin() + static_cast<std::ptrdiff_t>(sizes.size() / 2);
+  std::nth_element(sizes.begin(), middle, sizes.end());
+  return kDeviations * *middle;
+}
+
+// The sums of three points about the top.
+struct Top {
+  double measured = 0.0;
+  double lost = 0.0;
+  double height = 0.0;
+};
+
+Top TopOf(const LoadedSpectrum& loaded, const TslBL::PeakInfo& peak) {
+  const std::size_t last = loaded.measured.size() - 1;
+  const std::size_t middle = std::clamp<std::size_t>(peak.apexIdx, 1, last - 1);
+  Top top;
+  for (std::size_t i = middle - 1; i <= middle + 1; ++i) {
+    top.measured += loaded.measured[i];
+    top.lost += loaded.measured[i] - loaded.spectrum->yAxis[i];
+    top.height += loaded.measured[i] - peak.baselineAmpl;
+  }
+  return top;
+}
+
+}  // namespace
+
+std::optional<LostHeight> MostLostHeight(const LoadedSpectrum& loaded) {
+  const TslBL::Spectrum& spectrum = *loaded.spectrum;
+  if (!spectrum.CheckAllStatus(TslBL::Curve::STATUS_SMOOTHED) || spectrum.peaks.empty() ||
+      loaded.measured.size() < 3)
+    return std::nullopt;
+  const double scatter = Scatter(loaded);
+  const double ion = loaded.countAmpl > 0.0
+                         ? loaded.countAmpl
+                         : TslMath::SmallestStep(loaded.measured.data(), loaded.measured.size());
+  std::optional<LostHeight> most;
+  for (const TslBL::PeakInfo& peak : spectrum.peaks) {
+    const Top top = TopOf(loaded, peak);
+    const double least = kCertain * std::sqrt(3.0 * scatter * scatter + ion * std::max(top.measured, 0.0));
+    const double part = top.lost / top.height;
+    if (top.lost > least && part >= kLeastPart && (!most || part > most->part))
+      most = LostHeight{spectrum.xAxis[peak.apexIdx], part};
+  }
+  return most;
+}
+
+}  // namespace TslTool
