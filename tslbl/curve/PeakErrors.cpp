@@ -19,13 +19,16 @@ constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
 // each interval of points: Simpson's rule.
 template <class Use>
 void ForEachOfIntegral(double from, double to, Use use) {
-  for (double left = std::floor(from); left < to; left += 1.0) {
-    const double a = std::max(from, left);
-    const double b = std::min(to, left + 1.0);
-    use(a, (b - a) / 6.0);
+  double before = 0.0;  // length of the interval that ends here
+  double a = from;
+  while (a < to) {
+    const double b = std::min(to, std::floor(a) + 1.0);
+    use(a, (before + b - a) / 6.0);
     use(0.5 * (a + b), 4.0 * (b - a) / 6.0);
-    use(b, (b - a) / 6.0);
+    before = b - a;
+    a = b;
   }
+  use(a, before / 6.0);
 }
 
 // The Gaussian of a peak's height and width at half height. The curve's own slopes tell little where ions are
@@ -106,11 +109,10 @@ void PeakErrorEstimator::Begin(double from, double to) {
 }
 
 void PeakErrorEstimator::Add(const SplineDependence& on, double factor) {
-  const std::ptrdiff_t shift = on.first - static_cast<std::ptrdiff_t>(first_);
-  const auto last = static_cast<std::ptrdiff_t>(sensitivity_.size()) - 1;
-  for (std::size_t k = 0; k < on.weights.size(); ++k)
-    sensitivity_[static_cast<std::size_t>(std::clamp<std::ptrdiff_t>(shift + static_cast<std::ptrdiff_t>(k),
-                                                                     0, last))] += factor * on.weights[k];
+  SplineDependence here = on;
+  here.first -= static_cast<std::ptrdiff_t>(first_);
+  here.ForEach(sensitivity_.size(),
+               [&](std::size_t point, double weight) { sensitivity_[point] += factor * weight; });
 }
 
 // The mean position of the part above a level: its inner points pull it, and its ends move with the points

@@ -1,6 +1,5 @@
 #include <tslbl/curve/SplineDependence.h>
 
-#include <algorithm>
 #include <cmath>
 
 namespace TslBL {
@@ -17,7 +16,6 @@ SplineDependence DependenceAt(std::ptrdiff_t point, double left, double right, d
   const auto own = static_cast<std::size_t>(kSplineReach) + 1;
   on.weights[own] += left;
   on.weights[own + 1] += right;
-  if (leftM == 0.0 && rightM == 0.0) return on;  // on a point
   double decayed = kOwn;
   for (std::size_t k = 0; k <= static_cast<std::size_t>(kSplineReach); ++k, decayed *= kDecay) {
     const auto add = [&](std::size_t middle, double curvature) {
@@ -31,13 +29,25 @@ SplineDependence DependenceAt(std::ptrdiff_t point, double left, double right, d
   return on;
 }
 
+// `t` of the way from this point to the next.
+SplineDependence ValueBehind(std::ptrdiff_t point, double t) {
+  const double u = 1.0 - t;
+  return DependenceAt(point, u, t, (u * u * u - u) / 6.0, (t * t * t - t) / 6.0);
+}
+
 }  // namespace
 
 SplineDependence ValueDependence(double at) {
-  const double point = std::floor(at);
-  const double t = at - point;
-  const double u = 1.0 - t;
-  return DependenceAt(static_cast<std::ptrdiff_t>(point), u, t, (u * u * u - u) / 6.0, (t * t * t - t) / 6.0);
+  // Integrals take most values on points and in the middle between them.
+  static const SplineDependence kOnPoint = DependenceAt(0, 1.0, 0.0, 0.0, 0.0);
+  static const SplineDependence kInTheMiddle = ValueBehind(0, 0.5);
+  const double below = std::floor(at);
+  const auto point = static_cast<std::ptrdiff_t>(below);
+  const double t = at - below;
+  if (t != 0.0 && t != 0.5) return ValueBehind(point, t);
+  SplineDependence on = t == 0.0 ? kOnPoint : kInTheMiddle;
+  on.first += point;
+  return on;
 }
 
 SplineDependence SlopeDependence(double at) {
@@ -49,11 +59,8 @@ SplineDependence SlopeDependence(double at) {
 }
 
 double Applied(const SplineDependence& on, const std::vector<double>& y) {
-  const auto last = static_cast<std::ptrdiff_t>(y.size()) - 1;
   double sum = 0.0;
-  for (std::size_t k = 0; k < on.weights.size(); ++k)
-    sum += on.weights[k] * y[static_cast<std::size_t>(std::clamp<std::ptrdiff_t>(
-                               on.first + static_cast<std::ptrdiff_t>(k), 0, last))];
+  on.ForEach(y.size(), [&](std::size_t point, double weight) { sum += weight * y[point]; });
   return sum;
 }
 
