@@ -71,7 +71,9 @@ void AddTo(CLI::App& app, Option& option) {
            names, [take](const std::string& text) { take({text}); }, option.help)
         ->type_name(option.valueName);
   } else {
-    app.add_option_function<std::vector<std::string>>(names, take, option.help)->type_name(option.valueName);
+    app.add_option_function<std::vector<std::string>>(names, take, option.help)
+        ->type_name(option.valueName)
+        ->allow_extra_args(option.takes == Option::Takes::Values);
   }
 }
 

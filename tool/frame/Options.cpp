@@ -55,6 +55,11 @@ void Options::Values(const std::string& names, std::vector<std::string>& values,
   };
 }
 
+void Options::Repeated(const std::string& names, std::vector<std::string>& values, const std::string& help) {
+  Values(names, values, help);
+  list_.back().takes = Option::Takes::Repeated;
+}
+
 void Options::Value(const std::string& names, std::optional<double>& value, const std::string& help) {
   AddValue(names, value, help, ParseReal);
 }

@@ -13,7 +13,8 @@ namespace TslTool {
 
 // One option as it was declared.
 struct Option {
-  enum class Takes { Nothing, OneValue, Values };
+  // Repeated: one value each time that it is given.
+  enum class Takes { Nothing, OneValue, Values, Repeated };
 
   std::vector<std::string> names;  // "-o" and "--output"; one without dashes is a positional argument
   std::string valueName;           // what stands for the value in the help; may be empty
@@ -38,6 +39,8 @@ class Options {
   void Value(const std::string& names, std::string& value, const std::string& help);
   // One value or more, up to the end of the line.
   void Values(const std::string& names, std::vector<std::string>& values, const std::string& help);
+  // One value each time; the option may be given several times.
+  void Repeated(const std::string& names, std::vector<std::string>& values, const std::string& help);
   void Value(const std::string& names, std::optional<double>& value, const std::string& help);
   void Value(const std::string& names, std::optional<std::uint32_t>& value, const std::string& help);
   void Value(const std::string& names, std::optional<std::uint64_t>& value, const std::string& help);
