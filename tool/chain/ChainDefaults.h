@@ -14,6 +14,11 @@ struct ChainDefaults {
   std::uint32_t sn;                // least signal-to-noise ratio
   std::optional<double> minWidth;  // m/z
   std::string reason;              // such as "peaks are 12.3 points wide"
+  // As for --baseline and --noise, where the presets leave them to the data; and the segments of an adaptive
+  // baseline, if they differ.
+  std::string baseline = {};
+  std::string noise = {};
+  std::optional<std::uint32_t> adaptiveSegment = std::nullopt;
 };
 
 // `mzStep` is the spacing of the points where the instrument tells it: where no peak tells its width, that of

@@ -23,12 +23,10 @@ using TslBL::NoiseParams;
 using TslBL::PeakDetectParams;
 using TslBL::SmoothParams;
 
-void AddSmooth(std::vector<CurveEval>& chain, const std::string& text) {
+// Each of these begins with the preset.
+void AddSmooth(std::vector<CurveEval>& chain, const std::string& text, SmoothParams p) {
   SwitchWords words("--smooth", text);
   if (words.Word() == "off") return words.RequireEnd();
-  SmoothParams p = SmoothParams::DefaultMS();
-  // The whole axis, whatever it begins with.
-  p.Steps.front().Value = 0.0;
   if (words.Word() == "mean") {
     p.Alg = SmoothParams::Mean;
   } else if (words.Word() == "median") {
@@ -59,9 +57,8 @@ double Constant(const SwitchWords& words) {
   }
 }
 
-void AddBaseline(std::vector<CurveEval>& chain, const std::string& text) {
+void AddBaseline(std::vector<CurveEval>& chain, const std::string& text, BaselineParams p) {
   SwitchWords words("--baseline", text);
-  BaselineParams p = BaselineParams::DefaultMS();
   if (words.Word() == "linear") {
     p.Alg = BaselineParams::LinearFitSD;
     words.Count(p.SegSize);
@@ -82,16 +79,16 @@ void AddBaseline(std::vector<CurveEval>& chain, const std::string& text) {
   chain.emplace_back(p);
 }
 
-// The range of m/z after the word, for the two ways that measure the noise on one.
-std::optional<RealRange> StretchOf(SwitchWords& words) {
+// The range of the axis after the word, for the two ways that measure the noise on one.
+std::optional<RealRange> StretchOf(SwitchWords& words, const std::string& unit) {
   if (words.Word() != "peak-to-peak" && words.Word() != "6sd") return std::nullopt;
-  if (!words.HasMore()) words.Refuse("it needs a range of m/z, as in " + words.Word() + ":100-120");
+  if (!words.HasMore()) words.Refuse("it needs a range of " + unit + ", as in " + words.Word() + ":100-120");
   return ParseRealRange("--noise", words.Next());
 }
 
-void AddNoise(std::vector<CurveEval>& chain, const std::string& text) {
+void AddNoise(std::vector<CurveEval>& chain, const std::string& text, NoiseParams p,
+              const std::string& unit) {
   SwitchWords words("--noise", text);
-  NoiseParams p = NoiseParams::DefaultMS();
   if (words.Word() == "linear") {
     p.AlgAuto = NoiseParams::AutoAlgs::LinearFitSD;
     words.Count(p.SegSize);
@@ -108,7 +105,7 @@ void AddNoise(std::vector<CurveEval>& chain, const std::string& text) {
     p.Median = 5;
     words.Count(p.SegSize);
     words.Count(p.Median);
-  } else if (const auto stretch = StretchOf(words)) {
+  } else if (const auto stretch = StretchOf(words, unit)) {
     p.Auto = false;
     p.AlgMan = words.Word() == "6sd" ? NoiseParams::ManAlgs::SixTimesSD : NoiseParams::ManAlgs::PeakToPeak;
     p.Start = stretch->from;
@@ -124,6 +121,13 @@ void AddNoise(std::vector<CurveEval>& chain, const std::string& text) {
 bool TakesSegment(const std::string& how) {
   constexpr std::array kSegmented = {"linear", "adaptive", "valley", "dispersion", "median"};
   return std::ranges::find(kSegmented, how) != kSegmented.end();
+}
+
+// Adds the length of the segments to a way that lacks it.
+void AddSegment(std::string& how, const ChainDefaults& defaults) {
+  if (!TakesSegment(how)) return;
+  const std::uint32_t adaptive = defaults.adaptiveSegment.value_or(defaults.segment);
+  how += fmt::format(":{}", how == "adaptive" ? adaptive : defaults.segment);
 }
 
 void RequirePositive(const std::string& option, std::optional<double> value) {
@@ -167,52 +171,65 @@ void DeclareOne(Options& options, const std::string& names, T& value, const std:
 
 // A switch of the usual chain, and the member that takes what the user gives.
 struct ChainOptions::Switch {
+  using SwitchMember =
+      std::variant<bool ChainOptions::*, std::string ChainOptions::*, std::optional<double> ChainOptions::*,
+                   std::optional<std::uint32_t> ChainOptions::*>;
   std::string names;
-  std::variant<bool ChainOptions::*, std::string ChainOptions::*, std::optional<double> ChainOptions::*,
-               std::optional<std::uint32_t> ChainOptions::*>
-      member;
+  SwitchMember member;
   std::string help;
 
   std::string Name() const { return names.substr(0, names.find(' ')); }
 };
 
-const std::vector<ChainOptions::Switch>& ChainOptions::Switches() {
+std::vector<ChainOptions::Switch> ChainOptions::Switches() const {
   using Own = ChainOptions;
-  static const std::vector<Switch> switches = {
+  const std::string& unit = presets_.unit;
+  std::vector<Switch> switches = {
       {"--aerosol", &Own::aerosol_, "Remove isolated spikes first"},
       {"--smooth HOW", &Own::smooth_,
-       "mean, median or gaussian[:WIDTH], savgol[:WIDTH[:ORDER]], or off; width in points [auto: "
-       "savgol over 1.1 widths of a peak]"},
+       "mean, median or gaussian[:WIDTH], savgol[:WIDTH[:ORDER]], or off; width in points [auto: " +
+           presets_.smoothHelp + "]"},
       {"--baseline HOW", &Own::baseline_,
        "linear[:SEGMENT[:POINTS[:WIDTH]]], adaptive[:SEGMENT[:WINDOW]], valley[:SEGMENT], or a "
-       "constant [linear, segments of 40 widths of a peak]"},
+       "constant [" +
+           presets_.baselineHelp + "]"},
       {"--subtract-baseline", &Own::subtractBaseline_, "Subtract the baseline from the amplitudes"},
       {"--noise HOW", &Own::noise_,
        "linear[:SEGMENT[:POINTS[:WIDTH]]], valley[:SEGMENT], dispersion[:SEGMENT], "
        "median[:SEGMENT[:SEGMENTS]], "
-       "or of a peak-free range of m/z: peak-to-peak:A-B, 6sd:A-B [linear, segments as for the baseline]"},
+       "or of a peak-free range of " +
+           unit + ": peak-to-peak:A-B, 6sd:A-B [" + presets_.noiseHelp + "]"},
       {"--threshold X", &Own::threshold_, "Minimum amplitude"},
-      {"--sn N", &Own::sn_,
-       "Minimum signal-to-noise ratio, a whole number [5 to 7, by width and number of points]"},
+      {"--sn N", &Own::sn_, "Minimum signal-to-noise ratio, a whole number [" + presets_.snHelp + "]"},
       {"--min-rel-ampl PERCENT", &Own::minRelAmpl_, "Minimum amplitude, percent of the tallest peak"},
       {"--min-area X", &Own::minArea_, "Minimum area"},
       {"--min-rel-area PERCENT", &Own::minRelArea_, "Minimum area, percent of the largest"},
       {"--min-width X", &Own::minWidth_,
-       "Minimum full width at half maximum, m/z [0.55 widths of a peak, unless --smooth is given]"},
-      {"--max-width X", &Own::maxWidth_, "Maximum full width at half maximum, m/z"},
+       "Minimum full width at half maximum, " + unit + " [" + presets_.minWidthHelp + "]"},
+      {"--max-width X", &Own::maxWidth_, "Maximum full width at half maximum, " + unit},
       {"--max-peaks N", &Own::maxPeaks_, "Keep only this many of the tallest candidates"},
-      {"--valley PERCENT", &Own::valley_, "A valley below this percentage of a peak's height ends it [50]"},
+      {"--valley PERCENT", &Own::valley_,
+       fmt::format("A valley below this percentage of a peak's height ends it [{:g}]", presets_.valley)},
       {"--position HOW", &Own::position_,
-       "Position of a peak: top, or centroid[:PERCENT] over its top percent [centroid:30]"},
-      {"--range A-B", &Own::range_, "Search only from A to B, m/z"},
+       "Position of a peak: top, or centroid[:PERCENT] over its top percent [" + presets_.position + "]"},
+      {"--range A-B", &Own::range_, "Search only from A to B, " + unit},
       {"--sorted", &Own::sorted_, "Find candidates tallest first instead of from left to right"},
   };
+  if (!presets_.hasSearch)
+    std::erase_if(switches, [](const Switch& each) { return each.Name() == "--range"; });
   return switches;
 }
 
+ChainOptions::ChainOptions(ChainPresets presets)
+    : presets_(std::move(presets)),
+      baseline_(presets_.baselineHow),
+      noise_(presets_.noiseHow),
+      valley_(presets_.valley),
+      position_(presets_.position) {}
+
 void ChainOptions::Declare(Options& options) {
   options.Value("--chain FILE", file_,
-                "Run the chain of this XML file instead of the default one (see --show-chain)");
+                "Run the chain of this XML file instead of the default one (" + presets_.chainHelp + ")");
   for (const Switch& each : Switches())
     std::visit([&](auto member) { DeclareOne(options, each.names, this->*member, each.help); }, each.member);
 }
@@ -227,7 +244,7 @@ std::vector<CurveEval> ChainOptions::Chain(const Options& options, const ChainDe
 std::optional<RealRange> ChainOptions::NoiseStretch() const {
   if (!file_.empty()) return std::nullopt;
   SwitchWords words("--noise", noise_);
-  return StretchOf(words);
+  return StretchOf(words, presets_.unit);
 }
 
 std::optional<RealRange> ChainOptions::SearchStretch() const {
@@ -239,8 +256,9 @@ ChainOptions ChainOptions::With(const ChainDefaults& defaults) const {
   ChainOptions all = *this;
   const bool isAutomatic = smooth_ == "auto";
   if (isAutomatic) all.smooth_ = defaults.smooth;
-  for (std::string* how : {&all.baseline_, &all.noise_})
-    if (TakesSegment(*how)) *how += fmt::format(":{}", defaults.segment);
+  if (baseline_ == "auto") all.baseline_ = defaults.baseline;
+  if (noise_ == "auto") all.noise_ = defaults.noise;
+  for (std::string* how : {&all.baseline_, &all.noise_}) AddSegment(*how, defaults);
   if (!all.sn_) all.sn_ = defaults.sn;
   const bool tooWide = maxWidth_ && defaults.minWidth && *maxWidth_ < *defaults.minWidth;
   // Another smoothing leaves peaks of other widths.
@@ -252,7 +270,7 @@ bool ChainOptions::NeedsDefaults() const { return !Derived(DefaultsFor(Preview()
 
 bool ChainOptions::ToleratesOffset() const {
   const bool hasLevel = !file_.empty() || threshold_ || minRelAmpl_ || subtractBaseline_ ||
-                        !TakesSegment(baseline_.substr(0, baseline_.find(':')));
+                        (baseline_ != "auto" && !TakesSegment(baseline_.substr(0, baseline_.find(':'))));
   return !hasLevel && smooth_ != "off";
 }
 
@@ -274,10 +292,10 @@ std::string ChainOptions::Derived(const ChainDefaults& defaults) const {
 std::vector<CurveEval> ChainOptions::FromSwitches() const {
   std::vector<CurveEval> chain;
   if (aerosol_) chain.emplace_back(CurveEval::AerosolFilter());
-  AddSmooth(chain, smooth_);
-  AddBaseline(chain, baseline_);
+  AddSmooth(chain, smooth_, presets_.smooth);
+  AddBaseline(chain, baseline_, presets_.baseline);
   // The noise comes first: a subtraction cuts the lower half of it off.
-  AddNoise(chain, noise_);
+  AddNoise(chain, noise_, presets_.noise, presets_.unit);
   if (subtractBaseline_) chain.emplace_back(CurveEval::BaselineSubtract());
   if (threshold_) {
     TslBL::ThresholdParams threshold;
@@ -298,7 +316,7 @@ PeakDetectParams ChainOptions::PeakSearch() const {
   if (minWidth_ && maxWidth_ && *maxWidth_ < *minWidth_)
     throw UsageError("--max-width: it is below --min-width");
   if (maxPeaks_ == 0U) throw UsageError("--max-peaks: there must be at least one");
-  PeakDetectParams p = PeakDetectParams::DefaultMS();
+  PeakDetectParams p = presets_.peaks;
   p.ThresholdInUse = threshold_.has_value();
   SetLimit(sn_, p.SNInUse, p.SN);
   SetLimit(minRelAmpl_, p.RelAmplInUse, p.RelAmpl);

@@ -3,6 +3,7 @@
 // peak detection.
 
 #include <tool/chain/ChainDefaults.h>
+#include <tool/chain/ChainPresets.h>
 #include <tool/frame/Numbers.h>
 #include <tool/frame/Options.h>
 #include <tslbl/curve/CurveEval.h>
@@ -16,6 +17,8 @@ namespace TslTool {
 
 class ChainOptions {
  public:
+  explicit ChainOptions(ChainPresets presets = PresetsForSpectra());
+
   void Declare(Options& options);
   // The chain that the switches, or the file of --chain, ask for, with `defaults` where the user gives no
   // number. Throws UsageError and InputError.
@@ -37,18 +40,19 @@ class ChainOptions {
 
  private:
   struct Switch;
-  static const std::vector<Switch>& Switches();
+  std::vector<Switch> Switches() const;
 
   ChainOptions With(const ChainDefaults& defaults) const;
   std::vector<TslBL::CurveEval> FromSwitches() const;
   TslBL::PeakDetectParams PeakSearch() const;
 
+  ChainPresets presets_;
   std::string file_;
   bool aerosol_ = false;
   std::string smooth_ = "auto";
-  std::string baseline_ = "linear";
+  std::string baseline_;
   bool subtractBaseline_ = false;
-  std::string noise_ = "linear";
+  std::string noise_;
   std::optional<double> threshold_;
   std::optional<std::uint32_t> sn_;
   std::optional<double> minRelAmpl_;
@@ -57,11 +61,8 @@ class ChainOptions {
   std::optional<double> minWidth_;
   std::optional<double> maxWidth_;
   std::optional<std::uint32_t> maxPeaks_;
-  // Two equal lines of a quadrupole, 1 m/z apart and 0.6 wide, leave a valley of 29 % that
-  // smoothing lifts: the library's 25 would take them for one.
-  std::optional<double> valley_ = 50.0;
-  // More of a peak tells its place better, until its neighbours do.
-  std::string position_ = "centroid:30";
+  std::optional<double> valley_;
+  std::string position_;
   std::string range_;
   bool sorted_ = false;
 };

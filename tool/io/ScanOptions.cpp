@@ -12,15 +12,19 @@ constexpr std::uint32_t kHighestLevel = 100;
 }  // namespace
 
 void ScanOptions::Declare(Options& options) {
-  options.Value("--scan LIST", scan, "Only these scans, as in 3 or 1,5-9,20-");
-  options.Value("--rt A-B", rt, "Only scans from A to B seconds of retention time");
-  options.Value("--ms-level N", msLevel, "Only scans of this MS level");
-  options.Choice("--polarity SIGN", polarity, {"positive", "negative"}, "Only scans of this polarity");
+  DeclareFilter(options);
   options.Flag("--profile", profile,
                "Take every spectrum as a profile, whatever it looks like or is marked as");
   options.Flag("--centroid", centroid, "Take every spectrum as centroid data");
   options.Flag("--strict", strict, "Fail at a spectrum that cannot be evaluated instead of skipping it");
   DeclareColumns(options);
+}
+
+void ScanOptions::DeclareFilter(Options& options) {
+  options.Value("--scan LIST", scan, "Only these scans, as in 3 or 1,5-9,20-");
+  options.Value("--rt A-B", rt, "Only scans from A to B seconds of retention time");
+  options.Value("--ms-level N", msLevel, "Only scans of this MS level");
+  options.Choice("--polarity SIGN", polarity, {"positive", "negative"}, "Only scans of this polarity");
 }
 
 void ScanOptions::DeclareColumns(Options& options) {

@@ -19,6 +19,8 @@ struct ScanOptions {
   bool strict = false;
 
   void Declare(Options& options);
+  // Those alone that choose scans by what they are.
+  void DeclareFilter(Options& options);
   void DeclareColumns(Options& options);
   // Throws UsageError.
   SpectrumChoice Choice() const;

@@ -26,10 +26,10 @@ double LiftOf(const std::vector<double>& amplitudes) {
   return std::max(median - 2.0 * low, -low);
 }
 
-void Lower(TslBL::Spectrum& spectrum, double lift) {
-  for (double& amplitude : spectrum.yAxis) amplitude -= lift;
-  for (double& level : spectrum.baseline) level -= lift;
-  for (TslBL::PeakInfo& peak : spectrum.peaks)
+void Lower(TslBL::Curve& curve, double lift) {
+  for (double& amplitude : curve.yAxis) amplitude -= lift;
+  for (double& level : curve.baseline) level -= lift;
+  for (TslBL::PeakInfo& peak : curve.peaks)
     for (double* level : {&peak.apexAmpl, &peak.maxAmpl, &peak.maxBaseline, &peak.centroidAmpl,
                           &peak.baselineAmpl, &peak.areaIntercept})
       *level -= lift;

@@ -1,7 +1,7 @@
 #pragma once
 // Amplitudes below 0, which smoothing would take for 0.
 
-#include <tslbl/spectrum/Spectrum.h>
+#include <tslbl/curve/Curve.h>
 #include <vector>
 
 namespace TslTool {
@@ -10,7 +10,7 @@ namespace TslTool {
 // so much that noise does not reach 0, but not what a single stray value would need. 0 for others. O(n).
 double LiftOf(const std::vector<double>& amplitudes);
 
-// Takes it off an evaluated spectrum again: off its curve, its baseline and the levels of its peaks.
-void Lower(TslBL::Spectrum& spectrum, double lift);
+// Takes it off an evaluated curve again: off its curve, its baseline and the levels of its peaks.
+void Lower(TslBL::Curve& curve, double lift);
 
 }  // namespace TslTool

@@ -15,11 +15,11 @@ namespace {
 constexpr std::size_t kMostKept = 16;
 
 // Nothing for two smoothings.
-std::optional<TslBL::SmoothParams> SmoothingOf(const TslBL::Spectrum& spectrum) {
+std::optional<TslBL::SmoothParams> SmoothingOf(const TslBL::Curve& curve) {
   const auto smooths = std::ranges::count_if(
-      spectrum.evals, [](const TslBL::CurveEval& eval) { return eval.Type() == TslBL::EvalType::Smooth; });
+      curve.evals, [](const TslBL::CurveEval& eval) { return eval.Type() == TslBL::EvalType::Smooth; });
   if (smooths > 1) return std::nullopt;
-  TslBL::SmoothParams smoothing = spectrum.smoothParams;
+  TslBL::SmoothParams smoothing = curve.smoothParams;
   if (smooths == 0) smoothing.Passes = 0;
   return smoothing;
 }
@@ -31,10 +31,10 @@ std::shared_ptr<const SmoothFilter> Make(const TslBL::SmoothParams& smoothing) {
 
 }  // namespace
 
-std::shared_ptr<const SmoothFilter> FilterOf(const TslBL::Spectrum& spectrum) {
+std::shared_ptr<const SmoothFilter> FilterOf(const TslBL::Curve& curve) {
   static std::mutex mutex;
   static std::deque<std::pair<TslBL::SmoothParams, std::shared_ptr<const SmoothFilter>>> kept;
-  const auto smoothing = SmoothingOf(spectrum);
+  const auto smoothing = SmoothingOf(curve);
   if (!smoothing) return nullptr;
   const std::lock_guard lock(mutex);
   for (const auto& [known, filter] : kept)

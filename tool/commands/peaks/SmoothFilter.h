@@ -1,8 +1,8 @@
 #pragma once
 // The filter behind which the peaks of a spectrum were found.
 
+#include <tslbl/curve/Curve.h>
 #include <tslbl/curve/FilterGain.h>
-#include <tslbl/spectrum/Spectrum.h>
 #include <memory>
 #include <vector>
 
@@ -18,6 +18,6 @@ struct SmoothFilter {
 // That of a spectrum's chain; null where it has no weights: behind a median, two smoothings, or windows that
 // change along the axis. The spectra of a file share one chain, and its filter takes longer than a spectrum:
 // the last 16 are kept. For any number of threads.
-std::shared_ptr<const SmoothFilter> FilterOf(const TslBL::Spectrum& spectrum);
+std::shared_ptr<const SmoothFilter> FilterOf(const TslBL::Curve& curve);
 
 }  // namespace TslTool

@@ -4,6 +4,7 @@
 #include <random>
 
 #include <tool/commands/peaks/Lift.h>
+#include <tslbl/spectrum/Spectrum.h>
 
 namespace tests {
 namespace {

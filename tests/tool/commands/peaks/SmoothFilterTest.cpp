@@ -5,6 +5,7 @@
 #include <tool/commands/peaks/SmoothFilter.h>
 #include <tslbl/curve/CurveEval.h>
 #include <tslbl/curve/SmoothParams.h>
+#include <tslbl/spectrum/Spectrum.h>
 
 namespace tests {
 namespace {
