@@ -49,7 +49,7 @@ bool IsDatabase(const std::string& file) {
   return CanBeReadAgain(file) && KindOfFile(file) == FileKind::Sqlite;
 }
 
-std::unique_ptr<ScanSource> OpenScans(const std::string& file) {
+ForeignFile OpenForeign(const std::string& file) {
   std::error_code unknown;
   if (std::filesystem::is_directory(file, unknown)) throw InputError(file, "", DescribeFolder(file));
   ByteSource source(file);
@@ -61,9 +61,14 @@ std::unique_ptr<ScanSource> OpenScans(const std::string& file) {
   if (!foreign.empty()) throw InputError(file, "", foreign);
   std::vector<std::string> warnings;
   if (source.IsGzip() && CanBeReadAgain(file)) warnings = OddAboutGzip(file);
-  if (kind == FileKind::Xml || IsNamedMzML(file))
-    return std::make_unique<MzMLFile>(std::move(source), std::move(warnings));
-  return std::make_unique<TextFile>(std::move(source), std::move(warnings));
+  const bool isMzML = kind == FileKind::Xml || IsNamedMzML(file);
+  return {std::move(source), isMzML, std::move(warnings)};
+}
+
+std::unique_ptr<ScanSource> OpenScans(const std::string& file) {
+  ForeignFile opened = OpenForeign(file);
+  if (opened.isMzML) return std::make_unique<MzMLFile>(std::move(opened.source), std::move(opened.warnings));
+  return std::make_unique<TextFile>(std::move(opened.source), std::move(opened.warnings));
 }
 
 }  // namespace TslTool

@@ -4,7 +4,9 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
+#include <tool/io/ByteSource.h>
 #include <tool/io/Scan.h>
 
 namespace TslTool {
@@ -23,10 +25,20 @@ bool IsDatabase(const std::string& file);
 // A regular file, which can be read a second time; a pipe cannot.
 bool CanBeReadAgain(const std::string& file);
 
+// A foreign file, opened, of which nothing has been read.
+struct ForeignFile {
+  ByteSource source;
+  bool isMzML = false;  // else text
+  std::vector<std::string> warnings;
+};
+
 // mzML if the name ends in .mzML or .mzML.gz (in any case) or if the content is XML, else text with columns;
 // both may be gzip, whatever the name. A gzip file is verified first, see VerifyGzip. Throws InputError for a
 // missing or unreadable file, a folder, an empty file and what is of another kind (ForeignKinds.h); what is
 // wrong further inside, Next tells.
+ForeignFile OpenForeign(const std::string& file);
+
+// Opens it with its reader.
 std::unique_ptr<ScanSource> OpenScans(const std::string& file);
 
 }  // namespace TslTool

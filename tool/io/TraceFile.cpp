@@ -1,0 +1,285 @@
+#include <tool/io/TraceFile.h>
+
+#include <fmt/format.h>
+
+#include <tool/frame/InputError.h>
+#include <tool/frame/Printable.h>
+#include <tool/io/Fields.h>
+#include <tool/io/LineReader.h>
+#include <tool/io/TextDialect.h>
+#include <tool/io/TextHead.h>
+#include <tool/io/TextNumber.h>
+#include <tool/io/TextRow.h>
+#include <algorithm>
+#include <stdexcept>
+#include <utility>
+
+namespace TslTool {
+namespace {
+
+using Fields = std::vector<std::string_view>;
+
+constexpr const char* kTell = "--columns tells which hold time and signal, as in --columns 1,2";
+
+// As letters, small, without what stands in brackets.
+constexpr std::string_view kTimeWords =
+    " t rt tr time times zeit zeiten retentionszeit temps tiempo tempo tijd czas rtime retentiontime rettime "
+    "elapsedtime timestamp ";
+constexpr std::size_t kNone = static_cast<std::size_t>(-1);
+
+std::string PlaceOf(std::uint64_t line) { return "line " + std::to_string(line); }
+
+// "retentiontime" for "Retention Time (min)"; a unit behind the name goes, too.
+std::string PlainName(std::string_view name) {
+  std::string plain;
+  for (const char c : name.substr(0, name.find_first_of("([/")))
+    if (std::isalnum(static_cast<unsigned char>(c))) plain += static_cast<char>(std::tolower(c));
+  return plain;
+}
+
+bool IsTimeName(std::string_view name) {
+  const std::string plain = PlainName(name);
+  if (plain.empty()) return false;
+  if (kTimeWords.find(" " + plain + " ") != std::string_view::npos || SecondsInWord(plain)) return true;
+  // "rt_s", "time_min": a word of time and then a unit.
+  const std::size_t cut = name.find_last_of("_ .-");
+  return cut != std::string_view::npos && SecondsInWord(name.substr(cut + 1)) &&
+         kTimeWords.find(" " + PlainName(name.substr(0, cut)) + " ") != std::string_view::npos;
+}
+
+class TraceParser {
+ public:
+  TraceParser(ByteSource& source, const TraceChoice& choice)
+      : file_(source.File()), lines_(source), choice_(choice) {}
+
+  Traces Read(std::vector<std::string> warnings) {
+    traces_.warnings = std::move(warnings);
+    head_ = ReadHead(lines_, choice_.columns);
+    if (head_.sample.empty()) RefuseWords();
+    JudgeColumns();
+    for (const TextLine& line : head_.sample) TakeLine(line.text, line.number);
+    for (std::string_view line; lines_.Next(line);) TakeLine(line, lines_.Number());
+    RequireClearNumbers();
+    RequirePoints();
+    return std::move(traces_);
+  }
+
+ private:
+  [[noreturn]] void RefuseWords() const {
+    const std::string reason = "holds no line with a time and a signal";
+    if (head_.words == 0) throw InputError(file_, "", reason);
+    throw InputError(
+        file_, "", fmt::format("{}; line {} is \"{}\"", reason, head_.first.number, Shown(head_.first.text)));
+  }
+
+  const TextLine& FirstRow() const {
+    const auto isRow = [](const TextLine& line) {
+      const std::string_view content = WithoutComment(line.text);
+      return !IsEmptyRow(content) && !IsComment(content, ' ');
+    };
+    return *std::ranges::find_if(head_.sample, isRow);
+  }
+
+  void JudgeColumns() {
+    const TextLine& row = FirstRow();
+    Fields fields;
+    std::size_t most = 0;
+    for (const char separator : {'\t', ';', ',', ' '}) {
+      SplitFields(WithoutComment(row.text), separator, fields);
+      most = std::max(most, fields.size());
+    }
+    if (most < 2)
+      throw InputError(
+          file_, PlaceOf(row.number),
+          fmt::format("one column, \"{}\", where a time and a signal are expected", Shown(row.text)));
+    dialect_ = JudgeDialect(file_, head_, {"1", "2"});
+    FindNames();
+    FindColumns(row);
+    // The decimal mark is that of the columns which count.
+    const std::string other = std::to_string(signals_.front() + 1);
+    dialect_.decimal = JudgeDialect(file_, head_, {std::to_string(time_ + 1), other}).decimal;
+    JudgeUnit();
+    TellColumns();
+  }
+
+  // The last line above the numbers that has a name for each column.
+  void FindNames() {
+    Fields fields;
+    for (auto line = head_.last.rbegin(); line != head_.last.rend() && names_.empty(); ++line) {
+      std::string_view text = line->text;
+      text.remove_prefix(std::min(text.find_first_not_of("#%; \t"), text.size()));
+      SplitFields(text, dialect_.separator, fields);
+      const bool isWords = std::ranges::none_of(fields, LooksLikeNumber);
+      if (fields.size() >= dialect_.columns && isWords) names_.assign(fields.begin(), fields.end());
+    }
+    if (!names_.empty()) dialect_.columns = std::max(dialect_.columns, names_.size());
+  }
+
+  std::string NameOf(std::size_t column) const {
+    return column < names_.size() ? names_[column] : fmt::format("column {}", column + 1);
+  }
+
+  Fields NameViews(const Fields& row) const {
+    return names_.empty() ? row : Fields(names_.begin(), names_.end());
+  }
+
+  void FindColumns(const TextLine& row) {
+    Fields fields;
+    SplitFields(WithoutComment(row.text), dialect_.separator, fields);
+    const Fields names = NameViews(fields);
+    if (choice_.columns.IsGiven()) return TakeChoice(row, names);
+    time_ = TimeColumn(names);
+    if (time_ == kNone)
+      throw InputError(file_, PlaceOf(row.number),
+                       fmt::format("no column of times among {}: {}", ListColumns(names), kTell));
+    for (std::size_t i = 0; i < dialect_.columns; ++i) {
+      if (i == time_) continue;
+      const bool isNumber = i >= fields.size() || fields[i].empty() || LooksLikeNumber(fields[i]);
+      if (isNumber) {
+        AddSignal(i);
+      } else {
+        traces_.notes.push_back(
+            fmt::format("column \"{}\" ({}) left out, as it holds no numbers", Printable(NameOf(i)), i + 1));
+      }
+    }
+    if (signals_.empty())
+      throw InputError(file_, PlaceOf(row.number),
+                       fmt::format("no column of a signal among {}: {}", ListColumns(names), kTell));
+  }
+
+  void TakeChoice(const TextLine& row, const Fields& names) {
+    const auto pair = TslTool::FindColumns(names, choice_.columns);
+    if (!pair || std::max(pair->mz, pair->amplitude) >= dialect_.columns)
+      throw InputError(file_, PlaceOf(row.number),
+                       fmt::format("the columns {} and {} are not found among {}", choice_.columns.mz,
+                                   choice_.columns.amplitude, ListColumns(names)));
+    time_ = pair->mz;
+    AddSignal(pair->amplitude);
+  }
+
+  std::size_t TimeColumn(const Fields& names) const {
+    if (names_.empty()) return dialect_.columns == 2 ? 0 : kNone;
+    const auto found = std::ranges::find_if(names, IsTimeName);
+    if (found != names.end()) return static_cast<std::size_t>(found - names.begin());
+    return PlainName(names.front()) == "x" ? 0 : kNone;
+  }
+
+  void AddSignal(std::size_t column) {
+    signals_.push_back(column);
+    Trace& trace = traces_.all.emplace_back();
+    trace.name = column < names_.size() && !names_[column].empty() ? names_[column]
+                 : dialect_.columns == 2                           ? "signal"
+                                                                   : fmt::format("column {}", column + 1);
+    lastLines_.push_back(0);
+  }
+
+  void JudgeUnit() {
+    const std::string name = time_ < names_.size() ? names_[time_] : "";
+    const auto told = SecondsInName(name);
+    if (choice_.secondsPerUnit || told) {
+      unit_ = choice_.secondsPerUnit.value_or(told.value_or(1.0));
+    } else {
+      traces_.warnings.push_back(
+          fmt::format("no unit of the times is told{}; taken as seconds, --time-unit min "
+                      "takes them as minutes",
+                      name.empty() ? "" : fmt::format(" by \"{}\"", Printable(name))));
+    }
+  }
+
+  void TellColumns() {
+    if (names_.empty()) return;
+    std::string text = fmt::format("time is column \"{}\" ({})", Printable(NameOf(time_)), time_ + 1);
+    if (unit_ == 60.0) text += ", minutes";
+    if (dialect_.decimal == ',') text += ", decimal comma";
+    traces_.notes.push_back(text);
+  }
+
+  void TakeLine(std::string_view line, std::uint64_t number) {
+    const std::string_view row = WithoutComment(line);
+    if (IsEmptyRow(row) || IsComment(row, dialect_.separator)) return;
+    try {
+      TakeRow(row, number);
+    } catch (const InputError&) {
+      throw;
+    } catch (const std::runtime_error& error) {
+      throw InputError(file_, PlaceOf(number), error.what());
+    }
+  }
+
+  void TakeRow(std::string_view row, std::uint64_t number) {
+    SplitFields(row, dialect_.separator, fields_);
+    if (fields_.size() > dialect_.columns || fields_.size() < 2 || fields_.size() <= time_)
+      throw std::runtime_error(fmt::format("{} column{}, \"{}\", where {} are expected", fields_.size(),
+                                           fields_.size() == 1 ? "" : "s", Shown(row), dialect_.columns));
+    const double seconds = Number(fields_[time_], number) * unit_;
+    for (std::size_t i = 0; i < signals_.size(); ++i) {
+      if (signals_[i] >= fields_.size() || fields_[signals_[i]].empty()) continue;
+      Add(i, seconds, Number(fields_[signals_[i]], number), number);
+    }
+  }
+
+  void Add(std::size_t index, double seconds, double value, std::uint64_t line) {
+    Trace& trace = traces_.all[index];
+    if (!trace.seconds.empty() && !(seconds > trace.seconds.back()))
+      throw std::runtime_error(
+          fmt::format("the time {} does not come after {} of line {}; of several traces, "
+                      "write each to a file of its own",
+                      seconds / unit_, trace.seconds.back() / unit_, lastLines_[index]));
+    trace.seconds.push_back(seconds);
+    trace.values.push_back(value);
+    lastLines_[index] = line;
+  }
+
+  double Number(std::string_view field, std::uint64_t line) {
+    const double value = ToNumber(field, dialect_.decimal);
+    if (dialect_.decimal != ',' || field.find(',') == std::string_view::npos) return value;
+    if (!HasUnclearComma(field)) isClear_ = true;
+    if (unclear_.empty()) {
+      unclear_ = field;
+      unclearLine_ = line;
+    }
+    return value;
+  }
+
+  void RequireClearNumbers() const {
+    if (isClear_ || unclear_.empty()) return;
+    throw InputError(
+        file_, PlaceOf(unclearLine_),
+        fmt::format("\"{}\" has a decimal comma or a mark for thousands, and nothing in the file "
+                    "tells which; write decimal points",
+                    Printable(unclear_)));
+  }
+
+  void RequirePoints() const {
+    for (const Trace& trace : traces_.all)
+      if (trace.seconds.size() < 2)
+        throw InputError(
+            file_, "",
+            fmt::format("\"{}\" has {}; a chromatogram has two points at least", Printable(trace.name),
+                        trace.seconds.empty() ? "no point" : "one point"));
+  }
+
+  const std::string& file_;
+  LineReader lines_;
+  const TraceChoice& choice_;
+  TextHead head_;
+  TextDialect dialect_;
+  std::vector<std::string> names_;
+  std::size_t time_ = kNone;
+  std::vector<std::size_t> signals_;
+  double unit_ = 1.0;
+  Fields fields_;
+  Traces traces_;
+  std::vector<std::uint64_t> lastLines_;  // of the last point of each trace
+  bool isClear_ = false;
+  std::string unclear_;
+  std::uint64_t unclearLine_ = 0;
+};
+
+}  // namespace
+
+Traces ReadTraces(ByteSource source, const TraceChoice& choice, std::vector<std::string> warnings) {
+  return TraceParser(source, choice).Read(std::move(warnings));
+}
+
+}  // namespace TslTool
