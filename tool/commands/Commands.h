@@ -9,6 +9,7 @@ namespace TslTool {
 Command Program();
 
 Command PeaksCommand();
+Command ChromCommand();
 Command SimulateCommand();
 Command InfoCommand();
 Command TuneCommand();

@@ -1,0 +1,38 @@
+#pragma once
+// A chromatogram with what its evaluation finds.
+
+#include <tool/chain/ChainOptions.h>
+#include <tool/commands/chrom/Chromatogram.h>
+#include <tool/frame/Options.h>
+#include <tslbl/chromatogram/ICObj.h>
+#include <string>
+#include <vector>
+
+namespace TslTool {
+
+// A peak as it is reported. Seconds, and units of the amplitude.
+struct ChromPeak {
+  double rtSeconds = 0.0;
+  double height = 0.0;  // above the baseline, with what the smoothing took from it
+  // Of the measured curve above the baseline from start to end, straight lines between its points.
+  double area = 0.0;
+  double areaError = 0.0;  // its standard error; NaN where it is not known
+  double startSeconds = 0.0;
+  double endSeconds = 0.0;
+  double widthSeconds = 0.0;  // at half height
+  double signalToNoise = 0.0;
+};
+
+struct EvaluatedCurve {
+  Chromatogram measured;
+  TslBL::ICObj curve;  // smoothed, with baseline, noise and peak table
+  std::vector<ChromPeak> peaks;
+  std::string derived;  // what of the chain was taken from the data, and why; empty: nothing
+};
+
+// Runs the chain that the switches ask for, with what the curve itself tells where they leave that open.
+// `file` is how messages call the input. Throws InputError.
+EvaluatedCurve EvaluateCurve(const std::string& file, Chromatogram measured, const ChainOptions& chain,
+                             const Options& options);
+
+}  // namespace TslTool
