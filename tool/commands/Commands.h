@@ -12,6 +12,8 @@ Command PeaksCommand();
 Command ChromCommand();
 Command SimulateCommand();
 Command InfoCommand();
+Command AverageCommand();
+Command CalibrateCommand();
 Command TuneCommand();
 Command ManualCommand();
 

@@ -28,6 +28,7 @@ inline constexpr CvTerm kTotalIonCurrent = {"MS:1000285", "total ion current"};
 inline constexpr CvTerm kLowestMz = {"MS:1000528", "lowest observed m/z"};
 inline constexpr CvTerm kHighestMz = {"MS:1000527", "highest observed m/z"};
 inline constexpr CvTerm kNoCombination = {"MS:1000795", "no combination"};
+inline constexpr CvTerm kMeanOfSpectra = {"MS:1000575", "mean of spectra"};
 inline constexpr CvTerm kScanStartTime = {"MS:1000016", "scan start time"};
 
 inline constexpr CvTerm kMzArray = {"MS:1000514", "m/z array"};
@@ -58,6 +59,7 @@ inline constexpr CvTerm kLowIntensityRemoval = {"MS:1000594", "low intensity dat
 inline constexpr CvTerm kDataFiltering = {"MS:1001486", "data filtering"};
 inline constexpr CvTerm kPeakPicking = {"MS:1000035", "peak picking"};
 inline constexpr CvTerm kHeightPeakPicking = {"MS:1000802", "height peak picking"};
+inline constexpr CvTerm kCalibration = {"MS:1001485", "m/z calibration"};
 inline constexpr CvTerm kConversion = {"MS:1000544", "Conversion to mzML"};
 
 inline constexpr CvTerm kMzUnit = {"MS:1000040", "m/z"};

@@ -105,6 +105,22 @@ void RunWriter::AddTune(std::uint32_t id, const TslBL::Tune& tune) {
   insert.Run();
 }
 
+void RunWriter::AddCalibration(std::uint32_t tuneId, const std::vector<TslBL::MZCalPt>& points) {
+  database_->Execute(
+      "CREATE TABLE IF NOT EXISTS calibration(tune_id INTEGER NOT NULL REFERENCES tune(id), name TEXT NOT "
+      "NULL, "
+      "mz REAL NOT NULL, mass_dac REAL NOT NULL)");
+  Statement insert(*database_, "INSERT INTO calibration VALUES (?, ?, ?, ?)");
+  for (const TslBL::MZCalPt& point : points) {
+    const std::string name = TslCommon::ToUtf8(point.Name);
+    insert.Bind(1, std::int64_t{tuneId});
+    insert.Bind(2, std::string_view(name));
+    insert.Bind(3, point.MZ);
+    insert.Bind(4, point.MassDAC);
+    insert.Run();
+  }
+}
+
 void RunWriter::AddScan(const TslBL::RawSpectrum& raw) {
   const PackedCounts packed = PackCounts(raw.counts);
   insertScan_->Bind(1, std::int64_t{raw.info.Id});
@@ -141,6 +157,7 @@ RunReader::RunReader(const std::string& file, const ScanFilter& filter)
     : database_(AtPlace(file, "", [&] { return OpenSnapshot(file); })), filter_(filter) {
   AtPlace(file, "", [this] { ReadHeader(); });
   AtPlace(file, "", [this] { ReadTunes(); });
+  AtPlace(file, "table calibration", [this] { ReadCalibrations(); });
   AtPlace(file, "table scan", [&] {
     Statement count(*database_, "SELECT count(*) FROM scan");
     count.Next();
@@ -185,6 +202,32 @@ void RunReader::ReadTunes() {
     AtPlace(database_->File(), "tune " + std::to_string(id),
             [&] { TslBL::ReadBytes(rows.Bytes(1), tunes_[id]); });
   }
+}
+
+void RunReader::ReadCalibrations() {
+  Statement tables(*database_, "SELECT 1 FROM sqlite_master WHERE type = 'table' AND name = 'calibration'");
+  if (!tables.Next()) return;
+  Statement rows(*database_, "SELECT tune_id, name, mz, mass_dac FROM calibration ORDER BY tune_id, mz");
+  while (rows.Next()) {
+    const std::uint32_t id = Unsigned32(rows, 0, "tune id");
+    const std::wstring name = TslCommon::FromUtf8(std::string(rows.Bytes(1)));
+    calibrations_[id].emplace_back(name, rows.Real(2), rows.Real(3));
+  }
+}
+
+const std::vector<TslBL::MZCalPt>* RunReader::CalibrationOf(std::uint32_t tuneId) const {
+  const auto found = calibrations_.find(tuneId);
+  return found == calibrations_.end() ? nullptr : &found->second;
+}
+
+Scan RunReader::HeadOf(const PackedScan& packed) const {
+  Scan scan;
+  scan.number = packed.number;
+  scan.rtSeconds = packed.info.TimeStamp / 1000.0;
+  scan.msLevel = kRunLevel;
+  const auto tune = tunes_.find(packed.info.TuneId);
+  if (tune != tunes_.end()) scan.polarity = PolarityOf(tune->second);
+  return scan;
 }
 
 bool RunReader::Next(std::uint32_t& number, TslBL::RawSpectrum& raw) {

@@ -6,6 +6,8 @@
 //
 //   run(key TEXT PRIMARY KEY, value TEXT)            "format", "writer", "created", "title"
 //   tune(id INTEGER PRIMARY KEY, name, record, document)   the tune as binary record and XML
+//   calibration(tune_id INTEGER, name TEXT, mz REAL, mass_dac REAL)   only where the m/z axis of scans is not
+//                                                    that of their tune: the points that make it
 //   scan(number INTEGER PRIMARY KEY, id, time_stamp, tune_id, tic, points, encoding, counts)
 //
 // number counts from 1; id, time_stamp (milliseconds), tune_id and tic (counts) are those of
@@ -24,6 +26,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace TslTool {
 
@@ -32,6 +35,8 @@ class RunWriter {
   // Creates the file, which must not exist. Throws std::runtime_error with its name.
   RunWriter(const std::string& file, const std::string& title);
   void AddTune(std::uint32_t id, const TslBL::Tune& tune);
+  // The points that make the m/z axis of the scans of a tune, instead of its own.
+  void AddCalibration(std::uint32_t tuneId, const std::vector<TslBL::MZCalPt>& points);
   // Scans come in order; the first has number 1.
   void AddScan(const TslBL::RawSpectrum& raw);
   // Makes it one file without companions, or keeps them if somebody reads it just now, for whom
@@ -44,6 +49,9 @@ class RunWriter {
   std::optional<Database> database_;
   std::unique_ptr<Statement> insertScan_;
 };
+
+// A scan of this instrument has one stage.
+inline constexpr int kRunLevel = 1;
 
 // 1 or -1.
 int PolarityOf(const TslBL::Tune& tune);
@@ -74,21 +82,28 @@ class RunReader {
   bool Next(PackedScan& scan);
   void Unpack(const PackedScan& scan, TslBL::RawSpectrum& raw) const;
 
+  // What choosing scans goes by: number, time, level and polarity.
+  Scan HeadOf(const PackedScan& scan) const;
+
   std::uint64_t Count() const { return count_; }  // scans in the file, wanted or not
   const std::string& Title() const { return title_; }
   const std::map<std::uint32_t, TslBL::Tune>& Tunes() const { return tunes_; }
+  // The points that make the m/z axis of the scans of a tune; null where these are the tune's own.
+  const std::vector<TslBL::MZCalPt>* CalibrationOf(std::uint32_t tuneId) const;
   // The tune that acquired a scan. Throws InputError if the run lacks it.
   const TslBL::Tune& TuneOf(std::uint32_t number, const TslBL::RawSpectrum& raw) const;
 
  private:
   void ReadHeader();
   void ReadTunes();
+  void ReadCalibrations();
   bool NextRow(PackedScan& scan);
 
   std::unique_ptr<Database> database_;
   std::string title_;
   std::uint64_t count_ = 0;
   std::map<std::uint32_t, TslBL::Tune> tunes_;
+  std::map<std::uint32_t, std::vector<TslBL::MZCalPt>> calibrations_;
   std::unique_ptr<Statement> scans_;
   std::uint32_t last_ = 0;  // number of the scan read last
   ScanFilter filter_;

@@ -21,17 +21,17 @@ namespace {
 
 std::string PlaceOf(std::uint32_t scan) { return "scan " + std::to_string(scan); }
 
-void LoadCounts(const TslBL::Tune& tune, TslBL::RawSpectrum& raw, LoadedSpectrum& loaded) {
+// `calibration` is that of the m/z axis; null is the tune's own.
+void LoadCounts(const TslBL::Tune& tune, const std::vector<TslBL::MZCalPt>* calibration,
+                TslBL::RawSpectrum& raw, LoadedSpectrum& loaded) {
   std::vector<double> one = {1.0};
   TslBL::AssignCountRateAmpl(one, tune, nullptr);
   loaded.countAmpl = one.front();
   TslBL::AssignCountRateAmpl(raw.counts, tune, &raw.info.TIC);
-  loaded.spectrum.reset(TslBL::CreateSpectrum(tune, raw, nullptr));
+  loaded.spectrum.reset(TslBL::CreateSpectrum(tune, raw, calibration));
 }
 
 constexpr const char* kTooShort = "of less than two points";
-// A scan of this instrument has one stage.
-constexpr int kRunLevel = 1;
 
 class RunSpectra final : public SpectrumSource {
  public:
@@ -44,7 +44,7 @@ class RunSpectra final : public SpectrumSource {
     for (;;) {
       const auto scan = std::make_shared<PackedScan>();
       if (!reader_.Next(*scan)) return {};
-      if (!filter_.Wants(HeadOf(*scan))) continue;
+      if (!filter_.Wants(reader_.HeadOf(*scan))) continue;
       if (scan->points < 2) {
         skipped_.Skip(kTooShort, PlaceOf(scan->number));
         continue;
@@ -64,16 +64,6 @@ class RunSpectra final : public SpectrumSource {
   }
 
  private:
-  Scan HeadOf(const PackedScan& packed) const {
-    Scan scan;
-    scan.number = packed.number;
-    scan.rtSeconds = packed.info.TimeStamp / 1000.0;
-    scan.msLevel = kRunLevel;
-    const auto tune = reader_.Tunes().find(packed.info.TuneId);
-    if (tune != reader_.Tunes().end()) scan.polarity = PolarityOf(tune->second);
-    return scan;
-  }
-
   LoadedSpectrum Load(const PackedScan& scan) const {
     TslBL::RawSpectrum raw;
     reader_.Unpack(scan, raw);
@@ -83,7 +73,7 @@ class RunSpectra final : public SpectrumSource {
     loaded.msLevel = kRunLevel;
     loaded.polarity = PolarityOf(tune);
     try {
-      LoadCounts(tune, raw, loaded);
+      LoadCounts(tune, reader_.CalibrationOf(raw.info.TuneId), raw, loaded);
     } catch (const std::exception& e) {
       throw InputError(file_, PlaceOf(scan.number), tuneText + e.what());
     }
@@ -134,6 +124,7 @@ class ForeignSpectra final : public SpectrumSource {
     return notes;
   }
   std::string Skipped() const override { return skipped_.Text(); }
+  bool LeavesOutZeros() const override { return filled_ > 0; }
   bool SkippedCentroids() const override { return skippedCentroids_; }
   Chromatograms PassedOver() const override { return scans_->PassedOver(); }
   std::vector<std::string> Warnings() const override {
@@ -213,7 +204,7 @@ class DemonstrationSpectra final : public SpectrumSource {
     LoadedSpectrum loaded{index + 1, raw.info.TimeStamp / 1000.0, nullptr};
     loaded.msLevel = kRunLevel;
     loaded.polarity = PolarityOf(simulator_.Tune());
-    LoadCounts(simulator_.Tune(), raw, loaded);
+    LoadCounts(simulator_.Tune(), nullptr, raw, loaded);
     return loaded;
   }
 

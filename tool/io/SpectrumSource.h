@@ -55,6 +55,9 @@ class SpectrumSource {
   virtual std::string Skipped() const { return ""; }
   // Whether some of it was skipped as centroid data.
   virtual bool SkippedCentroids() const { return false; }
+  // Whether points of no amplitude were left out of some, so that what lies beyond the ends of a spectrum is
+  // 0.
+  virtual bool LeavesOutZeros() const { return false; }
   // What stands in the file beside its spectra, complete likewise.
   virtual Chromatograms PassedOver() const { return {}; }
   // What was odd but readable, complete once Next has returned false.

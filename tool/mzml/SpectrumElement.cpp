@@ -33,20 +33,21 @@ bool IsId(const std::string& id) {
   return std::ranges::none_of(id, [](char c) { return static_cast<unsigned char>(c) < 0x20; });
 }
 
-void AddScan(pugi::xml_node& spectrum, double rtSeconds) {
+void AddScan(pugi::xml_node& spectrum, double rtSeconds, const CvTerm& combination) {
   pugi::xml_node list = AddList(spectrum, "scanList", 1);
-  AddTerm(list, Cv::kNoCombination);
+  AddTerm(list, combination);
   pugi::xml_node scan = list.append_child("scan");
   if (!std::isnan(rtSeconds)) AddTerm(scan, Cv::kScanStartTime, Text(rtSeconds), Cv::kSecond);
 }
 
 void AddSums(pugi::xml_node& spectrum, const SpectrumArrays& arrays) {
-  const auto& [representation, mz, intensity, unit, more] = arrays;
+  const std::vector<double>& mz = arrays.mz;
+  const std::vector<double>& intensity = arrays.intensity;
   AddTerm(spectrum, Cv::kTotalIonCurrent, Text(std::accumulate(intensity.begin(), intensity.end(), 0.0)));
   if (mz.empty()) return;
   const auto base = std::ranges::max_element(intensity) - intensity.begin();
   AddTerm(spectrum, Cv::kBasePeakMz, Text(*(mz.begin() + base)), Cv::kMzUnit);
-  AddTerm(spectrum, Cv::kBasePeakIntensity, Text(*(intensity.begin() + base)), unit);
+  AddTerm(spectrum, Cv::kBasePeakIntensity, Text(*(intensity.begin() + base)), arrays.unit);
   AddTerm(spectrum, Cv::kLowestMz, Text(mz.front()), Cv::kMzUnit);
   AddTerm(spectrum, Cv::kHighestMz, Text(mz.back()), Cv::kMzUnit);
 }
@@ -60,6 +61,7 @@ void AddHead(pugi::xml_node& spectrum, const LoadedSpectrum& loaded, const Spect
   AddSums(spectrum, arrays);
   if (!loaded.id.empty() && !IsId(loaded.id))
     AddUserParam(spectrum, "id in the source", Printable(loaded.id, loaded.id.size()));
+  for (const auto& [name, value] : arrays.told) AddUserParam(spectrum, name, value);
 }
 
 void AddArrays(pugi::xml_node& spectrum, const SpectrumArrays& arrays) {
@@ -87,7 +89,7 @@ std::string SpectrumElement(const LoadedSpectrum& loaded, const SpectrumArrays& 
   spectrum.append_attribute("id") = IdFor(loaded).c_str();
   spectrum.append_attribute("defaultArrayLength") = std::to_string(arrays.mz.size()).c_str();
   AddHead(spectrum, loaded, arrays);
-  AddScan(spectrum, loaded.rtSeconds);
+  AddScan(spectrum, loaded.rtSeconds, arrays.combination);
   AddArrays(spectrum, arrays);
   return ElementText(spectrum, depth);
 }

@@ -5,6 +5,7 @@
 #include <tool/io/MzMLTerms.h>
 #include <tool/io/SpectrumSource.h>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace TslTool {
@@ -20,6 +21,8 @@ struct SpectrumArrays {
   std::vector<double> mz;
   std::vector<double> intensity;
   CvTerm unit;  // of the intensity
+  CvTerm combination = Cv::kNoCombination;
+  std::vector<std::pair<std::string, std::string>> told = {};  // user parameters, by their names
   std::vector<NamedArray> more = {};
 };
 

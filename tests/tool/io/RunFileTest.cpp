@@ -245,5 +245,30 @@ TEST(RunFile, IsRemovedWithItsCompanions) {
   EXPECT_TRUE(std::filesystem::is_empty(folder.Folder()));
 }
 
+TEST(RunFile, MayHaveACalibrationForATune) {
+  const SmallRun run;
+  EXPECT_EQ(TslTool::RunReader(run.Path()).CalibrationOf(1), nullptr);
+  const std::vector<TslBL::MZCalPt> points = {{L"\u00e4", 100, 2000}, {L"b", 200.25, 4010.5}};
+  const std::string calibrated = run.Folder() + "/calibrated.run";
+  {
+    TslTool::RunWriter writer(calibrated, "");
+    writer.AddTune(1, DemoTune());
+    writer.AddTune(2, DemoTune());
+    writer.AddCalibration(1, points);
+    writer.Finish();
+  }
+  const TslTool::RunReader reader(calibrated);
+  ASSERT_NE(reader.CalibrationOf(1), nullptr);
+  EXPECT_EQ(*reader.CalibrationOf(1), points);
+  EXPECT_EQ(reader.CalibrationOf(2), nullptr);
+}
+
+TEST(RunFile, ADamagedCalibrationIsAnErrorThatNamesItsTable) {
+  const SmallRun run;
+  run.Change("CREATE TABLE calibration(tune_id, name, mz, mass_dac)");
+  run.Change("INSERT INTO calibration VALUES (1, 'a', 'x', 5)");
+  EXPECT_THAT(ErrorOfRun(run.Path()), testing::HasSubstr("table calibration: "));
+}
+
 }  // namespace
 }  // namespace tests

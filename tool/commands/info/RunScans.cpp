@@ -10,9 +10,10 @@ namespace TslTool {
 namespace {
 
 // Empty if the calibration gives none that ascends.
-std::vector<double> AxisOf(const TslBL::Tune& tune, const TslBL::RawSpectrum& raw) {
+std::vector<double> AxisOf(const RunReader& run, const TslBL::Tune& tune, const TslBL::RawSpectrum& raw) {
   try {
-    const std::unique_ptr<TslBL::Spectrum> spectrum(TslBL::CreateSpectrum(tune, raw, nullptr));
+    const std::unique_ptr<TslBL::Spectrum> spectrum(
+        TslBL::CreateSpectrum(tune, raw, run.CalibrationOf(raw.info.TuneId)));
     if (Ascends(spectrum->xAxis)) return spectrum->xAxis;
   } catch (const std::runtime_error&) {
     // Told as the axis that does not ascend is.
@@ -30,7 +31,7 @@ std::vector<double> EvenAxis(double from, double to, std::size_t points) {
 }  // namespace
 
 void RunScans::AssignMz(const TslBL::Tune& tune, const TslBL::RawSpectrum& raw, Scan& scan) {
-  scan.mz = AxisOf(tune, raw);
+  scan.mz = AxisOf(reader_, tune, raw);
   if (scan.mz.size() == raw.counts.size()) return;
   const auto [from, to] = TslBL::QMassRange(tune);
   scan.mz = EvenAxis(from, to, raw.counts.size());

@@ -9,9 +9,9 @@
 #include <tool/commands/peaks/Lift.h>
 #include <tool/commands/peaks/PeaksInput.h>
 #include <tool/commands/peaks/PictureFiles.h>
+#include <tool/commands/peaks/RefuseNothing.h>
 #include <tool/commands/peaks/RestOfTable.h>
 #include <tool/commands/peaks/RunChain.h>
-#include <tool/commands/peaks/ScansInstead.h>
 #include <tool/commands/peaks/SpectrumPlot.h>
 #include <tool/frame/InputError.h>
 #include <tool/frame/Interrupt.h>
@@ -44,8 +44,6 @@ void WarnOfNoPeaks(const std::string& file, const std::vector<TslBL::CurveEval>&
   if (std::ranges::none_of(chain, [](const auto& eval) { return eval.TypeText() == L"Peak Detect"; }))
     Warn(file + ": no command \"Peak Detect\", so no peaks");
 }
-
-bool CanBeOpenedAgain(const std::string& input) { return input.empty() || CanBeReadAgain(input); }
 
 // Of spectra without strong peaks at the beginning of a run the rest has to tell.
 Preview PreviewOf(const std::string& input, const SpectrumChoice& wanted,
@@ -140,27 +138,6 @@ std::uint64_t EvaluateAll(const PeaksArguments& arguments, SpectrumSource& sourc
   return spectra;
 }
 
-// As in "; 2 chromatograms of 400 points in all".
-std::string BesideSpectra(const SpectrumSource& source) {
-  std::string text;
-  if (const auto& [count, points] = source.PassedOver(); count > 0)
-    text += fmt::format("; {} chromatogram{} of {} points in all", count, count == 1 ? "" : "s", points);
-  for (const std::string& odd : source.Warnings()) text += "; " + odd;
-  return text;
-}
-
-[[noreturn]] void RefuseNothing(const PeaksArguments& arguments, const SpectrumSource& source) {
-  const bool all = arguments.scans.Choice().filter.WantsAll();
-  std::string reason = all ? "holds no spectrum" : "holds no spectrum that was asked for";
-  if (CanBeOpenedAgain(arguments.input)) reason += ScansInstead(arguments.input, arguments.scans.Choice());
-  if (const std::string skipped = source.Skipped(); !skipped.empty())
-    reason = fmt::format("holds no spectrum to evaluate: {}", skipped);
-  reason += BesideSpectra(source);
-  if (source.SkippedCentroids())
-    reason += "; centroid data are peaks already; --profile is for profiles that are not known as such";
-  throw InputError(NameOf(arguments), "", reason);
-}
-
 // With many spectra each is evaluated by one thread; a single one may be large.
 void ShareThreads(const SpectrumSource& source) {
   TslBL::AppThreadingParams params = TslBL::GetMultiThreadingParams();
@@ -182,7 +159,8 @@ void EvaluateInto(PeakFile& peaks, const PeaksArguments& arguments, const Option
   if (arguments.resume)
     if (const auto& done = peaks.Resume())
       source = RestOfTable(arguments.input, wanted, chain.evals, *done, peaks);
-  if (EvaluateAll(arguments, *source, chain.evals, peaks, beside) == 0) RefuseNothing(arguments, *source);
+  if (EvaluateAll(arguments, *source, chain.evals, peaks, beside) == 0)
+    RefuseNothing(arguments.input, wanted, *source);
   if (!arguments.quiet) Tell(NameOf(arguments), source->Notes());
   TellDerived(arguments, chain);
   Warn(NameOf(arguments), beside.remarks.Texts());

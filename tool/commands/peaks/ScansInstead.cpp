@@ -111,15 +111,7 @@ std::vector<Wish> WishesOf(const ScanFilter& all) {
 template <class Use>
 void ForEachScanOfRun(const std::string& input, Use use) {
   RunReader reader(input);
-  for (PackedScan packed; reader.Next(packed); ThrowIfInterrupted()) {
-    Scan scan;
-    scan.number = packed.number;
-    scan.rtSeconds = packed.info.TimeStamp / 1000.0;
-    scan.msLevel = 1;
-    const auto tune = reader.Tunes().find(packed.info.TuneId);
-    if (tune != reader.Tunes().end()) scan.polarity = PolarityOf(tune->second);
-    use(scan);
-  }
+  for (PackedScan packed; reader.Next(packed); ThrowIfInterrupted()) use(reader.HeadOf(packed));
 }
 
 template <class Use>

@@ -1,4 +1,4 @@
-// Tests: EvaluateInput.cpp, RunChain.cpp, ScansInstead.cpp.
+// Tests: EvaluateInput.cpp, RefuseNothing.cpp, RunChain.cpp, ScansInstead.cpp.
 #include <fmt/format.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,0 +1,174 @@
+#include <tool/commands/calibrate/ApplyToInput.h>
+
+#include <fmt/format.h>
+
+#include <tool/commands/average/AverageFile.h>
+#include <tool/frame/InputError.h>
+#include <tool/frame/Interrupt.h>
+#include <tool/frame/Output.h>
+#include <tool/frame/Progress.h>
+#include <tool/frame/UsageError.h>
+#include <tool/frame/Warning.h>
+#include <tool/io/InputPath.h>
+#include <tool/io/OpenScans.h>
+#include <tool/io/RunFile.h>
+#include <tool/mzml/MzMLDocument.h>
+#include <tslbl/closed/common/Text.h>
+#include <tslbl/tune/MZConvert.h>
+#include <cmath>
+#include <memory>
+#include <stdexcept>
+
+namespace TslTool {
+namespace {
+
+// A calibration mends an axis and makes no other of it: mass DAC values are far from m/z.
+constexpr double kFarthest = 0.05;  // of an m/z
+constexpr double kAlways = 2.0;     // m/z
+
+void RequireNear(const std::string& calibrationFile, const TslBL::MZCalPt& point, double present,
+                 const std::string& axis) {
+  if (std::abs(point.MZ - present) <= kAlways + kFarthest * point.MZ) return;
+  throw InputError(
+      calibrationFile, fmt::format("point \"{}\"", TslCommon::ToUtf8(point.Name)),
+      fmt::format("{} stands at m/z {} on {}, and shall at {}: that is the calibration of another "
+                  "kind of axis",
+                  point.MassDAC, present, axis, point.MZ));
+}
+
+class RunCopy {
+ public:
+  RunCopy(const std::string& input, const std::vector<TslBL::MZCalPt>& points,
+          const std::string& calibrationFile)
+      : reader_(input), points_(points) {
+    for (const auto& [id, tune] : reader_.Tunes()) {
+      const TslBL::MZConvert convert(tune.MZCalPts);
+      for (const TslBL::MZCalPt& point : points)
+        RequireNear(calibrationFile, point, convert.DACToMZ(point.MassDAC),
+                    fmt::format("the axis of tune {}", id));
+    }
+  }
+
+  void WriteTo(const std::string& output) {
+    auto writer = std::make_unique<RunWriter>(output, reader_.Title());
+    try {
+      Write(*writer);
+    } catch (...) {
+      writer.reset();
+      RemoveRun(output);
+      throw;
+    }
+  }
+
+ private:
+  void Write(RunWriter& writer) {
+    for (const auto& [id, tune] : reader_.Tunes()) {
+      writer.AddTune(id, tune);
+      writer.AddCalibration(id, points_);
+    }
+    Progress progress(reader_.Count(), "scans");
+    std::uint32_t number = 0;
+    for (TslBL::RawSpectrum raw; reader_.Next(number, raw); progress.Step()) {
+      ThrowIfInterrupted();
+      reader_.TuneOf(number, raw);
+      writer.AddScan(raw);
+    }
+    writer.Finish();
+  }
+
+  RunReader reader_;
+  const std::vector<TslBL::MZCalPt>& points_;
+};
+
+// The scans of a foreign file on their new axis.
+class CalibratedScans {
+ public:
+  CalibratedScans(const std::string& input, const std::vector<TslBL::MZCalPt>& points)
+      : input_(input), source_(OpenScans(input)), convert_(points), progress_(source_->Count(), "scans") {}
+
+  bool Next(Scan& scan) {
+    ThrowIfInterrupted();
+    if (!source_->Next(scan)) return false;
+    if (scan.defect) throw InputError(input_, scan.defect->place, scan.defect->reason);
+    for (double& mz : scan.mz) mz = convert_.DACToMZ(mz);
+    progress_.Step();
+    return true;
+  }
+  const ScanSource& Source() const { return *source_; }
+
+ private:
+  std::string input_;
+  std::unique_ptr<ScanSource> source_;
+  TslBL::MZConvert convert_;
+  Progress progress_;
+};
+
+std::string RowsOf(const Scan& scan) {
+  std::string rows;
+  for (std::size_t i = 0; i < scan.mz.size(); ++i)
+    rows += fmt::format("{}\t{}\n", scan.mz[i], scan.amplitude[i]);
+  return rows;
+}
+
+void WriteText(CalibratedScans& scans, Output& output) {
+  output.Write("mz\tamplitude\n");
+  for (Scan scan; scans.Next(scan);) output.Write(RowsOf(scan));
+}
+
+LoadedSpectrum HeadOf(const Scan& scan) {
+  LoadedSpectrum head{scan.number, scan.rtSeconds, nullptr, scan.id};
+  head.msLevel = scan.msLevel;
+  head.polarity = scan.polarity;
+  return head;
+}
+
+// What is marked as neither is a profile, as a detector writes it.
+const CvTerm& RepresentationOf(const Scan& scan) {
+  return scan.representation == Scan::Centroid ? Cv::kCentroidSpectrum : Cv::kProfileSpectrum;
+}
+
+void WriteMzML(const std::string& input, CalibratedScans& scans, Output& output) {
+  MzMLDocument document;
+  for (Scan scan; scans.Next(scan);) {
+    const SpectrumArrays arrays = {RepresentationOf(scan), scan.mz, scan.amplitude, Cv::kCounts};
+    document.Add(output, document.Element(HeadOf(scan), arrays));
+  }
+  document.WriteTo(output, {input, scans.Source().Ids(), "tslbl calibrate", {{{Cv::kCalibration}, {}}}});
+}
+
+void RequireFormat(const std::string& output, const char* format) {
+  if (AverageFormatOf(output) != format)
+    throw UsageError(fmt::format("--output: {} will be {}, as the input is; name it so", output,
+                                 format == std::string("mzml") ? "mzML" : format));
+}
+
+void WriteForeign(const std::string& input, const std::vector<TslBL::MZCalPt>& points,
+                  const std::string& output) {
+  const bool isMzML = KindOfFile(input) == FileKind::Xml;
+  RequireFormat(output, isMzML ? "mzml" : "text");
+  CalibratedScans scans(input, points);
+  Output file(output);
+  if (isMzML) {
+    WriteMzML(input, scans, file);
+  } else {
+    WriteText(scans, file);
+  }
+  file.Commit();
+  Warn(InputName(input), scans.Source().Warnings());
+}
+
+}  // namespace
+
+void ApplyToInput(const std::string& input, const std::vector<TslBL::MZCalPt>& points,
+                  const std::string& calibrationFile, const std::string& output) {
+  if (IsDatabase(input)) {
+    RequireFormat(output, "run");
+    RunCopy(input, points, calibrationFile).WriteTo(output);
+  } else {
+    for (const TslBL::MZCalPt& point : points)
+      RequireNear(calibrationFile, point, point.MassDAC, "the axis of the input");
+    WriteForeign(input, points, output);
+  }
+}
+
+}  // namespace TslTool
