@@ -34,8 +34,8 @@ ChainPresets PresetsForChromatograms() {
   presets.noise = TslBL::NoiseParams::DefaultIC();
   presets.peaks = TslBL::PeakDetectParams::DefaultIC();
   presets.baselineHow = presets.noiseHow = "auto";
-  // Every dip between two peaks that noise does not make parts them.
-  presets.valley = 80.0;
+  // Peaks 3.6 standard deviations apart are two, as long as neither is small beside the other.
+  presets.valley = 50.0;
   // Chromatographers call the top of a peak its retention time, however much it tails.
   presets.position = "top";
   presets.unit = "s";
@@ -44,7 +44,7 @@ ChainPresets PresetsForChromatograms() {
   presets.baselineHelp =
       "adaptive, segments of 3 widths of a peak; linear over less than 40 widths; valley:50 if none tells it";
   presets.noiseHelp = "linear, segments of 40 widths of a peak; valley:250 if none tells it";
-  presets.snHelp = "4";
+  presets.snHelp = "5";
   presets.minWidthHelp = "0.4 widths of a peak, unless --smooth is given";
   return presets;
 }

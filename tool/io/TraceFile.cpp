@@ -68,8 +68,12 @@ class TraceParser {
   [[noreturn]] void RefuseWords() const {
     const std::string reason = "holds no line with a time and a signal";
     if (head_.words == 0) throw InputError(file_, "", reason);
+    const bool mayBeTable =
+        !choice_.columns.IsGiven() && head_.first.text.find_first_of("\t;,") != std::string::npos;
     throw InputError(
-        file_, "", fmt::format("{}; line {} is \"{}\"", reason, head_.first.number, Shown(head_.first.text)));
+        file_, "",
+        fmt::format("{}; line {} is \"{}\"{}", reason, head_.first.number, Shown(head_.first.text),
+                    mayBeTable ? "; of a table, --columns tells which hold them" : ""));
   }
 
   const TextLine& FirstRow() const {
@@ -132,19 +136,8 @@ class TraceParser {
     if (time_ == kNone)
       throw InputError(file_, PlaceOf(row.number),
                        fmt::format("no column of times among {}: {}", ListColumns(names), kTell));
-    for (std::size_t i = 0; i < dialect_.columns; ++i) {
-      if (i == time_) continue;
-      const bool isNumber = i >= fields.size() || fields[i].empty() || LooksLikeNumber(fields[i]);
-      if (isNumber) {
-        AddSignal(i);
-      } else {
-        traces_.notes.push_back(
-            fmt::format("column \"{}\" ({}) left out, as it holds no numbers", Printable(NameOf(i)), i + 1));
-      }
-    }
-    if (signals_.empty())
-      throw InputError(file_, PlaceOf(row.number),
-                       fmt::format("no column of a signal among {}: {}", ListColumns(names), kTell));
+    for (std::size_t i = 0; i < dialect_.columns; ++i)
+      if (i != time_) AddSignal(i);
   }
 
   void TakeChoice(const TextLine& row, const Fields& names) {

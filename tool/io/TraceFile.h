@@ -4,8 +4,9 @@
 // of TextFile.h.
 //
 // The column of times is the one that is called so, or the first if it is called x, or of two columns without
-// names; each other column of numbers is a trace. Empty cells of these are no points. The unit of the times
-// is told by the name of their column, or by the caller, or taken as seconds with a warning.
+// names; each other column is a trace, and its empty cells are no points. Of a table that holds words as well
+// the caller chooses the columns. The unit of the times is told by the name of their column, or by the
+// caller, or taken as seconds with a warning.
 
 #include <tool/io/ByteSource.h>
 #include <tool/io/ColumnNames.h>

@@ -53,10 +53,11 @@ void WriteTo(const std::string& file, const std::string& text, std::vector<std::
 
 void Evaluate(const ChromArguments& arguments, const Options& options) {
   const std::string name = InputName(arguments.input);
+  CurveEvaluation how{name, arguments.chain, options, std::nullopt};
+  if (!arguments.integrate.empty()) how.integrate = ParseRealRange("--integrate", arguments.integrate);
   MeasuredCurves read = ReadCurves(arguments);
   std::vector<EvaluatedCurve> curves;
-  for (Chromatogram& measured : read.curves)
-    curves.push_back(EvaluateCurve(name, std::move(measured), arguments.chain, options));
+  for (Chromatogram& measured : read.curves) curves.push_back(EvaluateCurve(std::move(measured), how));
 
   // All is written before any of it takes its name.
   std::vector<std::unique_ptr<Output>> files;
@@ -82,8 +83,32 @@ int RunChrom(ChromArguments arguments, const Options& options) {
 }
 
 constexpr const char* kExamples =
+    "INPUT is a run of raw counts, an mzML file with profiles or centroid spectra, or the text\n"
+    "of a detector with columns of time and signal; - is standard input, from which no run can\n"
+    "be read. Without it the built-in demonstration run is taken.\n\n"
+    "Of scans the curves are TIC, the sum of all points of a scan, BPC, the largest, and the\n"
+    "ranges or the definitions. A range gives the sum of its points. Scans of the first MS\n"
+    "level are taken; each polarity and each tune has curves of its own.\n\n"
     "Examples:\n"
-    "  tslbl chrom sample.run --range A=500-501\n";
+    "  tslbl chrom sample.run                        total ion current and base peak\n"
+    "  tslbl chrom sample.mzML --range A=500-501     and an extracted ion chromatogram\n"
+    "  tslbl chrom sample.mzML --range A=500-501 --range B=502-503 --curve A-B\n"
+    "  tslbl chrom sample.mzML --range A=508.2+-0.05 --rt 3400-3600 --plot peak.svg\n"
+    "  tslbl chrom sample.mzML --range A=508.2+-0.05 --integrate 3487-3551\n"
+    "  tslbl chrom srm.mzML --stored --id \"SRM 500.1,300.2\" --format tsv\n"
+    "  tslbl chrom uv.csv --time-unit min            the trace of a detector\n"
+    "  tslbl chrom lims.csv --columns \"Time (min),UV 254\" --format tsv --output peaks.tsv\n"
+    "  tslbl chrom sample.mzML --range A=500-501 --points curves.tsv\n\n"
+    "Columns:\n"
+    "  curve      TIC, BPC, the letter of a range, a definition, or the name of a signal\n"
+    "  peak       number of the peak on its curve, from 1\n"
+    "  rt_s       retention time of its top, seconds\n"
+    "  height     above the baseline, with what the smoothing took\n"
+    "  area       above the baseline from start to end, amplitude times seconds, as measured\n"
+    "  area_se    standard error of the area, from the counts of a run, else from the noise\n"
+    "  start_s    where it begins, seconds; end_s: where it ends\n"
+    "  width_s    full width at half height above the baseline, seconds\n"
+    "  sn         height above the baseline over the noise there, behind the smoothing\n";
 
 }  // namespace
 
@@ -117,6 +142,8 @@ Command ChromCommand() {
             options.Choice("--time-unit UNIT", arguments->timeUnit, {"s", "min", "ms", "h"},
                            "Unit of the times of a text file, if its head does not tell");
             arguments->chain.Declare(options);
+            options.Value("--integrate A-B", arguments->integrate,
+                          "Integrate each curve from A to B seconds instead of searching for peaks");
             options.Choice("--format FORM", arguments->format, ChromFormats(), "Form of the result");
             options.Value("-o,--output FILE", arguments->output,
                           "Write the result to this file; - is standard output");

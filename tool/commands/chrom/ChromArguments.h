@@ -21,6 +21,7 @@ struct ChromArguments {
   std::string columns;
   std::string timeUnit;
   ChainOptions chain{PresetsForChromatograms()};
+  std::string integrate;
   std::string format = "table";
   std::string output;
   std::string points;

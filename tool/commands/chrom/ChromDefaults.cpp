@@ -3,7 +3,6 @@
 #include <fmt/format.h>
 
 #include <tslbl/closed/math/baseline/Baseline.h>
-#include <tslbl/closed/math/baseline/Noise.h>
 #include <tslbl/closed/math/peak/TypicalWidth.h>
 #include <algorithm>
 #include <cmath>
@@ -12,23 +11,34 @@ namespace TslTool {
 namespace {
 
 constexpr double kWindow = 0.5;         // widths
+constexpr double kWeakWindow = 0.9;     // widths, where noise would part peaks
+constexpr double kWeak = 30.0;          // strength
 constexpr double kNoiseSegment = 40.0;  // widths
 constexpr double kBaseSegment = 3.0;    // widths
+constexpr double kBentNoise = 10.0;     // widths
 constexpr double kLeastWidth = 0.4;     // widths
 constexpr double kLeastSmoothed = 4.0;
 constexpr double kShort = 20.0;  // widths
 constexpr double kMostPoints = 1001.0;
 constexpr std::uint32_t kLeastSegment = 15;
-constexpr std::uint32_t kSmooth = 25;  // points of averaging of an adaptive baseline
-constexpr double kCurved = 2.5;
+constexpr std::uint32_t kSmooth = 25;    // points of averaging of an adaptive baseline
+constexpr std::uint32_t kRejection = 2;  // standard deviations
+constexpr double kFoot = 0.3;            // widths
+constexpr double kCurved = 5.0;
+constexpr double kOfBent = 3.0;  // variance of an adaptive baseline times its segment, in that of a point
+constexpr double kOfSpan = 1e-4;
+
+// The preset of 4 takes one bump of noise in a thousand points for a peak.
+constexpr std::uint32_t kLeastRatio = 5;
 
 ChainDefaults Presets() {
-  return {"mean:5", 0, 4, std::nullopt, "no peak tells its width", "valley:50", "valley:250", 50};
+  return {"mean:5", 0, kLeastRatio, std::nullopt, "no peak tells its width", "valley:50", "valley:250", 50};
 }
 
-std::string SmoothingFor(double width) {
+std::string SmoothingFor(double width, double strength) {
   if (width < kLeastSmoothed) return "off";
-  const double window = std::clamp(kWindow * width, 5.0, kMostPoints);
+  const double share = strength < kWeak ? kWeakWindow : kWindow;
+  const double window = std::clamp(share * width, 5.0, kMostPoints);
   return fmt::format("savgol:{}:2", static_cast<std::uint32_t>(window) | 1U);
 }
 
@@ -39,49 +49,70 @@ double Rounded(double value) {
 
 std::uint32_t Points(double value) { return static_cast<std::uint32_t>(std::lround(value)); }
 
-double MedianStep(std::span<const double> seconds) {
-  std::vector<double> steps;
-  for (std::size_t i = 1; i < seconds.size(); ++i) steps.push_back(seconds[i] - seconds[i - 1]);
-  const auto middle = steps.begin() + static_cast<std::ptrdiff_t>(steps.size() / 2);
-  std::ranges::nth_element(steps, middle);
+double Median(std::vector<double>& values) {
+  const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+  std::ranges::nth_element(values, middle);
   return *middle;
 }
 
-// Whether a baseline that may bend lies farther off the straight ones than noise would carry it.
-bool IsCurved(std::span<const double> values, std::uint32_t straight, std::uint32_t bent) {
+double MedianStep(std::span<const double> seconds) {
+  std::vector<double> steps;
+  for (std::size_t i = 1; i < seconds.size(); ++i) steps.push_back(seconds[i] - seconds[i - 1]);
+  return Median(steps);
+}
+
+// Straight lines, and how far to look for the feet of peaks beside a point.
+struct Straight {
+  std::uint32_t segment;
+  std::uint32_t points;
+
+  std::string Baseline() const { return fmt::format("linear:{}:{}:{}", segment, points, kRejection); }
+  // A stricter rejection would cut the noise itself.
+  std::string Noise() const { return fmt::format("linear:{}:{}", segment, points); }
+};
+
+// The standard deviation of a point, by what bends from one to the next: no background bends so fast.
+double NoiseOf(std::span<const double> values) {
+  constexpr double kOfSecondDifference = 0.6745 * 2.449489742783178;
+  std::vector<double> bends;
+  for (std::size_t i = 2; i < values.size(); ++i)
+    bends.push_back(std::abs(values[i] - 2.0 * values[i - 1] + values[i - 2]));
+  return bends.empty() ? 0.0 : Median(bends) / kOfSecondDifference;
+}
+
+// Whether a baseline that may bend lies farther off the straight one than noise would carry it.
+bool IsCurved(std::span<const double> values, const Straight& straight, std::uint32_t bent) {
   const auto n = static_cast<std::uint32_t>(values.size());
   std::vector<double> line(n);
   std::vector<double> curve(n);
-  std::vector<double> noise(n);
-  TslMath::LinearFitSDBaseline(values.data(), n, straight, 5, 3, line.data());
+  TslMath::LinearFitSDBaseline(values.data(), n, straight.segment, straight.points, kRejection, line.data());
   TslMath::APBMorph(values.data(), n, bent, kSmooth, curve.data());
-  TslMath::LinearFitSDNoise(values.data(), n, straight, 5, 3, noise.data());
   double apart = 0.0;
-  double expected = 0.0;
-  for (std::size_t i = 0; i < n; ++i) {
-    apart += (line[i] - curve[i]) * (line[i] - curve[i]);
-    expected += noise[i] * noise[i] * 2.0 / bent;
-  }
-  return apart > kCurved * kCurved * expected;
+  for (std::size_t i = 0; i < n; ++i) apart += (line[i] - curve[i]) * (line[i] - curve[i]);
+  const auto [low, high] = std::ranges::minmax(values);
+  const double expected = NoiseOf(values) * std::sqrt(kOfBent / bent);
+  return std::sqrt(apart / n) > kCurved * std::max(expected, kOfSpan * (high - low));
 }
 
 }  // namespace
 
 ChainDefaults DefaultsForCurve(std::span<const double> seconds, std::span<const double> values) {
   const auto n = static_cast<std::uint32_t>(values.size());
-  const double width = TslMath::MeasurePeakWidth(values.data(), n).points;
+  const auto [width, strength] = TslMath::MeasurePeakWidth(values.data(), n);
   if (!(width > 0.0)) return Presets();
   ChainDefaults defaults;
-  defaults.smooth = SmoothingFor(width);
+  defaults.smooth = SmoothingFor(width, strength);
   defaults.segment = std::clamp(Points(kNoiseSegment * width), 50U, std::max(n, 50U));
   defaults.adaptiveSegment = std::max(Points(kBaseSegment * width), kLeastSegment);
-  defaults.sn = 4;
+  defaults.sn = kLeastRatio;
   defaults.minWidth = Rounded(kLeastWidth * width * MedianStep(seconds));
-  defaults.noise = fmt::format("linear:{}", defaults.segment);
+  const Straight straight = {defaults.segment, std::max(Points(kFoot * width), 5U) | 1U};
   const bool isLong = n >= kShort * width;
-  const bool isBent = isLong && IsCurved(values, defaults.segment, *defaults.adaptiveSegment);
+  const bool isBent = isLong && IsCurved(values, straight, *defaults.adaptiveSegment);
   defaults.baseline =
-      isBent ? fmt::format("adaptive:{}:{}", *defaults.adaptiveSegment, kSmooth) : defaults.noise;
+      isBent ? fmt::format("adaptive:{}:{}", *defaults.adaptiveSegment, kSmooth) : straight.Baseline();
+  // Over a bent background long segments would take the bend for noise.
+  defaults.noise = isBent ? Straight{Points(kBentNoise * width), straight.points}.Noise() : straight.Noise();
   defaults.reason = fmt::format("peaks are {:.1f} points wide", width);
   return defaults;
 }

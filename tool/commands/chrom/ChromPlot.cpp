@@ -45,12 +45,15 @@ Range TimesOf(const std::vector<EvaluatedCurve>& curves) {
 // What was integrated.
 void DrawAreas(Svg& svg, const Axes& axes, const EvaluatedCurve& curve) {
   if (curve.curve.baseline.empty()) return;
-  for (const TslBL::PeakInfo& peak : curve.curve.peaks) {
+  const std::vector<double>& seconds = curve.measured.seconds;
+  for (const ChromPeak& peak : curve.peaks) {
+    const auto first = std::ranges::lower_bound(seconds, peak.startSeconds) - seconds.begin();
+    const auto end = std::ranges::upper_bound(seconds, peak.endSeconds) - seconds.begin();
     const auto part = [&](const std::vector<double>& values) {
-      return std::span<const double>(values).subspan(peak.startIdx, peak.endIdx - peak.startIdx + 1);
+      return std::span<const double>(values).subspan(static_cast<std::size_t>(first),
+                                                     static_cast<std::size_t>(end - first));
     };
-    DrawBand(svg, axes, part(curve.measured.seconds), part(curve.curve.baseline), part(curve.measured.values),
-             kArea);
+    DrawBand(svg, axes, part(seconds), part(curve.curve.baseline), part(curve.measured.values), kArea);
   }
 }
 

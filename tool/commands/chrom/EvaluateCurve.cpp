@@ -1,8 +1,10 @@
 #include <tool/commands/chrom/EvaluateCurve.h>
 
-#include <tool/commands/chrom/AreaError.h>
+#include <fmt/format.h>
+
 #include <tool/commands/chrom/ChromDefaults.h>
 #include <tool/commands/chrom/NoiseFloor.h>
+#include <tool/commands/chrom/PeakAreas.h>
 #include <tool/commands/peaks/Lift.h>
 #include <tool/commands/peaks/SmoothFilter.h>
 #include <tool/frame/InputError.h>
@@ -10,7 +12,6 @@
 #include <tslbl/closed/common/Text.h>
 #include <tslbl/curve/CurveEval.h>
 #include <algorithm>
-#include <tuple>
 
 namespace TslTool {
 namespace {
@@ -46,41 +47,85 @@ void Evaluate(const std::string& file, const Chromatogram& measured, const Chain
   Run(file, measured, {search, chain.end()}, curve);
 }
 
+ChromPeak PeakOf(const TslBL::ICObj& curve, std::uint32_t row, const PeakArea& area,
+                 const SmoothFilter* filter) {
+  const TslBL::ICPeak values = TslBL::TranslateICPeak(curve, row);
+  const TslBL::PeakInfo& info = curve.peaks[row];
+  const double gain = filter ? filter->gain.Of(info.halfHeightRightIdx - info.halfHeightLeftIdx) : 1.0;
+  ChromPeak peak;
+  peak.rtSeconds = info.useMax ? values.MaxX : values.CentroidX;
+  peak.height = (info.ReportedAmpl() - info.baselineAmpl) / gain;
+  peak.area = area.area;
+  peak.areaError = area.error;
+  peak.startSeconds = curve.xAxis[area.first];
+  peak.endSeconds = curve.xAxis[area.last];
+  peak.widthSeconds = values.Width;
+  peak.signalToNoise = values.Signal2Noise;
+  return peak;
+}
+
 std::vector<ChromPeak> PeaksOf(const Chromatogram& measured, const TslBL::ICObj& curve) {
-  if (curve.peaks.empty()) return {};
   const auto filter = FilterOf(curve);
-  AreaErrors areas(measured, curve, filter.get());
+  const std::vector<PeakArea> areas = PeakAreas(measured, curve, filter.get());
   std::vector<ChromPeak> peaks;
-  for (const TslBL::ICPeak& row : TslBL::CreateICPeakTable(curve)) {
-    const TslBL::PeakInfo& info = curve.peaks[row.PeakId];
-    const double widthPoints = info.halfHeightRightIdx - info.halfHeightLeftIdx;
-    const double gain = filter ? filter->gain.Of(widthPoints) : 1.0;
-    ChromPeak& peak = peaks.emplace_back();
-    peak.rtSeconds = info.useMax ? row.MaxX : row.CentroidX;
-    peak.height = (info.ReportedAmpl() - info.baselineAmpl) / gain;
-    peak.startSeconds = curve.xAxis[info.startIdx];
-    peak.endSeconds = curve.xAxis[info.endIdx];
-    peak.widthSeconds = row.Width;
-    peak.signalToNoise = row.Signal2Noise;
-    std::tie(peak.area, peak.areaError) = areas.Of(row.PeakId);
-  }
+  for (std::uint32_t row = 0; row < curve.QNumPeaks(); ++row)
+    peaks.push_back(PeakOf(curve, row, areas[row], filter.get()));
   return peaks;
+}
+
+// The highest point of a stretch as a row of the peak table, where no peak is found around it.
+TslBL::PeakInfo HighestPoint(const TslBL::ICObj& curve, std::uint32_t top) {
+  TslBL::PeakInfo row;
+  row.apexIdx = top;
+  row.maxIdx = row.centroidIdx = row.halfHeightLeftIdx = row.halfHeightRightIdx = top;
+  row.apexAmpl = row.maxAmpl = row.centroidAmpl = curve.yAxis[top];
+  row.baselineAmpl = row.maxBaseline = curve.baseline.empty() ? 0.0 : curve.baseline[top];
+  row.noiseAmpl = curve.noise.empty() ? 0.0 : curve.noise[top];
+  row.useMax = true;
+  return row;
+}
+
+// Leaves the one peak in the table that the user integrates.
+ChromPeak Integrated(const std::string& file, const Chromatogram& measured, const RealRange& range,
+                     TslBL::ICObj& curve) {
+  const std::vector<double>& x = measured.seconds;
+  const auto first = std::ranges::lower_bound(x, range.from);
+  const auto end = std::ranges::upper_bound(x, range.to);
+  if (end - first < 2)
+    throw InputError(
+        file, "curve " + measured.name,
+        fmt::format("there are no two points from {} to {} s to integrate", range.from, range.to));
+  const auto from = static_cast<std::uint32_t>(first - x.begin());
+  const auto last = static_cast<std::uint32_t>(end - x.begin() - 1);
+  const auto& y = curve.yAxis;
+  const auto top =
+      static_cast<std::uint32_t>(std::max_element(y.begin() + from, y.begin() + last + 1) - y.begin());
+  TslBL::ICPeak found;
+  const bool isPeak =
+      TslBL::DetectOnePeak(curve, top, found) && found.MaxX >= *first && found.MaxX <= x[last];
+  TslBL::PeakInfo row = isPeak ? curve.peaks[found.PeakId] : HighestPoint(curve, top);
+  row.startIdx = from;
+  row.endIdx = last;
+  curve.peaks = {row};
+  curve.largestAreaIdx = curve.largestMaxIdx = curve.largestCentroidIdx = 0;
+  const auto filter = FilterOf(curve);
+  return PeakOf(curve, 0, AreaBetween(measured, curve, filter.get(), from, last), filter.get());
 }
 
 }  // namespace
 
-EvaluatedCurve EvaluateCurve(const std::string& file, Chromatogram measured, const ChainOptions& chain,
-                             const Options& options) {
+EvaluatedCurve EvaluateCurve(Chromatogram measured, const CurveEvaluation& how) {
   EvaluatedCurve result;
   const ChainDefaults defaults =
-      chain.NeedsDefaults() ? DefaultsForCurve(measured.seconds, measured.values) : ChainDefaults();
+      how.chain.NeedsDefaults() ? DefaultsForCurve(measured.seconds, measured.values) : ChainDefaults();
   const double lowest = *std::ranges::min_element(measured.values);
-  const double lift = chain.ToleratesOffset() ? std::max(-lowest, 0.0) : 0.0;
+  const double lift = how.chain.ToleratesOffset() ? std::max(-lowest, 0.0) : 0.0;
   result.curve = CurveOf(measured, lift);
-  Evaluate(file, measured, chain.Chain(options, defaults), result.curve);
+  Evaluate(how.file, measured, how.chain.Chain(how.options, defaults), result.curve);
   if (lift > 0.0) Lower(result.curve, lift);
-  result.derived = chain.Derived(defaults);
-  result.peaks = PeaksOf(measured, result.curve);
+  result.derived = how.chain.Derived(defaults);
+  result.peaks = how.integrate ? std::vector{Integrated(how.file, measured, *how.integrate, result.curve)}
+                               : PeaksOf(measured, result.curve);
   result.measured = std::move(measured);
   return result;
 }

@@ -3,8 +3,10 @@
 
 #include <tool/chain/ChainOptions.h>
 #include <tool/commands/chrom/Chromatogram.h>
+#include <tool/frame/Numbers.h>
 #include <tool/frame/Options.h>
 #include <tslbl/chromatogram/ICObj.h>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -30,9 +32,17 @@ struct EvaluatedCurve {
   std::string derived;  // what of the chain was taken from the data, and why; empty: nothing
 };
 
+struct CurveEvaluation {
+  std::string file;  // how messages call the input
+  const ChainOptions& chain;
+  const Options& options;
+  // Where a user integrates by hand, seconds: one peak from the first point in it to the last, whatever
+  // stands there, above the baseline as it is.
+  std::optional<RealRange> integrate;
+};
+
 // Runs the chain that the switches ask for, with what the curve itself tells where they leave that open.
-// `file` is how messages call the input. Throws InputError.
-EvaluatedCurve EvaluateCurve(const std::string& file, Chromatogram measured, const ChainOptions& chain,
-                             const Options& options);
+// Throws InputError.
+EvaluatedCurve EvaluateCurve(Chromatogram measured, const CurveEvaluation& how);
 
 }  // namespace TslTool

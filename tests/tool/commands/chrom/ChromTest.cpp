@@ -108,6 +108,81 @@ TEST_F(Chrom, LeavesNoFileBehindAFailure) {
   EXPECT_THAT(NamesIn(folder.Folder()), ElementsAre("x"));
 }
 
+TEST_F(Chrom, DrawsThePicture) {
+  const TempFile plot("plot.svg", "");
+  ASSERT_EQ(Run({"--range", "A=500-501", "--plot", plot.Path()}).status, 0);
+  EXPECT_THAT(ReadFile(plot.Path()), HasSubstr("A: m/z 500 to 501"));
+}
+
+TEST_F(Chrom, IntegratesBetweenTimes) {
+  const Outcome outcome =
+      Run({"--range", "A=600-601", "--integrate", "50-60", "--baseline", "0", "--format", "tsv"});
+  ASSERT_EQ(outcome.status, 0) << outcome.err;
+  const Row peak = RowsOf(outcome.out).at(2);
+  EXPECT_DOUBLE_EQ(std::stod(peak.at("area")), 200.0);
+  EXPECT_EQ(peak.at("start_s"), "50");
+  EXPECT_THAT(Run({"--integrate", "500-600"}).err,
+              HasSubstr("there are no two points from 500 to 600 s to integrate"));
+}
+
+TEST_F(Chrom, TellsWhatOtherInputsHave) {
+  EXPECT_EQ(Run({"--columns", "1,2"}).status, 2);
+  EXPECT_EQ(Run({"--time-unit", "min"}).status, 2);
+  EXPECT_THAT(Run({"--stored"}).err, HasSubstr("holds no chromatogram of its own"));
+}
+
+std::string Trace() {
+  std::string text = "time (min),uv\n";
+  for (int i = 0; i < 400; ++i) {
+    const double z = (i - 150) / 8.0;
+    text += std::to_string(i / 60.0) + "," +
+            std::to_string(20.0 + i * 37 % 11 / 10.0 + 500.0 * std::exp(-0.5 * z * z)) + "\n";
+  }
+  return text;
+}
+
+TEST(ChromOfATrace, FindsItsPeaks) {
+  const TempFile file("uv.csv", Trace());
+  const Outcome outcome = RunTool({"chrom", file.Path(), "--format", "tsv"});
+  ASSERT_EQ(outcome.status, 0) << outcome.err;
+  const std::vector<Row> rows = RowsOf(outcome.out);
+  ASSERT_EQ(rows.size(), 1u) << outcome.out;
+  EXPECT_EQ(rows[0].at("curve"), "uv");
+  EXPECT_NEAR(std::stod(rows[0].at("rt_s")), 150.0, 0.2);
+  const double area = 500.0 * 8.0 * std::sqrt(2.0 * std::acos(-1.0));
+  EXPECT_NEAR(std::stod(rows[0].at("area")), area, 0.01 * area);
+}
+
+TEST(ChromOfATrace, HasNoRangesAndNoScans) {
+  const TempFile file("uv.csv", Trace());
+  for (const Arguments& more : {Arguments{"--range", "A=1-2"}, {"--scan", "1"}, {"--stored"}, {"--mean"}}) {
+    Arguments words = {"chrom", file.Path()};
+    words.insert(words.end(), more.begin(), more.end());
+    EXPECT_EQ(RunTool(words).status, 2) << more.front();
+  }
+}
+
+TEST(ChromOfATrace, ComesThroughAPipe) {
+  const TempFile file("uv.csv", Trace());
+  EXPECT_EQ(RunShell("cat " + file.Path() + " | $TSLBL chrom - --format tsv").out,
+            RunTool({"chrom", file.Path(), "--format", "tsv"}).out);
+}
+
+TEST(ChromOfStored, AreTakenWhereThereIsNoSpectrum) {
+  std::string arrays =
+      ArrayOfText(Term(kFloat64) + Term(kPlain) + Term("MS:1000595", "unitAccession=\"UO:0000010\""),
+                  Base64(BytesOf<double>({1.0, 2.0, 3.0}))) +
+      ArrayOf(kIntensity, BytesOf<double>({1.0, 5.0, 2.0}));
+  const TempFile file(
+      "a.mzML",
+      "<mzML><run id=\"r\"><chromatogramList count=\"1\"><chromatogram index=\"0\" id=\"SRM 1\" "
+      "defaultArrayLength=\"3\"><binaryDataArrayList count=\"2\">" +
+          arrays + "</binaryDataArrayList></chromatogram></chromatogramList></run></mzML>");
+  const Outcome outcome = RunTool({"chrom", file.Path(), "--points", "/dev/stdout", "--output", "/dev/null"});
+  EXPECT_EQ(outcome.out, "rt_s\tSRM 1\n1\t1\n2\t5\n3\t2\n");
+  EXPECT_THAT(outcome.err, HasSubstr("holds no spectrum; the chromatograms stored in it are taken"));
+}
+
 TEST(ChromOfARun, HasTheTotalIonCurrentOfItsScans) {
   const Outcome outcome =
       RunTool({"chrom", DemoRun::Get().Run(), "--points", "/dev/stdout", "--output", "/dev/null"});
