@@ -40,9 +40,10 @@ ChainPresets PresetsForChromatograms() {
   presets.position = "top";
   presets.unit = "s";
   presets.chainHelp = "as peaks --show-chain prints one";
-  presets.smoothHelp = "savgol over half a width of a peak; mean:5 if none tells its width";
+  presets.smoothHelp = "savgol over half a width of a peak, 0.9 of weak ones; mean:5 if none tells its width";
   presets.baselineHelp =
-      "adaptive, segments of 3 widths of a peak; linear over less than 40 widths; valley:50 if none tells it";
+      "linear, segments of 40 widths of a peak; adaptive, segments of 3 widths, where the background bends; "
+      "valley:50 if none tells it";
   presets.noiseHelp = "linear, segments of 40 widths of a peak; valley:250 if none tells it";
   presets.snHelp = "5";
   presets.minWidthHelp = "0.4 widths of a peak, unless --smooth is given";

@@ -12,7 +12,7 @@ namespace {
 
 constexpr double kWindow = 0.5;         // widths
 constexpr double kWeakWindow = 0.9;     // widths, where noise would part peaks
-constexpr double kWeak = 30.0;          // strength
+constexpr double kWeak = 12.0;          // strength
 constexpr double kNoiseSegment = 40.0;  // widths
 constexpr double kBaseSegment = 3.0;    // widths
 constexpr double kBentNoise = 10.0;     // widths

@@ -38,6 +38,13 @@ TEST(ChromDefaults, SmoothOverHalfAWidth) {
   EXPECT_EQ(DefaultsOf(Noisy(1.0, 300)).smooth, "off");
 }
 
+TEST(ChromDefaults, SmoothWeakPeaksOverMoreOfTheirWidth) {
+  auto curve = CleanCurve({{500.0, 8.0, 17.0}}, 1000, 50.0);
+  std::mt19937 random(5);
+  AddNoise(curve, 1.0, random);
+  EXPECT_EQ(DefaultsOf(curve).smooth, "savgol:33:2");
+}
+
 TEST(ChromDefaults, HaveAStraightBaselineOverAStraightBackground) {
   EXPECT_THAT(DefaultsOf(Noisy(5.0, 2000)).baseline, StartsWith("linear:"));
 }
