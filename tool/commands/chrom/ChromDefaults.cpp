@@ -21,9 +21,10 @@ constexpr double kLeastSmoothed = 4.0;
 constexpr double kShort = 20.0;  // widths
 constexpr double kMostPoints = 1001.0;
 constexpr std::uint32_t kLeastSegment = 15;
-constexpr std::uint32_t kSmooth = 25;    // points of averaging of an adaptive baseline
-constexpr std::uint32_t kRejection = 2;  // standard deviations
-constexpr double kFoot = 0.3;            // widths
+constexpr std::uint32_t kSmooth = 25;  // points of averaging of an adaptive baseline
+// As the library takes them.
+constexpr std::uint32_t kFoot = 5;       // points
+constexpr std::uint32_t kRejection = 3;  // standard deviations
 constexpr double kCurved = 5.0;
 constexpr double kOfBent = 3.0;  // variance of an adaptive baseline times its segment, in that of a point
 constexpr double kOfSpan = 1e-4;
@@ -61,16 +62,6 @@ double MedianStep(std::span<const double> seconds) {
   return Median(steps);
 }
 
-// Straight lines, and how far to look for the feet of peaks beside a point.
-struct Straight {
-  std::uint32_t segment;
-  std::uint32_t points;
-
-  std::string Baseline() const { return fmt::format("linear:{}:{}:{}", segment, points, kRejection); }
-  // A stricter rejection would cut the noise itself.
-  std::string Noise() const { return fmt::format("linear:{}:{}", segment, points); }
-};
-
 // The standard deviation of a point, by what bends from one to the next: no background bends so fast.
 double NoiseOf(std::span<const double> values) {
   constexpr double kOfSecondDifference = 0.6745 * 2.449489742783178;
@@ -81,11 +72,11 @@ double NoiseOf(std::span<const double> values) {
 }
 
 // Whether a baseline that may bend lies farther off the straight one than noise would carry it.
-bool IsCurved(std::span<const double> values, const Straight& straight, std::uint32_t bent) {
+bool IsCurved(std::span<const double> values, std::uint32_t straight, std::uint32_t bent) {
   const auto n = static_cast<std::uint32_t>(values.size());
   std::vector<double> line(n);
   std::vector<double> curve(n);
-  TslMath::LinearFitSDBaseline(values.data(), n, straight.segment, straight.points, kRejection, line.data());
+  TslMath::LinearFitSDBaseline(values.data(), n, straight, kFoot, kRejection, line.data());
   TslMath::APBMorph(values.data(), n, bent, kSmooth, curve.data());
   double apart = 0.0;
   for (std::size_t i = 0; i < n; ++i) apart += (line[i] - curve[i]) * (line[i] - curve[i]);
@@ -106,13 +97,12 @@ ChainDefaults DefaultsForCurve(std::span<const double> seconds, std::span<const 
   defaults.adaptiveSegment = std::max(Points(kBaseSegment * width), kLeastSegment);
   defaults.sn = kLeastRatio;
   defaults.minWidth = Rounded(kLeastWidth * width * MedianStep(seconds));
-  const Straight straight = {defaults.segment, std::max(Points(kFoot * width), 5U) | 1U};
   const bool isLong = n >= kShort * width;
-  const bool isBent = isLong && IsCurved(values, straight, *defaults.adaptiveSegment);
-  defaults.baseline =
-      isBent ? fmt::format("adaptive:{}:{}", *defaults.adaptiveSegment, kSmooth) : straight.Baseline();
+  const bool isBent = isLong && IsCurved(values, defaults.segment, *defaults.adaptiveSegment);
+  defaults.baseline = isBent ? fmt::format("adaptive:{}:{}", *defaults.adaptiveSegment, kSmooth)
+                             : fmt::format("linear:{}", defaults.segment);
   // Over a bent background long segments would take the bend for noise.
-  defaults.noise = isBent ? Straight{Points(kBentNoise * width), straight.points}.Noise() : straight.Noise();
+  defaults.noise = fmt::format("linear:{}", isBent ? Points(kBentNoise * width) : defaults.segment);
   defaults.reason = fmt::format("peaks are {:.1f} points wide", width);
   return defaults;
 }
