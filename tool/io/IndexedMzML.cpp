@@ -5,32 +5,13 @@
 #include <tool/frame/Interrupt.h>
 #include <tool/frame/Numbers.h>
 #include <tool/io/MzMLHead.h>
-#include <tool/io/Sha1.h>
+#include <tool/io/SummedOutput.h>
 
 namespace TslTool {
 namespace {
 
 constexpr std::string_view kBegin = "<spectrum ";
 constexpr std::string_view kId = "id=\"";
-
-// Writes, counts and sums up.
-class SummedOutput {
- public:
-  explicit SummedOutput(Output& output) : output_(output) {}
-
-  void Write(std::string_view text) {
-    output_.Write(text);
-    sum_.Add(text);
-    size_ += text.size();
-  }
-  std::uint64_t Size() const { return size_; }
-  std::string Sum() { return sum_.Text(); }
-
- private:
-  Output& output_;
-  Sha1 sum_;
-  std::uint64_t size_ = 0;
-};
 
 std::string IndexLine(std::string_view line, std::uint64_t offset) {
   const std::size_t tab = line.find('\t');

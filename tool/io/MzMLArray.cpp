@@ -191,6 +191,11 @@ std::string BytesOf(const std::string& text, const std::string& what) {
 
 }  // namespace
 
+bool IsArrayForm(std::string_view accession) {
+  const auto isTerm = [&](const auto& known) { return accession == known.accession; };
+  return std::ranges::any_of(kNumberKinds, isTerm) || std::ranges::any_of(kPackings, isTerm);
+}
+
 MzMLArray DecodeArray(const pugi::xml_node& array, const MzMLTerms& terms, const std::string& what,
                       std::uint64_t points) {
   const ArrayForm form = FormOf(terms, what);

@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace TslTool {
@@ -31,6 +32,9 @@ struct MzMLArray {
   // Whether the array announces the length that its text has.
   bool isLengthTrue = true;
 };
+
+// Whether a term tells how the bytes of an array become numbers.
+bool IsArrayForm(std::string_view accession);
 
 // `what` is how messages name the array: "m/z". `points` is how many values there must be.
 // Throws std::runtime_error with the reason if the text is damaged, the numbers are of another kind or are

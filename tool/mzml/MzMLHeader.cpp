@@ -134,20 +134,11 @@ void AddInstrument(pugi::xml_node& mzml, const std::string& input) {
   }
 }
 
-void AddMethod(pugi::xml_node& processing, const ProcessingMethod& told) {
-  const auto order = std::distance(processing.begin(), processing.end());
-  pugi::xml_node method = processing.append_child("processingMethod");
-  method.append_attribute("order") = std::to_string(order).c_str();
-  method.append_attribute("softwareRef") = kSoftware;
-  for (const CvTerm& term : told.terms) AddTerm(method, term);
-  for (const auto& [name, value] : told.params) AddUserParam(method, name, value);
-}
-
 void AddProcessingList(pugi::xml_node& mzml, const MzMLOrigin& origin) {
   pugi::xml_node list = AddList(mzml, "dataProcessingList", 1);
   pugi::xml_node processing = list.append_child("dataProcessing");
   processing.append_attribute("id") = kProcessing;
-  for (const ProcessingMethod& method : origin.methods) AddMethod(processing, method);
+  for (const ProcessingMethod& method : origin.methods) AddMethod(processing, method, kSoftware);
 }
 
 std::string NameOf(const std::string& input) {
@@ -180,6 +171,15 @@ void AddRun(pugi::xml_node& mzml, const std::string& input, const MzMLContent& c
 }
 
 }  // namespace
+
+void AddMethod(pugi::xml_node& processing, const ProcessingMethod& told, const char* software) {
+  const auto order = std::distance(processing.begin(), processing.end());
+  pugi::xml_node method = processing.append_child("processingMethod");
+  method.append_attribute("order") = std::to_string(order).c_str();
+  method.append_attribute("softwareRef") = software;
+  for (const CvTerm& term : told.terms) AddTerm(method, term);
+  for (const auto& [name, value] : told.params) AddUserParam(method, name, value);
+}
 
 std::string MzMLHeader(const MzMLOrigin& origin, const MzMLContent& content) {
   pugi::xml_document document;

@@ -17,6 +17,9 @@ struct ProcessingMethod {
   std::vector<std::pair<std::string, std::string>> params;  // user parameters, by their names
 };
 
+// Adds it to a <dataProcessing>, behind what stands there.
+void AddMethod(pugi::xml_node& processing, const ProcessingMethod& method, const char* software);
+
 // How its spectra came about.
 struct MzMLOrigin {
   std::string input = {};                      // its path; empty for the demonstration run

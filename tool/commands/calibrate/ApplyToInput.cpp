@@ -12,7 +12,7 @@
 #include <tool/io/InputPath.h>
 #include <tool/io/OpenScans.h>
 #include <tool/io/RunFile.h>
-#include <tool/mzml/MzMLDocument.h>
+#include <tool/mzml/RewriteMzML.h>
 #include <tslbl/closed/common/Text.h>
 #include <tslbl/tune/MZConvert.h>
 #include <cmath>
@@ -80,60 +80,41 @@ class RunCopy {
   const std::vector<TslBL::MZCalPt>& points_;
 };
 
-// The scans of a foreign file on their new axis.
-class CalibratedScans {
- public:
-  CalibratedScans(const std::string& input, const std::vector<TslBL::MZCalPt>& points)
-      : input_(input), source_(OpenScans(input)), convert_(points), progress_(source_->Count(), "scans") {}
-
-  bool Next(Scan& scan) {
-    ThrowIfInterrupted();
-    if (!source_->Next(scan)) return false;
-    if (scan.defect) throw InputError(input_, scan.defect->place, scan.defect->reason);
-    for (double& mz : scan.mz) mz = convert_.DACToMZ(mz);
-    progress_.Step();
-    return true;
-  }
-  const ScanSource& Source() const { return *source_; }
-
- private:
-  std::string input_;
-  std::unique_ptr<ScanSource> source_;
-  TslBL::MZConvert convert_;
-  Progress progress_;
-};
-
-std::string RowsOf(const Scan& scan) {
+std::string RowsOf(const Scan& scan, const TslBL::MZConvert& convert) {
   std::string rows;
   for (std::size_t i = 0; i < scan.mz.size(); ++i)
-    rows += fmt::format("{}\t{}\n", scan.mz[i], scan.amplitude[i]);
+    rows += fmt::format("{}\t{}\n", convert.DACToMZ(scan.mz[i]), scan.amplitude[i]);
   return rows;
 }
 
-void WriteText(CalibratedScans& scans, Output& output) {
-  output.Write("mz\tamplitude\n");
-  for (Scan scan; scans.Next(scan);) output.Write(RowsOf(scan));
+void WriteText(const std::string& input, const std::vector<TslBL::MZCalPt>& points,
+               const std::string& output) {
+  const TslBL::MZConvert convert(points);
+  const auto source = OpenScans(input);
+  Output file(output);
+  file.Write("mz\tamplitude\n");
+  for (Scan scan; source->Next(scan); ThrowIfInterrupted()) file.Write(RowsOf(scan, convert));
+  file.Commit();
+  Tell(InputName(input), source->Notes());
+  Warn(InputName(input), source->Warnings());
 }
 
-LoadedSpectrum HeadOf(const Scan& scan) {
-  LoadedSpectrum head{scan.number, scan.rtSeconds, nullptr, scan.id};
-  head.msLevel = scan.msLevel;
-  head.polarity = scan.polarity;
-  return head;
+ProcessingMethod MethodOf(const std::vector<TslBL::MZCalPt>& points) {
+  ProcessingMethod method = {{Cv::kCalibration}, {}};
+  for (const TslBL::MZCalPt& point : points)
+    method.params.emplace_back(TslCommon::ToUtf8(point.Name),
+                               fmt::format("{} to {}", point.MassDAC, point.MZ));
+  return method;
 }
 
-// What is marked as neither is a profile, as a detector writes it.
-const CvTerm& RepresentationOf(const Scan& scan) {
-  return scan.representation == Scan::Centroid ? Cv::kCentroidSpectrum : Cv::kProfileSpectrum;
-}
-
-void WriteMzML(const std::string& input, CalibratedScans& scans, Output& output) {
-  MzMLDocument document;
-  for (Scan scan; scans.Next(scan);) {
-    const SpectrumArrays arrays = {RepresentationOf(scan), scan.mz, scan.amplitude, Cv::kCounts};
-    document.Add(output, document.Element(HeadOf(scan), arrays));
-  }
-  document.WriteTo(output, {input, scans.Source().Ids(), "tslbl calibrate", {{{Cv::kCalibration}, {}}}});
+void WriteMzML(const std::string& input, const std::vector<TslBL::MZCalPt>& points,
+               const std::string& output) {
+  const TslBL::MZConvert convert(points);
+  Output file(output);
+  const std::uint64_t spectra = RewriteMzML(
+      input, [&](double mz) { return convert.DACToMZ(mz); }, "tslbl calibrate", MethodOf(points), file);
+  if (spectra == 0) throw InputError(InputName(input), "", "holds no spectrum");
+  file.Commit();
 }
 
 void RequireFormat(const std::string& output, const char* format) {
@@ -146,15 +127,7 @@ void WriteForeign(const std::string& input, const std::vector<TslBL::MZCalPt>& p
                   const std::string& output) {
   const bool isMzML = KindOfFile(input) == FileKind::Xml;
   RequireFormat(output, isMzML ? "mzml" : "text");
-  CalibratedScans scans(input, points);
-  Output file(output);
-  if (isMzML) {
-    WriteMzML(input, scans, file);
-  } else {
-    WriteText(scans, file);
-  }
-  file.Commit();
-  Warn(InputName(input), scans.Source().Warnings());
+  isMzML ? WriteMzML(input, points, output) : WriteText(input, points, output);
 }
 
 }  // namespace

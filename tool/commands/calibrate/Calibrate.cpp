@@ -187,9 +187,10 @@ Command CalibrateCommand() {
                           "The known ions: a name and an m/z a line");
             options.Value("--tolerance X", arguments->tolerance,
                           "How far from its m/z the peak of a calibrant may be [1]");
-            options.Values("--move NAME=MZ", arguments->moves,
-                           "Take the peak at this m/z, as it is before, for the calibrant NAME");
-            options.Values("--off NAME", arguments->off, "Leave this calibrant out of the axis");
+            options.Repeated("--move NAME=MZ", arguments->moves,
+                             "Take the peak at this m/z, as it is before, for the calibrant NAME; likewise");
+            options.Repeated("--off NAME", arguments->off,
+                             "Leave this calibrant out of the axis; may be given several times");
             options.Value("--apply FILE", arguments->apply, "Put this calibration on all scans of INPUT");
             arguments->scans.Declare(options);
             arguments->chain.Declare(options);
