@@ -3,8 +3,10 @@
 
 #include <arithmetic/SampleSpectra.h>
 #include <tslbl/arithmetic/CurveSpectra.h>
+#include <tslbl/arithmetic/SpectrumSums.h>
 #include <tslbl/closed/common/Text.h>
 #include <memory>
+#include <random>
 #include <stdexcept>
 
 using namespace TslBL;
@@ -63,6 +65,26 @@ std::string ErrorOf(const std::vector<std::wstring>& definitions) {
   Workbench bench;
   EXPECT_FALSE(bench.Make(definitions));
   return bench.Error();
+}
+
+// The sum of both, without one, on the grid that they share.
+TEST(GenerateCurveSpectra, TakingAwayWhatWasAddedLeavesWhatWasThere) {
+  std::mt19937 random(11);
+  std::uniform_int_distribution<int> count(0, 100000);
+  for (int run = 0; run < 20; ++run) {
+    Values a(200), b(200);
+    for (double& y : a) y = count(random);
+    for (double& y : b) y = count(random);
+    Spectrum both = StateSpectrumOf(100, 1, a);
+    Spectrum added = StateSpectrumOf(100, 1, b);
+    AddSingleStateSpectra(&both, &added);
+    std::vector<Spectrum*> curves;
+    std::wstring error;
+    ASSERT_TRUE(GenerateCurveSpectra({&both, &added}, {L"A-B"}, curves, error));
+    const std::unique_ptr<const Spectrum> left(curves.at(0));
+    ASSERT_EQ(left->yAxis.size(), a.size());
+    for (std::size_t i = 0; i < a.size(); ++i) EXPECT_NEAR(left->yAxis[i], a[i], 1e-5) << i;
+  }
 }
 
 }  // namespace

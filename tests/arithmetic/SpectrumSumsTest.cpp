@@ -5,6 +5,7 @@
 
 #include <arithmetic/SampleSpectra.h>
 #include <tslbl/arithmetic/SpectrumSums.h>
+#include <algorithm>
 #include <cmath>
 #include <memory>
 #include <random>
@@ -52,6 +53,27 @@ std::string FailureOfAveraging(const Spectrum& a, const Spectrum& b) {
     return e.what();
   }
   return "";
+}
+
+TEST(AverageMultiStateSpectra, DoesNotDependOnTheOrderBeyondRounding) {
+  std::mt19937 random(5);
+  std::uniform_int_distribution<int> count(0, 100000);
+  std::vector<Spectrum> spectra;
+  for (const auto& [from, step] : {std::pair(100.0, 1.0), {100.3, 2.0}, {99.7, 3.0}, {105.0, 1.5}}) {
+    std::vector<double> y(100);
+    for (double& value : y) value = count(random);
+    spectra.push_back(StateSpectrumOf(from, step, y));
+  }
+  std::vector<StateSpectrum> sources;
+  for (std::uint32_t k = 0; k < spectra.size(); ++k) sources.push_back({k + 1, &spectra[k]});
+  const std::unique_ptr<const Spectrum> first(AverageMultiStateSpectra(sources));
+  for (int run = 0; run < 20; ++run) {
+    std::ranges::shuffle(sources, random);
+    const std::unique_ptr<const Spectrum> other(AverageMultiStateSpectra(sources));
+    ASSERT_EQ(other->xAxis, first->xAxis);
+    for (std::size_t i = 0; i < first->yAxis.size(); ++i)
+      EXPECT_NEAR(other->yAxis[i], first->yAxis[i], 1e-12 * first->yAxis[i] + 1e-300) << i;
+  }
 }
 
 }  // namespace
