@@ -64,6 +64,19 @@ TEST(DiskFault, AFullDiskForASimulatedRunLeavesNone) {
   }
 }
 
+TEST(DiskFault, AFullDiskForAnAverageOrACalibratedRunLeavesNone) {
+  for (const int blocks : {1, 8, 32}) {
+    for (const char* output : {"a.run", "a.mzML", "a.txt"}) {
+      const TempFile folder("x", "");
+      const Outcome outcome =
+          RunOnFullDisk(folder.Folder(), blocks, std::string("average \"$RUN\" -q -o ") + output);
+      EXPECT_EQ(outcome.status, 1) << output << blocks;
+      EXPECT_THAT(outcome.err, StartsWith("tslbl: ")) << output << blocks;
+      EXPECT_THAT(NamesIn(folder.Folder()), ElementsAre("x")) << output << blocks;
+    }
+  }
+}
+
 TEST(DiskFault, AReadErrorIsToldWithItsReason) {
   for (const char* words :
        {"peaks /proc/self/mem", "info /proc/self/mem", "peaks --scan 1 --chain /proc/self/mem"}) {

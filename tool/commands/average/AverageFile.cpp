@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <tool/commands/average/WholeRun.h>
 #include <tool/frame/InputError.h>
 #include <tool/frame/Output.h>
 #include <tool/io/InputPath.h>
@@ -67,7 +68,6 @@ void WriteSum(const RunReader& run, const Averaged& averaged, RunWriter& writer)
   writer.AddTune(id, TuneOfSum(run.Tunes().at(id), sum.scans));
   if (const auto* calibration = run.CalibrationOf(id)) writer.AddCalibration(id, *calibration);
   writer.AddScan(sum.raw);
-  writer.Finish();
 }
 
 void RequireRun(const Averaged& averaged, const AverageOrigin& origin) {
@@ -84,14 +84,7 @@ void RequireRun(const Averaged& averaged, const AverageOrigin& origin) {
 void WriteRun(const Averaged& averaged, const AverageOrigin& origin, const std::string& file) {
   RequireRun(averaged, origin);
   const RunReader run(origin.input);
-  auto writer = std::make_unique<RunWriter>(file, run.Title());
-  try {
-    WriteSum(run, averaged, *writer);
-  } catch (...) {
-    writer.reset();
-    RemoveRun(file);
-    throw;
-  }
+  WriteWholeRun(file, run.Title(), [&](RunWriter& writer) { WriteSum(run, averaged, writer); });
 }
 
 }  // namespace

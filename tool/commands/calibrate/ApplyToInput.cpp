@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <tool/commands/average/AverageFile.h>
+#include <tool/commands/average/WholeRun.h>
 #include <tool/frame/InputError.h>
 #include <tool/frame/Interrupt.h>
 #include <tool/frame/Output.h>
@@ -16,7 +17,6 @@
 #include <tslbl/closed/common/Text.h>
 #include <tslbl/tune/MZConvert.h>
 #include <cmath>
-#include <memory>
 #include <stdexcept>
 
 namespace TslTool {
@@ -50,14 +50,7 @@ class RunCopy {
   }
 
   void WriteTo(const std::string& output) {
-    auto writer = std::make_unique<RunWriter>(output, reader_.Title());
-    try {
-      Write(*writer);
-    } catch (...) {
-      writer.reset();
-      RemoveRun(output);
-      throw;
-    }
+    WriteWholeRun(output, reader_.Title(), [this](RunWriter& writer) { Write(writer); });
   }
 
  private:
@@ -73,7 +66,6 @@ class RunCopy {
       reader_.TuneOf(number, raw);
       writer.AddScan(raw);
     }
-    writer.Finish();
   }
 
   RunReader reader_;

@@ -30,7 +30,10 @@ std::unique_ptr<ScanSource> Open(const std::string& file, FileHead& head) {
     return scans;
   }
   auto scans = std::make_unique<RunScans>(file);
-  head = {file, scans->Format(), true, scans->Reader().Title(), scans->Reader().Tunes()};
+  const RunReader& run = scans->Reader();
+  head = {file, scans->Format(), true, run.Title(), run.Tunes()};
+  for (const auto& [id, tune] : run.Tunes())
+    if (const auto* points = run.CalibrationOf(id)) head.axes[id] = points->size();
   return scans;
 }
 

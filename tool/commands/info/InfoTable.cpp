@@ -61,6 +61,12 @@ std::string AmplitudeRows(const FileHead& head, const FileFacts& f) {
          Row("TIC", fmt::format("{:.6g} to {:.6g}{}", f.tic.from, f.tic.to, unit));
 }
 
+std::string AxisRow(const FileHead& head, std::uint32_t id) {
+  const auto points = head.axes.find(id);
+  return points == head.axes.end() ? ""
+                                   : Row("  m/z axis", fmt::format("by {} other points", points->second));
+}
+
 std::string TuneRows(std::uint32_t id, const TslBL::Tune& tune) {
   const TslBL::Control& c = tune.ControlData;
   const auto [from, to] = TslBL::QMassRange(tune);
@@ -86,7 +92,7 @@ class InfoTable final : public InfoWriter {
     text += Row("spectra", fmt::format("{}", f.spectra)) + SpectrumRows(tail);
     if (const auto& [count, points] = tail.chromatograms; count > 0)
       text += Row("chromatograms", fmt::format("{}, {} points in all", count, points));
-    for (const auto& [id, tune] : About().tunes) text += TuneRows(id, tune);
+    for (const auto& [id, tune] : About().tunes) text += TuneRows(id, tune) + AxisRow(About(), id);
     return text;
   }
 

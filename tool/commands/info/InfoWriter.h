@@ -18,6 +18,8 @@ struct FileHead {
   bool isRun = false;
   std::string title = {};                           // of a run
   std::map<std::uint32_t, TslBL::Tune> tunes = {};  // likewise
+  std::map<std::uint32_t, std::size_t> axes =
+      {};  // points of tunes whose scans have another axis than theirs
 };
 
 // What is known behind the last one.

@@ -253,6 +253,7 @@ TEST(Calibrate, ARunKeepsItsCountsAndItsTuneOnANewAxis) {
   for (const Row& row : RowsOf(wrong.Calibrate("right.run", {}).out))
     EXPECT_NEAR(std::stod(row.at("mz_before")), std::stod(row.at("mz_expected")), 1e-6);
   EXPECT_EQ(ReadRun(wrong.Path("right.run")), ReadRun(wrong.Path("demo.run")));
+  EXPECT_THAT(RunTool({"info", wrong.Path("right.run")}).out, HasSubstr("  m/z axis    by 2 other points\n"));
   EXPECT_EQ(TslTool::RunReader(wrong.Path("right.run")).Tunes(),
             TslTool::RunReader(wrong.Path("demo.run")).Tunes());
 }
