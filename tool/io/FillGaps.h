@@ -6,12 +6,11 @@
 
 namespace TslTool {
 
-// Many programs leave points of no amplitude out. A gap is where neighbours lie more than 3 of the steps
-// apart that are usual there. Up to 16 zeros, a step apart, take each side of it, so that no peak leans over
-// it and no filter mixes what stands on its two sides. Where gaps are fewer than 20 they may also be those
-// between the windows of selected ions: one is filled only if the amplitude falls to half towards it on both
-// sides, and in a stretch of 8 points or more still falls over the last 6. Returns the number of
-// gaps filled. Both arrays have the same length; m/z ascends. O(n).
+// Many programs leave points of no amplitude out (Gaps.h tells where). Up to 16 zeros, a step apart, take
+// each side of it, so that no peak leans over it and no filter mixes what stands on its two sides. Where gaps
+// are fewer than 20 they may also be those between the windows of selected ions: one is filled only if the
+// amplitude falls to half towards it on both sides, and in a stretch of 8 points or more still falls over the
+// last 6. Returns the number of gaps filled. Both arrays have the same length; m/z ascends. O(n).
 std::size_t FillGaps(std::vector<double>& mz, std::vector<double>& amplitude);
 
 }  // namespace TslTool

@@ -16,6 +16,8 @@ constexpr double kWidestStep = 0.3;
 constexpr double kWidestRelativeStep = 3e-4;
 constexpr double kAlike = 1.5;
 constexpr double kSame = 1.1;
+// Isotopes are evenly spaced, too, but for the errors of their masses.
+constexpr double kVerySame = 1.005;
 constexpr std::size_t kTallest = 50;
 // Shares of the points that lie evenly between their neighbours.
 constexpr double kMost = 0.5;
@@ -89,6 +91,11 @@ double EvenShareOfTallest(const Scan& scan) {
   return static_cast<double>(even) / static_cast<double>(count);
 }
 
+bool IsVerySmooth(const std::vector<double>& mz) {
+  return ShareOf(mz, [](const auto& all, std::size_t i) { return IsMiddle(all, i, kVerySame); }) >=
+         kNearlyAll;
+}
+
 Scan::Representation OrMark(bool overruled, Scan::Representation judged, Scan::Representation marked) {
   return overruled ? judged : marked;
 }
@@ -102,7 +109,7 @@ Scan::Representation JudgedRepresentation(const Scan& scan) {
   const double all = ShareOf(scan.mz, IsEven);
   if (!isMarked && IsScattered(scan.mz)) return Scan::Centroid;
   if (scan.representation == Scan::Centroid)
-    return OrMark(isLong && all >= kNearlyAll, Scan::Profile, Scan::Centroid);
+    return OrMark(isLong && all >= kNearlyAll && IsVerySmooth(scan.mz), Scan::Profile, Scan::Centroid);
   if (all >= kMost || IsCoarseProfile(scan)) return Scan::Profile;
   const double tallest = EvenShareOfTallest(scan);
   if (scan.representation == Scan::Profile)

@@ -92,6 +92,17 @@ TEST(JudgedRepresentation, ADenseListIsCentroidUnlessItIsMarked) {
   EXPECT_EQ(JudgedRepresentation(Marked(DenseList(), Scan::Profile)), Scan::Profile);
 }
 
+TEST(JudgedRepresentation, AListOfIsotopesThatIsMarkedStaysCentroid) {
+  std::mt19937_64 random(1);
+  std::normal_distribution error(0.0, 3e-4);
+  Scan scan;
+  for (int i = 0; i < 200; ++i) {
+    scan.mz.push_back(800.0 + i * 1.00335 / 12.0 + error(random));
+    scan.amplitude.push_back(1e6 * std::exp(-0.5 * std::pow((i % 20 - 9.0) / 3.0, 2.0)));
+  }
+  EXPECT_EQ(JudgedRepresentation(Marked(scan, Scan::Centroid)), Scan::Centroid);
+}
+
 TEST(JudgedRepresentation, AProfileWithRoundedMassesIsOne) {
   for (const double digit : {1e-3, 1e-4}) {
     Scan scan = Profile(200, 20000, [](double mz) { return 1.1e-5 * mz; });

@@ -1,14 +1,12 @@
 #include <tool/commands/peaks/CountVariance.h>
 
-#include <tslbl/closed/math/SmallestStep.h>
+#include <tool/commands/peaks/CountStep.h>
 #include <algorithm>
 #include <cmath>
 
 namespace TslTool {
 namespace {
 
-constexpr double kMostCounts = 1e9;
-constexpr double kRounding = 1e-6;
 // The noise of counts may be found this many times as large or as small.
 constexpr double kAgreement = 1.5;
 constexpr std::size_t kMostAveraged = 9;
@@ -19,13 +17,6 @@ double SumOfSquares(std::span<const double> filter) {
   double sum = 0.0;
   for (const double weight : filter) sum += weight * weight;
   return sum;
-}
-
-bool AreMultiples(const std::vector<double>& amplitudes, double step) {
-  return std::ranges::all_of(amplitudes, [&](double amplitude) {
-    const double counts = amplitude / step;
-    return counts >= 0.0 && counts <= kMostCounts && std::abs(counts - std::round(counts)) <= kRounding;
-  });
 }
 
 // An ion behind the filter is h = step * sum(w^2) high, and the noise of a mean m is sqrt(h (m + h)).
@@ -83,9 +74,8 @@ std::vector<double> OfNoise(const TslBL::Spectrum& spectrum, std::span<const dou
 
 double CountAmplOf(const LoadedSpectrum& loaded, std::span<const double> filter) {
   if (loaded.countAmpl > 0.0) return loaded.countAmpl;
-  const double step = TslMath::SmallestStep(loaded.measured.data(), loaded.measured.size());
-  if (!(step > 0.0) || !AreMultiples(loaded.measured, step)) return 0.0;
-  return HasNoiseOfCounts(*loaded.spectrum, step, filter) ? step : 0.0;
+  const double step = CountStepOf(loaded.measured);
+  return step > 0.0 && HasNoiseOfCounts(*loaded.spectrum, step, filter) ? step : 0.0;
 }
 
 PointVariance VarianceOf(const LoadedSpectrum& loaded, std::span<const double> filter) {

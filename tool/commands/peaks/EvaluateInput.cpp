@@ -5,13 +5,12 @@
 #include <tool/chain/ChainFile.h>
 #include <tool/chain/EvaluateInOrder.h>
 #include <tool/commands/peaks/CurveWriter.h>
+#include <tool/commands/peaks/Evaluation.h>
 #include <tool/commands/peaks/EvaluationRemarks.h>
-#include <tool/commands/peaks/Lift.h>
 #include <tool/commands/peaks/PeaksInput.h>
 #include <tool/commands/peaks/PictureFiles.h>
 #include <tool/commands/peaks/RefuseNothing.h>
 #include <tool/commands/peaks/RestOfTable.h>
-#include <tool/commands/peaks/RunChain.h>
 #include <tool/commands/peaks/SpectrumPlot.h>
 #include <tool/frame/InputError.h>
 #include <tool/frame/Interrupt.h>
@@ -25,6 +24,8 @@
 
 namespace TslTool {
 namespace {
+
+constexpr double kLeastRise = 2.5;  // standard deviations
 
 std::string NameOf(const PeaksArguments& arguments) { return InputName(arguments.input); }
 
@@ -97,30 +98,17 @@ std::string PlotOf(const std::string& name, const LoadedSpectrum& loaded, const 
   return SpectrumPlot(loaded, fmt::format("{}, scan {}", name, loaded.scan), beside.view);
 }
 
-void Scale(LoadedSpectrum& loaded, double factor) {
-  for (double& amplitude : loaded.spectrum->yAxis) amplitude *= factor;
-  loaded.spectrum->tic *= factor;
-  loaded.countAmpl *= factor;
-}
-
 // Evaluates and writes all that the source gives, and returns the number of spectra.
 std::uint64_t EvaluateAll(const PeaksArguments& arguments, SpectrumSource& source,
-                          const std::vector<TslBL::CurveEval>& chain, PeakFile& peaks, BesideTable& beside) {
+                          const Evaluation& evaluation, PeakFile& peaks, BesideTable& beside) {
   const std::string name = NameOf(arguments);
   const std::optional<RealRange> noise = arguments.chain.NoiseStretch();
   const std::optional<RealRange> search = arguments.chain.SearchStretch();
-  const bool isLifted = arguments.chain.ToleratesOffset();
   Progress progress(source.Count(), "scans");
   const auto evaluate = [&](LoadedSpectrum& loaded) {
     RequireStretch(name, noise, "to measure the noise on", loaded);
     RequireStretch(name, search, "to find peaks among", loaded);
-    if (arguments.scale) Scale(loaded, *arguments.scale);
-    loaded.measured = loaded.spectrum->yAxis;
-    const double lift = isLifted ? LiftOf(loaded.measured) : 0.0;
-    if (lift > 0.0) Lower(*loaded.spectrum, -lift);
-    RunChain(name, chain, loaded);
-    if (lift > 0.0) Lower(*loaded.spectrum, lift);
-    beside.remarks.Look(loaded, lift);
+    beside.remarks.Look(loaded, evaluation.Run(loaded));
     if (beside.pictures.AreWanted()) RequireStretch(name, beside.view, "to draw", loaded);
     return SpectrumTexts{peaks.Part(loaded), beside.curves ? CurvePart(loaded) : "",
                          PlotOf(name, loaded, beside), loaded.scan};
@@ -155,14 +143,18 @@ void EvaluateInto(PeakFile& peaks, const PeaksArguments& arguments, const Option
   BesideTable beside(arguments);
   const EffectiveChain chain = ChainFor(arguments, options, source);
   WarnOfNoPeaks(arguments.chain.File(), chain.evals);
+  const Evaluation evaluation{NameOf(arguments), chain.evals, arguments.scale.value_or(1.0),
+                              arguments.chain.ToleratesOffset(), arguments.minRise.value_or(kLeastRise)};
   peaks.Describe({arguments.input, source->Ids(), chain.evals, arguments.scale});
   if (arguments.resume)
     if (const auto& done = peaks.Resume())
-      source = RestOfTable(arguments.input, wanted, chain.evals, *done, peaks);
-  if (EvaluateAll(arguments, *source, chain.evals, peaks, beside) == 0)
+      source = RestOfTable(arguments.input, wanted, evaluation, *done, peaks);
+  if (EvaluateAll(arguments, *source, evaluation, peaks, beside) == 0)
     RefuseNothing(arguments.input, wanted, *source);
   if (!arguments.quiet) Tell(NameOf(arguments), source->Notes());
   TellDerived(arguments, chain);
+  if (const std::string note = beside.remarks.Note(); !note.empty() && !arguments.quiet)
+    Tell(fmt::format("{}: {}", NameOf(arguments), note));
   Warn(NameOf(arguments), beside.remarks.Texts());
   if (const std::string skipped = source->Skipped(); !skipped.empty())
     Warn(fmt::format("{}: {}", NameOf(arguments), skipped));

@@ -4,6 +4,8 @@
 
 #include <tool/commands/peaks/FlatTop.h>
 #include <tool/commands/peaks/LostHeight.h>
+#include <tool/commands/peaks/NoiseOfPeaks.h>
+#include <tool/commands/peaks/StillBackground.h>
 #include <algorithm>
 #include <optional>
 #include <vector>
@@ -66,7 +68,7 @@ const TslBL::PeakInfo* HumpOf(const TslBL::Spectrum& spectrum) {
 }
 
 // In less than a handful of points nobody looks for a peak.
-constexpr std::size_t kHandful = 7;
+constexpr std::size_t kHandful = 5;
 
 bool IsTooShortForPeaks(const TslBL::Spectrum& spectrum) {
   const std::size_t points = spectrum.xAxis.size();
@@ -94,8 +96,10 @@ std::string Troubled::Text(const std::string& trouble, const std::string& wayOut
   return fmt::format("{} (first at scan {}{}){}", Counted(count_, trouble), first_, place, wayOut);
 }
 
-void EvaluationRemarks::Look(const LoadedSpectrum& loaded, double lift) {
-  if (LosesAmplitudes(loaded, lift)) ++cut_;
+void EvaluationRemarks::Look(const LoadedSpectrum& loaded, const Findings& findings) {
+  leftOut_ += findings.leftOut;
+  if (findings.shortWindow) cutOff_.Add(loaded.scan, Place(*findings.shortWindow));
+  if (LosesAmplitudes(loaded, findings.lift)) ++cut_;
   if (HasNoiselessPeak(*loaded.spectrum)) ++noiseless_;
   if (IsShorterThanItsWindow(*loaded.spectrum)) ++short_;
   if (const std::uint32_t width = EvenWidth(*loaded.spectrum)) evenWidth_ = width;
@@ -106,10 +110,19 @@ void EvaluationRemarks::LookAtPeaks(const LoadedSpectrum& loaded) {
   const TslBL::Spectrum& spectrum = *loaded.spectrum;
   if (HasFlatTop(loaded.measured)) flat_.Add(loaded.scan);
   if (const auto lost = MostLostHeight(loaded))
-    flattened_.Add(loaded.scan, fmt::format("{}, {:.0f} %", Place(lost->mz), 100.0 * lost->part));
+    reshaped_.Add(loaded.scan, fmt::format("{}, {:+.0f} %", Place(lost->mz), -100.0 * lost->part));
+  if (IsBackgroundStill(loaded)) still_.Add(loaded.scan);
   if (const TslBL::PeakInfo* hump = HumpOf(spectrum))
     wide_.Add(loaded.scan, Place(spectrum.xAxis[hump->apexIdx]));
+  if (IsNoiseOfPeaks(loaded)) loud_.Add(loaded.scan);
   if (IsTooShortForPeaks(spectrum)) few_.Add(loaded.scan);
+}
+
+std::string EvaluationRemarks::Note() const {
+  if (leftOut_ == 0) return "";
+  return fmt::format("{} peak{} left out that rise{} no higher than noise does there; --min-rise 0 keeps {}",
+                     leftOut_.load(), leftOut_ == 1 ? "" : "s", leftOut_ == 1 ? "s" : "",
+                     leftOut_ == 1 ? "it" : "them");
 }
 
 std::vector<std::string> EvaluationRemarks::Texts() const {
@@ -130,10 +143,17 @@ std::vector<std::string> EvaluationRemarks::Texts() const {
         fmt::format("a window of {} points is smoothed with {}, the next odd number", width, width + 1));
   texts.push_back(flat_.Text("with a flat top of 4 points or more, as of a detector at its end",
                              "; heights and areas are too low there"));
-  texts.push_back(flattened_.Text("with peaks that smoothing makes lower by a fifth or more",
-                                  "; a smaller window, or --smooth off, keeps them"));
+  texts.push_back(reshaped_.Text("with peaks that smoothing makes lower by a fifth or higher by a twentieth",
+                                 "; another window, or --smooth off, keeps them"));
+  texts.push_back(
+      still_.Text("in which the background is level, so that any point above it passes for a peak",
+                  "; --threshold or --min-area keeps the larger ones"));
   texts.push_back(wide_.Text("with peaks ten times as wide as the others, which may be background",
                              "; --max-width leaves them out"));
+  texts.push_back(cutOff_.Text("with peaks in windows of points that are too short for them or the smoothing",
+                               "; places, widths and areas are unsure"));
+  texts.push_back(loud_.Text("with noise ten times as large as neighbouring points scatter",
+                             ", as where peaks leave no background; weak peaks may be missed"));
   texts.push_back(few_.Text(fmt::format("without a peak and shorter than {} points", kLeastPoints),
                             ", which may be too few to tell a peak from its background"));
   std::erase(texts, "");

@@ -1,6 +1,7 @@
 #pragma once
 // What an analyst must know of evaluated spectra before he believes their peaks.
 
+#include <tool/commands/peaks/Evaluation.h>
 #include <tool/io/SpectrumSource.h>
 #include <atomic>
 #include <cstdint>
@@ -27,21 +28,27 @@ class Troubled {
 
 class EvaluationRemarks {
  public:
-  // Takes a spectrum whose chain has run with `lift` on its amplitudes. On any number of threads.
-  void Look(const LoadedSpectrum& loaded, double lift);
+  // Takes a spectrum and what its evaluation met. On any number of threads.
+  void Look(const LoadedSpectrum& loaded, const Findings& findings);
+  // What the evaluation did, that nobody need worry about; empty if nothing.
+  std::string Note() const;
   // One for each kind of trouble, with the number of spectra and the way out.
   std::vector<std::string> Texts() const;
 
  private:
   void LookAtPeaks(const LoadedSpectrum& loaded);
 
+  std::atomic<std::uint64_t> leftOut_ = 0;    // peaks
   std::atomic<std::uint64_t> cut_ = 0;        // amplitudes below 0 are lost
   std::atomic<std::uint64_t> noiseless_ = 0;  // peaks whose noise is too small for a ratio
   std::atomic<std::uint64_t> short_ = 0;      // fewer points than the smoothing's window
   std::atomic<std::uint32_t> evenWidth_ = 0;  // of a window that must be odd; 0: it is
   Troubled flat_;                             // the detector was at its end
-  Troubled flattened_;                        // peaks are narrower than the smoothing's window
+  Troubled reshaped_;                         // the smoothing's window does not suit the peaks
+  Troubled still_;                            // a background without scatter
   Troubled wide_;                             // background that passes for peaks
+  Troubled cutOff_;                           // windows of points are too short for their peaks
+  Troubled loud_;                             // the noise is that of peaks
   Troubled few_;                              // points, too few to tell a peak from its background
 };
 

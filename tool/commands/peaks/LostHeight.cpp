@@ -9,6 +9,7 @@ namespace TslTool {
 namespace {
 
 constexpr double kLeastPart = 0.2;
+constexpr double kLeastGain = 0.05;
 constexpr double kCertain = 8.0;        // standard deviations
 constexpr std::size_t kSample = 4096;   // points, enough for a median
 constexpr double kDeviations = 1.4826;  // a standard deviation of normal noise in medians of its size
@@ -60,7 +61,8 @@ std::optional<LostHeight> MostLostHeight(const LoadedSpectrum& loaded) {
     const Top top = TopOf(loaded, peak);
     const double least = kCertain * std::sqrt(3.0 * scatter * scatter + ion * std::max(top.measured, 0.0));
     const double part = top.lost / top.height;
-    if (top.lost > least && part >= kLeastPart && (!most || part > most->part))
+    const bool isMuch = part >= kLeastPart || part <= -kLeastGain;
+    if (isMuch && std::abs(top.lost) > least && (!most || std::abs(part) > std::abs(most->part)))
       most = LostHeight{spectrum.xAxis[peak.apexIdx], part};
   }
   return most;

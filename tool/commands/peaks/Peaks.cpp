@@ -55,6 +55,8 @@ void RequireResumable(const PeaksArguments& arguments) {
 
 int RunPeaks(PeaksArguments arguments, const Options& options) {
   if (arguments.scale && !(*arguments.scale > 0.0)) throw UsageError("--scale: it must be above 0");
+  if (arguments.minRise && !(*arguments.minRise >= 0.0))
+    throw UsageError("--min-rise: it must be 0 or above");
   if (arguments.threads) UseThreads(*arguments.threads);
   if (!arguments.view.empty() && arguments.plot.empty() && arguments.plotDir.empty())
     throw UsageError("--view: is for --plot and --plot-dir");
@@ -115,6 +117,10 @@ Command PeaksCommand() {
             arguments->scans.Declare(options);
             arguments->chain.Declare(options);
             options.Value("--scale X", arguments->scale, "Multiply the amplitudes by this first [1]");
+            options.Value(
+                "--min-rise X", arguments->minRise,
+                "Minimum rise of a peak above the higher of its ends, in standard deviations of the "
+                "noise about it; 0 keeps all [2.5]");
             options.Flag("--show-chain", arguments->showChain, "Print the effective chain as XML and exit");
             options.Choice("--format FORM", arguments->format, PeakFormats(), "Form of the result");
             options.Value("-o,--output FILE", arguments->output,

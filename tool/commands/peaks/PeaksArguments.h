@@ -17,7 +17,8 @@ struct PeaksArguments {
   std::string outputDir;
   ScanOptions scans;
   ChainOptions chain;
-  std::optional<double> scale;  // of the amplitudes
+  std::optional<double> scale;    // of the amplitudes
+  std::optional<double> minRise;  // of peaks, in standard deviations; 2.5 if it is not given
   bool showChain = false;
   bool resume = false;
   bool quiet = false;

@@ -1,7 +1,6 @@
 #include <tool/commands/peaks/RestOfTable.h>
 
 #include <tool/chain/EvaluateInOrder.h>
-#include <tool/commands/peaks/RunChain.h>
 #include <tool/frame/Interrupt.h>
 #include <tool/io/OpenScans.h>
 #include <algorithm>
@@ -27,7 +26,7 @@ void RequireAscendingNumbers(const std::string& input, const ScanFilter& wanted,
 }  // namespace
 
 std::unique_ptr<SpectrumSource> RestOfTable(const std::string& input, const SpectrumChoice& wanted,
-                                            const std::vector<TslBL::CurveEval>& chain, const TableEnd& done,
+                                            const Evaluation& evaluation, const TableEnd& done,
                                             PeakFile& peaks) {
   RequireAscendingNumbers(input, wanted.filter, peaks);
   SpectrumChoice first = wanted;
@@ -35,7 +34,7 @@ std::unique_ptr<SpectrumSource> RestOfTable(const std::string& input, const Spec
   first.filter.lastNumber = std::min(wanted.filter.lastNumber, done.first);
   if (!OpenSpectra(input, first)->Next()) peaks.RefuseToResume(done.first, "is not asked for");
   const auto evaluate = [&](LoadedSpectrum& loaded) {
-    RunChain(input, chain, loaded);
+    evaluation.Run(loaded);
     if (!loaded.spectrum->peaks.empty()) peaks.RefuseToResume(loaded.scan, "is asked for, and missing");
     return SpectrumTexts();
   };

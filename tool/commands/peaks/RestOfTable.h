@@ -1,12 +1,11 @@
 #pragma once
 // What is left to do for a table that was interrupted.
 
+#include <tool/commands/peaks/Evaluation.h>
 #include <tool/commands/peaks/PeakFile.h>
 #include <tool/io/SpectrumSource.h>
-#include <tslbl/curve/CurveEval.h>
 #include <memory>
 #include <string>
-#include <vector>
 
 namespace TslTool {
 
@@ -16,7 +15,7 @@ namespace TslTool {
 // told, and it is read once more to know. Throws InputError, and leaves the table alone, where that does not
 // fit.
 std::unique_ptr<SpectrumSource> RestOfTable(const std::string& input, const SpectrumChoice& wanted,
-                                            const std::vector<TslBL::CurveEval>& chain, const TableEnd& done,
+                                            const Evaluation& evaluation, const TableEnd& done,
                                             PeakFile& peaks);
 
 }  // namespace TslTool

@@ -23,10 +23,10 @@ struct Ions {
   }
 };
 
-Ions CountIn(const Samples& y, double floor = 0.0) {
+Ions CountIn(const Samples& y, double floor = 0.0, double onFloor = 0.0) {
   Ions ions;
   for (std::size_t begin = 0; begin < y.size(); begin += kSegment)
-    ions.segments.push_back({begin, std::min(y.size(), begin + kSegment), 0.0, 0.0});
+    ions.segments.push_back({begin, std::min(y.size(), begin + kSegment), onFloor, 0.0});
   ions.height =
       JudgeBumps(y.data(), y.size(), {floor, 1e-9}, kSegment, SmallestStep(y.data(), y.size()), ions.segments)
           .ion;
@@ -95,6 +95,21 @@ TEST(IonCounter, PeaksOfAllHeightsWithoutNoiseAreNoIons) {
       y[static_cast<std::size_t>(300 + 490 * k + i)] += height * std::exp(-0.5 * i * i / 26.0);
   }
   EXPECT_EQ(CountIn(y).height, 0.0);
+}
+
+TEST(IonCounter, SomeLinesOfSimilarHeightsWithoutNoiseAreNoIons) {
+  std::mt19937_64 random(1);
+  for (const int lines : {8, 12, 18, 40, 100})
+    for (int trial = 0; trial < 20; ++trial) {
+      Samples y(20000, 0.0);
+      for (int k = 0; k < lines; ++k) {
+        const double centre = 20000.0 * (k + 0.5) / lines;
+        const double height = std::uniform_real_distribution(1000.0, 4000.0)(random);
+        for (int i = -40; i <= 40; ++i)
+          y[static_cast<std::size_t>(centre + i)] += height * std::exp(-0.5 * i * i / 26.0);
+      }
+      EXPECT_EQ(CountIn(y, 0.0, 0.9).height, 0.0) << lines;
+    }
 }
 
 TEST(IonCounter, OfEvenIonsIsExact) {

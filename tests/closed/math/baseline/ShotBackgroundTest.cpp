@@ -161,6 +161,21 @@ TEST(ShotBackground, OfNoiseAboveAThresholdTheNoiseIsThatOfTheThreshold) {
           << threshold << " of " << sd;
 }
 
+// As Fourier transforms leave it: what rises above a threshold stands with its flanks on zeros.
+TEST(ShotBackground, OfNoiseWithFlanksTheNoiseIsThatOfTheThresholdHoweverMuchThereIs) {
+  std::mt19937_64 random(1);
+  std::exponential_distribution<double> above(1.0);
+  for (const int bumps : {90, 300, 900}) {
+    Samples y(40000, 0.0);
+    for (int k = 0; k < bumps; ++k) {
+      const double height = 250.0 * (1.0 + 0.6 * above(random) + (k % 10 == 0 ? 20.0 * above(random) : 0.0));
+      for (int i = -4; i <= 4; ++i)
+        y[static_cast<std::size_t>(40000.0 * (k + 0.5) / bumps + i)] = height * std::exp(-0.5 * i * i / 2.0);
+    }
+    EXPECT_NEAR(FiguresOf(y).noise[20000], 100.0, 10.0) << bumps;
+  }
+}
+
 TEST(ShotBackground, HowManyZerosStandInGapsDoesNotMatter) {
   const double all = FiguresOf(Thresholded(2.5, 1.0)).noise[1000];
   for (const std::size_t zeros : {20U, 50U})

@@ -6,7 +6,7 @@
 
 #include <tool/commands/peaks/CountVariance.h>
 #include <tool/commands/peaks/ErrorBars.h>
-#include <tool/commands/peaks/RunChain.h>
+#include <tool/commands/peaks/Evaluation.h>
 #include <tslbl/curve/BaselineParams.h>
 #include <tslbl/curve/CurveEval.h>
 #include <tslbl/curve/NoiseParams.h>
@@ -49,7 +49,7 @@ LoadedSpectrum Evaluated(double unit, double spread = 1.0, const std::vector<Cur
   for (const CurveEval& eval : {CurveEval(TslBL::BaselineParams()), CurveEval(TslBL::NoiseParams()),
                                 CurveEval(TslBL::PeakDetectParams::DefaultMS())})
     chain.push_back(eval);
-  TslTool::RunChain("a.txt", chain, loaded);
+  TslTool::Evaluation{"a.txt", chain}.Run(loaded);
   return loaded;
 }
 

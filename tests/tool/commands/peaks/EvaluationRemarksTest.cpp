@@ -121,9 +121,9 @@ TEST(EvaluationRemarks, PeaksThatSmoothingFlattensAreTold) {
   const Outcome outcome = Evaluate(WithLines({{0.6, 9000}, {3.0, 5000}}), {"--smooth", "savgol:33:2"});
   EXPECT_THAT(
       outcome.err,
-      HasSubstr("1 spectrum with peaks that smoothing makes lower by a fifth or more (first at scan 1, "
-                "m/z 150.00, "));
-  EXPECT_THAT(outcome.err, HasSubstr(" %); a smaller window, or --smooth off, keeps them\n"));
+      HasSubstr("1 spectrum with peaks that smoothing makes lower by a fifth or higher by a twentieth "
+                "(first at scan 1, m/z 150.00, -"));
+  EXPECT_THAT(outcome.err, HasSubstr(" %); another window, or --smooth off, keeps them\n"));
 }
 
 TEST(EvaluationRemarks, AHumpAmongPeaksIsTold) {

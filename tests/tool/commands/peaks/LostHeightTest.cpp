@@ -63,6 +63,13 @@ TEST(LostHeight, BelowAFifthIsNone) {
   EXPECT_TRUE(MostLostHeight(Smoothed({{200, 9000, 10}, {500, 9000, 10}}, 1, 0.23)));
 }
 
+TEST(LostHeight, MayBeAGain) {
+  const auto lost = MostLostHeight(Smoothed({{200, 9000, 10}, {500, 9000, 10}}, 1, -0.08));
+  ASSERT_TRUE(lost);
+  EXPECT_NEAR(lost->part, -0.08, 0.02);
+  EXPECT_FALSE(MostLostHeight(Smoothed({{200, 9000, 10}, {500, 9000, 10}}, 1, -0.03)));
+}
+
 TEST(LostHeight, ThatNoiseMayHaveMadeIsNone) {
   EXPECT_FALSE(MostLostHeight(Smoothed({{200, 9000, 10}, {500, 40, 10}}, 1, 0.6)));
 }

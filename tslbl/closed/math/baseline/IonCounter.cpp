@@ -22,7 +22,18 @@ constexpr double kMostUnlike = 3.0;
 constexpr double kPile = 2.0;
 constexpr double kLeastInPile = 0.3;
 constexpr std::size_t kLeastOfNoise = 32;
-constexpr std::size_t kLowOf = 20;
+constexpr double kLow = 0.05;
+// The lower end of what a threshold leaves is an edge: between the bumps that these shares are below there is
+// little. Above it there is all of noise.
+constexpr double kEdgeFrom = 0.02;
+constexpr double kEdgeTo = 0.1;
+constexpr double kEdge = 1.25;
+constexpr double kAboveEdge = 1.3;
+// Ions that stand alone are equally high, or come as multiples; peaks never do. Of many bumps this need not
+// be asked: peaks so many have heights of all orders.
+constexpr std::size_t kMany = 200;
+constexpr double kEqual = 1e-6;
+constexpr double kLeastEqual = 0.25;  // of those that no other is near
 // Of the threshold: what the steps of continuous amplitudes do not reach, and what few points above the floor
 // are below.
 constexpr double kContinuous = 0.5;
@@ -55,9 +66,9 @@ class IonCounter {
     bumps = Bumps();
     const double threshold = ThresholdOf(all);
     const double low = bumps.size() >= kLeastBumps ? LowerQuartile(bumps) : 0.0;
-    const bool isCut = threshold > 0.0 && (height_ > kAlike * low || IsCutAt(threshold));
+    const bool isCut = threshold > 0.0 && (height_ > kAlike * low || IsCutAt(threshold) || HasEdge(all));
     if (isCut) return {0.0, threshold};
-    return {height_ <= kMostUnlike * low ? height_ : 0.0, 0.0};
+    return {height_ <= kMostUnlike * low && MayBeIons(bumps) ? height_ : 0.0, 0.0};
   }
 
  private:
@@ -81,18 +92,54 @@ class IonCounter {
     return bumps;
   }
 
-  // The one that a part of them, 1 / `of`, is lower than.
-  static double Low(std::vector<double>& bumps, std::size_t of) {
+  // The one that this share of them is lower than.
+  static double Quantile(std::vector<double>& bumps, double share) {
     if (bumps.empty()) return 0.0;
-    const auto low = bumps.begin() + static_cast<std::ptrdiff_t>(bumps.size() / of);
-    std::nth_element(bumps.begin(), low, bumps.end());
-    return *low;
+    const auto at = bumps.begin() + static_cast<std::ptrdiff_t>(share * static_cast<double>(bumps.size()));
+    std::nth_element(bumps.begin(), at, bumps.end());
+    return *at;
   }
-  static double LowerQuartile(std::vector<double>& bumps) { return Low(bumps, 4); }
+  static double LowerQuartile(std::vector<double>& bumps) { return Quantile(bumps, 0.25); }
+
+  // How many have the height of another one.
+  static double ShareOfEqual(std::vector<double> bumps) {
+    std::ranges::sort(bumps);
+    std::size_t equal = 0;
+    for (std::size_t i = 0; i < bumps.size(); ++i) {
+      const double width = kEqual * bumps[i];
+      equal += (i > 0 && bumps[i] - bumps[i - 1] <= width) ||
+               (i + 1 < bumps.size() && bumps[i + 1] - bumps[i] <= width);
+    }
+    return static_cast<double>(equal) / static_cast<double>(bumps.size());
+  }
+
+  // Not of counts, whose smallest is an edge, too.
+  static bool HasEdge(std::vector<double> bumps) {
+    const double edge = Quantile(bumps, kEdgeTo);
+    return edge < kEdge * Quantile(bumps, kEdgeFrom) && Quantile(bumps, 0.5) > kAboveEdge * edge &&
+           ShareOfEqual(bumps) < kLeastEqual;
+  }
+
+  // The part of the points that nothing has reached.
+  double Empty() const {
+    double points = 0.0;
+    double onFloor = 0.0;
+    for (const IonBackground& segment : segments_) {
+      const auto length = static_cast<double>(segment.end - segment.begin);
+      points += length;
+      onFloor += length * segment.onFloor;
+    }
+    return onFloor / points;
+  }
+
+  // An ion lies alone if nothing has reached the places on either side.
+  bool MayBeIons(const std::vector<double>& bumps) const {
+    return bumps.size() >= kMany || ShareOfEqual(bumps) >= kLeastEqual * Empty() * Empty();
+  }
 
   static double ThresholdOf(std::vector<double> bumps) {
     if (bumps.size() < kLeastOfNoise) return 0.0;
-    const double low = Low(bumps, kLowOf);
+    const double low = Quantile(bumps, kLow);
     const auto piled = std::ranges::count_if(bumps, [&](double bump) { return bump <= kPile * low; });
     return static_cast<double>(piled) >= kLeastInPile * static_cast<double>(bumps.size()) ? low : 0.0;
   }

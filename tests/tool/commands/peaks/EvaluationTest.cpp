@@ -1,0 +1,154 @@
+// Tests: Evaluation.cpp, FlankPeaks.cpp, NoiseOfPeaks.cpp, StillBackground.cpp, Windows.cpp.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <functional>
+#include <random>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include <fmt/format.h>
+#include <tool/TempFile.h>
+#include <tool/ToolRun.h>
+
+namespace tests {
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+
+using Curve = std::function<double(double mz)>;
+
+double Line(double mz, double centre, double height, double width) {
+  const double u = (mz - centre) / width;
+  return height * std::exp(-4.0 * std::log(2.0) * u * u);
+}
+
+// m/z 100 to 400, as far as `isMeasured` says; Poisson counts.
+std::string Counted(const Curve& mean, double step, const std::function<bool(double)>& isMeasured) {
+  std::mt19937_64 random(1);
+  std::string text;
+  for (int i = 0; i < static_cast<int>(300.0 / step); ++i) {
+    const double mz = 100.0 + i * step;
+    if (isMeasured(mz))
+      text += fmt::format("{:.2f} {}\n", mz, std::poisson_distribution<int>(mean(mz))(random));
+  }
+  return text;
+}
+
+std::string Counted(const Curve& mean, double step = 0.05) {
+  return Counted(mean, step, [](double) { return true; });
+}
+
+Outcome Evaluate(const std::string& text, const Arguments& options = {}) {
+  const TempFile file("a.txt", text);
+  Arguments command = {"peaks", file.Path(), "--format", "tsv"};
+  command.insert(command.end(), options.begin(), options.end());
+  return RunTool(command);
+}
+
+std::vector<std::vector<double>> RowsOf(const Outcome& outcome) {
+  std::vector<std::vector<double>> rows;
+  const std::vector<std::string> lines = LinesOf(outcome.out);
+  for (std::size_t i = 1; i < lines.size(); ++i) {
+    std::istringstream line(lines[i]);
+    std::vector<double> row;
+    std::string field;
+    while (row.size() < 10 && std::getline(line, field, '\t'))
+      row.push_back(field.empty() ? 0.0 : std::stod(field));
+    rows.push_back(row);
+  }
+  return rows;
+}
+
+// Three lines with a skirt of 0.2 % of their height.
+double WithSkirts(double mz) {
+  double mean = 5.0;
+  for (const double centre : {150.0, 250.0, 350.0})
+    mean += Line(mz, centre, 1e5, 0.6) + 200.0 * std::exp(-std::abs(mz - centre) / 1.5);
+  return mean;
+}
+
+TEST(FlankPeaks, AreLeftOutAndTold) {
+  const Outcome outcome = Evaluate(Counted(WithSkirts));
+  EXPECT_LE(RowsOf(outcome).size(), 5U);
+  EXPECT_THAT(outcome.err, HasSubstr(" left out that rise"));
+  EXPECT_THAT(outcome.err, HasSubstr(" no higher than noise does there; --min-rise 0 keeps "));
+}
+
+TEST(FlankPeaks, StayIfAskedFor) {
+  const Outcome outcome = Evaluate(Counted(WithSkirts), {"--min-rise", "0"});
+  EXPECT_GT(RowsOf(outcome).size(), 7U);
+  EXPECT_THAT(outcome.err, Not(HasSubstr("left out that rise")));
+}
+
+TEST(FlankPeaks, AreNoWeakLinesOnEvenBackground) {
+  for (const double background : {0.01, 0.5, 5.0}) {
+    const auto mean = [&](double mz) {
+      double sum = background;
+      for (double centre = 120.0; centre < 400.0; centre += 20.0)
+        sum += Line(mz, centre, std::max(4.0, 4.0 * std::sqrt(background)), 0.6);
+      return sum;
+    };
+    const std::string text = Counted(mean);
+    EXPECT_EQ(Evaluate(text).out, Evaluate(text, {"--min-rise", "0"}).out) << background;
+  }
+}
+
+TEST(FlankPeaks, TheRiseMayNotBeNegative) {
+  for (const char* rise : {"-1", "nan", "x"}) {
+    const Outcome outcome = Evaluate("100 1\n101 2\n102 1\n", {"--min-rise", rise});
+    EXPECT_EQ(outcome.status, 2) << rise;
+    EXPECT_THAT(outcome.err, HasSubstr("--min-rise")) << rise;
+  }
+}
+
+double Distance(double mz, double spacing) { return std::abs(std::remainder(mz, spacing)); }
+
+TEST(Windows, APeakEndsWithItsWindow) {
+  const auto mean = [](double mz) { return 20.0 + Line(std::remainder(mz, 20.0), 0.0, 1e4, 0.5); };
+  const std::string text = Counted(mean, 0.02, [](double mz) { return Distance(mz, 20.0) <= 0.5; });
+  const auto rows = RowsOf(Evaluate(text));
+  EXPECT_GE(rows.size(), 10U);
+  for (const auto& row : rows) EXPECT_NEAR(row[5], 1e4 * 0.5 * 1.0645, 600.0) << "m/z " << row[3];
+}
+
+TEST(Windows, ThatAreTooShortAreTold) {
+  const auto mean = [](double mz) { return 20.0 + Line(std::remainder(mz, 20.0), 0.0, 1e4, 0.5); };
+  const std::string text = Counted(mean, 0.02, [](double mz) { return Distance(mz, 20.0) <= 0.3; });
+  const Outcome outcome = Evaluate(text, {"--smooth", "savgol:25", "--sn", "1"});
+  EXPECT_THAT(outcome.err,
+              HasSubstr("1 spectrum with peaks in windows of points that are too short for them or "
+                        "the smoothing (first at scan 1, m/z "));
+}
+
+TEST(NoiseOfPeaks, IsToldWhereWindowsLeaveNoBackground) {
+  const auto mean = [](double mz) { return 5.0 + Line(std::remainder(mz, 40.0), 0.0, 1e5, 0.45); };
+  const std::string text = Counted(mean, 0.02, [](double mz) { return Distance(mz, 40.0) <= 0.3; });
+  EXPECT_THAT(Evaluate(text).err,
+              HasSubstr("1 spectrum with noise ten times as large as neighbouring points scatter (first at "
+                        "scan 1), as where peaks leave no background; weak peaks may be missed\n"));
+}
+
+TEST(StillBackground, IsToldWhereAThresholdHasTakenTheNoise) {
+  std::mt19937_64 random(1);
+  std::string text;
+  for (int i = 0; i < 6000; ++i) {
+    const double mz = 100.0 + 0.05 * i;
+    const double amplitude = Line(mz, 200.0, 3000.0, 0.6) + std::normal_distribution(0.0, 20.0)(random);
+    text += fmt::format("{:.2f} {:.3f}\n", mz, amplitude > 70.0 ? amplitude : 0.0);
+  }
+  EXPECT_THAT(Evaluate(text).err, HasSubstr("1 spectrum in which the background is level, so that any point "
+                                            "above it passes for a peak (first at scan 1)"));
+}
+
+TEST(StillBackground, IsNotThatOfCountedIons) {
+  const auto mean = [](double mz) { return 0.05 + Line(mz, 200.0, 300.0, 0.6); };
+  EXPECT_THAT(Evaluate(Counted(mean)).err, Not(HasSubstr("level")));
+}
+
+}  // namespace
+}  // namespace tests

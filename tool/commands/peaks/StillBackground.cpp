@@ -1,0 +1,42 @@
+#include <tool/commands/peaks/StillBackground.h>
+
+#include <tool/commands/peaks/SmoothFilter.h>
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <vector>
+
+namespace TslTool {
+namespace {
+
+double MedianOf(std::vector<double> values) {
+  const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+  std::nth_element(values.begin(), middle, values.end());
+  return *middle;
+}
+
+// From the level up to the next amplitude, where they are neighbours.
+double SmallestRise(const std::vector<double>& y, double level) {
+  double smallest = std::numeric_limits<double>::infinity();
+  for (std::size_t i = 1; i < y.size(); ++i) {
+    const double low = std::min(y[i - 1], y[i]);
+    const double high = std::max(y[i - 1], y[i]);
+    if (low == level && high > level) smallest = std::min(smallest, high - level);
+  }
+  return smallest;
+}
+
+}  // namespace
+
+bool IsBackgroundStill(const LoadedSpectrum& loaded) {
+  const TslBL::Spectrum& spectrum = *loaded.spectrum;
+  const std::vector<double>& y = loaded.measured;
+  if (spectrum.peaks.empty() || spectrum.noise.size() != y.size()) return false;
+  const double level = MedianOf(y);
+  if (2 * std::ranges::count(y, level) <= std::ssize(y)) return false;
+  const auto filter = FilterOf(spectrum);
+  const double top = filter ? filter->weights[filter->weights.size() / 2] : 1.0;
+  return top * SmallestRise(y, level) > spectrum.peakDetectParams.SN * MedianOf(spectrum.noise);
+}
+
+}  // namespace TslTool
