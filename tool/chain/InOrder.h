@@ -4,21 +4,14 @@
 #include <tbb/parallel_pipeline.h>
 #include <tbb/task_arena.h>
 
+#include <tool/chain/Threads.h>
 #include <tool/frame/Interrupt.h>
-#include <tslbl/detect/ThreadingParams.h>
 #include <cstdint>
 #include <exception>
 #include <functional>
 #include <vector>
 
 namespace TslTool {
-
-// How many threads the process-wide threading parameters allow.
-inline int ThreadsAllowed() {
-  const TslBL::AppThreadingParams params = TslBL::GetMultiThreadingParams();
-  return tbb::task_arena(params.Auto ? tbb::task_arena::automatic : static_cast<int>(params.ThreadPoolSize))
-      .max_concurrency();
-}
 
 // A piece of work in the pipeline.
 template <class Result>

@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <tool/chain/Threads.h>
 #include <tool/commands/Commands.h>
 #include <tool/commands/chrom/ChromArguments.h>
 #include <tool/commands/chrom/ChromPlot.h>
@@ -10,29 +11,14 @@
 #include <tool/commands/chrom/PointsText.h>
 #include <tool/commands/chrom/ReadCurves.h>
 #include <tool/commands/peaks/PeaksInput.h>
+#include <tool/frame/DistinctFiles.h>
 #include <tool/frame/Output.h>
 #include <tool/frame/Warning.h>
 #include <tool/io/InputPath.h>
-#include <tslbl/detect/ThreadingParams.h>
 #include <memory>
 
 namespace TslTool {
 namespace {
-
-void UseThreads(std::uint32_t threads) {
-  if (threads == 0) throw UsageError("--threads: there must be at least one");
-  TslBL::AppThreadingParams params = TslBL::GetMultiThreadingParams();
-  params.Auto = false;
-  params.ThreadPoolSize = threads;
-  TslBL::SetMultiThreadingParams(params);
-}
-
-void RequireDistinct(const std::string& option, const std::string& file, const std::string& other,
-                     const std::string& what) {
-  if (file.empty() || other.empty()) return;
-  if (!IsStandardOutput(file) && SameFile(file, other))
-    throw UsageError(option + ": " + file + " is " + what);
-}
 
 void RequireSafeFiles(const ChromArguments& arguments) {
   RequireDistinct("--output", arguments.output, arguments.input, "the input");

@@ -32,8 +32,9 @@ constexpr double kOfSpan = 1e-4;
 // The preset of 4 takes one bump of noise in a thousand points for a peak.
 constexpr std::uint32_t kLeastRatio = 5;
 
+// With segments for a baseline or noise of another kind than the presets have.
 ChainDefaults Presets() {
-  return {"mean:5", 0, kLeastRatio, std::nullopt, "no peak tells its width", "valley:50", "valley:250", 50};
+  return {"mean:5", 250, kLeastRatio, std::nullopt, "no peak tells its width", "valley:50", "valley:250", 50};
 }
 
 std::string SmoothingFor(double width, double strength) {

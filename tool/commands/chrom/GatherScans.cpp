@@ -150,10 +150,11 @@ std::vector<Chromatogram> GatherScans::Curves() const {
 }
 
 std::vector<std::string> GatherScans::Notes() const {
-  std::vector<std::string> notes;
   std::map<int, std::uint64_t> others;
   for (const auto& [kind, group] : groups_)
     if (!IsTaken(kind)) others[kind.level] += group.seconds.size();
+  std::vector<std::string> notes;
+  notes.reserve(others.size());
   for (const auto& [level, count] : others)
     notes.push_back(
         fmt::format("{} of MS level {} left out; --ms-level {} takes them", Counted(count), level, level));

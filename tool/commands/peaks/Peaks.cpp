@@ -1,31 +1,18 @@
 // tslbl peaks: spectra in, peak tables out.
 
+#include <tool/chain/Threads.h>
 #include <tool/commands/Commands.h>
 #include <tool/commands/peaks/EvaluateInput.h>
 #include <tool/commands/peaks/EvaluateSeveral.h>
 #include <tool/commands/peaks/PeakFile.h>
 #include <tool/commands/peaks/PeaksArguments.h>
 #include <tool/commands/peaks/PeaksInput.h>
+#include <tool/frame/DistinctFiles.h>
 #include <tool/frame/Output.h>
-#include <tslbl/detect/ThreadingParams.h>
 #include <memory>
 
 namespace TslTool {
 namespace {
-
-void UseThreads(std::uint32_t threads) {
-  if (threads == 0) throw UsageError("--threads: there must be at least one");
-  TslBL::AppThreadingParams params = TslBL::GetMultiThreadingParams();
-  params.Auto = false;
-  params.ThreadPoolSize = threads;
-  TslBL::SetMultiThreadingParams(params);
-}
-
-void RequireDistinct(const std::string& option, const std::string& file, const std::string& other,
-                     const std::string& what) {
-  if (!IsStandardOutput(file) && !other.empty() && SameFile(file, other))
-    throw UsageError(option + ": " + file + " is " + what);
-}
 
 void RequireSafeFiles(const PeaksArguments& arguments) {
   RequireDistinct("--output", arguments.output, arguments.input, "the input");

@@ -106,6 +106,11 @@ TEST(EvaluateCurve, TakesThePresetsWhereNoPeakTellsItsWidth) {
       HasSubstr("--smooth mean:5 --baseline valley:50 --noise valley:250 --sn 5 (no peak tells its width)"));
 }
 
+TEST(EvaluateCurve, TakesAnotherBaselineWhereNoPeakTellsItsWidth) {
+  EXPECT_THAT(Evaluated(CleanCurve({}, 50, 3.0), {"--baseline", "linear", "--noise", "linear"}).derived,
+              HasSubstr("--baseline linear:250 --noise linear:250"));
+}
+
 TEST(EvaluateCurve, TakesAConstantCurve) { EXPECT_THAT(Evaluated(CleanCurve({}, 2, 0.0)).peaks, IsEmpty()); }
 
 }  // namespace
