@@ -122,14 +122,19 @@ void RunWriter::AddCalibration(std::uint32_t tuneId, const std::vector<TslBL::MZ
 }
 
 void RunWriter::AddScan(const TslBL::RawSpectrum& raw) {
-  const PackedCounts packed = PackCounts(raw.counts);
-  insertScan_->Bind(1, std::int64_t{raw.info.Id});
-  insertScan_->Bind(2, std::int64_t{raw.info.TimeStamp});
-  insertScan_->Bind(3, std::int64_t{raw.info.TuneId});
-  insertScan_->Bind(4, raw.info.TIC);
-  insertScan_->Bind(5, static_cast<std::int64_t>(raw.counts.size()));
+  PackedCounts packed = PackCounts(raw.counts);
+  AddScan({0, raw.info, static_cast<std::uint32_t>(raw.counts.size()), std::move(packed.encoding),
+           std::move(packed.bytes)});
+}
+
+void RunWriter::AddScan(const PackedScan& packed) {
+  insertScan_->Bind(1, std::int64_t{packed.info.Id});
+  insertScan_->Bind(2, std::int64_t{packed.info.TimeStamp});
+  insertScan_->Bind(3, std::int64_t{packed.info.TuneId});
+  insertScan_->Bind(4, packed.info.TIC);
+  insertScan_->Bind(5, std::int64_t{packed.points});
   insertScan_->Bind(6, std::string_view(packed.encoding));
-  insertScan_->BindBlob(7, packed.bytes);
+  insertScan_->BindBlob(7, packed.counts);
   insertScan_->Run();
 }
 

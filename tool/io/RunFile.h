@@ -30,6 +30,15 @@
 
 namespace TslTool {
 
+// A scan as it stands in the file, its counts still packed.
+struct PackedScan {
+  std::uint32_t number = 0;
+  TslBL::RawSpectrumInfo info;
+  std::uint32_t points = 0;
+  std::string encoding;
+  std::string counts;
+};
+
 class RunWriter {
  public:
   // Creates the file, which must not exist. Throws std::runtime_error with its name.
@@ -39,6 +48,8 @@ class RunWriter {
   void AddCalibration(std::uint32_t tuneId, const std::vector<TslBL::MZCalPt>& points);
   // Scans come in order; the first has number 1.
   void AddScan(const TslBL::RawSpectrum& raw);
+  // One of another run as it is; its number there counts for nothing.
+  void AddScan(const PackedScan& packed);
   // Makes it one file without companions, or keeps them if somebody reads it just now, for whom
   // it waits 5 s. A writer that goes without it leaves a run that can be read all the same.
   void Finish();
@@ -58,15 +69,6 @@ int PolarityOf(const TslBL::Tune& tune);
 
 // Removes a run that is of no use, with the companions that an unfinished one has.
 void RemoveRun(const std::string& file);
-
-// A scan as it stands in the file, its counts still packed.
-struct PackedScan {
-  std::uint32_t number = 0;
-  TslBL::RawSpectrumInfo info;
-  std::uint32_t points = 0;
-  std::string encoding;
-  std::string counts;
-};
 
 class RunReader {
  public:

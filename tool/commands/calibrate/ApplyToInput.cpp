@@ -60,11 +60,12 @@ class RunCopy {
       writer.AddCalibration(id, points_);
     }
     Progress progress(reader_.Count(), "scans");
-    std::uint32_t number = 0;
-    for (TslBL::RawSpectrum raw; reader_.Next(number, raw); progress.Step()) {
+    TslBL::RawSpectrum raw;
+    for (PackedScan packed; reader_.Next(packed); progress.Step()) {
       ThrowIfInterrupted();
-      reader_.TuneOf(number, raw);
-      writer.AddScan(raw);
+      reader_.Unpack(packed, raw);  // what is damaged is told and not copied
+      reader_.TuneOf(packed.number, raw);
+      writer.AddScan(packed);
     }
   }
 
@@ -126,6 +127,7 @@ void WriteForeign(const std::string& input, const std::vector<TslBL::MZCalPt>& p
 
 void ApplyToInput(const std::string& input, const std::vector<TslBL::MZCalPt>& points,
                   const std::string& calibrationFile, const std::string& output) {
+  if (!CanBeReadAgain(input)) throw UsageError("--apply: INPUT must be a file, which can be read twice");
   if (IsDatabase(input)) {
     RequireFormat(output, "run");
     RunCopy(input, points, calibrationFile).WriteTo(output);

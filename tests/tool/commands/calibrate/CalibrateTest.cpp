@@ -331,6 +331,18 @@ TEST(Calibrate, TheOutputIsNamedAsTheInputIs) {
   EXPECT_FALSE(std::filesystem::exists(wrong.Beside("o.mzML")));
 }
 
+TEST(Calibrate, APipeIsCalibratedButHasNoNewAxis) {
+  const WrongAxis wrong;
+  const std::string pipe = "cat '" + wrong.Input() + "' | \"$TSLBL\" calibrate - ";
+  const std::string made =
+      pipe + "--calibrants '" + wrong.Calibrants() + "' -q -o '" + wrong.Beside("a.cal") + "'";
+  EXPECT_EQ(RunShell(made).out, wrong.Calibrate().out);
+  const Outcome applied =
+      RunShell(pipe + "--apply '" + wrong.Beside("a.cal") + "' -o '" + wrong.Beside("o.txt") + "'");
+  EXPECT_EQ(applied.status, 2);
+  EXPECT_THAT(applied.err, HasSubstr("--apply: INPUT must be a file"));
+}
+
 TEST(Calibrate, DrawsTheDeviations) {
   const WrongAxis wrong;
   ASSERT_EQ(wrong.Calibrate({"--plot", wrong.Beside("a.svg")}).status, 0);
