@@ -2,7 +2,8 @@
 // Areas of the peaks of a chromatogram, and how well the data determine them.
 //
 // An area is that of the measured points above the baseline, on straight lines between their times, so that
-// neither smoothing nor uneven times change it. Two things are settled beside each group of peaks that touch:
+// neither smoothing nor uneven times change it; where the chain takes spikes, a baseline or a threshold off
+// the amplitudes, that of the evaluated ones. Two things are settled beside each group of peaks that touch:
 //
 // Ends. A peak ends where the smoothed curve meets the baseline, or in a valley. What lies below the noise
 // there still has some of the area: the outer ends of a group move out by half a width, at most halfway to

@@ -85,6 +85,16 @@ TEST(EvaluateCurve, FollowsABackgroundThatBends) {
   EXPECT_THAT(areas, testing::ElementsAre(testing::DoubleNear(area, 60.0), testing::DoubleNear(area, 60.0)));
 }
 
+TEST(EvaluateCurve, IntegratesNothingThatTheChainTakesOff) {
+  const EvaluatedCurve subtracted =
+      Evaluated(OnePeak(), {"--subtract-baseline"}, TslTool::RealRange{260.0, 340.0});
+  EXPECT_NEAR(subtracted.peaks.at(0).area, kPeak.Area(), 0.005 * kPeak.Area());
+  Chromatogram spiked = OnePeak();
+  spiked.values[280] += 5000.0;
+  const EvaluatedCurve filtered = Evaluated(spiked, {"--aerosol"}, TslTool::RealRange{260.0, 340.0});
+  EXPECT_NEAR(filtered.peaks.at(0).area, kPeak.Area(), 0.005 * kPeak.Area());
+}
+
 TEST(EvaluateCurve, IntegratesWhereTheUserSaysAboveItsBaseline) {
   const EvaluatedCurve found = Evaluated(OnePeak(), {"--baseline", "50"}, TslTool::RealRange{260.0, 340.0});
   ASSERT_THAT(found.peaks, SizeIs(1));
