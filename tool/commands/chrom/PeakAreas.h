@@ -6,8 +6,8 @@
 // the amplitudes, that of the evaluated ones. Two things are settled beside each group of peaks that touch:
 //
 // Ends. A peak ends where the smoothed curve meets the baseline, or in a valley. What lies below the noise
-// there still has some of the area: the outer ends of a group move out by half a width, at most halfway to
-// the next.
+// there still has some of the area: the outer ends of a group move out by half a width, and to 1.25 widths
+// from the top at least, but not over more than a third of the way to the middle between two groups.
 //
 // Level. A baseline through a whole curve lies off the level beside one peak by little, and a peak is long.
 // So the straight line through what two widths of points on both sides of the group have above the baseline,
