@@ -5,7 +5,7 @@
 #include <tool/commands/Commands.h>
 #include <tool/commands/average/AverageFile.h>
 #include <tool/commands/average/AverageOf.h>
-#include <tool/frame/Numbers.h>
+#include <tool/frame/DistinctFiles.h>
 #include <tool/frame/Output.h>
 #include <tool/frame/Warning.h>
 #include <tool/io/InputPath.h>
@@ -53,8 +53,7 @@ std::string FormatOf(const AverageArguments& arguments) {
 
 void RequireSensible(const AverageArguments& arguments) {
   if (arguments.input.empty()) throw UsageError("INPUT is required");
-  if (!IsStandardOutput(arguments.output) && SameFile(arguments.output, arguments.input))
-    throw UsageError("--output: " + arguments.output + " is the input");
+  RequireDistinct("--output", arguments.output, arguments.input, "the input");
   const bool isRun = FormatOf(arguments) == "run";
   if (isRun && IsStandardOutput(arguments.output))
     throw UsageError("--format run: a run is written to an --output FILE only");

@@ -12,6 +12,7 @@
 #include <tool/commands/calibrate/CalibrationTable.h>
 #include <tool/commands/calibrate/OneSpectrum.h>
 #include <tool/commands/calibrate/ResidualPlot.h>
+#include <tool/frame/DistinctFiles.h>
 #include <tool/frame/InputError.h>
 #include <tool/frame/Numbers.h>
 #include <tool/frame/Output.h>
@@ -122,12 +123,6 @@ void RequireForApplying(const CalibrateArguments& arguments, const Options& opti
       throw UsageError(fmt::format("{} and --apply exclude each other", option.names.back()));
 }
 
-void RequireDistinct(const char* option, const std::string& file, const std::string& other,
-                     const char* what) {
-  if (!file.empty() && !other.empty() && SameFile(file, other))
-    throw UsageError(fmt::format("{}: {} is {}", option, file, what));
-}
-
 void RequireSensible(const CalibrateArguments& arguments, const Options& options) {
   if (arguments.input.empty()) throw UsageError("INPUT is required");
   if (arguments.calibrants.empty() == arguments.apply.empty())
@@ -135,6 +130,7 @@ void RequireSensible(const CalibrateArguments& arguments, const Options& options
   if (arguments.tolerance && !(*arguments.tolerance > 0.0))
     throw UsageError("--tolerance: it must be above 0");
   if (arguments.output == "-") throw UsageError("--output: a file is needed; standard output has the table");
+  if (arguments.plot == "-") throw UsageError("--plot: a file is needed; standard output has the table");
   if (!arguments.apply.empty()) RequireForApplying(arguments, options);
   RequireDistinct("--output", arguments.output, arguments.input, "the input");
   RequireDistinct("--output", arguments.output, arguments.calibrants, "the file of --calibrants");
