@@ -170,6 +170,7 @@ class Viewer {
 
 double TypicalOf(const std::vector<SeenPeak>& peaks) {
   std::vector<WeightedWidth> widths;
+  widths.reserve(peaks.size());
   for (const SeenPeak& peak : peaks) widths.push_back({peak.width, peak.weight});
   return TypicalOfKinds(std::move(widths), kNarrowShare);
 }
