@@ -38,8 +38,7 @@ void CheckPoints(const TslTool::CurveChoice& choice) {
   Require(points.size() == choice.Count(), "each curve has a point");
   for (std::size_t i = 0; i < points.size(); ++i) {
     Require(points[i] >= 0.0, "no point is below 0");
-    Require(!choice.Title(i).empty() || choice.Name(i).find_first_not_of("+-") == std::string::npos,
-            "a curve has a title");
+    Require(!choice.Title(i).empty(), "a curve has a title");
     const bool isOfRanges = choice.Name(i).find_first_of("12345678") == std::string::npos;
     if (!isOfRanges) continue;
     double sum = 0.0;

@@ -32,6 +32,20 @@ RealRange ParseStretch(const std::string& text) {
   return {centre - half, centre + half};
 }
 
+bool IsSign(char c) { return c == '+' || c == '-'; }
+
+// Operands with one sign between each two. The library takes any row of the two, in which a slip of the
+// hand would go unseen: "A-" for "A-B" is A.
+void RequireFormula(const std::string& text) {
+  bool isRight = text.size() % 2 == 1;
+  for (std::size_t i = 0; i < text.size(); ++i) isRight &= IsSign(text[i]) == (i % 2 == 1);
+  if (!isRight)
+    throw UsageError(
+        fmt::format("--curve: \"{}\": letters or numbers with one + or - between each two are expected, "
+                    "as in A+B-C",
+                    text));
+}
+
 // The definition without what the library checks: that each character is one of the language.
 std::vector<double> WeightsOf(const std::wstring& definition, std::size_t ranges,
                               const std::vector<std::vector<double>>& earlier) {
@@ -115,6 +129,7 @@ void CurveChoice::AddDefinition(const std::string& text) {
   std::wstring error;
   if (!TslBL::CalcEICPoints(std::vector<double>(ranges_.size()), all, points, error))
     throw UsageError(fmt::format("--curve: \"{}\": {}", text, TslCommon::ToUtf8(error)));
+  RequireFormula(text);
   weights_.push_back(WeightsOf(all.back(), ranges_.size(), weights_));
   definitions_ = std::move(all);
   names_.push_back(text);

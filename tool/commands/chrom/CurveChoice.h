@@ -21,7 +21,8 @@ class CurveChoice {
   // `ranges` are "A=500-501", "A=500.5+-0.5", or the same without a letter, which takes the first that is
   // free; `definitions` are formulas of the letters, and of the numbers of definitions before them, as
   // ExtractedCurves.h has them. Without definitions each range is a curve. Throws UsageError for what is
-  // none of these, for a letter that two ranges have, and for a definition that names what there is not.
+  // none of these, for a letter that two ranges have, and for a definition that names what there is not or is
+  // other than operands with one sign between each two.
   CurveChoice(const std::vector<std::string>& ranges, const std::vector<std::string>& definitions);
 
   const std::vector<ExtractedRange>& Ranges() const { return ranges_; }

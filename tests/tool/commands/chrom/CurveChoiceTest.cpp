@@ -96,5 +96,13 @@ TEST(CurveChoice, RefusesWhatIsNoChoice) {
     EXPECT_THAT(ErrorOf(each.ranges, each.definitions), HasSubstr(each.reason));
 }
 
+TEST(CurveChoice, RefusesSignsThatDangleOrStandTwiceOrAreMissing) {
+  for (const char* text : {"A-", "+A", "A--B", "AB", "-A", "+", "A-B+", "A+BC", "-"})
+    EXPECT_THAT(
+        ErrorOf({"A=1-2", "B=3-4", "C=5-6"}, {text}),
+        testing::StartsWith(std::string("--curve: \"") + text + "\": letters or numbers with one + or -"));
+  EXPECT_EQ(ErrorOf({"A=1-2", "B=3-4"}, {"A-b", "1+A-B"}), "");
+}
+
 }  // namespace
 }  // namespace tests
