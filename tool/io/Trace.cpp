@@ -1,6 +1,7 @@
 #include <tool/io/Trace.h>
 
 #include <algorithm>
+#include <iterator>
 
 namespace TslTool {
 namespace {
@@ -26,6 +27,13 @@ std::string InSmall(std::string_view text) {
 }
 
 }  // namespace
+
+std::string_view UnitOfSeconds(double seconds) {
+  const auto unit = std::ranges::find(kUnits, seconds, &Unit::seconds);
+  if (unit == std::end(kUnits)) return {};
+  const std::string_view words = unit->words.substr(1);
+  return words.substr(0, words.find(' '));
+}
 
 std::optional<double> SecondsInWord(std::string_view word) {
   if (word.empty()) return std::nullopt;

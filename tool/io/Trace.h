@@ -27,4 +27,7 @@ std::optional<double> SecondsInWord(std::string_view word);
 // The same of the name of a column, by any word of it: "Time (min)", "rt_s".
 std::optional<double> SecondsInName(std::string_view name);
 
+// The short word for such a unit: "min" for 60. Empty for any other number.
+std::string_view UnitOfSeconds(double seconds);
+
 }  // namespace TslTool

@@ -10,6 +10,7 @@
 #include <tool/io/TextHead.h>
 #include <tool/io/TextNumber.h>
 #include <tool/io/TextRow.h>
+#include <tool/io/TraceAxis.h>
 #include <algorithm>
 #include <stdexcept>
 #include <utility>
@@ -60,6 +61,7 @@ class TraceParser {
     for (const TextLine& line : head_.sample) TakeLine(line.text, line.number);
     for (std::string_view line; lines_.Next(line);) TakeLine(line, lines_.Number());
     RequireClearNumbers();
+    SettleAll();
     RequirePoints();
     return std::move(traces_);
   }
@@ -163,7 +165,7 @@ class TraceParser {
     trace.name = column < names_.size() && !names_[column].empty() ? names_[column]
                  : dialect_.columns == 2                           ? "signal"
                                                                    : fmt::format("column {}", column + 1);
-    lastLines_.push_back(0);
+    linesOf_.emplace_back();
   }
 
   void JudgeUnit() {
@@ -171,6 +173,10 @@ class TraceParser {
     const auto told = SecondsInName(name);
     if (choice_.secondsPerUnit || told) {
       unit_ = choice_.secondsPerUnit.value_or(told.value_or(1.0));
+      if (told && *told != unit_)
+        traces_.warnings.push_back(
+            fmt::format("the times are in {} by \"{}\", and --time-unit {} overrules it",
+                        UnitOfSeconds(*told), Printable(name), UnitOfSeconds(unit_)));
     } else {
       traces_.warnings.push_back(
           fmt::format("no unit of the times is told{}; taken as seconds, --time-unit min "
@@ -212,15 +218,22 @@ class TraceParser {
   }
 
   void Add(std::size_t index, double seconds, double value, std::uint64_t line) {
-    Trace& trace = traces_.all[index];
-    if (!trace.seconds.empty() && !(seconds > trace.seconds.back()))
-      throw std::runtime_error(
-          fmt::format("the time {} does not come after {} of line {}; of several traces, "
-                      "write each to a file of its own",
-                      seconds / unit_, trace.seconds.back() / unit_, lastLines_[index]));
-    trace.seconds.push_back(seconds);
-    trace.values.push_back(value);
-    lastLines_[index] = line;
+    traces_.all[index].seconds.push_back(seconds);
+    traces_.all[index].values.push_back(value);
+    linesOf_[index].push_back(line);
+  }
+
+  // Traces of one column of times have most to tell in common, which is told once.
+  void SettleAll() {
+    const auto tell = [](std::vector<std::string>& told, std::vector<std::string>& news) {
+      for (std::string& text : news)
+        if (std::ranges::find(told, text) == told.end()) told.push_back(std::move(text));
+    };
+    for (std::size_t i = 0; i < traces_.all.size(); ++i) {
+      SettledTimes settled = SettleTimes(file_, std::move(linesOf_[i]), unit_, traces_.all[i]);
+      tell(traces_.notes, settled.notes);
+      tell(traces_.warnings, settled.warnings);
+    }
   }
 
   double Number(std::string_view field, std::uint64_t line) {
@@ -248,8 +261,8 @@ class TraceParser {
       if (trace.seconds.size() < 2)
         throw InputError(
             file_, "",
-            fmt::format("\"{}\" has {}; a chromatogram has two points at least", Printable(trace.name),
-                        trace.seconds.empty() ? "no point" : "one point"));
+            fmt::format("\"{}\" has {}; a chromatogram has two points of different times at least",
+                        Printable(trace.name), trace.seconds.empty() ? "no point" : "one point"));
   }
 
   const std::string& file_;
@@ -263,7 +276,7 @@ class TraceParser {
   double unit_ = 1.0;
   Fields fields_;
   Traces traces_;
-  std::vector<std::uint64_t> lastLines_;  // of the last point of each trace
+  std::vector<std::vector<std::uint64_t>> linesOf_;  // of the points of each trace
   bool isClear_ = false;
   std::string unclear_;
   std::uint64_t unclearLine_ = 0;

@@ -24,8 +24,8 @@ struct TraceChoice {
 };
 
 // `warnings` are of the file as a whole. Throws InputError that names the line: for a text without a column
-// of times, a row with another number of columns or with what is no number, times that do not ascend, and
-// traces of less than two points.
+// of times, a row with another number of columns or with what is no number, several traces one below the
+// other, and traces of less than two points. Other disorder of times is settled as TraceAxis.h says.
 Traces ReadTraces(ByteSource source, const TraceChoice& choice, std::vector<std::string> warnings = {});
 
 }  // namespace TslTool

@@ -90,6 +90,22 @@ TEST(TraceFile, ReadsATableWithWordsWhereTheCallerChoosesTheColumns) {
   EXPECT_THAT(ErrorOf(text), HasSubstr("of a table, --columns tells which hold them"));
 }
 
+TEST(TraceFile, AveragesWhereRoundingMadeTimesEqualAndTellsItOnceForAllSignals) {
+  const Traces read = Read("min,uv,ms\n0.01,1,5\n0.01,3,7\n0.02,4,9\n");
+  EXPECT_THAT(read.all[0].seconds, ElementsAre(0.6, 1.2));
+  EXPECT_THAT(read.all[0].values, ElementsAre(2.0, 4.0));
+  EXPECT_THAT(read.all[1].values, ElementsAre(6.0, 9.0));
+  EXPECT_THAT(read.notes, ElementsAre(HasSubstr("time is column"), "1 point of equal time averaged"));
+}
+
+TEST(TraceFile, SaysWhereTheCallerOverrulesTheUnitOfTheHead) {
+  const std::string text = "RT (min),signal\n1,5\n2,7\n";
+  EXPECT_THAT(Read(text, {{}, 1.0}).warnings,
+              ElementsAre("the times are in min by \"RT (min)\", and --time-unit s overrules it"));
+  EXPECT_THAT(Read(text, {{}, 1.0}).all[0].seconds, ElementsAre(1.0, 2.0));
+  EXPECT_THAT(Read(text, {{}, 60.0}).warnings, IsEmpty());
+}
+
 struct Refused {
   const char* text;
   const char* reason;
@@ -103,9 +119,10 @@ TEST(TraceFile, RefusesWhatIsNoTraceAndNamesTheLine) {
       {"1,2,3\n2,3,4\n", "line 1: no column of times among"},
       {"5\n6\n", "line 1: one column, \"5\", where a time and a signal are expected"},
       {"time,signal\n", "holds no line with a time and a signal; line 1 is \"time,signal\""},
-      {"t,s\n1,5\n", "\"s\" has one point; a chromatogram has two points at least"},
-      {"t,s\n1,5\n1,6\n", "line 3: the time 1 does not come after 1 of line 2"},
-      {"t,s\n2,5\n3,5\n1,6\n", "line 4: the time 1 does not come after 3 of line 3; of several traces"},
+      {"t,s\n1,5\n", "\"s\" has one point; a chromatogram has two points of different times at least"},
+      {"t,s\n1,5\n1,6\n", "\"s\" has one point"},
+      {"min,s\n.01,5\n.02,5\n.03,5\n.04,5\n.01,6\n.02,6\n.03,6\n.04,6\n",
+       "line 6: times begin again, 0.01 behind 0.04 of line 5; of several traces, write each"},
       {"t,s\n1,5\n2,x\n", "line 3: \"x\""},
       {"t,s\n1,5\n2,6,7\n", "line 3: 3 columns"},
       {"t;s\n1,234;5,678\n1,235;5,679\n", "has a decimal comma or a mark for thousands"},

@@ -30,5 +30,10 @@ TEST(SecondsInWord, IsTheWholeWord) {
   EXPECT_EQ(SecondsInWord(""), std::nullopt);
 }
 
+TEST(UnitOfSeconds, IsAShortWord) {
+  for (const char* word : {"s", "min", "ms", "h"})
+    EXPECT_EQ(TslTool::UnitOfSeconds(SecondsInWord(word).value()), word);
+}
+
 }  // namespace
 }  // namespace tests
