@@ -48,8 +48,9 @@ class CommonHead {
 
  private:
   [[noreturn]] void Refuse(std::uint32_t scan, const std::string& reason, const char* option) const {
-    throw InputError(InputName(file_), PlaceOf(scan),
-                     fmt::format("{}: their average would be of nothing; {} chooses", reason, option));
+    throw InputError(
+        InputName(file_), PlaceOf(scan),
+        fmt::format("{}: scans of different kinds are not averaged; {} chooses", reason, option));
   }
 
   std::string file_;

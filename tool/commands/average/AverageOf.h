@@ -23,8 +23,8 @@ struct Averaged {
   std::vector<std::string> warnings = {};
 };
 
-// Throws InputError, as where nothing is chosen or where spectra of several levels or of both polarities are:
-// their average is of nothing.
+// Throws InputError, as where nothing is chosen or where spectra of several levels or of both polarities are,
+// whose amplitudes have nothing in common.
 Averaged AverageOf(const std::string& input, const SpectrumChoice& choice);
 
 // Takes the amplitudes of `background`, read on straight lines, from those at the points of `averaged`.

@@ -23,6 +23,7 @@ namespace {
 
 constexpr std::string_view kBlanks = " \t";
 constexpr std::string_view kSeparators = " \t,;";
+constexpr std::string_view kDigits = "0123456789";  // of which names of columns have none
 constexpr std::size_t kLeast = 2;
 constexpr std::size_t kShown = 40;  // characters of a text in a message
 
@@ -84,12 +85,12 @@ TslBL::CalibrateParams ReadText(const std::string& file) {
   for (std::string_view line; lines.Next(line);) {
     const std::string_view text = Trimmed(line, kBlanks);
     if (text.empty() || text.starts_with('#')) continue;
+    const bool isHead = std::exchange(isHeadPossible, false) && text.find_first_of(kDigits) == text.npos;
+    if (isHead) continue;
     const auto calibrant = CalibrantOf(text);
-    if (!calibrant && !std::exchange(isHeadPossible, false))
+    if (!calibrant)
       throw InputError(file, lines.Place(),
-                       fmt::format("\"{}\" does not end in an m/z", Printable(std::string(text), kShown)));
-    isHeadPossible = false;
-    if (!calibrant) continue;
+                       fmt::format("\"{}\" does not end in an m/z", Printable(text, kShown)));
     seen.Require(*calibrant, lines.Place());
     params.calibrants.push_back(*calibrant);
   }

@@ -125,7 +125,9 @@ void RequireForApplying(const CalibrateArguments& arguments, const Options& opti
 
 void RequireSensible(const CalibrateArguments& arguments, const Options& options) {
   if (arguments.input.empty()) throw UsageError("INPUT is required");
-  if (arguments.calibrants.empty() == arguments.apply.empty())
+  if (!arguments.calibrants.empty() && !arguments.apply.empty())
+    throw UsageError("--calibrants and --apply exclude each other");
+  if (arguments.calibrants.empty() && arguments.apply.empty())
     throw UsageError("one of --calibrants FILE and --apply FILE is required");
   if (arguments.tolerance && !(*arguments.tolerance > 0.0))
     throw UsageError("--tolerance: it must be above 0");

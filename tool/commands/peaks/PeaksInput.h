@@ -1,5 +1,5 @@
 #pragma once
-// What the command peaks reads: what the user names, or nothing, for the demonstration run.
+// What the commands peaks and chrom read: what the user names, or nothing, for the demonstration run.
 
 #include <tool/io/InputPath.h>
 
@@ -9,7 +9,7 @@ namespace TslTool {
 
 // The path to open; empty for the demonstration run, which is what no name means unless standard input offers
 // data: that is a UsageError, as nothing that was piped in may go unnoticed. Throws InputError as InputPath
-// does.
-std::string PeaksInputPath(const std::string& input);
+// does. `command` is how the message calls the program.
+std::string PeaksInputPath(const std::string& input, const std::string& command = "tslbl peaks");
 
 }  // namespace TslTool

@@ -91,8 +91,8 @@ TEST(Average, OfSeveralLevelsOrOfBothPolaritiesIsRefused) {
   EXPECT_EQ(levels.Average().status, 1);
   EXPECT_EQ(levels.Average().err,
             "tslbl: " + levels.Path() +
-                ": scan 2: is of MS level 2, and scan 1 of level 1: their average would be of "
-                "nothing; --ms-level chooses\n");
+                ": scan 2: is of MS level 2, and scan 1 of level 1: scans of different kinds are "
+                "not averaged; --ms-level chooses\n");
   EXPECT_EQ(levels.Average({"--ms-level", "2"}).status, 0);
   const Scans signs({Profile(1, kAxis, {1, 2, 3, 4}), Profile(2, kAxis, {1, 2, 3, 4}, 1, "MS:1000129")});
   EXPECT_THAT(signs.Average().err, HasSubstr("scan 2: is of another polarity than scan 1"));

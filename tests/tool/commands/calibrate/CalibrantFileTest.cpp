@@ -53,6 +53,7 @@ TEST(CalibrantFile, SaysWhatIsWrongAndWhere) {
   const std::pair<const char*, const char*> table[] = {
       {"", "holds 0 calibrants, and an axis is laid through two at least"},
       {"A 100\n", "holds 1 calibrant, and"},
+      {"A 1O0.5\nB 200\nC 300\n", "line 1: \"A 1O0.5\" does not end in an m/z"},
       {"A 100\nB x\n", "line 2: \"B x\" does not end in an m/z"},
       {"name mz\nA 100\nmore mz\n", "line 3: \"more mz\" does not end in an m/z"},
       {"A 100\nB -5\n", "line 2: the m/z -5 is not above 0"},

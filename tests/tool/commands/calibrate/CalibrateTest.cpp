@@ -294,9 +294,7 @@ TEST(Calibrate, WhatIsWrongIsToldAndNothingIsWritten) {
   } table[] = {
       {{}, 2, "INPUT is required"},
       {{in}, 2, "one of --calibrants FILE and --apply FILE is required"},
-      {{in, "--calibrants", ions, "--apply", cut},
-       2,
-       "one of --calibrants FILE and --apply FILE is required"},
+      {{in, "--calibrants", ions, "--apply", cut}, 2, "--calibrants and --apply exclude each other"},
       {{in, "--calibrants", ions, "--tolerance", "0"}, 2, "--tolerance: it must be above 0"},
       {{in, "--calibrants", ions, "-o", "-"}, 2, "--output: a file is needed"},
       {{in, "--calibrants", ions, "-o", in}, 2, "is the input"},
