@@ -7,6 +7,7 @@
 #include <tool/commands/chrom/ChromArguments.h>
 #include <tool/commands/chrom/ChromPlot.h>
 #include <tool/commands/chrom/ChromWriter.h>
+#include <tool/commands/chrom/CurveRemarks.h>
 #include <tool/commands/chrom/EvaluateCurve.h>
 #include <tool/commands/chrom/PointsText.h>
 #include <tool/commands/chrom/ReadCurves.h>
@@ -56,13 +57,15 @@ void Evaluate(const ChromArguments& arguments, const Options& options) {
     Tell(name, read.notes);
     for (const EvaluatedCurve& curve : curves)
       if (!curve.derived.empty()) Tell(fmt::format("{}: {}: {}", name, curve.measured.name, curve.derived));
+    if (const std::string note = LeftOutNote(curves); !note.empty()) Tell(fmt::format("{}: {}", name, note));
   }
   Warn(name, read.warnings);
+  Warn(name, CurveWarnings(curves));
 }
 
 int RunChrom(ChromArguments arguments, const Options& options) {
   if (arguments.threads) UseThreads(*arguments.threads);
-  arguments.input = PeaksInputPath(arguments.input);
+  arguments.input = PeaksInputPath(arguments.input, "tslbl chrom");
   RequireSafeFiles(arguments);
   NamingStandardInput([&] { Evaluate(arguments, options); });
   return kDone;
@@ -113,7 +116,8 @@ Command ChromCommand() {
                              "too. May be given ten times");
             options.Repeated("--curve DEFINITION", arguments->definitions,
                              "A curve made of the ranges, such as A-B or A+B-C, or of curves before it by "
-                             "their number, such as 1-C [each range]. May be given several times");
+                             "their number among those of --curve, from 1, such as 1-C [each range]. May be "
+                             "given several times");
             options.Flag("--mean", arguments->isMean,
                          "Take the mean of the points in a range, not their sum");
             arguments->scans.DeclareFilter(options);

@@ -64,7 +64,7 @@ void DrawPeaks(Svg& svg, const Axes& axes, const EvaluatedCurve& curve) {
   std::ranges::sort(order, std::ranges::greater(), [&](std::size_t i) { return curve.peaks[i].height; });
   std::vector<Label> labels;
   for (const std::size_t i : order) {
-    const TslBL::PeakInfo& peak = curve.curve.peaks[i];
+    const TslBL::PeakInfo& peak = curve.curve.peaks[curve.peaks[i].row];
     const double seconds = curve.peaks[i].rtSeconds;
     svg.Line(axes.At(seconds, peak.baselineAmpl), axes.At(seconds, peak.ReportedAmpl()), kPeak);
     labels.push_back({axes.At(seconds, peak.maxAmpl), fmt::format("{:.1f}", seconds)});

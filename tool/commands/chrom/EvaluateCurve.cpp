@@ -53,6 +53,7 @@ ChromPeak PeakOf(const TslBL::ICObj& curve, std::uint32_t row, const PeakArea& a
   const TslBL::PeakInfo& info = curve.peaks[row];
   const double gain = filter ? filter->gain.Of(info.halfHeightRightIdx - info.halfHeightLeftIdx) : 1.0;
   ChromPeak peak;
+  peak.row = row;
   peak.rtSeconds = info.useMax ? values.MaxX : values.CentroidX;
   peak.height = (info.ReportedAmpl() - info.baselineAmpl) / gain;
   peak.area = area.area;
@@ -124,8 +125,12 @@ EvaluatedCurve EvaluateCurve(Chromatogram measured, const CurveEvaluation& how) 
   Evaluate(how.file, measured, how.chain.Chain(how.options, defaults), result.curve);
   if (lift > 0.0) Lower(result.curve, lift);
   result.derived = how.chain.Derived(defaults);
-  result.peaks = how.integrate ? std::vector{Integrated(how.file, measured, *how.integrate, result.curve)}
-                               : PeaksOf(measured, result.curve);
+  if (how.integrate) {
+    result.peaks = {Integrated(how.file, measured, *how.integrate, result.curve)};
+  } else {
+    result.peaks = PeaksOf(measured, result.curve);
+    result.leftOut = std::erase_if(result.peaks, [](const ChromPeak& peak) { return !(peak.area > 0.0); });
+  }
   result.measured = std::move(measured);
   return result;
 }

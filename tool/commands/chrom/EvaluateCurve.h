@@ -6,6 +6,8 @@
 #include <tool/frame/Numbers.h>
 #include <tool/frame/Options.h>
 #include <tslbl/chromatogram/ICObj.h>
+#include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -23,13 +25,15 @@ struct ChromPeak {
   double endSeconds = 0.0;
   double widthSeconds = 0.0;  // at half height
   double signalToNoise = 0.0;
+  std::uint32_t row = 0;  // of the curve's peak table
 };
 
 struct EvaluatedCurve {
   Chromatogram measured;
   TslBL::ICObj curve;  // smoothed, with baseline, noise and peak table
   std::vector<ChromPeak> peaks;
-  std::string derived;  // what of the chain was taken from the data, and why; empty: nothing
+  std::size_t leftOut = 0;  // found, but without an area above the level beside them
+  std::string derived;      // what of the chain was taken from the data, and why; empty: nothing
 };
 
 struct CurveEvaluation {

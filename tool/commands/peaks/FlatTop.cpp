@@ -11,7 +11,9 @@ constexpr double kSteps = 1.5;
 
 }  // namespace
 
-bool HasFlatTop(std::span<const double> amplitudes) {
+bool HasFlatTop(std::span<const double> amplitudes) { return FindFlatTop(amplitudes).has_value(); }
+
+std::optional<std::size_t> FindFlatTop(std::span<const double> amplitudes) {
   const auto highest = std::ranges::max_element(amplitudes);
   const auto isLower = [&](double amplitude) { return amplitude < *highest; };
   // Of a level curve there is nothing lower.
@@ -19,11 +21,12 @@ bool HasFlatTop(std::span<const double> amplitudes) {
     const auto to = std::find_if(from, amplitudes.end(), isLower);
     if (from != amplitudes.begin() && to != amplitudes.end() && to - from >= kFlat) {
       const double rounding = kSteps * TslMath::SmallestStep(amplitudes.data(), amplitudes.size());
-      if (*highest - std::max(from[-1], *to) > rounding) return true;
+      if (*highest - std::max(from[-1], *to) > rounding)
+        return static_cast<std::size_t>(from - amplitudes.begin());
     }
     from = std::find(to, amplitudes.end(), *highest);
   }
-  return false;
+  return std::nullopt;
 }
 
 }  // namespace TslTool

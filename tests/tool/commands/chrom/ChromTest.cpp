@@ -168,6 +168,13 @@ TEST(ChromOfATrace, ComesThroughAPipe) {
             RunTool({"chrom", file.Path(), "--format", "tsv"}).out);
 }
 
+TEST(ChromOfATrace, ThatNobodyNamedIsWrongUsageOfChrom) {
+  const TempFile file("uv.csv", Trace());
+  const Outcome outcome = RunShell("cat " + file.Path() + " | $TSLBL chrom");
+  EXPECT_EQ(outcome.status, 2);
+  EXPECT_THAT(outcome.err, HasSubstr("write - to read it, as in 'tslbl chrom -'\n"));
+}
+
 TEST(ChromOfStored, AreTakenWhereThereIsNoSpectrum) {
   std::string arrays =
       ArrayOfText(Term(kFloat64) + Term(kPlain) + Term("MS:1000595", "unitAccession=\"UO:0000010\""),

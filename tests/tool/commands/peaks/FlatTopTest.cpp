@@ -14,6 +14,10 @@ TEST(FlatTop, IsFourOfTheHighestPointsOrMore) {
   EXPECT_TRUE(Has({0, 5, 9, 5, 0, 5, 9, 9, 9, 9, 9, 5, 0, 1}));
 }
 
+TEST(FlatTop, IsFoundWhereItBegins) {
+  EXPECT_EQ(TslTool::FindFlatTop(std::vector<double>{0, 5, 9, 5, 0, 5, 9, 9, 9, 9, 9, 5, 0, 1}), 6u);
+}
+
 TEST(FlatTop, IsHigherThanAllOthers) { EXPECT_FALSE(Has({0, 5, 9, 9, 9, 9, 5, 0, 1, 10, 1})); }
 
 TEST(FlatTop, OfRoundedAmplitudesIsNone) {
