@@ -1,9 +1,14 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <fmt/format.h>
+
 #include <random>
+#include <string>
 #include <vector>
 
+#include <tool/TempFile.h>
+#include <tool/ToolRun.h>
 #include <tool/commands/chrom/CurveRemarks.h>
 #include <tool/commands/chrom/SimulatedCurves.h>
 
@@ -11,6 +16,7 @@ namespace tests {
 namespace {
 
 using testing::ElementsAre;
+using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::MatchesRegex;
 using testing::StartsWith;
@@ -29,6 +35,19 @@ TEST(CurveRemarks, CountThePeaksThatAreLeftOutOfAllCurves) {
             "1 peak left out that has no area above the level beside it");
   EXPECT_EQ(TslTool::LeftOutNote({LeavingOut(1), LeavingOut(2)}),
             "3 peaks left out that have no area above the level beside them");
+}
+
+TEST(CurveRemarks, QuietSilencesTheCount) {
+  const Chromatogram curve = CleanCurve(
+      {{150.0, 1000.0, 8.0}, {350.0, 600.0, 1.0}, {400.0, 40.0, 9.0}, {450.0, 600.0, 1.0}}, 600, 50.0);
+  std::string text = "rt_s\tuv\n";
+  for (std::size_t i = 0; i < curve.values.size(); ++i)
+    text +=
+        fmt::format("{}\t{}\n", curve.seconds[i], curve.values[i] + static_cast<double>(i * 7919 % 11) / 3.0);
+  const TempFile file("uv.tsv", text);
+  const Outcome told = RunTool({"chrom", file.Path(), "--min-width", "20"});
+  EXPECT_THAT(told.err, HasSubstr(": 1 peak left out that has no area above the level beside it\n"));
+  EXPECT_EQ(RunTool({"chrom", file.Path(), "--min-width", "20", "-q"}).err, "");
 }
 
 Chromatogram Noisy(const std::vector<SimulatedPeak>& peaks) {

@@ -37,6 +37,18 @@ TEST(EvaluateCurve, FindsAPeakWithItsPlaceHeightWidthAndArea) {
   EXPECT_THAT(found.derived, HasSubstr("points wide"));
 }
 
+// Spikes that are too narrow for peaks raise the level to both sides.
+TEST(EvaluateCurve, LeavesOutAPeakWithoutAnAreaAboveTheLevelBesideIt) {
+  Chromatogram curve = CleanCurve(
+      {{150.0, 1000.0, 8.0}, {350.0, 600.0, 1.0}, {400.0, 40.0, 9.0}, {450.0, 600.0, 1.0}}, 600, 50.0);
+  std::mt19937 random(1);
+  AddNoise(curve, 1.0, random);
+  const EvaluatedCurve found = Evaluated(curve, {"--min-width", "20"});
+  EXPECT_THAT(found.peaks, IsEmpty());
+  EXPECT_EQ(found.leftOut, 1u);
+  EXPECT_EQ(Evaluated(CleanCurve({{400.0, 40.0, 9.0}}, 600, 50.0), {"--min-width", "20"}).peaks.size(), 1u);
+}
+
 TEST(EvaluateCurve, FindsNothingInNoise) {
   std::mt19937 random(2);
   std::size_t peaks = 0;
