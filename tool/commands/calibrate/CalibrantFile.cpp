@@ -66,6 +66,17 @@ void RequireEnough(const std::string& file, const TslBL::CalibrateParams& params
                                  params.calibrants.size(), params.calibrants.size() == 1 ? "" : "s"));
 }
 
+// Whether the line may end in a decimal comma as well as in a comma and a number: "PFK 68,995".
+bool HasUnclearEnd(std::string_view line) {
+  const std::size_t comma = line.rfind(',');
+  if (comma == std::string_view::npos || line.find_first_not_of(kDigits, comma + 1) != line.npos)
+    return false;
+  const std::string_view before = line.substr(0, comma);
+  const std::size_t separator = before.find_last_of(kSeparators);
+  const std::string_view word = separator == before.npos ? before : before.substr(separator + 1);
+  return !word.empty() && word.find_first_not_of(kDigits) == word.npos;
+}
+
 // Of a line "NAME MZ"; nothing if its last word is no number.
 std::optional<TslBL::Calibrant> CalibrantOf(std::string_view line) {
   const std::size_t last = line.find_last_of(kSeparators);
@@ -91,6 +102,11 @@ TslBL::CalibrateParams ReadText(const std::string& file) {
     if (!calibrant)
       throw InputError(file, lines.Place(),
                        fmt::format("\"{}\" does not end in an m/z", Printable(text, kShown)));
+    if (HasUnclearEnd(text))
+      throw InputError(file, lines.Place(),
+                       fmt::format("\"{}\" ends in a decimal comma or in a number behind a comma; write a "
+                                   "decimal point, or a blank before the m/z",
+                                   Printable(text, kShown)));
     seen.Require(*calibrant, lines.Place());
     params.calibrants.push_back(*calibrant);
   }

@@ -39,6 +39,11 @@ TEST(CalibrantFile, HasANameAndAnMzALine) {
   EXPECT_EQ(params.tolerance, 1.0);
 }
 
+TEST(CalibrantFile, ANameMayEndInANumberBeforeAComma) {
+  EXPECT_THAT(Read("PEG 400,413.26\nC3,300\n").calibrants,
+              ElementsAre(Calibrant{L"PEG 400", 413.26}, Calibrant{L"C3", 300}));
+}
+
 TEST(CalibrantFile, AnMzAloneIsItsName) {
   EXPECT_THAT(Read("100.50\n 200\n").calibrants,
               ElementsAre(Calibrant{L"100.50", 100.5}, Calibrant{L"200", 200}));
@@ -54,6 +59,8 @@ TEST(CalibrantFile, SaysWhatIsWrongAndWhere) {
       {"", "holds 0 calibrants, and an axis is laid through two at least"},
       {"A 100\n", "holds 1 calibrant, and"},
       {"A 1O0.5\nB 200\nC 300\n", "line 1: \"A 1O0.5\" does not end in an m/z"},
+      {"PFK 68,995\nC 99.99\n", "line 1: \"PFK 68,995\" ends in a decimal comma or in a number behind"},
+      {"68,995\nC 99.99\n", "line 1: \"68,995\" ends in a decimal comma"},
       {"A 100\nB x\n", "line 2: \"B x\" does not end in an m/z"},
       {"name mz\nA 100\nmore mz\n", "line 3: \"more mz\" does not end in an m/z"},
       {"A 100\nB -5\n", "line 2: the m/z -5 is not above 0"},
