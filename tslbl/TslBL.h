@@ -23,6 +23,7 @@
 #include <tslbl/closed/common/XMLParser.h>
 #include <tslbl/closed/common/XMLResultException.h>
 
+#include <tslbl/closed/math/Median.h>
 #include <tslbl/closed/math/Normalize.h>
 #include <tslbl/closed/math/SmallestStep.h>
 #include <tslbl/closed/math/baseline/Baseline.h>

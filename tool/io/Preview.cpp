@@ -2,6 +2,7 @@
 
 #include <tool/frame/InputError.h>
 #include <tool/frame/Interrupt.h>
+#include <tslbl/closed/math/Median.h>
 #include <tslbl/closed/math/peak/TypicalOfKinds.h>
 #include <tslbl/closed/math/peak/TypicalWidth.h>
 #include <algorithm>
@@ -52,18 +53,12 @@ class LookedAhead final : public SpectrumSource {
   std::deque<Loader> first_;
 };
 
-double Median(std::vector<double>& values) {
-  const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-  std::nth_element(values.begin(), middle, values.end());
-  return *middle;
-}
-
 // The median spacing of an axis, or 0 if more than a twentieth of its steps differ much from it.
 double EvenStep(const std::vector<double>& x) {
   std::vector<double> steps;
   for (std::size_t i = 1; i < x.size(); ++i) steps.push_back(x[i] - x[i - 1]);
   if (steps.empty()) return 0.0;
-  const double median = Median(steps);
+  const double median = TslMath::Median(steps);
   const auto differs = [&](double step) { return step < median / kEven || step > median * kEven; };
   const auto uneven = static_cast<std::size_t>(std::ranges::count_if(steps, differs));
   return 20 * uneven > steps.size() ? 0.0 : median;
@@ -100,14 +95,14 @@ class Findings {
 
   Preview Summary() {
     Preview preview;
-    if (!points_.empty()) preview.points = Median(points_);
+    if (!points_.empty()) preview.points = TslMath::Median(points_);
     if (seen_.empty()) return preview;
-    preview.points = Median(pointsWithPeaks_);
+    preview.points = TslMath::Median(pointsWithPeaks_);
     preview.spectra = seen_.size();
     preview.isSettled = Suffice();
     preview.pointsAcross = TslMath::TypicalOfKinds(seen_, kNarrowShare);
     const auto [least, most] = std::ranges::minmax(steps_);
-    if (least > 0.0 && most <= kEven * least) preview.evenStep = Median(steps_);
+    if (least > 0.0 && most <= kEven * least) preview.evenStep = TslMath::Median(steps_);
     return preview;
   }
 

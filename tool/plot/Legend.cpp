@@ -9,4 +9,15 @@ void DrawLegend(Svg& svg, Point at, Stroke stroke, std::string_view name) {
   svg.Text({at.x + kLength + 8, at.y + 5}, Anchor::Start, 15, name);
 }
 
+void DrawHeader(Svg& svg, const std::string& title, std::span<const NamedStroke> strokes) {
+  constexpr double kLeft = 64;
+  constexpr double kStep = 170;
+  svg.Text({kLeft, 22}, Anchor::Start, 14, title);
+  Point at = {kLeft, 42};
+  for (const auto& [stroke, name] : strokes) {
+    DrawLegend(svg, at, stroke, name);
+    at.x += kStep;
+  }
+}
+
 }  // namespace TslTool

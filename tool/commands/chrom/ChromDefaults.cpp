@@ -2,10 +2,12 @@
 
 #include <fmt/format.h>
 
+#include <tslbl/closed/math/Median.h>
 #include <tslbl/closed/math/baseline/Baseline.h>
 #include <tslbl/closed/math/peak/TypicalWidth.h>
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace TslTool {
 namespace {
@@ -51,25 +53,10 @@ double Rounded(double value) {
 
 std::uint32_t Points(double value) { return static_cast<std::uint32_t>(std::lround(value)); }
 
-double Median(std::vector<double>& values) {
-  const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-  std::ranges::nth_element(values, middle);
-  return *middle;
-}
-
 double MedianStep(std::span<const double> seconds) {
   std::vector<double> steps;
   for (std::size_t i = 1; i < seconds.size(); ++i) steps.push_back(seconds[i] - seconds[i - 1]);
-  return Median(steps);
-}
-
-// The standard deviation of a point, by what bends from one to the next: no background bends so fast.
-double NoiseOf(std::span<const double> values) {
-  constexpr double kOfSecondDifference = 0.6745 * 2.449489742783178;
-  std::vector<double> bends;
-  for (std::size_t i = 2; i < values.size(); ++i)
-    bends.push_back(std::abs(values[i] - 2.0 * values[i - 1] + values[i - 2]));
-  return bends.empty() ? 0.0 : Median(bends) / kOfSecondDifference;
+  return TslMath::Median(std::move(steps));
 }
 
 // Whether a baseline that may bend lies farther off the straight one than noise would carry it.
@@ -82,7 +69,7 @@ bool IsCurved(std::span<const double> values, std::uint32_t straight, std::uint3
   double apart = 0.0;
   for (std::size_t i = 0; i < n; ++i) apart += (line[i] - curve[i]) * (line[i] - curve[i]);
   const auto [low, high] = std::ranges::minmax(values);
-  const double expected = NoiseOf(values) * std::sqrt(kOfBent / bent);
+  const double expected = TslMath::PointScatter(values) * std::sqrt(kOfBent / bent);
   return std::sqrt(apart / n) > kCurved * std::max(expected, kOfSpan * (high - low));
 }
 

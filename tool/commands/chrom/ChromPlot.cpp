@@ -15,24 +15,13 @@ namespace {
 constexpr double kWidth = 1200.0;
 constexpr double kPanel = 300.0;
 constexpr double kHeader = 56.0;
-constexpr double kLegendStep = 170.0;
 constexpr Stroke kMeasured = {"#b0b0b0", 1.0};
 constexpr Stroke kEvaluated = {"#1f5fa8", 1.4};
 constexpr Stroke kBaseline = {"#b3541e", 1.4, "6 3"};
 constexpr Stroke kPeak = {"#2e7d32", 1.0};
 constexpr const char* kArea = "#d5e8d6";
-
-void DrawHeader(Svg& svg, const std::string& title) {
-  svg.Text({64.0, 22.0}, Anchor::Start, 14.0, title);
-  Point at = {64.0, 42.0};
-  for (const auto& [stroke, name] : {std::pair{kMeasured, "measured"},
-                                     {kEvaluated, "evaluated"},
-                                     {kBaseline, "baseline"},
-                                     {kPeak, "peaks"}}) {
-    DrawLegend(svg, at, stroke, name);
-    at.x += kLegendStep;
-  }
-}
+constexpr NamedStroke kLegend[] = {
+    {kMeasured, "measured"}, {kEvaluated, "evaluated"}, {kBaseline, "baseline"}, {kPeak, "peaks"}};
 
 Range TimesOf(const std::vector<EvaluatedCurve>& curves) {
   Range times;
@@ -96,7 +85,7 @@ void DrawPanel(Svg& svg, const Box& panel, const Range& times, const EvaluatedCu
 std::string ChromPlot(const std::vector<EvaluatedCurve>& curves, const std::string& title) {
   const Range times = TimesOf(curves).Padded(0.0);
   Svg svg(kWidth, kHeader + kPanel * static_cast<double>(curves.size()));
-  DrawHeader(svg, title);
+  DrawHeader(svg, title, kLegend);
   double top = kHeader;
   for (const EvaluatedCurve& curve : curves) {
     DrawPanel(svg, {0.0, top, kWidth, kPanel}, times, curve);

@@ -1,8 +1,10 @@
 #include <tool/commands/peaks/LostHeight.h>
 
+#include <tslbl/closed/math/Median.h>
 #include <tslbl/closed/math/SmallestStep.h>
 #include <algorithm>
 #include <cmath>
+#include <utility>
 #include <vector>
 
 namespace TslTool {
@@ -21,9 +23,7 @@ double Scatter(const LoadedSpectrum& loaded) {
   std::vector<double> sizes;
   for (std::size_t i = 0; i < smoothed.size(); i += stride)
     sizes.push_back(std::abs(loaded.measured[i] - smoothed[i]));
-  const auto middle = sizes.begin() + static_cast<std::ptrdiff_t>(sizes.size() / 2);
-  std::nth_element(sizes.begin(), middle, sizes.end());
-  return kDeviations * *middle;
+  return kDeviations * TslMath::Median(std::move(sizes));
 }
 
 // The sums of three points about the top.

@@ -16,11 +16,12 @@ namespace {
 
 constexpr Box kPage = {0.0, 0.0, 1200.0, 560.0};
 constexpr double kHeader = 56.0;
-constexpr double kLegendStep = 170.0;
 constexpr Stroke kMeasured = {"#b0b0b0", 1.0};
 constexpr Stroke kEvaluated = {"#1f5fa8", 1.4};
 constexpr Stroke kBaseline = {"#b3541e", 1.4, "6 3"};
 constexpr Stroke kPeak = {"#2e7d32", 1.0};
+constexpr NamedStroke kLegend[] = {
+    {kMeasured, "measured"}, {kEvaluated, "evaluated"}, {kBaseline, "baseline, noise"}, {kPeak, "peaks"}};
 constexpr const char* kNoise = "#f3dcc8";
 
 using Values = std::span<const double>;
@@ -78,18 +79,6 @@ void DrawNoise(Svg& svg, const Axes& axes, Values x, Values baseline, Values noi
   DrawBand(svg, axes, x, low, high, kNoise);
 }
 
-void DrawHeader(Svg& svg, const std::string& title) {
-  svg.Text({64.0, 22.0}, Anchor::Start, 14.0, title);
-  Point at = {64.0, 42.0};
-  for (const auto& [stroke, name] : {std::pair{kMeasured, "measured"},
-                                     {kEvaluated, "evaluated"},
-                                     {kBaseline, "baseline, noise"},
-                                     {kPeak, "peaks"}}) {
-    DrawLegend(svg, at, stroke, name);
-    at.x += kLegendStep;
-  }
-}
-
 }  // namespace
 
 std::string SpectrumPlot(const LoadedSpectrum& loaded, const std::string& title,
@@ -99,7 +88,7 @@ std::string SpectrumPlot(const LoadedSpectrum& loaded, const std::string& title,
   const Part part = PartOf(spectrum.xAxis, mz);
   const Values x = part.Of(spectrum.xAxis);
   Svg svg(kPage.width, kPage.height);
-  DrawHeader(svg, title);
+  DrawHeader(svg, title, kLegend);
   Range amplitude;
   amplitude.Include(0.0);
   for (const auto* values : {&spectrum.yAxis, &loaded.measured}) amplitude.Include(part.Of(*values));

@@ -1,6 +1,7 @@
 #include <tool/commands/peaks/StillBackground.h>
 
 #include <tool/commands/peaks/SmoothFilter.h>
+#include <tslbl/closed/math/Median.h>
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -8,12 +9,6 @@
 
 namespace TslTool {
 namespace {
-
-double MedianOf(std::vector<double> values) {
-  const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-  std::nth_element(values.begin(), middle, values.end());
-  return *middle;
-}
 
 // From the level up to the next amplitude, where they are neighbours.
 double SmallestRise(const std::vector<double>& y, double level) {
@@ -32,11 +27,11 @@ bool IsBackgroundStill(const LoadedSpectrum& loaded) {
   const TslBL::Spectrum& spectrum = *loaded.spectrum;
   const std::vector<double>& y = loaded.measured;
   if (spectrum.peaks.empty() || spectrum.noise.size() != y.size()) return false;
-  const double level = MedianOf(y);
+  const double level = TslMath::Median(y);
   if (2 * std::ranges::count(y, level) <= std::ssize(y)) return false;
   const auto filter = FilterOf(spectrum);
   const double top = filter ? filter->weights[filter->weights.size() / 2] : 1.0;
-  return top * SmallestRise(y, level) > spectrum.peakDetectParams.SN * MedianOf(spectrum.noise);
+  return top * SmallestRise(y, level) > spectrum.peakDetectParams.SN * TslMath::Median(spectrum.noise);
 }
 
 }  // namespace TslTool

@@ -1,5 +1,7 @@
 #include <tslbl/closed/math/peak/ProminentBumps.h>
 
+#include <tslbl/closed/math/Median.h>
+
 #include <algorithm>
 #include <cmath>
 #include <functional>
@@ -62,12 +64,6 @@ std::vector<Bump> AllBumps(const std::vector<double>& y) {
   for (std::size_t i = 0; i < land.tops.size(); ++i)
     bumps.push_back({land.tops[i], y[land.tops[i]] - std::max(left[i], right[i])});
   return bumps;
-}
-
-double Median(std::vector<double> y) {
-  const auto middle = y.begin() + static_cast<std::ptrdiff_t>(y.size() / 2);
-  std::ranges::nth_element(y, middle);
-  return *middle;
 }
 
 // Noise on the flanks of a large bump makes bumps as large as small peaks elsewhere.
