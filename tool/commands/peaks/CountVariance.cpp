@@ -9,6 +9,11 @@ namespace {
 
 // The noise of counts may be found this many times as large or as small.
 constexpr double kAgreement = 1.5;
+// In three points, for the scatter between them to tell.
+constexpr double kLeastCounts = 0.5;
+constexpr double kFewCounts = 300.0;
+constexpr std::size_t kTellingPoints = 30;
+constexpr double kCloseAgreement = 1.33;
 constexpr std::size_t kMostAveraged = 9;
 // Points beside a peak on which its spline depends.
 constexpr std::size_t kAroundPeak = 12;
@@ -29,6 +34,25 @@ bool HasNoiseOfCounts(const TslBL::Spectrum& spectrum, double step, std::span<co
     expected += std::sqrt(height * (std::max(spectrum.baseline[i], 0.0) + height));
   }
   return found > 0.0 && found <= kAgreement * expected && expected <= kAgreement * found;
+}
+
+// The same told by neighbouring points: the square of a second difference of counts is in the mean as large
+// as the counts in it, weighted 1, 4 and 1. Of many counts the shape of peaks adds to it. For spectra whose
+// noise is unsure, as in windows of a few points.
+bool HasScatterOfCounts(const std::vector<double>& y, double step) {
+  double found = 0.0;
+  double expected = 0.0;
+  std::size_t points = 0;
+  for (std::size_t i = 1; i + 1 < y.size(); ++i) {
+    const double counts = (y[i - 1] + y[i] + y[i + 1]) / step;
+    if (counts < kLeastCounts || counts > kFewCounts) continue;
+    const double bend = (y[i - 1] - 2.0 * y[i] + y[i + 1]) / step;
+    found += bend * bend;
+    expected += counts + 3.0 * y[i] / step;
+    ++points;
+  }
+  return points >= kTellingPoints && found <= kCloseAgreement * expected &&
+         expected <= kCloseAgreement * found;
 }
 
 // Calls use(point) for every point that a peak's errors depend on, in ascending order.
@@ -75,7 +99,10 @@ std::vector<double> OfNoise(const TslBL::Spectrum& spectrum, std::span<const dou
 double CountAmplOf(const LoadedSpectrum& loaded, std::span<const double> filter) {
   if (loaded.countAmpl > 0.0) return loaded.countAmpl;
   const double step = CountStepOf(loaded.measured);
-  return step > 0.0 && HasNoiseOfCounts(*loaded.spectrum, step, filter) ? step : 0.0;
+  if (!(step > 0.0)) return 0.0;
+  const bool areCounts =
+      HasNoiseOfCounts(*loaded.spectrum, step, filter) || HasScatterOfCounts(loaded.measured, step);
+  return areCounts ? step : 0.0;
 }
 
 PointVariance VarianceOf(const LoadedSpectrum& loaded, std::span<const double> filter) {

@@ -152,7 +152,7 @@ std::vector<std::string> EvaluationRemarks::Texts() const {
                              "; --max-width leaves them out"));
   texts.push_back(cutOff_.Text("with peaks in windows of points that are too short for them or the smoothing",
                                "; places, widths and areas are unsure"));
-  texts.push_back(loud_.Text("with noise ten times as large as neighbouring points scatter",
+  texts.push_back(loud_.Text("with noise far larger than neighbouring points scatter",
                              ", as where peaks leave no background; weak peaks may be missed"));
   texts.push_back(few_.Text(fmt::format("without a peak and shorter than {} points", kLeastPoints),
                             ", which may be too few to tell a peak from its background"));

@@ -9,6 +9,7 @@ namespace TslTool {
 namespace {
 
 constexpr std::size_t kLeastPoints = 5;
+constexpr std::size_t kAroundEnd = 2;
 
 // Of single points, from so many before the peak's top to so many behind it.
 double ScatterOf(const LoadedSpectrum& loaded, std::uint32_t top, std::size_t before, std::size_t behind) {
@@ -27,8 +28,19 @@ double ScatterAbout(const LoadedSpectrum& loaded, std::uint32_t top, std::size_t
   return std::min(ScatterOf(loaded, top, filter, filter / 2), ScatterOf(loaded, top, filter / 2, filter));
 }
 
-double RiseOf(const TslBL::PeakInfo& peak, const std::vector<double>& y) {
-  return peak.apexAmpl - std::max(y[peak.startIdx], y[peak.endIdx]);
+// Beside a strong line a filter swings below 0 and is cut there: what was measured tells the level then.
+double LevelAt(const LoadedSpectrum& loaded, std::size_t end) {
+  const double smoothed = loaded.spectrum->yAxis[end];
+  if (smoothed != 0.0) return smoothed;
+  const std::size_t from = end - std::min(end, kAroundEnd);
+  const std::size_t to = std::min(end + kAroundEnd + 1, loaded.measured.size());
+  double sum = 0.0;
+  for (std::size_t i = from; i < to; ++i) sum += loaded.measured[i];
+  return sum / static_cast<double>(to - from);
+}
+
+double RiseOf(const LoadedSpectrum& loaded, const TslBL::PeakInfo& peak) {
+  return peak.apexAmpl - std::max(LevelAt(loaded, peak.startIdx), LevelAt(loaded, peak.endIdx));
 }
 
 }  // namespace
@@ -42,7 +54,7 @@ std::size_t LeaveOutFlankPeaks(LoadedSpectrum& loaded, double least) {
   for (const double weight : filter->weights) squares += weight * weight;
   const double part = least * std::sqrt(squares);
   return std::erase_if(spectrum.peaks, [&](const TslBL::PeakInfo& peak) {
-    return RiseOf(peak, spectrum.yAxis) < part * ScatterAbout(loaded, peak.apexIdx, filter->weights.size());
+    return RiseOf(loaded, peak) < part * ScatterAbout(loaded, peak.apexIdx, filter->weights.size());
   });
 }
 

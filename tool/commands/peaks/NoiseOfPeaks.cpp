@@ -8,6 +8,7 @@
 namespace TslTool {
 namespace {
 
+constexpr double kLarge = 3.0;
 constexpr double kTooLarge = 10.0;
 constexpr std::size_t kSample = 4096;  // points, enough for a median
 
@@ -17,12 +18,13 @@ bool IsNoiseOfPeaks(const LoadedSpectrum& loaded) {
   const std::vector<double>& y = loaded.measured;
   const std::vector<double>& noise = loaded.spectrum->noise;
   if (y.size() < 3 || noise.size() != y.size()) return false;
-  if (!loaded.spectrum->peaks.empty() && GapsOf(loaded.spectrum->xAxis).empty()) return false;
+  const bool isEmpty = loaded.spectrum->peaks.empty();
+  if (!isEmpty && GapsOf(loaded.spectrum->xAxis).empty()) return false;
   const std::size_t stride = y.size() / kSample + 1;
   const double scatter = TslMath::PointScatter(y, stride);
   std::vector<double> told;
   for (std::size_t i = 0; i < noise.size(); i += stride) told.push_back(noise[i]);
-  return scatter > 0.0 && TslMath::Median(std::move(told)) > kTooLarge * scatter;
+  return scatter > 0.0 && TslMath::Median(std::move(told)) > (isEmpty ? kLarge : kTooLarge) * scatter;
 }
 
 }  // namespace TslTool

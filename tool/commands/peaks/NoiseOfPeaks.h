@@ -5,9 +5,9 @@
 
 namespace TslTool {
 
-// Noise lets neighbouring points scatter as much. Where it is ten times as large as they do, and no peak is
-// found or only windows were measured, it is that of peaks: they leave no background. Weak ones are missed
-// then. Of single ions most neighbours are alike, which tells nothing.
+// Noise lets neighbouring points scatter as much. Where it is three times as large as they do and no peak is
+// found, or ten times and only windows were measured, it is that of peaks: they leave no background. Weak
+// ones are missed then. Of single ions most neighbours are alike, which tells nothing.
 bool IsNoiseOfPeaks(const LoadedSpectrum& loaded);
 
 }  // namespace TslTool

@@ -53,6 +53,12 @@ LoadedSpectrum Evaluated(double unit, double spread = 1.0, const std::vector<Cur
   return loaded;
 }
 
+TEST(ErrorBars, CountsAreKnownByTheirScatterWhereTheNoiseIsUnsure) {
+  TslTool::LoadedSpectrum loaded = Evaluated(1.0);
+  for (double& noise : loaded.spectrum->noise) noise *= 10.0;
+  EXPECT_EQ(CountAmplOf(loaded, kFilter), 1.0);
+}
+
 TEST(ErrorBars, CountsAreKnownByTheirStepAndTheirNoise) {
   EXPECT_EQ(CountAmplOf(Evaluated(1.0), kFilter), 1.0);
   EXPECT_EQ(CountAmplOf(Evaluated(250.0), kFilter), 250.0);

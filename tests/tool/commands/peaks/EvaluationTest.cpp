@@ -5,6 +5,7 @@
 
 #include <cmath>
 #include <functional>
+#include <memory>
 #include <random>
 #include <sstream>
 #include <string>
@@ -13,6 +14,8 @@
 #include <fmt/format.h>
 #include <tool/TempFile.h>
 #include <tool/ToolRun.h>
+#include <tool/commands/peaks/FlankPeaks.h>
+#include <tslbl/curve/CurveEval.h>
 
 namespace tests {
 namespace {
@@ -129,8 +132,47 @@ TEST(NoiseOfPeaks, IsToldWhereWindowsLeaveNoBackground) {
   const auto mean = [](double mz) { return 5.0 + Line(std::remainder(mz, 40.0), 0.0, 1e5, 0.45); };
   const std::string text = Counted(mean, 0.02, [](double mz) { return Distance(mz, 40.0) <= 0.3; });
   EXPECT_THAT(Evaluate(text).err,
-              HasSubstr("1 spectrum with noise ten times as large as neighbouring points scatter (first at "
+              HasSubstr("1 spectrum with noise far larger than neighbouring points scatter (first at "
                         "scan 1), as where peaks leave no background; weak peaks may be missed\n"));
+}
+
+TEST(NoiseOfPeaks, IsToldWhereALineAtEveryMassLeavesNoBackground) {
+  const auto mean = [](double mz) { return 1.0 + Line(std::remainder(mz, 1.0), 0.0, 100.0, 0.5); };
+  const Outcome outcome = Evaluate(Counted(mean));
+  EXPECT_TRUE(RowsOf(outcome).empty());
+  EXPECT_THAT(outcome.err, HasSubstr("noise far larger than neighbouring points scatter"));
+}
+
+// A smoothed curve that the filter's swing has cut to 0 in front of a bump of 58, where `measured` were
+// counted.
+TslTool::LoadedSpectrum WithSwing(double measured) {
+  TslTool::LoadedSpectrum loaded;
+  loaded.spectrum = std::make_unique<TslBL::Spectrum>();
+  TslBL::Spectrum& spectrum = *loaded.spectrum;
+  for (int i = 0; i < 100; ++i) {
+    spectrum.xAxis.push_back(500.0 + 0.05 * i);
+    spectrum.yAxis.push_back(i < 45 ? 0.0 : std::max(5.0, 58.0 - std::abs(i - 50)));
+    loaded.measured.push_back(i < 45 ? measured : spectrum.yAxis.back());
+  }
+  spectrum.smoothParams.Alg = TslBL::SmoothParams::SavitzkyGolay;
+  spectrum.smoothParams.Steps = {{0.0, 13}};
+  spectrum.evals.emplace_back(spectrum.smoothParams);
+  spectrum.AddStatus(TslBL::Curve::STATUS_SMOOTHED);
+  TslBL::PeakInfo peak;
+  peak.startIdx = 43;
+  peak.apexIdx = 50;
+  peak.apexAmpl = 58.0;
+  peak.endIdx = 98;
+  spectrum.peaks.push_back(peak);
+  return loaded;
+}
+
+TEST(FlankPeaks, AreKnownWhereTheFilterSwingsBelowZero) {
+  TslTool::LoadedSpectrum onFlank = WithSwing(200.0);
+  EXPECT_EQ(TslTool::LeaveOutFlankPeaks(onFlank, 2.5), 1U);
+  TslTool::LoadedSpectrum alone = WithSwing(0.0);
+  EXPECT_EQ(TslTool::LeaveOutFlankPeaks(alone, 2.5), 0U);
+  EXPECT_EQ(alone.spectrum->peaks.size(), 1U);
 }
 
 TEST(StillBackground, IsToldWhereAThresholdHasTakenTheNoise) {
