@@ -2,7 +2,7 @@
 
 #include <fmt/format.h>
 
-#include <tool/commands/peaks/FlatTop.h>
+#include <tool/chain/FlatTop.h>
 #include <tool/frame/Printable.h>
 #include <algorithm>
 #include <optional>

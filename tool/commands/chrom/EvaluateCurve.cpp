@@ -2,11 +2,11 @@
 
 #include <fmt/format.h>
 
+#include <tool/chain/Lift.h>
+#include <tool/chain/SmoothFilter.h>
 #include <tool/commands/chrom/ChromDefaults.h>
 #include <tool/commands/chrom/NoiseFloor.h>
 #include <tool/commands/chrom/PeakAreas.h>
-#include <tool/commands/peaks/Lift.h>
-#include <tool/commands/peaks/SmoothFilter.h>
 #include <tool/frame/InputError.h>
 #include <tslbl/chromatogram/ICPeakTable.h>
 #include <tslbl/closed/common/Text.h>

@@ -1,6 +1,6 @@
 #include <tool/commands/chrom/NoiseFloor.h>
 
-#include <tool/commands/peaks/SmoothFilter.h>
+#include <tool/chain/SmoothFilter.h>
 #include <tslbl/closed/math/SmallestStep.h>
 #include <algorithm>
 #include <cmath>

@@ -17,8 +17,8 @@
 // The variance of an area is that of its points, from their counts where these are known, or else from the
 // noise curve, without the part that grows with a peak; and that of the level.
 
+#include <tool/chain/SmoothFilter.h>
 #include <tool/commands/chrom/Chromatogram.h>
-#include <tool/commands/peaks/SmoothFilter.h>
 #include <tslbl/chromatogram/ICObj.h>
 #include <cstddef>
 #include <vector>

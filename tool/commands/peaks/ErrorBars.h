@@ -1,8 +1,8 @@
 #pragma once
 // How well the data determine the peaks of one spectrum.
 
+#include <tool/chain/SmoothFilter.h>
 #include <tool/commands/peaks/CountVariance.h>
-#include <tool/commands/peaks/SmoothFilter.h>
 #include <tool/io/SpectrumSource.h>
 #include <tslbl/curve/PeakErrors.h>
 #include <cstdint>

@@ -1,7 +1,7 @@
 #include <tool/commands/peaks/Evaluation.h>
 
+#include <tool/chain/Lift.h>
 #include <tool/commands/peaks/FlankPeaks.h>
-#include <tool/commands/peaks/Lift.h>
 #include <tool/commands/peaks/Windows.h>
 #include <tool/frame/InputError.h>
 #include <tslbl/closed/common/Text.h>

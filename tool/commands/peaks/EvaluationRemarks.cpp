@@ -2,7 +2,7 @@
 
 #include <fmt/format.h>
 
-#include <tool/commands/peaks/FlatTop.h>
+#include <tool/chain/FlatTop.h>
 #include <tool/commands/peaks/LostHeight.h>
 #include <tool/commands/peaks/NoiseOfPeaks.h>
 #include <tool/commands/peaks/StillBackground.h>

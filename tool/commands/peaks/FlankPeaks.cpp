@@ -1,6 +1,6 @@
 #include <tool/commands/peaks/FlankPeaks.h>
 
-#include <tool/commands/peaks/SmoothFilter.h>
+#include <tool/chain/SmoothFilter.h>
 #include <algorithm>
 #include <cmath>
 #include <vector>

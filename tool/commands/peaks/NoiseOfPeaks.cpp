@@ -18,13 +18,14 @@ bool IsNoiseOfPeaks(const LoadedSpectrum& loaded) {
   const std::vector<double>& y = loaded.measured;
   const std::vector<double>& noise = loaded.spectrum->noise;
   if (y.size() < 3 || noise.size() != y.size()) return false;
-  const bool isEmpty = loaded.spectrum->peaks.empty();
-  if (!isEmpty && GapsOf(loaded.spectrum->xAxis).empty()) return false;
   const std::size_t stride = y.size() / kSample + 1;
   const double scatter = TslMath::PointScatter(y, stride);
   std::vector<double> told;
   for (std::size_t i = 0; i < noise.size(); i += stride) told.push_back(noise[i]);
-  return scatter > 0.0 && TslMath::Median(std::move(told)) > (isEmpty ? kLarge : kTooLarge) * scatter;
+  if (!(scatter > 0.0)) return false;
+  const double ratio = TslMath::Median(std::move(told)) / scatter;
+  if (loaded.spectrum->peaks.empty()) return ratio > kLarge;
+  return ratio > kTooLarge && !GapsOf(loaded.spectrum->xAxis).empty();
 }
 
 }  // namespace TslTool

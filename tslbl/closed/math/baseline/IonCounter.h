@@ -24,7 +24,8 @@ struct FloorBumps {
 // What stands on the floor, and the mean of each segment's background. `segment` is the length that the
 // segments are about; peaks and the points within a twentieth of it on either side are left out. `quantum` is
 // the smallest step of the data. Both are 0 where there are fewer than 8 bumps, the threshold where there are
-// fewer than 32.
+// fewer than 32. Ions that stand alone are equally high, or multiples: where fewer than 200 bumps are not,
+// they are lines without noise, and both are 0.
 FloorBumps JudgeBumps(const double* y, std::size_t n, const CurveFloor& floor, std::size_t segment,
                       double quantum, std::vector<IonBackground>& segments);
 

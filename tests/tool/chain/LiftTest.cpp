@@ -3,7 +3,7 @@
 #include <limits>
 #include <random>
 
-#include <tool/commands/peaks/Lift.h>
+#include <tool/chain/Lift.h>
 #include <tslbl/spectrum/Spectrum.h>
 
 namespace tests {

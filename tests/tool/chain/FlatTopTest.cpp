@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include <tool/commands/peaks/FlatTop.h>
+#include <tool/chain/FlatTop.h>
 #include <vector>
 
 namespace tests {

@@ -1,4 +1,4 @@
-#include <tool/commands/peaks/FlatTop.h>
+#include <tool/chain/FlatTop.h>
 
 #include <tslbl/closed/math/SmallestStep.h>
 #include <algorithm>

@@ -1,4 +1,4 @@
-#include <tool/commands/peaks/Lift.h>
+#include <tool/chain/Lift.h>
 
 #include <algorithm>
 

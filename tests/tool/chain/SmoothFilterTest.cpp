@@ -2,7 +2,7 @@
 
 #include <future>
 
-#include <tool/commands/peaks/SmoothFilter.h>
+#include <tool/chain/SmoothFilter.h>
 #include <tslbl/curve/CurveEval.h>
 #include <tslbl/curve/SmoothParams.h>
 #include <tslbl/spectrum/Spectrum.h>

@@ -1,4 +1,4 @@
-#include <tool/commands/peaks/SmoothFilter.h>
+#include <tool/chain/SmoothFilter.h>
 
 #include <tslbl/curve/CurveEval.h>
 #include <tslbl/curve/FilterWeights.h>
