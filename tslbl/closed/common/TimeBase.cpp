@@ -2,9 +2,9 @@
 
 #include <tslbl/closed/common/Text.h>
 #include <algorithm>
-#include <chrono>
 #include <cmath>
 #include <cstdlib>
+#include <ctime>
 #include <limits>
 
 namespace TslCommon {
@@ -50,9 +50,6 @@ std::int32_t MinutesToMS(double minutes) {
   return static_cast<std::int32_t>(std::clamp(std::round(minutes * 60000.0), kLow, kHigh));
 }
 
-std::int64_t UnixSecondsNow() {
-  const auto now = std::chrono::system_clock::now().time_since_epoch();
-  return std::chrono::duration_cast<std::chrono::seconds>(now).count();
-}
+std::int64_t UnixSecondsNow() { return std::time(nullptr); }
 
 }  // namespace TslCommon

@@ -29,7 +29,8 @@ TSLBL_API std::wstring MSToString(std::int32_t ms, const wchar_t* format);
 // Rounded to the nearest millisecond; beyond 32 bits the nearest end, 0 for a NaN.
 TSLBL_API std::int32_t MinutesToMS(double minutes);
 
-// Seconds since the beginning of 1970, UTC.
+// Seconds since the beginning of 1970, UTC, by the clock of std::time: a finer clock may be a
+// tick ahead of it, and a time of saving would then lie in the future of whoever compares.
 TSLBL_API std::int64_t UnixSecondsNow();
 
 }  // namespace TslCommon
