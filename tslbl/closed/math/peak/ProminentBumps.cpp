@@ -51,21 +51,6 @@ std::vector<double> LowestBefore(const std::vector<double>& tops, const std::vec
   return lowest;
 }
 
-std::vector<Bump> AllBumps(const std::vector<double>& y) {
-  Landscape land = Survey(y);
-  std::vector<double> heights;
-  for (const std::size_t top : land.tops) heights.push_back(y[top]);
-  const std::vector<double> left = LowestBefore(heights, land.valleys);
-  std::ranges::reverse(heights);
-  std::ranges::reverse(land.valleys);
-  std::vector<double> right = LowestBefore(heights, land.valleys);
-  std::ranges::reverse(right);
-  std::vector<Bump> bumps;
-  for (std::size_t i = 0; i < land.tops.size(); ++i)
-    bumps.push_back({land.tops[i], y[land.tops[i]] - std::max(left[i], right[i])});
-  return bumps;
-}
-
 // Noise on the flanks of a large bump makes bumps as large as small peaks elsewhere.
 void LeaveOutSmallOnes(std::vector<Bump>& bumps, const std::vector<double>& y) {
   const double largest = std::ranges::max(bumps, {}, &Bump::prominence).prominence;
@@ -89,8 +74,23 @@ double DistanceTo(const std::vector<double>& y, std::size_t top, std::ptrdiff_t 
 
 }  // namespace
 
-std::vector<Bump> ProminentBumps(const std::vector<double>& y) {
+std::vector<Bump> AllBumps(const std::vector<double>& y) {
   if (y.empty()) return {};
+  Landscape land = Survey(y);
+  std::vector<double> heights;
+  for (const std::size_t top : land.tops) heights.push_back(y[top]);
+  const std::vector<double> left = LowestBefore(heights, land.valleys);
+  std::ranges::reverse(heights);
+  std::ranges::reverse(land.valleys);
+  std::vector<double> right = LowestBefore(heights, land.valleys);
+  std::ranges::reverse(right);
+  std::vector<Bump> bumps;
+  for (std::size_t i = 0; i < land.tops.size(); ++i)
+    bumps.push_back({land.tops[i], y[land.tops[i]] - std::max(left[i], right[i])});
+  return bumps;
+}
+
+std::vector<Bump> ProminentBumps(const std::vector<double>& y) {
   std::vector<Bump> bumps = AllBumps(y);
   if (bumps.empty()) return {};
   LeaveOutSmallOnes(bumps, y);

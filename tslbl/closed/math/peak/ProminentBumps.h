@@ -12,6 +12,10 @@ struct Bump {
   bool isProminent = false;  // with at least a twentieth of the largest prominence
 };
 
+// All local maxima, in ascending order of their places; which are prominent is not told. Finite samples.
+// O(n).
+std::vector<Bump> AllBumps(const std::vector<double>& y);
+
 // The 32 most prominent local maxima, the largest first, down to a twentieth of the largest; and down to a
 // four hundredth those that stand alone, as they rise by 0.7 of their height above the middle of the curve.
 // Finite samples. O(n).
