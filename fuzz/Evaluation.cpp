@@ -3,6 +3,7 @@
 // the curve keeps one entry a point, and its peaks lie inside it, in order.
 
 #include <fuzz/Records.h>
+#include <tslbl/closed/common/Text.h>
 #include <tslbl/curve/CommandTable.h>
 #include <tslbl/curve/Execute.h>
 #include <tslbl/detect/FindOnePeak.h>
@@ -11,6 +12,7 @@
 #include <algorithm>
 #include <cmath>
 #include <random>
+#include <stdexcept>
 #include <vector>
 
 using namespace TslBL;
@@ -25,6 +27,7 @@ constexpr std::size_t kMostCommands = 8;
 constexpr std::uint32_t kMostPasses = 2;
 constexpr std::uint32_t kHighestOrder = 20;
 constexpr std::uint32_t kWidestOfSeveral = 300;
+constexpr std::uint32_t kMostPeaksOfAGroup = 6;
 
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
@@ -157,6 +160,21 @@ ThresholdParams ThresholdOf(Input& input) {
   return p;
 }
 
+OPDParams OverlapOf(Input& input) {
+  OPDParams p;
+  p.FullRange = input.Below(4) != 0;
+  p.Ranges.resize(input.Below(3));
+  for (OPDRange& range : p.Ranges) range = {input.Below(4) != 0, input.Real(), input.Real()};
+  for (std::uint32_t* limit :
+       {&p.MinAmplPercentCmnEndPt, &p.ResolutionThreshold, &p.NumSmoothPts, &p.MinPeakAmplitude})
+    *limit = input.Integer();
+  p.MinDeltaCentroidPkMax = input.Real();
+  p.MaxPeaks = std::min(input.Integer(), kMostPeaksOfAGroup);
+  p.FittingFunc = static_cast<OPDParams::FittingFuncs>(input.Below(3));
+  p.SingleGroup = input.Below(4) == 0;
+  return p;
+}
+
 template <class Params, Params (*params)(Input&)>
 CurveEval With(Input& input) {
   return CurveEval(params(input));
@@ -173,6 +191,7 @@ constexpr struct {
     {EvalType::PeakDetect, With<PeakDetectParams, PeakSearch>},
     {EvalType::PeakDetect, With<PeakDetectParams, PeakSearch>},
     {EvalType::Threshold, With<ThresholdParams, ThresholdOf>},
+    {EvalType::OPD, With<OPDParams, OverlapOf>},
 };
 
 // All other commands that do something, with default parameters if they have any.
@@ -192,6 +211,17 @@ CurveEval Command(Input& input) {
                                        : others[kind - std::size(kWithParams)].make();
 }
 
+// Runs it, with an exception as a failure: overlap peak deconvolution refuses peaks without height so.
+template <class Work>
+bool RunOrRefuse(Work work, std::wstring& error) {
+  try {
+    return work();
+  } catch (const std::logic_error& e) {
+    error = TslCommon::TslNarrowToWideStr(e.what());
+    return false;
+  }
+}
+
 // A chain gives to the bit what its commands give one by one, also where they share work.
 bool RunChain(Input& input, Spectrum& spectrum, std::wstring& error) {
   std::vector<CurveEval> chain;
@@ -199,11 +229,11 @@ bool RunChain(Input& input, Spectrum& spectrum, std::wstring& error) {
   Spectrum alone = spectrum;
   Changed changed;
   std::wstring errorAlone;
-  const bool ran = std::ranges::all_of(
-      chain, [&](const CurveEval& command) { return command.Execute(alone, changed, errorAlone); });
+  const auto runAlone = [&](const CurveEval& command) { return command.Execute(alone, changed, errorAlone); };
+  const bool ran = RunOrRefuse([&] { return std::ranges::all_of(chain, runAlone); }, errorAlone);
   Changed changedByChain;
-  Require(ExecuteCurveEvals(spectrum, chain, changedByChain, error) == ran && error == errorAlone,
-          "a chain ends as its commands do");
+  const auto runChain = [&] { return ExecuteCurveEvals(spectrum, chain, changedByChain, error); };
+  Require(RunOrRefuse(runChain, error) == ran && error == errorAlone, "a chain ends as its commands do");
   Require(ToBytes(spectrum) == ToBytes(alone), "a chain gives what its commands give");
   return ran;
 }
@@ -224,7 +254,8 @@ bool Run(Input& input, Spectrum& spectrum, std::wstring& error) {
     return true;
   }
   if (kind <= std::size(kSteps) + 3) return RunChain(input, spectrum, error);
-  return Command(input).Execute(spectrum, changed, error);
+  const CurveEval command = Command(input);
+  return RunOrRefuse([&] { return command.Execute(spectrum, changed, error); }, error);
 }
 
 void RequireRow(const Spectrum& spectrum, std::int32_t row) {
@@ -243,6 +274,7 @@ void RequirePeakInside(const PeakInfo& peak, double last) {
 void RequireSound(const Spectrum& spectrum, std::size_t points) {
   Require(spectrum.yAxis.size() == points, "the curve keeps its points");
   for (const PeakInfo& peak : spectrum.peaks) RequirePeakInside(peak, static_cast<double>(points) - 1.0);
+  Require(std::is_sorted(spectrum.overlapPeaks.begin(), spectrum.overlapPeaks.end()), "overlap peaks ascend");
   Require(std::is_sorted(spectrum.peaks.begin(), spectrum.peaks.end()), "peaks ascend");
   for (const std::int32_t row :
        {spectrum.largestAreaIdx, spectrum.largestMaxIdx, spectrum.largestCentroidIdx})
@@ -251,7 +283,8 @@ void RequireSound(const Spectrum& spectrum, std::size_t points) {
 
 // All that is made of a result.
 void Report(const Spectrum& spectrum) {
-  Require(CreateMZPeakTable(spectrum).size() == spectrum.peaks.size(), "each peak is a row in m/z");
+  Require(CreateMZPeakTable(spectrum).size() == spectrum.peaks.size() + spectrum.overlapPeaks.size(),
+          "each peak is a row in m/z");
   TslCommon::XMLBuilder document;
   AddCurvePeaks(spectrum, document);
   Spectrum again;

@@ -1,9 +1,11 @@
 #include <gtest/gtest.h>
 
 #include <curve/TestCurve.h>
+#include <tslbl/chromatogram/ICObj.h>
 #include <tslbl/closed/common/StringTable.h>
 #include <tslbl/curve/CommandTable.h>
 #include <tslbl/curve/Execute.h>
+#include <tslbl/spectrum/Spectrum.h>
 #include <map>
 #include <set>
 
@@ -13,8 +15,12 @@ using namespace tests;
 namespace {
 
 // A curve on which every step may run.
-TestCurve Prepared() {
-  TestCurve curve = CurveOf("1 2 5 9 5 2 1 1 0 1 3 8 3 1");
+Spectrum Prepared() {
+  Spectrum curve;
+  curve.yAxis = Values("1 2 5 9 5 2 1 1 0 1 3 8 3 1");
+  curve.xAxis = Count(curve.yAxis.size());
+  curve.AddStatus(Curve::STATUS_Y);
+  curve.AddStatus(Curve::STATUS_X);
   curve.thresholdParams.Value = 2.0;
   EXPECT_TRUE(RunOn(ExecuteThreshold, curve).ok);
   EXPECT_TRUE(RunOn(ExecutePeakDetect, curve).ok);
@@ -32,7 +38,8 @@ TEST(CommandTable, RanksWhatACompactChainHoldsOnceInItsOrder) {
   EXPECT_EQ(byRank, (std::map<int, EvalType>{{1, EvalType::Baseline},
                                              {2, EvalType::Noise},
                                              {3, EvalType::Threshold},
-                                             {4, EvalType::PeakDetect}}));
+                                             {4, EvalType::PeakDetect},
+                                             {5, EvalType::OPD}}));
 }
 
 TEST(CommandTable, HoldsNoNumberTextOrRankTwice) {
@@ -63,12 +70,12 @@ TEST(CommandTable, SubtractsOnlyWhatCompactionKeepsForIt) {
 
 TEST(CommandTable, HoldsTheStepThatTheCommandRuns) {
   for (const CommandRow& row : CommandTable()) {
-    TestCurve byStep = Prepared();
+    Spectrum byStep = Prepared();
     const CurveEval command = row.make();
-    TestCurve byCommand = byStep;
+    Spectrum byCommand = byStep;
     EXPECT_TRUE(RunOn(command, byCommand).ok) << Number(row.type);
     // Its parameters are in the curve by now, and the step finds them there.
-    TestCurve again = byCommand;
+    Spectrum again = byCommand;
     EXPECT_EQ(RunOn(command, byCommand), RunOn(row.step, again)) << Number(row.type);
     EXPECT_EQ(byCommand, again) << Number(row.type);
     const bool recorded = row.type != EvalType::Empty;
@@ -76,10 +83,16 @@ TEST(CommandTable, HoldsTheStepThatTheCommandRuns) {
   }
 }
 
+TEST(CommandTable, HoldsCommandsOfSpectraThatAChromatogramFailsWithoutAMessage) {
+  ICObj chromatogram;
+  EXPECT_EQ(RunOn(FindCommand(EvalType::OPD)->make(), chromatogram), Failure(L""));
+  EXPECT_EQ(RunOn(FindCommand(EvalType::OPD)->step, chromatogram), Failure(L""));
+}
+
 TEST(CommandTable, HoldsTheMessageOfTheFailure) {
   for (const CommandRow& row : CommandTable()) {
     if (row.failure == kNoMessage) continue;
-    TestCurve frozen = Prepared();
+    Spectrum frozen = Prepared();
     frozen.AddStatus(Curve::STATUS_FROZEN);
     EXPECT_EQ(RunOn(row.step, frozen), Failure(Message(row.failure)));
   }
@@ -90,17 +103,16 @@ TEST(CommandTable, IsSearchedByTypeAndByTextWithCase) {
     EXPECT_EQ(FindCommand(row.type), &row);
     EXPECT_EQ(FindCommand(std::wstring(row.text)), &row);
   }
-  for (const wchar_t* text : {L"smooth", L"Smooth ", L"", L"OPD", L"Charge State Deconvolution"})
+  for (const wchar_t* text : {L"smooth", L"Smooth ", L"", L"opd", L"Charge State Deconvolution"})
     EXPECT_EQ(FindCommand(std::wstring(text)), nullptr);
-  EXPECT_EQ(FindCommand(EvalType::OPD), nullptr);
   EXPECT_EQ(FindCommand(EvalType::CSDecon), nullptr);
 }
 
 TEST(FusionTable, JoinsTwoCommandsThatGiveTheSameOneByOne) {
   ASSERT_FALSE(FusionTable().empty());
   for (const FusionRow& row : FusionTable()) {
-    TestCurve fused = Prepared();
-    TestCurve single = fused;
+    Spectrum fused = Prepared();
+    Spectrum single = fused;
     EXPECT_TRUE(RunOn([&](Curve& c, Changed& changed,
                           std::wstring& error) { return row.run(c, nullptr, changed, error); },
                       fused)

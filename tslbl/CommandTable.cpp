@@ -1,18 +1,19 @@
 // The table of evaluation commands: the one file that names them all. Text and number are
 // stored in documents and streams and never change; the order is that of the application's
-// menus. Overlap peak and charge state deconvolution have their ranks, 5 and 6, and no row
-// before they have a step: until then a stream or document that holds one is refused.
+// menus. Charge state deconvolution has its rank, 6, and no row before it has a step: until
+// then a stream or document that holds it is refused.
 
 #include <tslbl/curve/CommandTable.h>
 #include <tslbl/curve/Curve.h>
 #include <tslbl/curve/Execute.h>
+#include <tslbl/records/OPDParams.h>
 #include <algorithm>
 
 namespace TslBL {
 
 // Each stands in the Cmd*.cpp of its command.
 StepFunction DoNothing, DoBaseline, DoBaselineSubtract, DoNoise, DoPeakDetect, DoSmooth, DoThreshold,
-    DoThresholdSubtract;
+    DoThresholdSubtract, DoOPDOnCurve;
 FusedSteps DoBaselineAndNoise;
 
 namespace {
@@ -34,6 +35,7 @@ constexpr CommandRow kCommands[] = {
     {EvalType::Threshold, L"Threshold", Make<ThresholdParams>, DoThreshold, kUnableToThreshold, 3},
     {EvalType::ThresholdSubtract, L"Threshold Subtract", Make<CurveEval::ThresholdSubtract>,
      DoThresholdSubtract, kUnableToSubtractThreshold, 0, EvalType::Threshold},
+    {EvalType::OPD, L"OPD", Make<OPDParams>, DoOPDOnCurve, kNoMessage, 5},
     {EvalType::AerosolFilter, L"Aerosol Filter", Make<CurveEval::AerosolFilter>, DoAerosolFilter},
 };
 

@@ -5,11 +5,12 @@
 // A program takes the headers that it needs. They stand here in the order in which data
 // goes: streams and documents, numerics, small records, curves and their evaluation, the
 // tune of the instrument, spectra and their peaks, their calibration,
-// chromatograms, sums and differences of spectra.
+// overlapping peaks, chromatograms, sums and differences of spectra.
 
 #include <tslbl/Version.h>
 
 #include <tslbl/closed/common/BinaryStream.h>
+#include <tslbl/closed/common/ComErrorHandler.h>
 #include <tslbl/closed/common/ComponentRegistry.h>
 #include <tslbl/closed/common/DiverterValve.h>
 #include <tslbl/closed/common/ModulePath.h>
@@ -37,6 +38,7 @@
 #include <tslbl/closed/math/smooth/Smoothing.h>
 
 #include <tslbl/closed/engines/IsotopePattern.h>
+#include <tslbl/closed/engines/OverlapPeakEngine.h>
 
 #include <tslbl/records/CSSeries.h>
 #include <tslbl/records/MZPeak.h>
@@ -90,6 +92,10 @@
 #include <tslbl/calibrate/CalFile.h>
 #include <tslbl/calibrate/Calibrate.h>
 #include <tslbl/calibrate/CalibrateParams.h>
+
+#include <tslbl/overlap/OPD.h>
+#include <tslbl/overlap/OPDMerge.h>
+#include <tslbl/overlap/OPDRefit.h>
 
 #include <tslbl/chromatogram/CurveTitles.h>
 #include <tslbl/chromatogram/ExtractedCurves.h>

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <curve/TestCurve.h>
+#include <tslbl/records/OPDParams.h>
 #include <map>
 #include <stdexcept>
 
@@ -36,6 +37,8 @@ CurveEval Command(const std::string& word) {
       return Numbered(&SmoothParams::Passes, number);
     case 'T':
       return Threshold(number);
+    case 'O':
+      return Numbered(&OPDParams::MaxPeaks, number);
     case 'b':
       return CurveEval(CurveEval::BaselineSubtract());
     case 't':
@@ -78,9 +81,11 @@ TEST(CompactEval, GivesTheShortestChainOfTheSameEffect) {
       {"N1 N2 N3", "N3"},
       {"T1 T2", "T2"},
       {"P1 P2", "P2"},
+      {"O1 O2", "O2"},
       // They end up in one order.
       {"P1 T1 N1 B1", "B1 N1 T1 P1"},
       {"P1 B1 P2 N1", "B1 N1 P2"},
+      {"O1 P1 T1 N1 B1", "B1 N1 T1 P1 O1"},
       // Smoothing and filters add up and stay where they are.
       {"S1 S1", "S1 S1"},
       {"S1 a S2 e a", "S1 a S2 e a"},

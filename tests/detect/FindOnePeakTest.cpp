@@ -1,3 +1,5 @@
+// Tests: InsertPeak.cpp.
+
 #include <detect/PeakCurves.h>
 #include <tslbl/detect/FindOnePeak.h>
 

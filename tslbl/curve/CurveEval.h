@@ -65,6 +65,7 @@ class TSLBL_API CurveEval : public frame::SerialAndXml {
   CurveEval(const PeakDetectParams& params);
   CurveEval(const SmoothParams& params);
   CurveEval(const ThresholdParams& params);
+  CurveEval(const OPDParams& params);
   CurveEval(const BaselineSubtract&);
   CurveEval(const ThresholdSubtract&);
   CurveEval(const AerosolFilter&);

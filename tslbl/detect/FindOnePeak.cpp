@@ -5,8 +5,9 @@
 #include <tslbl/curve/Execute.h>
 #include <tslbl/detect/DescribeAndSelect.h>
 #include <tslbl/detect/FindPeak.h>
+#include <tslbl/detect/InsertPeak.h>
 #include <tslbl/detect/PeakWalks.h>
-#include <algorithm>
+#include <vector>
 
 namespace TslBL {
 namespace {
@@ -36,29 +37,6 @@ bool SpanAround(const Curve& curve, std::uint32_t curveIdx, SearchRange& span) {
   span.first = static_cast<std::uint32_t>(WalkLeft(view, index, valley));
   span.last = static_cast<std::uint32_t>(WalkRight(view, index, valley));
   return true;
-}
-
-// An index of the curve's largest peaks after `row` was inserted at `place`.
-void UpdateLargest(std::int32_t& largest, const std::vector<PeakInfo>& peaks, std::int32_t place,
-                   double PeakInfo::*value) {
-  if (peaks.size() == 1) return void(largest = 0);
-  if (largest >= place) ++largest;
-  const auto at = [&](std::int32_t i) { return peaks[static_cast<std::size_t>(i)].*value; };
-  const bool named = largest >= 0 && static_cast<std::size_t>(largest) < peaks.size();
-  if (!named || at(place) > at(largest)) {
-    largest = place;
-  } else if (at(place) == at(largest)) {
-    largest = std::min(largest, place);
-  }
-}
-
-std::int32_t InsertPeak(Curve& curve, const PeakInfo& row) {
-  const auto at = curve.peaks.insert(std::lower_bound(curve.peaks.begin(), curve.peaks.end(), row), row);
-  const auto place = static_cast<std::int32_t>(at - curve.peaks.begin());
-  UpdateLargest(curve.largestAreaIdx, curve.peaks, place, &PeakInfo::area);
-  UpdateLargest(curve.largestMaxIdx, curve.peaks, place, &PeakInfo::maxAmpl);
-  UpdateLargest(curve.largestCentroidIdx, curve.peaks, place, &PeakInfo::centroidAmpl);
-  return place;
 }
 
 }  // namespace

@@ -28,6 +28,8 @@ struct TSLBL_API ComError {
 
   static constexpr std::uint32_t kNotRegistered = 0x80040154;
   static constexpr std::uint32_t kNoInterface = 0x80004002;
+  static constexpr std::uint32_t kNullPointer = 0x80004003;
+  static constexpr std::uint32_t kFailed = 0x80004005;
 };
 
 class TSLBL_API ComponentRegistry {

@@ -8,6 +8,7 @@
 //
 // Threads: nothing is shared; any number of calls may run at the same time.
 #include <tslbl/closed/math/overlap/FitErrors.h>
+#include <tslbl/closed/math/overlap/FittedGaussian.h>
 #include <tslbl/closed/math/overlap/PeakSum.h>
 
 #include <cstdint>
@@ -40,21 +41,6 @@ struct OverlapFit {
 // work than some seconds. Levenberg-Marquardt takes about 25 steps, each in proportion to the points and to
 // the square of the peaks near them; Hooke-Jeeves takes ten to twenty times as long and reaches the same.
 std::optional<OverlapFit> FitOverlap(FitMethod method, const OverlapGroup& group);
-
-// A peak as a Gaussian, in the units of x and y.
-//
-// Of a fit that took a skew in, it is the Gaussian that has the peak's height, its full width at half
-// maximum, its area, and as centre the peak's centre of gravity. The sum of these Gaussians is then not the
-// fitted curve; OverlapFit::sum is.
-struct FittedGaussian {
-  double height;
-  double centre;
-  double a3;        // standard deviation
-  double baseline;  // of the group
-  double fit4;      // reduced chi-square of the group
-  double fit5;      // standard error of the centre
-  double fit6;      // standard error of the area
-};
 
 // The same for a caller with a place for the result of each apex. Results are in the order of x. False if
 // there is no answer; the results are the start values then: height of the apex above the baseline, apex, a3,
