@@ -9,12 +9,14 @@
 #include <tslbl/closed/math/baseline/AcceptedSums.cpp>
 #include <tslbl/closed/math/baseline/BackgroundKernel.cpp>
 #include <tslbl/closed/math/baseline/BaselineAndNoise.cpp>
+#include <tslbl/closed/math/baseline/BumpHeights.cpp>
 #include <tslbl/closed/math/baseline/CellCurve.cpp>
 #include <tslbl/closed/math/baseline/ConsensusLine.cpp>
 #include <tslbl/closed/math/baseline/CurveFloor.cpp>
 #include <tslbl/closed/math/baseline/FollowValleys.cpp>
 #include <tslbl/closed/math/baseline/IonCounter.cpp>
 #include <tslbl/closed/math/baseline/MovingExtrema.cpp>
+#include <tslbl/closed/math/baseline/NoiseThreshold.cpp>
 #include <tslbl/closed/math/baseline/OpenAdaptively.cpp>
 #include <tslbl/closed/math/baseline/Polyline.cpp>
 #include <tslbl/closed/math/baseline/RobustLine.cpp>

@@ -17,6 +17,13 @@ TEST(Median, OfAnEvenNumberIsTheUpperOne) { EXPECT_EQ(Median({4, 1, 3, 2}), 3.0)
 
 TEST(Median, OfNothingIsZero) { EXPECT_EQ(Median({}), 0.0); }
 
+TEST(Quantile, IsTheOneThatThisShareIsLowerThan) {
+  EXPECT_EQ(Quantile({5, 4, 3, 2, 1}, 0.0), 1.0);
+  EXPECT_EQ(Quantile({5, 4, 3, 2, 1}, 0.2), 2.0);
+  EXPECT_EQ(Quantile({5, 4, 3, 2, 1}, 0.99), 5.0);
+  EXPECT_EQ(Quantile({}, 0.5), 0.0);
+}
+
 std::vector<double> Noise(double deviation) {
   std::mt19937_64 random(1);
   std::normal_distribution<double> noise(0.0, deviation);

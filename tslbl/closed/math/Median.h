@@ -1,5 +1,5 @@
 #pragma once
-// The median of a sample.
+// The median of a sample, and other quantiles.
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
@@ -9,13 +9,16 @@
 
 namespace TslMath {
 
-// Of an even number the upper one of the two in the middle; 0 of none. O(n).
-inline double Median(std::vector<double> sample) {
+// The one that this share of all, below 1, is lower than; 0 of none. O(n).
+inline double Quantile(std::vector<double> sample, double share) {
   if (sample.empty()) return 0.0;
-  const auto middle = sample.begin() + static_cast<std::ptrdiff_t>(sample.size() / 2);
-  std::nth_element(sample.begin(), middle, sample.end());
-  return *middle;
+  const auto at = sample.begin() + static_cast<std::ptrdiff_t>(share * static_cast<double>(sample.size()));
+  std::nth_element(sample.begin(), at, sample.end());
+  return *at;
 }
+
+// Of an even number the upper one of the two in the middle; 0 of none. O(n).
+inline double Median(std::vector<double> sample) { return Quantile(std::move(sample), 0.5); }
 
 // The standard deviation of the single points of a curve, from the median size of its second differences: no
 // background bends as fast as noise, and peaks count if they are most of the curve only. `stride` takes every

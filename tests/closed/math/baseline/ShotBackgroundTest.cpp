@@ -176,6 +176,22 @@ TEST(ShotBackground, OfNoiseWithFlanksTheNoiseIsThatOfTheThresholdHoweverMuchThe
   }
 }
 
+TEST(ShotBackground, TheNoiseRisesWithTheThreshold) {
+  std::mt19937_64 random(1);
+  std::exponential_distribution<double> above(1.0);
+  Samples y(40000, 0.0);
+  for (int k = 0; k < 900; ++k) {
+    const double height = 250.0 * std::pow(10.0, k / 900.0) * (1.0 + 0.6 * above(random));
+    for (int i = -4; i <= 4; ++i)
+      y[static_cast<std::size_t>(40000.0 * (k + 0.5) / 900 + i)] = height * std::exp(-0.5 * i * i / 2.0);
+  }
+  const Figures figures = FiguresOf(y);
+  for (const std::size_t point : {5000U, 20000U, 35000U}) {
+    const double there = 100.0 * std::pow(10.0, static_cast<double>(point) / 40000.0);
+    EXPECT_NEAR(figures.noise[point], there, 0.2 * there) << point;
+  }
+}
+
 TEST(ShotBackground, HowManyZerosStandInGapsDoesNotMatter) {
   const double all = FiguresOf(Thresholded(2.5, 1.0)).noise[1000];
   for (const std::size_t zeros : {20U, 50U})

@@ -1,8 +1,13 @@
 #include <tslbl/closed/math/baseline/IonCounter.h>
 
+#include <tslbl/closed/math/Median.h>
+#include <tslbl/closed/math/baseline/BumpHeights.h>
+#include <tslbl/closed/math/baseline/NoiseThreshold.h>
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 namespace TslMath {
 namespace {
@@ -13,27 +18,17 @@ constexpr std::size_t kFlanksInSegment = 20;
 // Points; with fewer the mean of a segment stays as it is.
 constexpr double kLeastBackground = 50.0;
 constexpr std::size_t kLeastBumps = 8;
+constexpr double kLow = 0.25;
 // Single ions, filtered or not, give variance / mean of about the height of the low bumps, more ions a lower
 // one; bumps that differ in height, of peaks or of noise, a larger one.
 constexpr double kAlike = 1.75;
 constexpr double kMostUnlike = 3.0;
-// Noise above a threshold piles up: of all bumps at least this share is at most so many times as high as the
-// low ones. Peaks have heights of all orders.
-constexpr double kPile = 2.0;
-constexpr double kLeastInPile = 0.3;
-constexpr std::size_t kLeastOfNoise = 32;
-constexpr double kLow = 0.05;
-// The lower end of what a threshold leaves is an edge: between the bumps that these shares are below there is
-// little. Above it there is all of noise.
-constexpr double kEdgeFrom = 0.02;
-constexpr double kEdgeTo = 0.1;
-constexpr double kEdge = 1.25;
-constexpr double kAboveEdge = 1.3;
 // Ions that stand alone are equally high, or come as multiples; peaks never do. Of many bumps this need not
-// be asked: peaks so many have heights of all orders.
+// be asked: peaks so many have heights of all orders, and a detector may give each ion another height.
 constexpr std::size_t kMany = 200;
-constexpr double kEqual = 1e-6;
 constexpr double kLeastEqual = 0.25;  // of those that no other is near
+constexpr double kOneStep = 1.5;
+constexpr double kLeastAlone = 0.25;
 // Of the threshold: what the steps of continuous amplitudes do not reach, and what few points above the floor
 // are below.
 constexpr double kContinuous = 0.5;
@@ -55,20 +50,22 @@ class IonCounter {
       : y_(y), n_(n), floor_(floor), flank_(flank), quantum_(quantum), segments_(segments) {}
 
   FloorBumps Judge() {
-    const std::vector<double> all = Bumps();
-    std::vector<double> bumps = all;
-    height_ = LowerQuartile(bumps);
+    const std::vector<Knot> all = Bumps();
+    height_ = Quantile(HeightsOf(all), kLow);
     for (int round = 0; round < kCountingRounds; ++round) {
       const double before = height_;
       Measure();
       if (std::abs(height_ - before) <= kSettled * height_) break;
     }
-    bumps = Bumps();
-    const double threshold = ThresholdOf(all);
-    const double low = bumps.size() >= kLeastBumps ? LowerQuartile(bumps) : 0.0;
-    const bool isCut = threshold > 0.0 && (height_ > kAlike * low || IsCutAt(threshold) || HasEdge(all));
-    if (isCut) return {0.0, threshold};
-    return {height_ <= kMostUnlike * low && MayBeIons(bumps) ? height_ : 0.0, 0.0};
+    const std::vector<double> bumps = HeightsOf(Bumps());
+    const double low = bumps.size() >= kLeastBumps ? Quantile(bumps, kLow) : 0.0;
+    // Beside weak lines variance / mean is larger than an ion.
+    if (height_ > kAlike * low && StandAlone(all)) return {quantum_, {}};
+    NoiseThreshold threshold = FindNoiseThreshold(all);
+    const double least = threshold.Least();
+    if (least > 0.0 && (height_ > kAlike * low || IsCutAt(least) || threshold.hasEdge))
+      return {0.0, std::move(threshold.levels)};
+    return {height_ <= kMostUnlike * low && MayBeIons(bumps) ? height_ : 0.0, {}};
   }
 
  private:
@@ -78,46 +75,18 @@ class IonCounter {
     return segment.mean + kPeakLimit * std::sqrt(height_ * (segment.mean + height_));
   }
 
-  // Heights of the local maxima of the background.
-  std::vector<double> Bumps() const {
-    std::vector<double> bumps;
+  // The local maxima of the background.
+  std::vector<Knot> Bumps() const {
+    std::vector<Knot> bumps;
     for (const IonBackground& segment : segments_) {
       const double limit = PeakLimit(segment);
       for (std::size_t i = std::max<std::size_t>(segment.begin, 1); i < segment.end && i + 1 < n_; ++i) {
         const double above = y_[i] - floor_.value;
         if (y_[i] > y_[i - 1] && y_[i] >= y_[i + 1] && above > floor_.rounding && above <= limit)
-          bumps.push_back(above);
+          bumps.push_back({static_cast<double>(i), above});
       }
     }
     return bumps;
-  }
-
-  // The one that this share of them is lower than.
-  static double Quantile(std::vector<double>& bumps, double share) {
-    if (bumps.empty()) return 0.0;
-    const auto at = bumps.begin() + static_cast<std::ptrdiff_t>(share * static_cast<double>(bumps.size()));
-    std::nth_element(bumps.begin(), at, bumps.end());
-    return *at;
-  }
-  static double LowerQuartile(std::vector<double>& bumps) { return Quantile(bumps, 0.25); }
-
-  // How many have the height of another one.
-  static double ShareOfEqual(std::vector<double> bumps) {
-    std::ranges::sort(bumps);
-    std::size_t equal = 0;
-    for (std::size_t i = 0; i < bumps.size(); ++i) {
-      const double width = kEqual * bumps[i];
-      equal += (i > 0 && bumps[i] - bumps[i - 1] <= width) ||
-               (i + 1 < bumps.size() && bumps[i + 1] - bumps[i] <= width);
-    }
-    return static_cast<double>(equal) / static_cast<double>(bumps.size());
-  }
-
-  // Not of counts, whose smallest is an edge, too.
-  static bool HasEdge(std::vector<double> bumps) {
-    const double edge = Quantile(bumps, kEdgeTo);
-    return edge < kEdge * Quantile(bumps, kEdgeFrom) && Quantile(bumps, 0.5) > kAboveEdge * edge &&
-           ShareOfEqual(bumps) < kLeastEqual;
   }
 
   // The part of the points that nothing has reached.
@@ -137,11 +106,15 @@ class IonCounter {
     return bumps.size() >= kMany || ShareOfEqual(bumps) >= kLeastEqual * Empty() * Empty();
   }
 
-  static double ThresholdOf(std::vector<double> bumps) {
-    if (bumps.size() < kLeastOfNoise) return 0.0;
-    const double low = Quantile(bumps, kLow);
-    const auto piled = std::ranges::count_if(bumps, [&](double bump) { return bump <= kPile * low; });
-    return static_cast<double>(piled) >= kLeastInPile * static_cast<double>(bumps.size()) ? low : 0.0;
+  // Whether many bumps are one point of the smallest step: ions that no filter has spread. Rounded lines are
+  // wider.
+  bool StandAlone(const std::vector<Knot>& bumps) const {
+    const auto alone = std::ranges::count_if(bumps, [this](const Knot& bump) {
+      const auto i = static_cast<std::size_t>(bump.position);
+      return bump.level < kOneStep * quantum_ && y_[i - 1] <= floor_.value && y_[i + 1] <= floor_.value;
+    });
+    return static_cast<double>(alone) >= kLeastAlone * static_cast<double>(bumps.size()) &&
+           alone >= static_cast<std::ptrdiff_t>(kLeastBumps);
   }
 
   // Whether most of the curve is floor, from which the rest jumps to heights of all sizes above the

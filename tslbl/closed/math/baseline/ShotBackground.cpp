@@ -71,11 +71,14 @@ void TakeNoise(const IonBackground& segment, const std::vector<double>& shots, d
 }
 
 // Never less than an algorithm has found: half a count where the bumps are ions after all.
-void TakeThresholdNoise(const std::vector<IonBackground>& segments, double level, double* noise) {
-  if (noise == nullptr) return;
+void TakeThresholdNoise(const std::vector<IonBackground>& segments, const std::vector<Knot>& threshold,
+                        std::size_t n, double* noise) {
+  std::vector<double> level(n);
+  DrawPolyline(threshold, n, level.data());
   for (const IonBackground& segment : segments)
     if (IsOnFloor(segment))
-      for (std::size_t i = segment.begin; i < segment.end; ++i) noise[i] = std::max(noise[i], level);
+      for (std::size_t i = segment.begin; i < segment.end; ++i)
+        noise[i] = std::max(noise[i], level[i] / kThresholdDeviations);
 }
 
 void TakeBaseline(const IonBackground& segment, const std::vector<double>& mean, double* baseline) {
@@ -92,7 +95,8 @@ void TakeShotBackground(const double* y, std::uint32_t n, std::uint32_t segSize,
   std::vector<IonBackground> segments = CutIntoSegments(y, n, length, *floor);
   if (std::ranges::none_of(segments, IsOnFloor) && !IsSpread(y, n, *floor, length, quantum, segments)) return;
   const FloorBumps bumps = JudgeBumps(y, n, *floor, length, quantum, segments);
-  if (bumps.threshold > 0.0) TakeThresholdNoise(segments, bumps.threshold / kThresholdDeviations, out.noise);
+  if (!bumps.threshold.empty() && out.noise != nullptr)
+    TakeThresholdNoise(segments, bumps.threshold, n, out.noise);
   const double height = bumps.ion;
   if (!(height > 0.0)) return;
   // Of many ions, and of some that no filter has spread, the algorithms' own figures are good.

@@ -1,9 +1,11 @@
 #include <tslbl/closed/math/peak/BumpNoise.h>
 
+#include <tslbl/closed/math/Median.h>
 #include <algorithm>
 #include <cmath>
 #include <limits>
 #include <numeric>
+#include <utility>
 
 namespace TslMath {
 namespace {
@@ -22,13 +24,6 @@ constexpr std::size_t kMostAround = 512;
 constexpr std::size_t kMostEverywhere = 4096;
 constexpr double kChance = 6.9;       // ln 1000
 constexpr double kOwnVariance = 0.7;  // of a Gaussian filter: the sum of its squared weights over the largest
-
-double Quantile(std::vector<double>& values, double share) {
-  const auto at =
-      values.begin() + static_cast<std::ptrdiff_t>(share * static_cast<double>(values.size() - 1));
-  std::nth_element(values.begin(), at, values.end());
-  return *at;
-}
 
 // Of counts, whose differences are whole numbers, no single one of them tells the noise.
 double MeanOfSmallerHalf(std::vector<double>& values) {
@@ -51,7 +46,8 @@ double LikelyIon(const std::vector<double>& y) {
   for (std::size_t i = 1; i < y.size(); ++i)
     if (y[i] != y[i - 1]) steps.push_back(std::abs(y[i] - y[i - 1]));
   if (steps.empty()) return 0.0;
-  return std::max(Quantile(steps, kSmallSteps), kLeastIon * std::ranges::max(steps));
+  const double least = kLeastIon * std::ranges::max(steps);
+  return std::max(Quantile(std::move(steps), kSmallSteps), least);
 }
 
 NoiseVariance::NoiseVariance(const std::vector<double>& y, std::size_t lag, double ion)
