@@ -11,7 +11,7 @@ namespace {
 constexpr double kAgreement = 1.5;
 // In three points, for the scatter between them to tell.
 constexpr double kLeastCounts = 0.5;
-constexpr double kFewCounts = 300.0;
+constexpr double kFewCounts[] = {300.0, 60.0, 20.0};
 constexpr std::size_t kTellingPoints = 30;
 constexpr double kCloseAgreement = 1.33;
 constexpr std::size_t kMostAveraged = 9;
@@ -37,15 +37,15 @@ bool HasNoiseOfCounts(const TslBL::Spectrum& spectrum, double step, std::span<co
 }
 
 // The same told by neighbouring points: the square of a second difference of counts is in the mean as large
-// as the counts in it, weighted 1, 4 and 1. Of many counts the shape of peaks adds to it. For spectra whose
-// noise is unsure, as in windows of a few points.
-bool HasScatterOfCounts(const std::vector<double>& y, double step) {
+// as the counts in it, weighted 1, 4 and 1. Of many counts the shape of peaks adds to it, so only points with
+// at most `most` are asked.
+bool HasScatterOfCounts(const std::vector<double>& y, double step, double most) {
   double found = 0.0;
   double expected = 0.0;
   std::size_t points = 0;
   for (std::size_t i = 1; i + 1 < y.size(); ++i) {
     const double counts = (y[i - 1] + y[i] + y[i + 1]) / step;
-    if (counts < kLeastCounts || counts > kFewCounts) continue;
+    if (counts < kLeastCounts || counts > most) continue;
     const double bend = (y[i - 1] - 2.0 * y[i] + y[i + 1]) / step;
     found += bend * bend;
     expected += counts + 3.0 * y[i] / step;
@@ -53,6 +53,11 @@ bool HasScatterOfCounts(const std::vector<double>& y, double step) {
   }
   return points >= kTellingPoints && found <= kCloseAgreement * expected &&
          expected <= kCloseAgreement * found;
+}
+
+// For spectra whose noise is unsure, as in windows of a few points, or between lines that are close.
+bool HasScatterOfCounts(const std::vector<double>& y, double step) {
+  return std::ranges::any_of(kFewCounts, [&](double most) { return HasScatterOfCounts(y, step, most); });
 }
 
 // Calls use(point) for every point that a peak's errors depend on, in ascending order.

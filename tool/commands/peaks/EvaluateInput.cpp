@@ -25,7 +25,8 @@
 namespace TslTool {
 namespace {
 
-constexpr double kLeastRise = 2.5;  // standard deviations
+constexpr double kLeastRise = 2.5;   // standard deviations
+constexpr double kNoiseLimit = 2.0;  // times the noise of counts
 
 std::string NameOf(const PeaksArguments& arguments) { return InputName(arguments.input); }
 
@@ -143,8 +144,12 @@ void EvaluateInto(PeakFile& peaks, const PeaksArguments& arguments, const Option
   BesideTable beside(arguments);
   const EffectiveChain chain = ChainFor(arguments, options, source);
   WarnOfNoPeaks(arguments.chain.File(), chain.evals);
-  const Evaluation evaluation{NameOf(arguments), chain.evals, arguments.scale.value_or(1.0),
-                              arguments.chain.ToleratesOffset(), arguments.minRise.value_or(kLeastRise)};
+  const Evaluation evaluation{NameOf(arguments),
+                              chain.evals,
+                              arguments.scale.value_or(1.0),
+                              arguments.chain.ToleratesOffset(),
+                              arguments.minRise.value_or(kLeastRise),
+                              arguments.noiseLimit.value_or(kNoiseLimit)};
   peaks.Describe({arguments.input, source->Ids(), chain.evals, arguments.scale});
   if (arguments.resume)
     if (const auto& done = peaks.Resume())
@@ -153,8 +158,7 @@ void EvaluateInto(PeakFile& peaks, const PeaksArguments& arguments, const Option
     RefuseNothing(arguments.input, wanted, *source);
   if (!arguments.quiet) Tell(NameOf(arguments), source->Notes());
   TellDerived(arguments, chain);
-  if (const std::string note = beside.remarks.Note(); !note.empty() && !arguments.quiet)
-    Tell(fmt::format("{}: {}", NameOf(arguments), note));
+  if (!arguments.quiet) Tell(NameOf(arguments), beside.remarks.Notes());
   Warn(NameOf(arguments), beside.remarks.Texts());
   if (const std::string skipped = source->Skipped(); !skipped.empty())
     Warn(fmt::format("{}: {}", NameOf(arguments), skipped));

@@ -1,10 +1,13 @@
 #include <tool/commands/peaks/Evaluation.h>
 
 #include <tool/chain/Lift.h>
+#include <tool/chain/SmoothFilter.h>
 #include <tool/commands/peaks/FlankPeaks.h>
+#include <tool/commands/peaks/ShotLimit.h>
 #include <tool/commands/peaks/Windows.h>
 #include <tool/frame/InputError.h>
 #include <tslbl/closed/common/Text.h>
+#include <algorithm>
 
 namespace TslTool {
 namespace {
@@ -15,11 +18,24 @@ void Scale(LoadedSpectrum& loaded, double factor) {
   loaded.countAmpl *= factor;
 }
 
-void RunChain(const Evaluation& evaluation, LoadedSpectrum& loaded) {
+using Steps = std::vector<TslBL::CurveEval>;
+
+void RunSteps(const Evaluation& evaluation, const Steps& steps, LoadedSpectrum& loaded) {
   TslBL::Changed changed;
   std::wstring error;
-  if (!TslBL::ExecuteCurveEvals(*loaded.spectrum, evaluation.chain, changed, error))
+  if (!TslBL::ExecuteCurveEvals(*loaded.spectrum, steps, changed, error))
     throw InputError(evaluation.input, "scan " + std::to_string(loaded.scan), TslCommon::ToUtf8(error));
+}
+
+// The number of points whose noise was lowered before the search for peaks.
+std::size_t RunChain(const Evaluation& evaluation, LoadedSpectrum& loaded) {
+  const Steps& chain = evaluation.chain;
+  const auto search = std::ranges::find(chain, TslBL::EvalType::PeakDetect, &TslBL::CurveEval::Type);
+  RunSteps(evaluation, {chain.begin(), search}, loaded);
+  const auto filter = FilterOf(*loaded.spectrum);
+  const std::size_t lowered = filter ? LimitToShots(loaded, filter->weights, evaluation.noiseLimit) : 0;
+  RunSteps(evaluation, {search, chain.end()}, loaded);
+  return lowered;
 }
 
 }  // namespace
@@ -30,7 +46,7 @@ Findings Evaluation::Run(LoadedSpectrum& loaded) const {
   loaded.measured = loaded.spectrum->yAxis;
   if (isLifted) findings.lift = LiftOf(loaded.measured);
   if (findings.lift > 0.0) Lower(*loaded.spectrum, -findings.lift);
-  RunChain(*this, loaded);
+  findings.lowered = RunChain(*this, loaded);
   if (findings.lift > 0.0) Lower(*loaded.spectrum, findings.lift);
   findings.leftOut = LeaveOutFlankPeaks(loaded, leastRise);
   findings.shortWindow = EndPeaksWithTheirWindows(*loaded.spectrum);

@@ -14,15 +14,17 @@ namespace TslTool {
 struct Findings {
   double lift = 0.0;                  // that was on the amplitudes while the chain ran
   std::size_t leftOut = 0;            // peaks that do not rise from where they stand
+  std::size_t lowered = 0;            // points whose noise is more than counts make
   std::optional<double> shortWindow;  // m/z of a peak whose window of points is too short for it
 };
 
 struct Evaluation {
   std::string input;  // as it is named in errors
   std::vector<TslBL::CurveEval> chain;
-  double scale = 1.0;      // of the amplitudes
-  bool isLifted = false;   // negative amplitudes, for a chain that tolerates it
-  double leastRise = 0.0;  // see FlankPeaks.h
+  double scale = 1.0;       // of the amplitudes
+  bool isLifted = false;    // negative amplitudes, for a chain that tolerates it
+  double leastRise = 0.0;   // see FlankPeaks.h
+  double noiseLimit = 0.0;  // see ShotLimit.h
 
   // Leaves the amplitudes as they were before in loaded.measured. On any number of threads. Throws InputError
   // that names the scan where a step refuses the data.

@@ -13,6 +13,8 @@
 namespace TslTool {
 namespace {
 
+// Of the points; fewer stand in a group of lines that are close, as isotopes are.
+constexpr std::size_t kCrowdedOf = 10;
 // Below it QSignalToNoise knows no ratio.
 constexpr double kLeastNoise = 1e-8;
 
@@ -98,6 +100,7 @@ std::string Troubled::Text(const std::string& trouble, const std::string& wayOut
 
 void EvaluationRemarks::Look(const LoadedSpectrum& loaded, const Findings& findings) {
   leftOut_ += findings.leftOut;
+  if (kCrowdedOf * findings.lowered > loaded.measured.size()) ++crowded_;
   if (findings.shortWindow) cutOff_.Add(loaded.scan, Place(*findings.shortWindow));
   if (LosesAmplitudes(loaded, findings.lift)) ++cut_;
   if (HasNoiselessPeak(*loaded.spectrum)) ++noiseless_;
@@ -118,11 +121,17 @@ void EvaluationRemarks::LookAtPeaks(const LoadedSpectrum& loaded) {
   if (IsTooShortForPeaks(spectrum)) few_.Add(loaded.scan);
 }
 
-std::string EvaluationRemarks::Note() const {
-  if (leftOut_ == 0) return "";
-  return fmt::format("{} peak{} left out that rise{} no higher than noise does there; --min-rise 0 keeps {}",
-                     leftOut_.load(), leftOut_ == 1 ? "" : "s", leftOut_ == 1 ? "s" : "",
-                     leftOut_ == 1 ? "it" : "them");
+std::vector<std::string> EvaluationRemarks::Notes() const {
+  std::vector<std::string> notes;
+  if (leftOut_ > 0)
+    notes.push_back(fmt::format(
+        "{} peak{} left out that rise{} no higher than noise does there; --min-rise 0 keeps {}",
+        leftOut_.load(), leftOut_ == 1 ? "" : "s", leftOut_ == 1 ? "s" : "", leftOut_ == 1 ? "it" : "them"));
+  if (crowded_ > 0)
+    notes.push_back(Counted(crowded_,
+                            "with lines so close that the noise was taken from the counts between them; "
+                            "--noise-limit 0 leaves it as --noise finds it"));
+  return notes;
 }
 
 std::vector<std::string> EvaluationRemarks::Texts() const {

@@ -30,8 +30,8 @@ class EvaluationRemarks {
  public:
   // Takes a spectrum and what its evaluation met. On any number of threads.
   void Look(const LoadedSpectrum& loaded, const Findings& findings);
-  // What the evaluation did, that nobody need worry about; empty if nothing.
-  std::string Note() const;
+  // What the evaluation did, that nobody need worry about.
+  std::vector<std::string> Notes() const;
   // One for each kind of trouble, with the number of spectra and the way out.
   std::vector<std::string> Texts() const;
 
@@ -39,6 +39,7 @@ class EvaluationRemarks {
   void LookAtPeaks(const LoadedSpectrum& loaded);
 
   std::atomic<std::uint64_t> leftOut_ = 0;    // peaks
+  std::atomic<std::uint64_t> crowded_ = 0;    // a tenth of the points with less noise than was found
   std::atomic<std::uint64_t> cut_ = 0;        // amplitudes below 0 are lost
   std::atomic<std::uint64_t> noiseless_ = 0;  // peaks whose noise is too small for a ratio
   std::atomic<std::uint64_t> short_ = 0;      // fewer points than the smoothing's window

@@ -44,6 +44,8 @@ int RunPeaks(PeaksArguments arguments, const Options& options) {
   if (arguments.scale && !(*arguments.scale > 0.0)) throw UsageError("--scale: it must be above 0");
   if (arguments.minRise && !(*arguments.minRise >= 0.0))
     throw UsageError("--min-rise: it must be 0 or above");
+  if (arguments.noiseLimit && !(*arguments.noiseLimit >= 0.0))
+    throw UsageError("--noise-limit: it must be 0 or above");
   if (arguments.threads) UseThreads(*arguments.threads);
   if (!arguments.view.empty() && arguments.plot.empty() && arguments.plotDir.empty())
     throw UsageError("--view: is for --plot and --plot-dir");
@@ -108,6 +110,10 @@ Command PeaksCommand() {
                 "--min-rise X", arguments->minRise,
                 "Minimum rise of a peak above the higher of its ends, in standard deviations of the "
                 "noise about it; 0 keeps all [2.5]");
+            options.Value(
+                "--noise-limit X", arguments->noiseLimit,
+                "Largest noise, in times that of the counts between the peaks, where amplitudes are "
+                "counts; 0: as --noise finds it [2]");
             options.Flag("--show-chain", arguments->showChain, "Print the effective chain as XML and exit");
             options.Choice("--format FORM", arguments->format, PeakFormats(), "Form of the result");
             options.Value("-o,--output FILE", arguments->output,

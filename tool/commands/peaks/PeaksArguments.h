@@ -17,8 +17,9 @@ struct PeaksArguments {
   std::string outputDir;
   ScanOptions scans;
   ChainOptions chain;
-  std::optional<double> scale;    // of the amplitudes
-  std::optional<double> minRise;  // of peaks, in standard deviations; 2.5 if it is not given
+  std::optional<double> scale;       // of the amplitudes
+  std::optional<double> minRise;     // of peaks, in standard deviations; 2.5 if it is not given
+  std::optional<double> noiseLimit;  // in times the noise of counts; 2 if it is not given
   bool showChain = false;
   bool resume = false;
   bool quiet = false;

@@ -138,9 +138,33 @@ TEST(NoiseOfPeaks, IsToldWhereWindowsLeaveNoBackground) {
 
 TEST(NoiseOfPeaks, IsToldWhereALineAtEveryMassLeavesNoBackground) {
   const auto mean = [](double mz) { return 1.0 + Line(std::remainder(mz, 1.0), 0.0, 100.0, 0.5); };
-  const Outcome outcome = Evaluate(Counted(mean));
+  const Outcome outcome = Evaluate(Counted(mean), {"--noise-limit", "0"});
   EXPECT_TRUE(RowsOf(outcome).empty());
   EXPECT_THAT(outcome.err, HasSubstr("noise far larger than neighbouring points scatter"));
+}
+
+TEST(ShotLimit, FindsALineAtEveryMassAndTellsHow) {
+  const auto mean = [](double mz) {
+    double sum = 1.0;
+    for (double mass = std::floor(mz) - 1.0; mass < mz + 2.0; ++mass)
+      sum += Line(mz, mass, 100.0 * std::pow(1.0 + std::fmod(mass, 5.0), 2.0), 0.5);
+    return sum;
+  };
+  const std::string text = Counted(mean);
+  EXPECT_LT(RowsOf(Evaluate(text, {"--noise-limit", "0"})).size(), 250U);
+  const Outcome outcome = Evaluate(text);
+  EXPECT_GE(RowsOf(outcome).size(), 280U);
+  EXPECT_THAT(outcome.err,
+              HasSubstr("1 spectrum with lines so close that the noise was taken from the counts "
+                        "between them; --noise-limit 0 leaves it as --noise finds it"));
+}
+
+TEST(ShotLimit, MayNotBeNegative) {
+  for (const char* limit : {"-1", "nan", "x"}) {
+    const Outcome outcome = Evaluate("100 1\n101 2\n102 1\n", {"--noise-limit", limit});
+    EXPECT_EQ(outcome.status, 2) << limit;
+    EXPECT_THAT(outcome.err, HasSubstr("--noise-limit")) << limit;
+  }
 }
 
 // A smoothed curve that the filter's swing has cut to 0 in front of a bump of 58, where `measured` were
