@@ -5,6 +5,7 @@
 #include <tool/frame/InputError.h>
 #include <tool/io/Axis.h>
 #include <tool/io/FillGaps.h>
+#include <tool/io/FillGrid.h>
 #include <tool/io/JudgedRepresentation.h>
 #include <tool/io/OpenScans.h>
 #include <tool/io/RunFile.h>
@@ -152,7 +153,7 @@ class ForeignSpectra final : public SpectrumSource {
   }
 
   LoadedSpectrum Load(Scan& scan) {
-    if (FillGaps(scan.mz, scan.amplitude) > 0) ++filled_;
+    if (FillGrid(scan.mz, scan.amplitude) || FillGaps(scan.mz, scan.amplitude) > 0) ++filled_;
     TslBL::RawSpectrum raw;
     raw.info.Id = scan.number;
     raw.info.TimeStamp =

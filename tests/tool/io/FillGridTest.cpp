@@ -1,0 +1,103 @@
+#include <tool/io/FillGrid.h>
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <random>
+#include <vector>
+
+using TslTool::FillGrid;
+
+namespace {
+
+struct Points {
+  std::vector<double> mz;
+  std::vector<double> amplitude;
+
+  bool operator==(const Points&) const = default;
+};
+
+// Counts of a line of 40 every 10 m/z over a background of 0.05, with a step of 0.05, to three decimals.
+Points Counted(double decimals = 1000.0) {
+  std::mt19937_64 random(1);
+  Points all;
+  for (int i = 0; i < 4000; ++i) {
+    const double mz = 100.0 + 0.05 * i;
+    const double u = std::remainder(mz - 105.0, 10.0) / 0.25;
+    all.mz.push_back(std::round(mz * decimals) / decimals);
+    all.amplitude.push_back(std::poisson_distribution<int>(0.05 + 40.0 * std::exp(-0.5 * u * u))(random));
+  }
+  return all;
+}
+
+// From the first point with a count to the last.
+Points Between(Points all) {
+  const auto isEmpty = [](double amplitude) { return amplitude == 0.0; };
+  while (isEmpty(all.amplitude.back())) all.mz.pop_back(), all.amplitude.pop_back();
+  while (isEmpty(all.amplitude.front()))
+    all.mz.erase(all.mz.begin()), all.amplitude.erase(all.amplitude.begin());
+  return all;
+}
+
+Points WithoutZeros(const Points& all) {
+  Points kept;
+  for (std::size_t i = 0; i < all.mz.size(); ++i) {
+    if (all.amplitude[i] == 0.0) continue;
+    kept.mz.push_back(all.mz[i]);
+    kept.amplitude.push_back(all.amplitude[i]);
+  }
+  return kept;
+}
+
+TEST(FillGrid, PutsEveryZeroBack) {
+  const Points all = Between(Counted());
+  Points points = WithoutZeros(all);
+  ASSERT_LT(points.mz.size(), all.mz.size() / 2);
+  EXPECT_TRUE(FillGrid(points.mz, points.amplitude));
+  EXPECT_EQ(points.amplitude, all.amplitude);
+  ASSERT_EQ(points.mz.size(), all.mz.size());
+  for (std::size_t i = 0; i < all.mz.size(); ++i) EXPECT_NEAR(points.mz[i], all.mz[i], 1e-9);
+}
+
+TEST(FillGrid, StepsMayBeRounded) {
+  const Points all = Between(Counted(100.0));
+  Points points = WithoutZeros(all);
+  for (double& mz : points.mz) mz = std::round((mz + 0.013 * (mz - 100.0)) * 100.0) / 100.0;
+  EXPECT_TRUE(FillGrid(points.mz, points.amplitude));
+  EXPECT_EQ(points.amplitude, all.amplitude);
+}
+
+void ExpectUntouched(const Points& points, const char* what) {
+  Points after = points;
+  EXPECT_FALSE(FillGrid(after.mz, after.amplitude)) << what;
+  EXPECT_EQ(after, points) << what;
+}
+
+TEST(FillGrid, LeavesWholeAxesAndWindowsAlone) {
+  ExpectUntouched(Counted(), "nothing is left out");
+  Points windows;
+  const Points all = Counted();
+  for (std::size_t i = 0; i < all.mz.size(); ++i) {
+    if (std::abs(std::remainder(all.mz[i] - 105.0, 10.0)) > 0.5) continue;
+    windows.mz.push_back(all.mz[i]);
+    windows.amplitude.push_back(all.amplitude[i]);
+  }
+  ExpectUntouched(windows, "windows of selected ions");
+}
+
+TEST(FillGrid, LeavesUnevenAxesAlone) {
+  Points points = WithoutZeros(Counted());
+  for (double& mz : points.mz) mz = mz * mz / 100.0;
+  ExpectUntouched(points, "steps that grow with m/z");
+}
+
+TEST(FillGrid, LeavesAFewPointsAndTooManyPlacesAlone) {
+  ExpectUntouched({{1, 2, 3, 5}, {1, 1, 1, 1}}, "a few points");
+  Points points = WithoutZeros(Counted());
+  points.mz.push_back(1e6);
+  points.amplitude.push_back(1.0);
+  ExpectUntouched(points, "two million places");
+  ExpectUntouched({std::vector<double>(30, 100.0), std::vector<double>(30, 1.0)}, "one place for all");
+}
+
+}  // namespace
