@@ -1,5 +1,6 @@
 #include <tool/commands/chrom/PeakAreas.h>
 
+#include <tool/commands/chrom/FittedShares.h>
 #include <tslbl/curve/CurveEval.h>
 #include <algorithm>
 #include <cmath>
@@ -142,6 +143,57 @@ class Integral {
       const std::size_t last = row + 1 == group.rows.end ? end - 1 : peaks[row].endIdx;
       areas.push_back(Between(first, last, left, right));
     }
+    Share(group, {begin, end}, left, right, areas);
+  }
+
+  // Divides what peaks that touch have together as a fit tells, if it tells.
+  void Share(const Group& group, const Stretch& points, const Level& left, const Level& right,
+             std::vector<PeakArea>& areas) const {
+    if (group.rows.Size() < 2) return;
+    const double level = MeanBaseline(points);
+    std::vector<double> values(above_.begin() + Offset(points.first), above_.begin() + Offset(points.end));
+    for (std::size_t i = 0; i < values.size(); ++i)
+      values[i] += level - LevelAt(seconds_[points.first + i], left, right);
+    std::vector<std::size_t> tops;
+    double width = 0.0;
+    for (std::size_t row = group.rows.first; row < group.rows.end; ++row) {
+      tops.push_back(curve_.peaks[row].apexIdx - points.first);
+      width = std::max(width, SecondsAcross(curve_.peaks[row]));
+    }
+    const double noise = variance_.empty() ? 0.0 : std::sqrt(variance_[points.first]);
+    const std::vector<FittedShare> shares = FittedShares(
+        {std::span(seconds_).subspan(points.first, points.Size()), values, tops, level, width, noise});
+    if (shares.empty()) return;
+    const auto first = areas.end() - std::ssize(shares);
+    const double all = std::accumulate(first, areas.end(), 0.0,
+                                       [](double sum, const PeakArea& area) { return sum + area.area; });
+    for (std::size_t k = 0; k < shares.size(); ++k) {
+      PeakArea& area = first[Offset(k)];
+      area.area = shares[k].share * all;
+      if (!std::isnan(area.error) && shares[k].error > area.error) area.error = shares[k].error;
+    }
+  }
+
+  static std::ptrdiff_t Offset(std::size_t index) { return static_cast<std::ptrdiff_t>(index); }
+
+  // At least 0.
+  double MeanBaseline(const Stretch& points) const {
+    if (curve_.baseline.empty()) return 0.0;
+    const auto first = curve_.baseline.begin() + Offset(points.first);
+    const double sum = std::accumulate(first, first + Offset(points.Size()), 0.0);
+    return std::max(sum / static_cast<double>(points.Size()), 0.0);
+  }
+
+  double SecondsAcross(const TslBL::PeakInfo& peak) const {
+    const double step = (seconds_[peak.endIdx] - seconds_[peak.startIdx]) / (peak.endIdx - peak.startIdx);
+    return WidthOf(peak) * step;
+  }
+
+  // On the line through the levels of both sides, or at the one that is known.
+  static double LevelAt(double seconds, const Level& left, const Level& right) {
+    if (!left.isKnown || !right.isKnown) return left.isKnown ? left.value : right.value;
+    return left.value +
+           (seconds - left.seconds) / (right.seconds - left.seconds) * (right.value - left.value);
   }
 
   // Points by which a peak is longer than it stands out of the noise.

@@ -14,6 +14,9 @@
 // on the mean, is taken off, too; or a constant where there are points on one side only. Not where the user
 // gave the baseline.
 //
+// Peaks that touch have what lies above the level together; it is divided at the valleys, or where a fit
+// follows the points as that tells (FittedShares.h).
+//
 // The variance of an area is that of its points, from their counts where these are known, or else from the
 // noise curve, without the part that grows with a peak; and that of the level.
 

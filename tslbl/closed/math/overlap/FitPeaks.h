@@ -7,6 +7,7 @@
 // for counts and for counts times any factor; the answer does not depend on the factor.
 //
 // Threads: nothing is shared; any number of calls may run at the same time.
+#include <tslbl/Export.h>
 #include <tslbl/closed/math/overlap/FitErrors.h>
 #include <tslbl/closed/math/overlap/FittedGaussian.h>
 #include <tslbl/closed/math/overlap/PeakSum.h>
@@ -40,7 +41,7 @@ struct OverlapFit {
 // a3 that is not above 0, points that are not finite or all 0, points that do not determine the peaks, more
 // work than some seconds. Levenberg-Marquardt takes about 25 steps, each in proportion to the points and to
 // the square of the peaks near them; Hooke-Jeeves takes ten to twenty times as long and reaches the same.
-std::optional<OverlapFit> FitOverlap(FitMethod method, const OverlapGroup& group);
+TSLBL_API std::optional<OverlapFit> FitOverlap(FitMethod method, const OverlapGroup& group);
 
 // The same for a caller with a place for the result of each apex. Results are in the order of x. False if
 // there is no answer; the results are the start values then: height of the apex above the baseline, apex, a3,

@@ -4,6 +4,7 @@
 // on the right of a top; on its left the skew has the other sign. All peaks of a group share one skew, which
 // is above 0 for peaks that tail to the right. With a skew of 0 they are Gaussians, widths being standard
 // deviations. Whatever the skew, height, width and area go together as they do in a Gaussian.
+#include <tslbl/Export.h>
 #include <tslbl/closed/math/overlap/GroupSamples.h>
 
 #include <cstddef>
@@ -12,7 +13,7 @@
 
 namespace TslMath {
 
-struct PeakSum {
+struct TSLBL_API PeakSum {
   std::vector<double> heights;
   std::vector<double> tops;
   std::vector<double> widths;
