@@ -30,6 +30,7 @@
 #include <tslbl/closed/math/baseline/Baseline.h>
 #include <tslbl/closed/math/baseline/BaselineAndNoise.h>
 #include <tslbl/closed/math/baseline/Noise.h>
+#include <tslbl/closed/math/overlap/FitPeaks.h>
 #include <tslbl/closed/math/peak/Features.h>
 #include <tslbl/closed/math/peak/GaussPeak.h>
 #include <tslbl/closed/math/peak/SplinePeak.h>

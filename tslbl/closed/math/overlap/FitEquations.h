@@ -3,6 +3,7 @@
 // the free numbers of the sum.
 #include <tslbl/closed/math/overlap/GroupSamples.h>
 #include <tslbl/closed/math/overlap/PeakSum.h>
+#include <tslbl/closed/math/overlap/TermOrder.h>
 
 #include <cstddef>
 #include <cstdint>

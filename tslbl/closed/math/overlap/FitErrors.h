@@ -1,17 +1,13 @@
 #pragma once
 // How uncertain the places and areas of fitted peaks are.
 #include <tslbl/closed/math/overlap/Cholesky.h>
+#include <tslbl/closed/math/overlap/FitError.h>
 #include <tslbl/closed/math/overlap/FitTask.h>
 
 #include <span>
 #include <vector>
 
 namespace TslMath {
-
-struct FitError {
-  double centroid;
-  double area;
-};
 
 // One standard deviation for each peak, from the curvature of the squares at the fitted sum. `noise` is the
 // variance of a point times its weight. Empty if the points do not determine all free numbers.

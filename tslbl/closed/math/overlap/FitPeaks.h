@@ -8,7 +8,7 @@
 //
 // Threads: nothing is shared; any number of calls may run at the same time.
 #include <tslbl/Export.h>
-#include <tslbl/closed/math/overlap/FitErrors.h>
+#include <tslbl/closed/math/overlap/FitError.h>
 #include <tslbl/closed/math/overlap/FittedGaussian.h>
 #include <tslbl/closed/math/overlap/PeakSum.h>
 

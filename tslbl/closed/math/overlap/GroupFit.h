@@ -1,5 +1,6 @@
 #pragma once
 // The stages of the fit of one group: start, common width, what the points ask for beyond that, errors.
+#include <tslbl/closed/math/overlap/FitErrors.h>
 #include <tslbl/closed/math/overlap/FitPeaks.h>
 #include <tslbl/closed/math/overlap/HookeJeeves.h>
 #include <tslbl/closed/math/overlap/LevenbergMarquardt.h>
