@@ -44,4 +44,12 @@ std::shared_ptr<const SmoothFilter> FilterOf(const TslBL::Curve& curve) {
   return kept.front().second;
 }
 
+bool OnlySmooths(const TslBL::Curve& curve) {
+  return std::ranges::none_of(curve.evals, [](const TslBL::CurveEval& eval) {
+    return eval.Type() == TslBL::EvalType::AerosolFilter ||
+           eval.Type() == TslBL::EvalType::BaselineSubtract ||
+           eval.Type() == TslBL::EvalType::ThresholdSubtract;
+  });
+}
+
 }  // namespace TslTool

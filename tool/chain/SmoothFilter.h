@@ -20,4 +20,8 @@ struct SmoothFilter {
 // the last 16 are kept. For any number of threads.
 std::shared_ptr<const SmoothFilter> FilterOf(const TslBL::Curve& curve);
 
+// Whether a curve's chain did nothing to the amplitudes but smooth them: took off no spikes, no baseline and
+// no threshold.
+bool OnlySmooths(const TslBL::Curve& curve);
+
 }  // namespace TslTool

@@ -9,6 +9,7 @@ namespace TslTool {
 Command Program();
 
 Command PeaksCommand();
+Command OverlapCommand();
 Command ChromCommand();
 Command SimulateCommand();
 Command InfoCommand();

@@ -55,20 +55,11 @@ std::vector<double> VarianceOf(const Chromatogram& measured, const TslBL::ICObj&
   return variance;
 }
 
-// Whether something was taken off the amplitudes that is none of the peaks.
-bool TakesOff(const TslBL::ICObj& curve) {
-  return std::ranges::any_of(curve.evals, [](const TslBL::CurveEval& eval) {
-    return eval.Type() == TslBL::EvalType::AerosolFilter ||
-           eval.Type() == TslBL::EvalType::BaselineSubtract ||
-           eval.Type() == TslBL::EvalType::ThresholdSubtract;
-  });
-}
-
 class Integral {
  public:
   Integral(const Chromatogram& measured, const TslBL::ICObj& curve, const SmoothFilter* filter)
       : seconds_(measured.seconds),
-        above_(TakesOff(curve) ? curve.yAxis : measured.values),
+        above_(OnlySmooths(curve) ? measured.values : curve.yAxis),
         curve_(curve),
         variance_(VarianceOf(measured, curve, filter)) {
     for (std::size_t i = 0; i < curve.baseline.size(); ++i) above_[i] -= curve.baseline[i];

@@ -7,6 +7,7 @@
 #include <tool/commands/peaks/CurveWriter.h>
 #include <tool/commands/peaks/Evaluation.h>
 #include <tool/commands/peaks/EvaluationRemarks.h>
+#include <tool/commands/peaks/PeakWriter.h>
 #include <tool/commands/peaks/PeaksInput.h>
 #include <tool/commands/peaks/PictureFiles.h>
 #include <tool/commands/peaks/RefuseNothing.h>
@@ -94,14 +95,16 @@ struct BesideTable {
   EvaluationRemarks remarks;
 };
 
-std::string PlotOf(const std::string& name, const LoadedSpectrum& loaded, const BesideTable& beside) {
+std::string PlotOf(const std::string& name, const LoadedSpectrum& loaded, const BesideTable& beside,
+                   const SpectrumProduct& product) {
   if (!beside.pictures.AreWanted()) return "";
-  return SpectrumPlot(loaded, fmt::format("{}, scan {}", name, loaded.scan), beside.view);
+  return product.plot(loaded, fmt::format("{}, scan {}", name, loaded.scan), beside.view);
 }
 
 // Evaluates and writes all that the source gives, and returns the number of spectra.
 std::uint64_t EvaluateAll(const PeaksArguments& arguments, SpectrumSource& source,
-                          const Evaluation& evaluation, PeakFile& peaks, BesideTable& beside) {
+                          const Evaluation& evaluation, PeakFile& peaks, BesideTable& beside,
+                          const SpectrumProduct& product) {
   const std::string name = NameOf(arguments);
   const std::optional<RealRange> noise = arguments.chain.NoiseStretch();
   const std::optional<RealRange> search = arguments.chain.SearchStretch();
@@ -110,9 +113,10 @@ std::uint64_t EvaluateAll(const PeaksArguments& arguments, SpectrumSource& sourc
     RequireStretch(name, noise, "to measure the noise on", loaded);
     RequireStretch(name, search, "to find peaks among", loaded);
     beside.remarks.Look(loaded, evaluation.Run(loaded));
+    if (product.finish) product.finish(loaded);
     if (beside.pictures.AreWanted()) RequireStretch(name, beside.view, "to draw", loaded);
     return SpectrumTexts{peaks.Part(loaded), beside.curves ? CurvePart(loaded) : "",
-                         PlotOf(name, loaded, beside), loaded.scan};
+                         PlotOf(name, loaded, beside, product), loaded.scan};
   };
   const auto write = [&](const SpectrumTexts& texts) {
     beside.pictures.Write(texts.scan, texts.plot);
@@ -137,7 +141,8 @@ void ShareThreads(const SpectrumSource& source) {
   TslBL::SetMultiThreadingParams(params);
 }
 
-void EvaluateInto(PeakFile& peaks, const PeaksArguments& arguments, const Options& options) {
+void EvaluateInto(PeakFile& peaks, const PeaksArguments& arguments, const Options& options,
+                  const SpectrumProduct& product) {
   const SpectrumChoice wanted = arguments.scans.Choice();
   auto source = OpenSpectra(arguments.input, wanted);
   ShareThreads(*source);
@@ -154,7 +159,7 @@ void EvaluateInto(PeakFile& peaks, const PeaksArguments& arguments, const Option
   if (arguments.resume)
     if (const auto& done = peaks.Resume())
       source = RestOfTable(arguments.input, wanted, evaluation, *done, peaks);
-  if (EvaluateAll(arguments, *source, evaluation, peaks, beside) == 0)
+  if (EvaluateAll(arguments, *source, evaluation, peaks, beside, product) == 0)
     RefuseNothing(arguments.input, wanted, *source);
   if (!arguments.quiet) Tell(NameOf(arguments), source->Notes());
   TellDerived(arguments, chain);
@@ -167,10 +172,15 @@ void EvaluateInto(PeakFile& peaks, const PeaksArguments& arguments, const Option
 
 }  // namespace
 
-void EvaluateInput(const PeaksArguments& arguments, const Options& options) {
-  PeakFile peaks(arguments.format, arguments.output);
+SpectrumProduct PeakTables() {
+  return {[](const std::string& format) -> std::unique_ptr<SpectrumWriter> { return MakePeakWriter(format); },
+          SpectrumPlot};
+}
+
+void EvaluateInput(const PeaksArguments& arguments, const Options& options, const SpectrumProduct& product) {
+  PeakFile peaks(product.makeWriter(arguments.format), arguments.format, arguments.output);
   try {
-    EvaluateInto(peaks, arguments, options);
+    EvaluateInto(peaks, arguments, options, product);
   } catch (...) {
     const std::string part = WasInterrupted() ? peaks.KeepForLater() : "";
     if (!part.empty()) Tell(part + " holds the scans so far; --resume continues with it");

@@ -1,15 +1,34 @@
 #pragma once
-// One input of the command peaks, from its spectra to its table.
+// One input of a command that makes a table of spectra, such as peaks, from its spectra to its table.
 
 #include <tool/commands/peaks/PeakFile.h>
 #include <tool/commands/peaks/PeaksArguments.h>
+#include <tool/frame/Numbers.h>
 #include <tool/frame/Options.h>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
 
 namespace TslTool {
 
+// What a command makes of evaluated spectra. Any number of threads may call these.
+struct SpectrumProduct {
+  std::unique_ptr<SpectrumWriter> (*makeWriter)(const std::string& format);
+  // An SVG document of a spectrum; `view` is the range of m/z, all without one.
+  std::string (*plot)(const LoadedSpectrum& loaded, const std::string& title,
+                      const std::optional<RealRange>& view);
+  // What is done behind the chain, if there is something.
+  std::function<void(LoadedSpectrum&)> finish = {};
+};
+
+// That of the command peaks.
+SpectrumProduct PeakTables();
+
 // Evaluates all that is asked for and writes it to the --output, and to the file of --curve. Throws
 // InputError.
-void EvaluateInput(const PeaksArguments& arguments, const Options& options);
+void EvaluateInput(const PeaksArguments& arguments, const Options& options,
+                   const SpectrumProduct& product = PeakTables());
 
 // Writes the chain that the input would be evaluated with.
 void ShowChain(const PeaksArguments& arguments, const Options& options);

@@ -1,8 +1,10 @@
 #include <tool/commands/peaks/PeakFile.h>
 
+#include <tool/commands/peaks/PeakWriter.h>
 #include <tool/frame/InputError.h>
 #include <filesystem>
 #include <fstream>
+#include <utility>
 
 namespace TslTool {
 
@@ -18,8 +20,8 @@ bool PeakFile::IsWhole(const std::string& format, const std::string& path) {
   return in && begin == head && !std::filesystem::exists(path + ".part");
 }
 
-PeakFile::PeakFile(const std::string& format, const std::string& path)
-    : writer_(MakePeakWriter(format)),
+PeakFile::PeakFile(std::unique_ptr<SpectrumWriter> writer, const std::string& format, const std::string& path)
+    : writer_(std::move(writer)),
       output_(path, CanResume(format, path) ? Output::Beside::Resumable : Output::Beside::Temporary) {}
 
 const std::optional<TableEnd>& PeakFile::Resume() {
@@ -34,9 +36,7 @@ void PeakFile::RefuseToResume(std::uint32_t scan, const std::string& reason) {
                    reason + "; without --resume it starts over");
 }
 
-std::string PeakFile::Part(const LoadedSpectrum& loaded) const {
-  return writer_->Part(loaded, ReportedPeaks(loaded));
-}
+std::string PeakFile::Part(const LoadedSpectrum& loaded) const { return writer_->PartOf(loaded); }
 
 void PeakFile::RequireSame(const std::string& part) {
   if (part != resumed_->rows)

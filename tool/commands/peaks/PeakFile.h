@@ -1,12 +1,13 @@
 #pragma once
-// The result of the command peaks: the parts of the spectra in their order, in a file or on
+// The result of the commands peaks and overlap: the parts of the spectra in their order, in a file or on
 // standard output. A table of the form "tsv" in a file can be resumed after a process was
 // killed or interrupted.
 
-#include <tool/commands/peaks/PeakWriter.h>
+#include <tool/commands/peaks/SpectrumWriter.h>
 #include <tool/commands/peaks/TableEnd.h>
 #include <tool/frame/Output.h>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -14,8 +15,8 @@ namespace TslTool {
 
 class PeakFile {
  public:
-  // An empty path or "-" means standard output.
-  PeakFile(const std::string& format, const std::string& path);
+  // An empty path or "-" means standard output. `writer` is that of the format.
+  PeakFile(std::unique_ptr<SpectrumWriter> writer, const std::string& format, const std::string& path);
 
   static bool CanResume(const std::string& format, const std::string& path);
   // Whether a file holds a table that no process has left unfinished.
@@ -41,7 +42,7 @@ class PeakFile {
  private:
   void RequireSame(const std::string& part);
 
-  std::unique_ptr<PeakWriter> writer_;
+  std::unique_ptr<SpectrumWriter> writer_;
   Output output_;
   std::optional<TableEnd> resumed_;
   bool first_ = true;

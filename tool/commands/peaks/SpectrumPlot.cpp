@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <tool/plot/Axes.h>
+#include <tool/plot/CurvePart.h>
 #include <tool/plot/Curves.h>
 #include <tool/plot/Labels.h>
 #include <tool/plot/Legend.h>
@@ -25,24 +26,6 @@ constexpr NamedStroke kLegend[] = {
 constexpr const char* kNoise = "#f3dcc8";
 
 using Values = std::span<const double>;
-
-// The points from the one before the view to the one behind it.
-struct Part {
-  std::size_t begin;
-  std::size_t end;
-
-  Values Of(const std::vector<double>& values) const {
-    return values.size() < end ? Values() : Values(values).subspan(begin, end - begin);
-  }
-};
-
-Part PartOf(const std::vector<double>& x, const Range& view) {
-  const auto begin = std::ranges::lower_bound(x, view.low) - x.begin();
-  const auto end = std::ranges::upper_bound(x, view.high) - x.begin();
-  const auto size = static_cast<std::ptrdiff_t>(x.size());
-  return {static_cast<std::size_t>(std::max<std::ptrdiff_t>(begin - 1, 0)),
-          static_cast<std::size_t>(std::min(end + 1, size))};
-}
 
 Range ViewOf(const std::vector<double>& x, const std::optional<RealRange>& view) {
   if (view) return {view->from, view->to};
@@ -85,7 +68,7 @@ std::string SpectrumPlot(const LoadedSpectrum& loaded, const std::string& title,
                          const std::optional<RealRange>& view) {
   const TslBL::Spectrum& spectrum = *loaded.spectrum;
   const Range mz = ViewOf(spectrum.xAxis, view);
-  const Part part = PartOf(spectrum.xAxis, mz);
+  const CurvePart part(spectrum.xAxis, mz);
   const Values x = part.Of(spectrum.xAxis);
   Svg svg(kPage.width, kPage.height);
   DrawHeader(svg, title, kLegend);

@@ -1,0 +1,73 @@
+#include <tool/commands/overlap/Deconvolution.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <tool/commands/overlap/Doublet.h>
+#include <tool/frame/InputError.h>
+#include <tslbl/closed/engines/OverlapPeakEngine.h>
+
+namespace tests {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using TslTool::Deconvolution;
+using TslTool::EditsByScan;
+using TslTool::GroupEdit;
+using TslTool::OverlapOptions;
+
+std::string Failure(Deconvolution& deconvolution) {
+  TslTool::LoadedSpectrum loaded = WithPeaks();
+  try {
+    deconvolution.Run(loaded);
+  } catch (const TslTool::InputError& e) {
+    return e.what();
+  }
+  return "";
+}
+
+TEST(Deconvolution, FitsWhatOverlaps) {
+  Deconvolution deconvolution("doublet", OverlapOptions(), {}, {});
+  TslTool::LoadedSpectrum loaded = WithPeaks();
+  deconvolution.Run(loaded);
+  EXPECT_EQ(loaded.spectrum->QNumGroups(), 1U);
+  EXPECT_EQ(deconvolution.Note(), "1 group of 2 fitted peaks");
+  EXPECT_THAT(deconvolution.Warnings(), IsEmpty());
+}
+
+TEST(Deconvolution, MakesTheEditsOfItsScan) {
+  Deconvolution deconvolution("doublet", OverlapOptions(), EditsByScan{{3, {{GroupEdit::Add, 507.0}}}}, {});
+  EXPECT_EQ(Failure(deconvolution), "");
+  EXPECT_EQ(deconvolution.Note(), "2 groups of 3 fitted peaks");
+}
+
+TEST(Deconvolution, TellsOfEditsForScansThatNeverCame) {
+  Deconvolution deconvolution("doublet", OverlapOptions(),
+                              EditsByScan{{3, {{GroupEdit::Add, 507.0}}}, {8, {{GroupEdit::Add, 507.0}}}},
+                              {});
+  Failure(deconvolution);
+  EXPECT_THAT(deconvolution.Warnings(), ElementsAre("scan 8 has edits and was not evaluated"));
+}
+
+TEST(Deconvolution, EditsOneSpectrumWhereTheEditsNameNone) {
+  Deconvolution deconvolution("doublet", OverlapOptions(), {}, {{GroupEdit::Add, 507.0}});
+  EXPECT_EQ(Failure(deconvolution), "");
+  EXPECT_THAT(Failure(deconvolution),
+              testing::StartsWith("doublet: --refit-add and --refit-remove edit one "));
+}
+
+TEST(Deconvolution, NamesTheScanOfAFailure) {
+  Deconvolution deconvolution("doublet", OverlapOptions(), {}, {{GroupEdit::Remove, 600.0}});
+  EXPECT_THAT(Failure(deconvolution), testing::StartsWith("doublet: scan 3: has no fitted peak at m/z 600;"));
+}
+
+TEST(Deconvolution, NamesTheScanWhereThereIsNoEngine) {
+  TslCommon::ComponentRegistry::Instance().Register(TslMath::OverlapPeakEngine::kClassId, nullptr);
+  Deconvolution deconvolution("doublet", OverlapOptions(), {}, {});
+  EXPECT_EQ(Failure(deconvolution), "doublet: scan 3: Unable to load overlap peak deconvolution library.");
+  TslMath::RegisterOwnOverlapPeakEngine();
+}
+
+}  // namespace
+}  // namespace tests

@@ -1,0 +1,100 @@
+#include <tool/commands/overlap/Deconvolution.h>
+
+#include <fmt/format.h>
+
+#include <tool/chain/SmoothFilter.h>
+#include <tool/commands/overlap/EditGroups.h>
+#include <tool/commands/overlap/FittedPoints.h>
+#include <tool/frame/Failure.h>
+#include <tool/frame/InputError.h>
+#include <tslbl/closed/common/Text.h>
+#include <tslbl/overlap/OPD.h>
+#include <algorithm>
+#include <exception>
+#include <stdexcept>
+#include <utility>
+
+namespace TslTool {
+namespace {
+
+constexpr double kPoor = 3.0;  // reduced chi-square
+
+// Points of the filter behind which the peaks were found; 0 where it has no window.
+std::uint32_t WindowOf(const TslBL::Spectrum& spectrum) {
+  const auto filter = FilterOf(spectrum);
+  return filter == nullptr ? 0 : static_cast<std::uint32_t>(filter->weights.size());
+}
+
+void Deconvolve(TslBL::Spectrum& spectrum) {
+  TslBL::Changed changed;
+  std::wstring error;
+  if (!TslBL::DoOPD(spectrum, changed, error)) throw std::runtime_error(TslCommon::ToUtf8(error));
+}
+
+}  // namespace
+
+Deconvolution::Deconvolution(std::string input, const OverlapOptions& options, EditsByScan edits,
+                             std::vector<GroupEdit> editsOfOne)
+    : input_(std::move(input)),
+      options_(options),
+      edits_(std::move(edits)),
+      editsOfOne_(std::move(editsOfOne)) {}
+
+void Deconvolution::Run(LoadedSpectrum& loaded) {
+  const std::vector<GroupEdit>& edits = EditsOf(loaded);
+  try {
+    loaded.spectrum->opdParams = options_.Params(loaded.countAmpl > 0.0, WindowOf(*loaded.spectrum));
+    const WithFittedPoints points(loaded);
+    Deconvolve(*loaded.spectrum);
+    for (const GroupEdit& edit : edits) EditGroup(*loaded.spectrum, edit);
+  } catch (...) {
+    // An engine's failure is no std::exception.
+    throw InputError(input_, fmt::format("scan {}", loaded.scan), FailureText(std::current_exception()));
+  }
+  Count(loaded);
+}
+
+const std::vector<GroupEdit>& Deconvolution::EditsOf(const LoadedSpectrum& loaded) {
+  if (!editsOfOne_.empty()) {
+    if (isOneEdited_.exchange(true))
+      throw InputError(input_, "",
+                       "--refit-add and --refit-remove edit one spectrum, and there are several; choose one "
+                       "with --scan, or list the edits of each in a file for --edits");
+    return editsOfOne_;
+  }
+  static const std::vector<GroupEdit> none;
+  const auto found = edits_.find(loaded.scan);
+  return found == edits_.end() ? none : found->second;
+}
+
+void Deconvolution::Count(const LoadedSpectrum& loaded) {
+  groups_ += loaded.spectrum->QNumGroups();
+  peaks_ += loaded.spectrum->QNumOverlappedPeaks();
+  const auto poor =
+      std::ranges::find_if(loaded.spectrum->overlapPeaks, [](const auto& peak) { return peak.Fit4 > kPoor; });
+  if (poor != loaded.spectrum->overlapPeaks.end())
+    poor_.Add(loaded.scan,
+              fmt::format("m/z {:.1f}", loaded.spectrum->FractionalIndexToXAxisVal(poor->Position)));
+  if (!edits_.contains(loaded.scan)) return;
+  const std::lock_guard lock(mutex_);
+  seen_.insert(loaded.scan);
+}
+
+std::string Deconvolution::Note() const {
+  return fmt::format("{} group{} of {} fitted peak{}", groups_.load(), groups_ == 1 ? "" : "s", peaks_.load(),
+                     peaks_ == 1 ? "" : "s");
+}
+
+std::vector<std::string> Deconvolution::Warnings() const {
+  std::vector<std::string> warnings;
+  const std::string poor =
+      poor_.Text(fmt::format("a group whose fit leaves more than noise, chi2 above {}", kPoor),
+                 "--scan N --plot FILE shows what");
+  if (!poor.empty()) warnings.push_back(poor);
+  for (const auto& [scan, edits] : edits_)
+    if (!seen_.contains(scan))
+      warnings.push_back(fmt::format("scan {} has edits and was not evaluated", scan));
+  return warnings;
+}
+
+}  // namespace TslTool
