@@ -88,8 +88,8 @@ std::string Deconvolution::Note() const {
 std::vector<std::string> Deconvolution::Warnings() const {
   std::vector<std::string> warnings;
   const std::string poor =
-      poor_.Text(fmt::format("a group whose fit leaves more than noise, chi2 above {}", kPoor),
-                 "--scan N --plot FILE shows what");
+      poor_.Text(fmt::format("with a group whose fit leaves more than noise, chi2 above {}", kPoor),
+                 "; --scan N --plot FILE shows it");
   if (!poor.empty()) warnings.push_back(poor);
   for (const auto& [scan, edits] : edits_)
     if (!seen_.contains(scan))

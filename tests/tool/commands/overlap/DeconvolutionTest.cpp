@@ -50,6 +50,16 @@ TEST(Deconvolution, TellsOfEditsForScansThatNeverCame) {
   EXPECT_THAT(deconvolution.Warnings(), ElementsAre("scan 8 has edits and was not evaluated"));
 }
 
+TEST(Deconvolution, TellsOfFitsThatLeaveMoreThanNoise) {
+  Deconvolution deconvolution("doublet", OverlapOptions(), {}, {{GroupEdit::Remove, kRight.mz}});
+  EXPECT_EQ(Failure(deconvolution), "");
+  ASSERT_EQ(deconvolution.Warnings().size(), 1U);
+  EXPECT_THAT(
+      deconvolution.Warnings()[0],
+      testing::StartsWith("1 spectrum with a group whose fit leaves more than noise, chi2 above 3 (first at "
+                          "scan 3, m/z 503."));
+}
+
 TEST(Deconvolution, EditsOneSpectrumWhereTheEditsNameNone) {
   Deconvolution deconvolution("doublet", OverlapOptions(), {}, {{GroupEdit::Add, 507.0}});
   EXPECT_EQ(Failure(deconvolution), "");

@@ -23,7 +23,11 @@ OPDParams ParamsOf(const std::vector<std::pair<std::string, std::vector<std::str
   return overlap.Params(isCounted, window);
 }
 
-TEST(OverlapOptions, AreThePresetOfTheLibraryUnlessGiven) { EXPECT_EQ(ParamsOf({}), OPDParams::DefaultMS()); }
+TEST(OverlapOptions, AreThePresetOfTheLibraryUnlessGivenAndJoinMore) {
+  OPDParams expected = OPDParams::DefaultMS();
+  expected.MinAmplPercentCmnEndPt = 10;
+  EXPECT_EQ(ParamsOf({}), expected);
+}
 
 TEST(OverlapOptions, DropNoEstimateWhereAmplitudesAreNoCounts) {
   EXPECT_EQ(ParamsOf({}, false).MinPeakAmplitude, 0U);
