@@ -3,11 +3,14 @@
 #include <tslbl/closed/math/baseline/Baseline.h>
 #include <tslbl/closed/math/baseline/BaselineAndNoise.h>
 #include <tslbl/closed/math/baseline/Noise.h>
+#include <tslbl/closed/math/overlap/FitPeaks.h>
+#include <tslbl/closed/math/overlap/InitialEstimates.h>
 #include <tslbl/closed/math/peak/SplinePeak.h>
 #include <tslbl/closed/math/smooth/Smoothing.h>
 
 #include <algorithm>
 #include <cstdint>
+#include <span>
 #include <vector>
 
 namespace TslMath {
@@ -20,6 +23,7 @@ class AllResults {
     Smooth();
     FindBaselinesAndNoises();
     DescribePeaks();
+    TakePeaksApart();
     values_.push_back(StandardDeviation(y_.data(), n_));
   }
 
@@ -66,6 +70,20 @@ class AllResults {
       peak.PeakCentroid(0.4 * level, centroid, height, from, to);
       const double area = peak.PeakArea(0.4 * level, 1, x_.data());
       values_.insert(values_.end(), {top, level, left, right, centroid, height, from, to, area});
+    }
+  }
+
+  void TakePeaksApart() {
+    constexpr std::uint32_t kPoints = 70;
+    for (std::uint32_t start = 0; start + kPoints <= std::min(n_, 4000U); start += 373) {
+      const std::span<const double> x(x_.data() + start, kPoints);
+      const std::span<const double> y(y_.data() + start, kPoints);
+      const std::vector<std::int32_t> places = InitialEstimates(true, 3, y);
+      std::vector<FittedGaussian> peaks(places.size());
+      FitPeaks(false, x, y, places, y.front(), 0.3, peaks);
+      for (const FittedGaussian& peak : peaks)
+        values_.insert(values_.end(),
+                       {peak.height, peak.centre, peak.a3, peak.baseline, peak.fit4, peak.fit5, peak.fit6});
     }
   }
 

@@ -16,6 +16,11 @@ OnePeak PeakOf(const PeakSum& sum, std::size_t k) {
   return {sum.heights[k], sum.tops[k], sum.widths[k], sum.skew};
 }
 
+BlockPoints PointsOf(const GroupSamples& samples, std::size_t block) {
+  const std::size_t first = block * kGroupBlock;
+  return {samples.CountOf(block), samples.X() + first, samples.RootWeights() + first};
+}
+
 }  // namespace
 
 EquationBuilder::EquationBuilder(const GroupSamples& samples, std::size_t peaks)
@@ -35,7 +40,7 @@ void EquationBuilder::Start(const PeakSum& sum, std::size_t block) {
     if (sum.tops[k] >= first - far && sum.tops[k] <= last + far) near_.push_back(k);
   }
   const double* y = samples_.Y() + block * kGroupBlock;
-  for (std::size_t i = 0; i < kGroupBlock; ++i) residuals_[i] = y[i] - sum.baseline;
+  for (std::size_t i = 0; i < samples_.CountOf(block); ++i) residuals_[i] = y[i] - sum.baseline;
 }
 
 // The columns stand as `here` has the terms of the near peaks alone.
@@ -52,8 +57,8 @@ void EquationBuilder::ListTerms(const TermOrder& order, const TermOrder& here) {
 }
 
 void EquationBuilder::FillColumns(const PeakSum& sum, std::size_t block, const TermOrder& here) {
-  const std::size_t first = block * kGroupBlock;
-  const BlockPoints points{samples_.X() + first, samples_.RootWeights() + first};
+  const std::size_t count = samples_.CountOf(block);
+  const BlockPoints points = PointsOf(samples_, block);
   const FreeTerms& free = here.Free();
   std::fill_n(Column(here.Width(0)), here.WidthCount() * kGroupBlock, 0.0);
   if (free.skew) std::fill_n(Column(here.Skew()), kGroupBlock, 0.0);
@@ -64,8 +69,8 @@ void EquationBuilder::FillColumns(const PeakSum& sum, std::size_t block, const T
          here.WidthCount() > 0 ? Column(here.Width(k)) : nullptr, free.skew ? Column(here.Skew()) : nullptr},
         residuals_.data());
   }
-  if (free.baseline) std::copy_n(points.rootWeights, kGroupBlock, Column(here.Baseline()));
-  for (std::size_t i = 0; i < kGroupBlock; ++i) residuals_[i] *= points.rootWeights[i];
+  if (free.baseline) std::copy_n(points.rootWeights, count, Column(here.Baseline()));
+  for (std::size_t i = 0; i < count; ++i) residuals_[i] *= points.rootWeights[i];
 }
 
 void EquationBuilder::Build(const PeakSum& sum, const TermOrder& order, FitEquations& equations) {
@@ -75,19 +80,20 @@ void EquationBuilder::Build(const PeakSum& sum, const TermOrder& order, FitEquat
     const TermOrder here(near_.size(), order.Free());
     ListTerms(order, here);
     FillColumns(sum, block, here);
-    AddProducts({columns_.data(), terms_, residuals_.data()}, equations);
+    AddProducts({samples_.CountOf(block), columns_.data(), terms_, residuals_.data()}, equations);
     effort_ += kGroupBlock * (near_.size() * kEffortPerPeak + here.Count() * here.Count());
   }
 }
 
 void EquationBuilder::Evaluate(const PeakSum& sum, std::vector<double>& values) {
-  values.resize(samples_.BlockCount() * kGroupBlock);
+  values.resize(samples_.PaddedSize());
   for (std::size_t block = 0; block < samples_.BlockCount(); ++block) {
     Start(sum, block);
     const std::size_t first = block * kGroupBlock;
     for (const std::size_t k : near_)
-      AddPeak({samples_.X() + first, samples_.RootWeights() + first}, PeakOf(sum, k), {}, residuals_.data());
-    for (std::size_t i = 0; i < kGroupBlock; ++i) values[first + i] = samples_.Y()[first + i] - residuals_[i];
+      AddPeak(PointsOf(samples_, block), PeakOf(sum, k), {}, residuals_.data());
+    for (std::size_t i = 0; i < samples_.CountOf(block); ++i)
+      values[first + i] = samples_.Y()[first + i] - residuals_[i];
     effort_ += kGroupBlock * near_.size() * kEffortPerPeak;
   }
 }

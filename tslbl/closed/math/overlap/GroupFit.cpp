@@ -13,7 +13,7 @@ namespace {
 constexpr double kReachOfTops = 1.2;
 constexpr double kNarrowestFit = 1.0 / 3.0;
 constexpr double kWidestFit = 3.0;
-constexpr double kStartWidths[] = {0.5, 0.7, 0.85, 1.0, 1.2, 1.5, 2.0};
+constexpr double kStartWidths[] = {0.5, 0.7, 1.0, 1.4, 2.0};
 
 constexpr double kOtherStarts[] = {0.5, 0.75, 1.0};
 constexpr double kLost = 0.005;    // of the tallest
@@ -26,6 +26,13 @@ constexpr double kAskForWidths = 5.0;
 constexpr double kAskForEachWidth = 2.0;
 // Points per degree of freedom of the noise that sixth differences tell.
 constexpr double kPointsPerDegree = 8.0;
+
+bool IsFinite(const OverlapFit& fit) {
+  double sum = fit.sum.skew + fit.sum.baseline + fit.reducedSquares;
+  for (std::size_t k = 0; k < fit.sum.Count(); ++k)
+    sum += fit.sum.Area(k) + fit.sum.Centroid(k) + fit.errors[k].centroid + fit.errors[k].area;
+  return std::isfinite(sum);
+}
 
 }  // namespace
 
@@ -72,9 +79,9 @@ bool GroupFit::HasLostPeak() const {
 
 bool GroupFit::Fit(const FreeTerms& free, Precision precision) {
   const FitTask task(builder_, limits_, TermOrder(sum_.Count(), free), tie_);
-  const bool done = method_ == FitMethod::LevenbergMarquardt
-                        ? levenbergMarquardt_.Fit(task, sum_, precision.squares)
-                        : hookeJeeves_.Fit(task, sum_, precision.steps);
+  if (method_ == FitMethod::LevenbergMarquardt)
+    return levenbergMarquardt_.Fit(task, sum_, equations_, precision.squares);
+  const bool done = hookeJeeves_.Fit(task, sum_, precision.steps);
   task.Build(sum_, equations_);
   return done;
 }
@@ -95,8 +102,7 @@ bool GroupFit::FitCommonWidth() {
   FindStartWidth();
   if (!Fit(free_, kCoarse)) return false;
   if (IsDoubtful()) TryOtherStarts();
-  WeighByFit();
-  return Fit(free_, kCoarse) && FitAgain();
+  return FitAgain();
 }
 
 // Where two peaks are fitted by one wide one and the other has nothing left, a start elsewhere leads lower.
@@ -169,27 +175,29 @@ double GroupFit::Noise() {
   return noise * CorrelationFactor(values_);
 }
 
-std::optional<OverlapFit> GroupFit::Result() {
-  const double reduced = equations_.squares / (variancePerMean_ * std::max(FreedomOf(free_), 1.0));
-  const double noise = Noise();
-  const std::vector<FitError> errors = ErrorsOf(sum_, TermOrder(sum_.Count(), free_), equations_, noise);
-  if (errors.empty() || !std::isfinite(reduced)) return std::nullopt;
+// In the units of the caller.
+OverlapFit GroupFit::Scaled(const std::vector<FitError>& errors) const {
+  const double scale = samples_.Scale();
   OverlapFit fit;
   fit.sum.skew = sum_.skew;
-  fit.sum.baseline = sum_.baseline * samples_.Scale();
-  fit.reducedSquares = reduced;
+  fit.sum.baseline = sum_.baseline * scale;
+  fit.reducedSquares = equations_.squares / (variancePerMean_ * std::max(FreedomOf(free_), 1.0));
   for (const std::size_t k : OrderOfTops(sum_)) {
-    fit.sum.heights.push_back(sum_.heights[k] * samples_.Scale());
+    fit.sum.heights.push_back(sum_.heights[k] * scale);
     fit.sum.tops.push_back(sum_.tops[k]);
     fit.sum.widths.push_back(sum_.widths[k]);
-    fit.errors.push_back({errors[k].centroid, errors[k].area * samples_.Scale()});
+    fit.errors.push_back({errors[k].centroid, errors[k].area * scale});
   }
   return fit;
 }
 
 std::optional<OverlapFit> GroupFit::Run() {
   if (!FitCommonWidth() || !TakeInWhatIsAskedFor()) return std::nullopt;
-  return Result();
+  const double noise = Noise();
+  const std::vector<FitError> errors = ErrorsOf(sum_, TermOrder(sum_.Count(), free_), equations_, noise);
+  if (errors.empty()) return std::nullopt;
+  const OverlapFit fit = Scaled(errors);
+  return IsFinite(fit) ? std::optional(fit) : std::nullopt;
 }
 
 }  // namespace TslMath

@@ -22,8 +22,8 @@ class GroupFit {
     double squares;
     double steps;
   };
-  static constexpr Precision kCoarse{1e-2, 0.05};
-  static constexpr Precision kFine{1e-7, 1e-4};
+  static constexpr Precision kCoarse{1e-2, 0.1};
+  static constexpr Precision kFine{1e-7, 5e-4};
 
   PeakSum StartSum(double widthFactor) const;
   void FindStartWidth();
@@ -38,7 +38,7 @@ class GroupFit {
   double GainBy(const FreeTerms& free);
   bool TakeInWhatIsAskedFor();
   double Noise();
-  std::optional<OverlapFit> Result();
+  OverlapFit Scaled(const std::vector<FitError>& errors) const;
 
   FitMethod method_;
   GroupSamples samples_;

@@ -25,15 +25,15 @@ std::vector<double> LocalMeans(std::span<const double> y) {
   return means;
 }
 
-double VariancePerMean(std::span<const double> y) {
-  if (y.size() < kLeastPoints) return 1.0;
+double VariancePerMean(std::span<const double> y, std::size_t stride) {
+  if (y.size() < kLeastPoints * stride) return 1.0;
   double squares = 0.0;
   double expected = 0.0;  // of counts
-  for (std::size_t i = 0; i + kSixthDifference.size() <= y.size(); ++i) {
+  for (std::size_t i = 0; i + (kSixthDifference.size() - 1) * stride < y.size(); ++i) {
     double difference = 0.0;
     for (std::size_t k = 0; k < kSixthDifference.size(); ++k) {
-      difference += kSixthDifference[k] * y[i + k];
-      expected += kSixthDifference[k] * kSixthDifference[k] * std::max(y[i + k], 0.0);
+      difference += kSixthDifference[k] * y[i + k * stride];
+      expected += kSixthDifference[k] * kSixthDifference[k] * std::max(y[i + k * stride], 0.0);
     }
     squares += difference * difference;
   }

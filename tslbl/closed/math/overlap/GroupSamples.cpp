@@ -14,7 +14,7 @@ double LargestMagnitude(std::span<const double> y) {
   return largest;
 }
 
-std::size_t WholeBlocks(std::size_t n) { return (n + kGroupBlock - 1) / kGroupBlock * kGroupBlock; }
+std::size_t WholeSteps(std::size_t n) { return (n + kGroupStep - 1) / kGroupStep * kGroupStep; }
 
 }  // namespace
 
@@ -29,21 +29,21 @@ GroupSamples::GroupSamples(std::span<const double> x, std::span<const double> y)
       scale_(std::ldexp(1.0, std::ilogb(LargestMagnitude(y)))),
       leastMean_(kLeastMean * LargestMagnitude(y) / scale_),
       x_(x.begin(), x.end()),
-      y_(WholeBlocks(size_)),
-      rootWeights_(WholeBlocks(size_)) {
+      y_(WholeSteps(size_)),
+      rootWeights_(WholeSteps(size_)) {
   x_.resize(y_.size(), x.back());
   std::ranges::transform(y, y_.begin(), [this](double value) { return value / scale_; });
   for (std::size_t i = 0; i < x_.size(); i += kGroupBlock) {
-    const auto [least, largest] = std::ranges::minmax(std::span(x_).subspan(i, kGroupBlock));
+    const auto [least, largest] = std::ranges::minmax(std::span(x_).subspan(i, CountOf(i / kGroupBlock)));
     extents_.push_back({least, largest});
   }
 }
 
-void GroupSamples::WeighBy(std::span<const double> means, double shapeTolerance) {
-  const double squaredTolerance = shapeTolerance * shapeTolerance;
+void GroupSamples::WeighBy(std::span<const double> means, const Tolerance& tolerance) {
   for (std::size_t i = 0; i < size_; ++i) {
     const double mean = std::max(means[i], leastMean_);
-    rootWeights_[i] = 1.0 / std::sqrt(mean + squaredTolerance * mean * mean);
+    const double shape = tolerance.share * mean;
+    rootWeights_[i] = 1.0 / std::sqrt(mean + shape * shape + tolerance.value * tolerance.value);
   }
 }
 

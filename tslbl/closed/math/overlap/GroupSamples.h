@@ -1,13 +1,16 @@
 #pragma once
 // The points of a group of overlapped peaks, as the fit reads them.
+#include <algorithm>
 #include <cstddef>
 #include <span>
 #include <vector>
 
 namespace TslMath {
 
-// Points are worked on in blocks of so many; the last block is filled up with points that weigh nothing.
+// Points are worked on in blocks of so many, and so many at a time; the last step is filled up with points
+// that weigh nothing.
 constexpr std::size_t kGroupBlock = 64;
+constexpr std::size_t kGroupStep = 8;
 
 // Amplitudes are divided by a power of two, `Scale()`, so that the largest magnitude lies from 1 to 2: fits
 // of scaled counts take the same steps, and nothing overflows.
@@ -18,9 +21,14 @@ class GroupSamples {
   static bool IsUsable(std::span<const double> x, std::span<const double> y);
 
   std::size_t Size() const { return size_; }
-  std::size_t BlockCount() const { return x_.size() / kGroupBlock; }
+  std::size_t BlockCount() const { return extents_.size(); }
+  // Points of a block, with the filling.
+  std::size_t CountOf(std::size_t block) const {
+    return std::min(kGroupBlock, x_.size() - block * kGroupBlock);
+  }
   double Scale() const { return scale_; }
-  // Arrays of whole blocks.
+  // Arrays of whole steps, `PaddedSize()` points.
+  std::size_t PaddedSize() const { return x_.size(); }
   const double* X() const { return x_.data(); }
   const double* Y() const { return y_.data(); }
   const double* RootWeights() const { return rootWeights_.data(); }
@@ -33,9 +41,16 @@ class GroupSamples {
   };
   const Interval& Extent(std::size_t block) const { return extents_[block]; }
 
-  // Weighs each point by 1 / (variance of a count of this mean + that of a share of the mean, squared).
-  // Means are not taken for less than a thousandth of the largest amplitude.
-  void WeighBy(std::span<const double> means, double shapeTolerance = 0.0);
+  // What deviations from a fitted curve mean nothing, besides noise: a share of the curve there, and a value.
+  struct Tolerance {
+    double share = 0.0;
+    double value = 0.0;
+  };
+
+  // Weighs each point by 1 / (the variance of a count of this mean + the squares of the tolerances). Means
+  // are not taken for less than a thousandth of the largest amplitude.
+  void WeighBy(std::span<const double> means, const Tolerance& tolerance);
+  void WeighBy(std::span<const double> means) { WeighBy(means, {}); }
 
  private:
   std::size_t size_;

@@ -1,5 +1,6 @@
 #include <tslbl/closed/math/overlap/LevenbergMarquardt.h>
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -20,11 +21,12 @@ bool PointsOutward(double value, double least, double most, double slope) {
 }  // namespace
 
 // A number at its limit takes no part in a step that would lead beyond, nor one that changes nothing.
-void LevenbergMarquardt::KeepWhatIsAtLimits(const FitTask& task, const PeakSum& sum) {
+void LevenbergMarquardt::KeepWhatIsAtLimits(const FitTask& task, const PeakSum& sum,
+                                            const FitEquations& here) {
   const TermOrder& order = task.Order();
   const FitLimits& limits = task.Limits();
   const auto keep = [&](std::size_t term, double value, double least, double most) {
-    kept_[term] = PointsOutward(value, least, most, here_.slope[term]);
+    kept_[term] = PointsOutward(value, least, most, here.slope[term]);
   };
   for (std::size_t k = 0; k < order.Peaks(); ++k) {
     keep(order.Height(k), sum.heights[k], 0.0, HUGE_VAL);
@@ -36,7 +38,7 @@ void LevenbergMarquardt::KeepWhatIsAtLimits(const FitTask& task, const PeakSum& 
   if (order.Free().skew) keep(order.Skew(), sum.skew, -limits.greatestSkew, limits.greatestSkew);
   if (order.Free().baseline) kept_[order.Baseline()] = false;
   for (std::size_t i = 0; i < kept_.size(); ++i)
-    if (here_.matrix[i * kept_.size() + i] == 0.0) kept_[i] = true;
+    if (here.matrix[i * kept_.size() + i] == 0.0) kept_[i] = true;
 }
 
 void LevenbergMarquardt::Step(const TermOrder& order, const PeakSum& from, PeakSum& to) const {
@@ -51,31 +53,32 @@ void LevenbergMarquardt::Step(const TermOrder& order, const PeakSum& from, PeakS
 }
 
 // The first step that leads no higher, with more and more damping. False if there is none.
-bool LevenbergMarquardt::TakeStep(const FitTask& task, PeakSum& sum) {
-  KeepWhatIsAtLimits(task, sum);
+bool LevenbergMarquardt::TakeStep(const FitTask& task, const PeakSum& sum, const FitEquations& here) {
+  KeepWhatIsAtLimits(task, sum, here);
   for (int trial = 0; trial < kMostDampings; ++trial, damping_ *= kMoreDamping) {
-    step_ = here_.slope;
-    if (!factor_.Factor(here_.matrix, kept_, 1.0 + damping_)) continue;
+    step_ = here.slope;
+    if (!factor_.Factor(here.matrix, kept_, 1.0 + damping_)) continue;
     factor_.Solve(step_);
+    if (!std::ranges::all_of(step_, [](double change) { return std::isfinite(change); })) continue;
     Step(task.Order(), sum, trial_);
     task.Limits().Apply(trial_);
     task.Build(trial_, there_);
-    if (there_.squares <= here_.squares) return true;
+    if (there_.squares <= here.squares) return true;
   }
   return false;
 }
 
-bool LevenbergMarquardt::Fit(const FitTask& task, PeakSum& sum, double tolerance) {
+bool LevenbergMarquardt::Fit(const FitTask& task, PeakSum& sum, FitEquations& equations, double tolerance) {
   damping_ = kFirstDamping;
   kept_.assign(task.Order().Count(), false);
-  task.Build(sum, here_);
-  for (int step = 0; step < kMostSteps && std::isfinite(here_.squares) && !task.IsSpent(); ++step) {
-    if (!TakeStep(task, sum)) return true;
-    const double fall = here_.squares - there_.squares;
+  task.Build(sum, equations);
+  for (int step = 0; step < kMostSteps && std::isfinite(equations.squares) && !task.IsSpent(); ++step) {
+    if (!TakeStep(task, sum, equations)) return true;
+    const double fall = equations.squares - there_.squares;
     std::swap(sum, trial_);
-    std::swap(here_, there_);
+    std::swap(equations, there_);
     damping_ = std::max(damping_ * kLessDamping, kLeastDamping);
-    if (fall <= tolerance * here_.squares) return true;
+    if (fall <= tolerance * equations.squares) return true;
   }
   return false;
 }

@@ -13,17 +13,14 @@ class LevenbergMarquardt {
   // From `sum`, which lies within the limits, on until a step makes the squares less than `tolerance` of them
   // smaller. The squares never grow. False if there is no such end after 60 steps, or the task is spent, or
   // the numbers are too large for a double; the sum is finite nevertheless.
-  bool Fit(const FitTask& task, PeakSum& sum, double tolerance);
-
-  // At the sum that the last fit ended at.
-  const FitEquations& Equations() const { return here_; }
+  // `equations` become those at the sum that it ends at.
+  bool Fit(const FitTask& task, PeakSum& sum, FitEquations& equations, double tolerance);
 
  private:
-  void KeepWhatIsAtLimits(const FitTask& task, const PeakSum& sum);
+  void KeepWhatIsAtLimits(const FitTask& task, const PeakSum& sum, const FitEquations& here);
   void Step(const TermOrder& order, const PeakSum& from, PeakSum& to) const;
-  bool TakeStep(const FitTask& task, PeakSum& sum);
+  bool TakeStep(const FitTask& task, const PeakSum& sum, const FitEquations& here);
 
-  FitEquations here_;
   FitEquations there_;
   Cholesky factor_;
   std::vector<char> kept_;

@@ -19,6 +19,9 @@ constexpr std::uint64_t kMostEffort = 300'000'000;
 constexpr double kShapeTolerance = 0.04;
 // By how many variances a further peak must lower the squares.
 constexpr double kLeastFall = 30.0;
+// What is left may be noise: in standard deviations, below which it must not be for a trial to be worth
+// while.
+constexpr double kBelowNoise = 2.0;
 constexpr double kLowestPeak = 0.03;    // of the tallest
 constexpr double kLeastSpacing = 0.75;  // FWHM
 // In units of the likely width.
@@ -27,7 +30,9 @@ constexpr double kWidestTrial = 1.6;
 constexpr double kReachOfFirst = 1.5;
 constexpr double kReachOfTrial = 2.0;
 constexpr double kStartNarrower = 0.8;
-constexpr double kSplit = 0.8;  // of the fitted width, to both sides
+constexpr double kSplit = 0.8;         // of the fitted width, to both sides
+constexpr std::size_t kMostSplit = 2;  // peaks that are tried at a time
+constexpr double kNear = 1.5;          // widths
 // Of the squares.
 constexpr double kCoarse = 1e-2;
 constexpr double kFine = 1e-4;
@@ -40,12 +45,20 @@ std::vector<double> Indexes(std::size_t n) {
 
 }  // namespace
 
-ModelCheck::ModelCheck(std::span<const double> y, double variancePerMean, double width)
+ModelCheck::ModelCheck(std::span<const double> y, const GroupNoise& noise, double width)
     : samples_(Indexes(y.size()), y),
-      variancePerMean_(variancePerMean / samples_.Scale()),
+      variancePerMean_(noise.variancePerMean / samples_.Scale()),
       width_(width),
       builder_(samples_, kMostChecked) {
-  samples_.WeighBy(LocalMeans(samples_.Amplitudes()), kShapeTolerance / std::sqrt(variancePerMean_));
+  const double perRoot = 1.0 / std::sqrt(variancePerMean_);
+  samples_.WeighBy(
+      LocalMeans(samples_.Amplitudes()),
+      {kShapeTolerance * perRoot, noise.distortion * perRoot * std::ranges::max(samples_.Amplitudes())});
+  // Of the weighted variance of a point the part that is noise.
+  double expected = 0.0;
+  for (std::size_t i = 0; i < y.size(); ++i)
+    expected += std::max(samples_.Y()[i], 0.0) * samples_.RootWeights()[i] * samples_.RootWeights()[i];
+  enough_ = expected - kBelowNoise * std::sqrt(2.0 * expected) + kLeastFall;
 }
 
 ModelCheck::Attempt ModelCheck::Fit(std::vector<double> centres, double width, double reach,
@@ -61,8 +74,8 @@ ModelCheck::Attempt ModelCheck::Fit(std::vector<double> centres, double width, d
   limits.greatestWidth = kWidestTrial * width_;
   limits.Apply(sum);
   heights_.Fit(builder_, true, sum);
-  fit_.Fit(FitTask(builder_, limits, TermOrder(sum.Count(), {})), sum, tolerance);
-  return {sum, fit_.Equations().squares / variancePerMean_};
+  fit_.Fit(FitTask(builder_, limits, TermOrder(sum.Count(), {})), sum, equations_, tolerance);
+  return {sum, equations_.squares / variancePerMean_};
 }
 
 std::vector<double> ModelCheck::SplitAt(const PeakSum& sum, std::size_t peak) const {
@@ -72,29 +85,55 @@ std::vector<double> ModelCheck::SplitAt(const PeakSum& sum, std::size_t peak) co
   return centres;
 }
 
+void ModelCheck::FindResiduals(const PeakSum& sum) {
+  builder_.Evaluate(sum, residuals_);
+  for (std::size_t i = 0; i < residuals_.size(); ++i)
+    residuals_[i] = (samples_.Y()[i] - residuals_[i]) * samples_.RootWeights()[i];
+}
+
 // Where one more peak of the same width would take away most.
-double ModelCheck::LargestResidual(const PeakSum& sum) {
-  builder_.Evaluate(sum, values_);
-  const double width = sum.widths[0];
-  const auto half = static_cast<std::ptrdiff_t>(2.0 * width);
-  const auto size = static_cast<std::ptrdiff_t>(samples_.Size());
-  std::ptrdiff_t largest = 0;
+double ModelCheck::LargestResidual(double width) const {
+  const auto half = static_cast<std::size_t>(2.0 * width);
+  std::vector<double> shape(2 * half + 1);
+  for (std::size_t k = 0; k < shape.size(); ++k) {
+    const double u = (static_cast<double>(k) - static_cast<double>(half)) / width;
+    shape[k] = std::exp(-0.5 * u * u);
+  }
+  std::size_t largest = 0;
   double most = 0.0;
-  for (std::ptrdiff_t i = 0; i < size; ++i) {
+  for (std::size_t i = 0; i < samples_.Size(); ++i) {
     double product = 0.0;
     double squares = 0.0;
-    for (std::ptrdiff_t k = std::max<std::ptrdiff_t>(0, i - half); k <= std::min(size - 1, i + half); ++k) {
-      const double u = static_cast<double>(k - i) / width;
-      const double shape = std::exp(-0.5 * u * u) * samples_.RootWeights()[k];
-      const auto at = static_cast<std::size_t>(k);
-      product += shape * (samples_.Y()[at] - values_[at]) * samples_.RootWeights()[at];
-      squares += shape * shape;
+    for (std::size_t k = i < half ? half - i : 0; k < shape.size() && i + k < samples_.Size() + half; ++k) {
+      const double weighed = shape[k] * samples_.RootWeights()[i + k - half];
+      product += weighed * residuals_[i + k - half];
+      squares += weighed * weighed;
     }
     if (product <= 0.0 || product * product <= most * squares) continue;
     most = product * product / squares;
     largest = i;
   }
   return static_cast<double>(largest);
+}
+
+double ModelCheck::MisfitNear(double top, double width) const {
+  const double last = static_cast<double>(samples_.Size() - 1);
+  const auto from = static_cast<std::size_t>(std::clamp(top - kNear * width, 0.0, last));
+  const auto to = static_cast<std::size_t>(std::clamp(top + kNear * width, 0.0, last));
+  double squares = 0.0;
+  for (std::size_t i = from; i <= to; ++i) squares += residuals_[i] * residuals_[i];
+  return squares;
+}
+
+// Those that the points deviate from most.
+std::vector<std::size_t> ModelCheck::PeaksToSplit(const PeakSum& sum) const {
+  std::vector<double> misfits;
+  for (std::size_t k = 0; k < sum.Count(); ++k) misfits.push_back(MisfitNear(sum.tops[k], sum.widths[k]));
+  std::vector<std::size_t> peaks(sum.Count());
+  std::iota(peaks.begin(), peaks.end(), std::size_t{0});
+  std::ranges::sort(peaks, std::ranges::greater{}, [&](std::size_t k) { return misfits[k]; });
+  peaks.resize(std::min(peaks.size(), kMostSplit));
+  return peaks;
 }
 
 bool ModelCheck::IsPlausible(const PeakSum& sum) const {
@@ -109,26 +148,27 @@ bool ModelCheck::IsPlausible(const PeakSum& sum) const {
 
 bool ModelCheck::IsSpent() const { return builder_.Effort() > kMostEffort; }
 
-// The best of one peak split in two, or one put where most is left over.
+// The best of some peaks split in two, and one put where most is left over.
 bool ModelCheck::AddOne(Attempt& best) {
   const Attempt before = best;
   const double width = kStartNarrower * std::min(before.sum.widths[0], width_);
-  for (std::size_t k = 0; k <= before.sum.Count() && !IsSpent(); ++k) {
-    std::vector<double> centres = before.sum.tops;
-    if (k < before.sum.Count())
-      centres = SplitAt(before.sum, k);
-    else
-      centres.push_back(LargestResidual(before.sum));
-    Attempt attempt = Fit(std::move(centres), width, kReachOfTrial, kCoarse);
-    if (attempt.squares < best.squares && IsPlausible(attempt.sum)) best = std::move(attempt);
-  }
+  const auto attempt = [&](std::vector<double> centres) {
+    if (IsSpent()) return;
+    Attempt more = Fit(std::move(centres), width, kReachOfTrial, kCoarse);
+    if (more.squares < best.squares && IsPlausible(more.sum)) best = std::move(more);
+  };
+  FindResiduals(before.sum);
+  for (const std::size_t k : PeaksToSplit(before.sum)) attempt(SplitAt(before.sum, k));
+  std::vector<double> centres = before.sum.tops;
+  centres.push_back(LargestResidual(before.sum.widths[0]));
+  attempt(std::move(centres));
   return before.squares - best.squares >= kLeastFall;
 }
 
 std::vector<double> ModelCheck::AddMissing(const std::vector<double>& centres) {
   if (centres.size() > kMostChecked - kMostAdded) return centres;
   Attempt best = Fit(centres, width_, kReachOfFirst, kFine);
-  for (int added = 0; added < kMostAdded && best.squares >= kLeastFall && !IsSpent(); ++added) {
+  for (int added = 0; added < kMostAdded && best.squares >= enough_ && !IsSpent(); ++added) {
     Attempt more = best;
     if (!AddOne(more)) break;
     best = Fit(more.sum.tops, more.sum.widths[0], kReachOfTrial, kFine);

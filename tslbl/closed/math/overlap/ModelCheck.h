@@ -1,6 +1,7 @@
 #pragma once
 // Finds peaks of a group that show no bend of their own: a sum of Gaussians of one width is fitted, and where
 // it cannot follow the points, with one peak more.
+#include <tslbl/closed/math/overlap/GroupNoise.h>
 #include <tslbl/closed/math/overlap/LevenbergMarquardt.h>
 #include <tslbl/closed/math/overlap/PeakHeights.h>
 
@@ -11,9 +12,9 @@ namespace TslMath {
 
 class ModelCheck {
  public:
-  // `variancePerMean` as of GroupNoise.h, `width` the likely standard deviation of a peak in points. The
+  // `width` is the likely standard deviation of a peak in points. The
   // points must be usable for GroupSamples.
-  ModelCheck(std::span<const double> y, double variancePerMean, double width);
+  ModelCheck(std::span<const double> y, const GroupNoise& noise, double width);
 
   // Centres in points, ascending: those given, which are refined, and up to four more. A large group may get
   // fewer, since the work is limited to some tenths of a second.
@@ -27,7 +28,10 @@ class ModelCheck {
 
   Attempt Fit(std::vector<double> centres, double width, double reach, double tolerance);
   std::vector<double> SplitAt(const PeakSum& sum, std::size_t peak) const;
-  double LargestResidual(const PeakSum& sum);
+  void FindResiduals(const PeakSum& sum);
+  double LargestResidual(double width) const;
+  double MisfitNear(double top, double width) const;
+  std::vector<std::size_t> PeaksToSplit(const PeakSum& sum) const;
   bool IsPlausible(const PeakSum& sum) const;
   bool AddOne(Attempt& best);
   bool IsSpent() const;
@@ -37,8 +41,10 @@ class ModelCheck {
   double width_;
   EquationBuilder builder_;
   LevenbergMarquardt fit_;
+  FitEquations equations_;
   PeakHeights heights_;
-  std::vector<double> values_;
+  std::vector<double> residuals_;
+  double enough_;
 };
 
 }  // namespace TslMath

@@ -1,5 +1,5 @@
 #pragma once
-// The inner loops of fits of sums of peaks, over one block of kGroupBlock points.
+// The inner loops of fits of sums of peaks, over one block of at most kGroupBlock points.
 //
 // A column is how the sum changes at each point of the block with one of its numbers, times the root of the
 // point's weight.
@@ -11,6 +11,7 @@
 namespace TslMath {
 
 struct BlockPoints {
+  std::size_t count;  // a multiple of kGroupStep
   const double* x;
   const double* rootWeights;
 };
@@ -35,7 +36,8 @@ struct PeakColumns {
 void AddPeak(const BlockPoints& block, const OnePeak& peak, const PeakColumns& columns, double* residuals);
 
 struct BlockColumns {
-  const double* columns;               // one after the other
+  std::size_t count;
+  const double* columns;               // kGroupBlock apart
   std::span<const std::size_t> terms;  // the free number of each, ascending
   const double* residuals;             // times the root of the weight
 };
