@@ -10,6 +10,7 @@ namespace {
 
 constexpr std::size_t kLeastPoints = 5;
 constexpr std::size_t kAroundEnd = 2;
+constexpr double kChance = 1.0;  // standard deviations
 
 // Of single points, from so many before the peak's top to so many behind it.
 double ScatterOf(const LoadedSpectrum& loaded, std::uint32_t top, std::size_t before, std::size_t behind) {
@@ -28,19 +29,22 @@ double ScatterAbout(const LoadedSpectrum& loaded, std::uint32_t top, std::size_t
   return std::min(ScatterOf(loaded, top, filter, filter / 2), ScatterOf(loaded, top, filter / 2, filter));
 }
 
-// Beside a strong line a filter swings below 0 and is cut there: what was measured tells the level then.
-double LevelAt(const LoadedSpectrum& loaded, std::size_t end) {
-  const double smoothed = loaded.spectrum->yAxis[end];
-  if (smoothed != 0.0) return smoothed;
+// Beside a strong line a filter swings below the curve, and may be cut at 0: where what was measured lies
+// above it by more than chance it tells the level.
+double LevelAt(const LoadedSpectrum& loaded, std::size_t end, double scatter) {
+  const std::vector<double>& smoothed = loaded.spectrum->yAxis;
   const std::size_t from = end - std::min(end, kAroundEnd);
   const std::size_t to = std::min(end + kAroundEnd + 1, loaded.measured.size());
-  double sum = 0.0;
-  for (std::size_t i = from; i < to; ++i) sum += loaded.measured[i];
-  return sum / static_cast<double>(to - from);
+  double above = 0.0;
+  for (std::size_t i = from; i < to; ++i) above += loaded.measured[i] - smoothed[i];
+  const auto points = static_cast<double>(to - from);
+  const bool isSwing = smoothed[end] == 0.0 || above > kChance * scatter * std::sqrt(points);
+  return smoothed[end] + (isSwing ? above / points : 0.0);
 }
 
-double RiseOf(const LoadedSpectrum& loaded, const TslBL::PeakInfo& peak) {
-  return peak.apexAmpl - std::max(LevelAt(loaded, peak.startIdx), LevelAt(loaded, peak.endIdx));
+double RiseOf(const LoadedSpectrum& loaded, const TslBL::PeakInfo& peak, double scatter) {
+  return peak.apexAmpl -
+         std::max(LevelAt(loaded, peak.startIdx, scatter), LevelAt(loaded, peak.endIdx, scatter));
 }
 
 }  // namespace
@@ -48,13 +52,15 @@ double RiseOf(const LoadedSpectrum& loaded, const TslBL::PeakInfo& peak) {
 std::size_t LeaveOutFlankPeaks(LoadedSpectrum& loaded, double least) {
   TslBL::Spectrum& spectrum = *loaded.spectrum;
   const auto filter = FilterOf(spectrum);
-  if (!filter || filter->weights.size() < kLeastPoints || loaded.measured.size() != spectrum.yAxis.size())
+  if (least == 0.0 || !filter || filter->weights.size() < kLeastPoints ||
+      loaded.measured.size() != spectrum.yAxis.size())
     return 0;
   double squares = 0.0;
   for (const double weight : filter->weights) squares += weight * weight;
   const double part = least * std::sqrt(squares);
   return std::erase_if(spectrum.peaks, [&](const TslBL::PeakInfo& peak) {
-    return RiseOf(loaded, peak) < part * ScatterAbout(loaded, peak.apexIdx, filter->weights.size());
+    const double scatter = ScatterAbout(loaded, peak.apexIdx, filter->weights.size());
+    return RiseOf(loaded, peak, scatter) < part * scatter;
   });
 }
 

@@ -82,6 +82,21 @@ TEST(FlankPeaks, AreLeftOutAndTold) {
   EXPECT_THAT(outcome.err, HasSubstr(" no higher than noise does there; --min-rise 0 keeps "));
 }
 
+// The filter swings below the foot of a strong line; beside that its skirt looks like a peak three widths
+// wide.
+TEST(FlankPeaks, ThatTheFilterMakesBesideAStrongLineAreLeftOut) {
+  const auto mean = [](double mz) {
+    double sum = 5.0;
+    for (const double centre : {150.0, 250.0, 350.0})
+      sum += Line(mz, centre, 1e6, 0.6) + 1e3 / (1.0 + std::pow((mz - centre) / 3.0, 2.0));
+    return sum;
+  };
+  const auto rows = RowsOf(Evaluate(Counted(mean)));
+  EXPECT_EQ(std::ranges::count_if(
+                rows, [](const auto& row) { return std::abs(std::remainder(row[3] - 50.0, 100.0)) < 4.0; }),
+            3);
+}
+
 TEST(FlankPeaks, StayIfAskedFor) {
   const Outcome outcome = Evaluate(Counted(WithSkirts), {"--min-rise", "0"});
   EXPECT_GT(RowsOf(outcome).size(), 7U);
