@@ -78,11 +78,18 @@ TEST(BuildCandidates, TakesPeaksThatMeetAnEnabledRange) {
   EXPECT_EQ(of({{true, 101.2, 103.0}}), "0:1@25 0:2@65");
   EXPECT_EQ(of({{true, 101.6, 102.9}}), "");
   EXPECT_EQ(of({{true, 5.0, 100.6}, {true, 103.4, 103.6}}), "0:0@15 0:2@65");
+  EXPECT_EQ(of({{true, s.xAxis[20], s.xAxis[20]}}), "0:0@15 0:1@25");
 }
 
 TEST(AreJoined, NeedsPeaksAtMostAQuarterOfAnMzApart) {
   EXPECT_TRUE(FirstTwoJoined(SpectrumOfPeaks({{10, 15, 20}, {24, 27, 30}})));
   EXPECT_FALSE(FirstTwoJoined(SpectrumOfPeaks({{10, 15, 20}, {26, 28, 30}})));
+}
+
+TEST(AreJoined, JoinsPeaksAQuarterOfAnMzApartToTheBit) {
+  const Spectrum s = SpectrumOfPeaks({{10, 15, 20}, {25, 28, 30}});
+  ASSERT_EQ(s.xAxis[20] + 0.25, s.xAxis[25]);
+  EXPECT_TRUE(FirstTwoJoined(s));
 }
 
 TEST(AreJoined, NeedsACommonEndOfTheAskedPercentage) {

@@ -118,6 +118,24 @@ TEST(MakeEstimates, NeedTwoPeaksInAGroup) {
   EXPECT_EQ(of({3, 7}), 2U);
 }
 
+TEST(MakeEstimates, OfWhichOneIsHighEnoughAreNone) {
+  FakeEngine engine;
+  engine.Propose({3, 7});
+  Spectrum s = SpectrumOfPeaks({{10, 15, 20}});
+  s.yAxis[13] = 1.0;
+  s.opdParams.MinPeakAmplitude = 2.0;
+  EXPECT_TRUE(EstimatesIn(s).empty());
+}
+
+TEST(MakeEstimates, DropLowProposalsBeforeTheyAskWhetherTheyAreInTheGroup) {
+  FakeEngine engine;
+  engine.Propose({3, 7, -1});
+  Spectrum s = SpectrumOfPeaks({{10, 15, 20}});
+  s.yAxis[9] = 1.0;
+  s.opdParams.MinPeakAmplitude = 2.0;
+  EXPECT_EQ(Text(EstimatesIn(s)), "1:0@13 1:0@17");
+}
+
 TEST(MakeEstimates, KeepTheTallestInOrderOfPosition) {
   FakeEngine engine;
   engine.Propose({1, 3, 5, 7, 9});

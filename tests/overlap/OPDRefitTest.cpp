@@ -166,14 +166,17 @@ TEST_F(Refit, LetsTheFailureOfAnEnginePass) {
   engine.fit = [](auto&, auto&) { return static_cast<std::int32_t>(0x80004005); };
   Fitted("1:0@15 1:1@25");
   EXPECT_THROW(Add(66), ComError);
+  EXPECT_TRUE(s.overlapPeaks.empty());
+  EXPECT_EQ(group, 1U);
   Fitted("1:0@15 1:1@25");
   EXPECT_THROW(Remove({0}), ComError);
 }
 
-TEST_F(Refit, OfOverlapPeaksWithoutADataPeakIsAMessage) {
+TEST_F(Refit, OfOverlapPeaksWithoutADataPeakIsAnError) {
   Fitted("1:0@15 1:7@25");
-  EXPECT_EQ(Add(66), "Invalid group range.");
-  EXPECT_EQ(Remove({0}), "Invalid group range.");
+  EXPECT_THROW(Add(66), std::logic_error);
+  EXPECT_THROW(Remove({0}), std::logic_error);
+  EXPECT_EQ(s.overlapPeaks.size(), 2U);
 }
 
 TEST_F(Refit, RemoveFitsTheRestAnew) {

@@ -186,6 +186,24 @@ TEST_F(OPD, WithoutAnEngineWhatWasFittedIsGone) {
   EXPECT_EQ(History(spectrum), "");
 }
 
+TEST_F(OPD, NeedsAnEngineBeforeItLooksForGroups) {
+  FakeEngine::Registry().Register(OverlapPeakEngine::kClassId, nullptr);
+  spectrum = SpectrumOfPeaks({{10, 15, 20, 1}});
+  EXPECT_EQ(Thrown<std::runtime_error>([&] { Run(); }), "Unable to load overlap peak deconvolution library.");
+  spectrum = TwoJoinedAndOne();
+  spectrum.peaks[0].baselineAmpl = 100.0;
+  EXPECT_EQ(Thrown<std::runtime_error>([&] { Run(); }), "Unable to load overlap peak deconvolution library.");
+}
+
+TEST_F(OPD, FitsCleanPeaksThatAreJoinedAsTheyAre) {
+  spectrum = SpectrumOfPeaks({{10, 15, 20, 1}, {20, 25, 30, 1}});
+  Run();
+  EXPECT_TRUE(engine.estimates.empty());
+  ASSERT_EQ(engine.fits.size(), 1U);
+  EXPECT_EQ(engine.fits[0].apexes, (Indexes{5, 15}));
+  EXPECT_NEAR(engine.fits[0].a3, 5.5 / 2.3548200450309493, 1e-12);
+}
+
 TEST_F(OPD, WhatIsWrongBeforeFittingLeavesTheRun) {
   spectrum.peaks[0].baselineAmpl = 100.0;
   EXPECT_EQ(Thrown<std::logic_error>([&] { Run(); }), "Amplitude less than baseline.");

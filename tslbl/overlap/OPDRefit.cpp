@@ -57,9 +57,8 @@ void Refit(const OPDParams& params, Spectrum& spectrum, const std::vector<OPDEst
   FitGroup(spectrum, estimates, params.FittingFunc, engine.get());
 }
 
-void AddAndRefit(const OPDParams& params, Spectrum& spectrum, std::uint32_t& group, const MZPeak& peak) {
-  const std::vector<OverlapPeakInfo> before = spectrum.QOverlapPeakGroup(group);
-  const MZLimits limits = Extended(LimitsOfPeaks(spectrum, before), before.empty(), peak);
+void RefitWith(const MZPeak& peak, const std::vector<OverlapPeakInfo>& before, const MZLimits& limits,
+               const OPDParams& params, Spectrum& spectrum, std::uint32_t& group) {
   const double halfWidth = HalfWidthOfPeaks(spectrum, limits, before.size() + 1);
   std::vector<OPDEstimate> estimates = EstimatesOfPeaks(spectrum, before, group, halfWidth);
   estimates.push_back(EstimateOf(spectrum, group, peak, halfWidth));
@@ -78,15 +77,6 @@ std::vector<OverlapPeakInfo> Remaining(const Spectrum& spectrum, const std::vect
   return kept;
 }
 
-void RefitRemaining(const OPDParams& params, Spectrum& spectrum, std::uint32_t& group,
-                    const std::vector<OverlapPeakInfo>& kept) {
-  const MZLimits whole = LimitsOfPeaks(spectrum, spectrum.QOverlapPeakGroup(group));
-  spectrum.ClearOverlapRange(whole.low, whole.high);
-  if (kept.empty()) return void(group = 0);
-  const double halfWidth = HalfWidthOfPeaks(spectrum, LimitsOfPeaks(spectrum, kept), kept.size());
-  Refit(params, spectrum, EstimatesOfPeaks(spectrum, kept, group, halfWidth));
-}
-
 }  // namespace
 
 bool OPDRefitGroupAdd(const OPDParams& params, Spectrum& spectrum, std::uint32_t& group, double mz,
@@ -96,7 +86,9 @@ bool OPDRefitGroupAdd(const OPDParams& params, Spectrum& spectrum, std::uint32_t
     error = TslLoadString(ModuleHandle(), kNoPeakAtLocation);
     return false;
   }
-  return RunForUser([&] { AddAndRefit(params, spectrum, group, peak); }, error);
+  const std::vector<OverlapPeakInfo> before = spectrum.QOverlapPeakGroup(group);
+  const MZLimits limits = Extended(LimitsOfPeaks(spectrum, before), before.empty(), peak);
+  return RunForUser([&] { RefitWith(peak, before, limits, params, spectrum, group); }, error);
 }
 
 bool OPDRefitGroupRemove(const OPDParams& params, Spectrum& spectrum, std::uint32_t& group,
@@ -104,7 +96,15 @@ bool OPDRefitGroupRemove(const OPDParams& params, Spectrum& spectrum, std::uint3
   const std::vector<std::uint32_t> ids = spectrum.QOverlapGroupPeakIds(group);
   const std::vector<OverlapPeakInfo> kept = Remaining(spectrum, ids, opdIds);
   if (kept.size() == ids.size()) return true;
-  return RunForUser([&] { RefitRemaining(params, spectrum, group, kept); }, error);
+  const MZLimits whole = LimitsOfPeaks(spectrum, spectrum.QOverlapPeakGroup(group));
+  spectrum.ClearOverlapRange(whole.low, whole.high);
+  if (kept.empty()) {
+    group = 0;
+    return true;
+  }
+  const double halfWidth = HalfWidthOfPeaks(spectrum, LimitsOfPeaks(spectrum, kept), kept.size());
+  const std::vector<OPDEstimate> estimates = EstimatesOfPeaks(spectrum, kept, group, halfWidth);
+  return RunForUser([&] { Refit(params, spectrum, estimates); }, error);
 }
 
 }  // namespace TslBL

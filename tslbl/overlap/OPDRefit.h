@@ -7,7 +7,8 @@
 // spectrum/OverlappedCurve.h tells, all overlap peaks of data peaks left of it; if the fit then fails, the
 // group is gone.
 //
-// False with a message in `error` if that failed; ComError passes.
+// False with a message in `error` if the fit failed; ComError passes, and std::logic_error where overlap
+// peaks name data peaks that the spectrum has not.
 
 #include <tslbl/Export.h>
 #include <tslbl/records/OPDParams.h>

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <tslbl/closed/math/overlap/TermOrder.h>
 #include <cmath>
 #include <numbers>
 
