@@ -2,7 +2,6 @@
 
 #include <fmt/format.h>
 
-#include <tool/chain/SmoothFilter.h>
 #include <tool/commands/overlap/EditGroups.h>
 #include <tool/commands/overlap/FittedPoints.h>
 #include <tool/frame/Failure.h>
@@ -18,12 +17,6 @@ namespace TslTool {
 namespace {
 
 constexpr double kPoor = 3.0;  // reduced chi-square
-
-// Points of the filter behind which the peaks were found; 0 where it has no window.
-std::uint32_t WindowOf(const TslBL::Spectrum& spectrum) {
-  const auto filter = FilterOf(spectrum);
-  return filter == nullptr ? 0 : static_cast<std::uint32_t>(filter->weights.size());
-}
 
 void Deconvolve(TslBL::Spectrum& spectrum) {
   TslBL::Changed changed;
@@ -43,7 +36,7 @@ Deconvolution::Deconvolution(std::string input, const OverlapOptions& options, E
 void Deconvolution::Run(LoadedSpectrum& loaded) {
   const std::vector<GroupEdit>& edits = EditsOf(loaded);
   try {
-    loaded.spectrum->opdParams = options_.Params(loaded.countAmpl > 0.0, WindowOf(*loaded.spectrum));
+    loaded.spectrum->opdParams = options_.Params(loaded.countAmpl > 0.0);
     const WithFittedPoints points(loaded);
     Deconvolve(*loaded.spectrum);
     for (const GroupEdit& edit : edits) EditGroup(*loaded.spectrum, edit);

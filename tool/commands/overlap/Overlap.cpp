@@ -64,7 +64,7 @@ void Evaluate(const OverlapArguments& arguments, const Options& options) {
 
 int RunOverlap(OverlapArguments arguments, const Options& options) {
   RequireSoundValues(arguments.peaks);
-  arguments.overlap.Params(true, 0);  // refuses what is wrong before anything is read
+  arguments.overlap.Params(true);  // refuses what is wrong before anything is read
   if (arguments.peaks.threads) UseThreads(*arguments.peaks.threads);
   arguments.peaks.input = PeaksInputPath(arguments.input, "tslbl overlap");
   RequireSafeFiles(arguments.peaks);

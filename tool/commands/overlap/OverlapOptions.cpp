@@ -3,8 +3,8 @@
 #include <fmt/format.h>
 
 #include <tool/frame/Numbers.h>
-#include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace TslTool {
 namespace {
@@ -15,6 +15,11 @@ constexpr std::uint32_t kMostPeaks = 200;
 // The library's preset leaves a peak out of the group whose tail it stands on: what is fitted without it is
 // shifted by several standard errors.
 constexpr std::uint32_t kCommonEnd = 10;  // percent
+// One limit of resolution parts merges from single peaks nowhere but at one m/z, where peaks are equally
+// wide.
+constexpr std::uint32_t kAnyResolution = std::numeric_limits<std::uint32_t>::max();
+// Points as they were measured show how much noise they have, and so how many peaks are certain.
+constexpr std::uint32_t kEstimatePoints = 1;
 
 OPDParams::FittingFuncs MethodOf(const std::string& name) {
   return name == "hooke" ? OPDParams::HookeJeeves : OPDParams::MarquardtLevenberg;
@@ -36,16 +41,14 @@ void OverlapOptions::Declare(Options& options) {
                             "percent of the lower peak's height [{}]",
                             kCommonEnd));
   options.Value("--min-resolution N", resolution_,
-                fmt::format("A peak that resolves less, m/z over width, may be a merge [{}]",
-                            preset.ResolutionThreshold));
+                "A peak that resolves less, m/z over width, may be a merge [any peak may be]");
   options.Value("--max-shift X", shift_,
                 fmt::format("So may one whose centroid lies this far from its maximum, m/z [{}]",
                             preset.MinDeltaCentroidPkMax));
   options.Value(
       "--estimate-points N", smoothPoints_,
-      fmt::format("Points over which amplitudes are smoothed to count the peaks of a group [half of the "
-                  "chain's window, {} at least]",
-                  preset.NumSmoothPts));
+      fmt::format("Points over which amplitudes are smoothed to count the peaks of a group [{}: not at all]",
+                  kEstimatePoints));
   options.Value(
       "--min-amplitude X", minAmplitude_,
       fmt::format("Least amplitude on which a peak of a group may stand, a whole number [{} for runs, "
@@ -58,7 +61,7 @@ void OverlapOptions::Declare(Options& options) {
   options.Flag("--single-group", isSingleGroup_, "Fit all that overlaps in a spectrum as one group");
 }
 
-OPDParams OverlapOptions::Params(bool isCounted, std::uint32_t window) const {
+OPDParams OverlapOptions::Params(bool isCounted) const {
   OPDParams params;
   for (const std::string& text : ranges_) {
     const RealRange range = ParseRealRange("--overlap-range", text);
@@ -66,10 +69,10 @@ OPDParams OverlapOptions::Params(bool isCounted, std::uint32_t window) const {
   }
   params.FullRange = ranges_.empty();
   params.MinAmplPercentCmnEndPt = commonEnd_ ? PercentOf("--min-common-end", *commonEnd_) : kCommonEnd;
-  params.ResolutionThreshold = resolution_.value_or(params.ResolutionThreshold);
+  params.ResolutionThreshold = resolution_.value_or(kAnyResolution);
   params.MinDeltaCentroidPkMax = shift_.value_or(params.MinDeltaCentroidPkMax);
   if (!(params.MinDeltaCentroidPkMax >= 0.0)) throw UsageError("--max-shift: it must be 0 or above");
-  params.NumSmoothPts = smoothPoints_.value_or(std::max(params.NumSmoothPts, window / 2));
+  params.NumSmoothPts = smoothPoints_.value_or(kEstimatePoints);
   params.MinPeakAmplitude = minAmplitude_.value_or(isCounted ? params.MinPeakAmplitude : 0);
   params.MaxPeaks = groupPeaks_.value_or(params.MaxPeaks);
   if (params.MaxPeaks < 2 || params.MaxPeaks > kMostPeaks)

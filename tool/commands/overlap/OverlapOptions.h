@@ -13,11 +13,9 @@ namespace TslTool {
 class OverlapOptions {
  public:
   void Declare(Options& options);
-  // The parameters for a spectrum. Without --min-amplitude estimates below 10 counts a second are dropped
-  // where the instrument counts (`isCounted`), and none elsewhere, where amplitudes are in any unit. Without
-  // --estimate-points half of `window` counts, the points of the chain's filter, and 3 at least. Throws
-  // UsageError.
-  TslBL::OPDParams Params(bool isCounted, std::uint32_t window) const;
+  // The parameters for a spectrum. Where the instrument does not count, amplitudes are in any unit, and
+  // without --min-amplitude no estimate is dropped for a low one. Throws UsageError.
+  TslBL::OPDParams Params(bool isCounted) const;
 
  private:
   std::vector<std::string> ranges_;

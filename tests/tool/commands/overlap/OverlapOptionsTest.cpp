@@ -13,31 +13,27 @@ using TslTool::OverlapOptions;
 
 // The parameters for options as a user gives them: names and their values.
 OPDParams ParamsOf(const std::vector<std::pair<std::string, std::vector<std::string>>>& given,
-                   bool isCounted = true, std::uint32_t window = 0) {
+                   bool isCounted = true) {
   OverlapOptions overlap;
   TslTool::Options options;
   overlap.Declare(options);
   for (const auto& [name, values] : given)
     for (TslTool::Option& option : options.List())
       if (std::ranges::count(option.names, name) > 0) option.take(values);
-  return overlap.Params(isCounted, window);
+  return overlap.Params(isCounted);
 }
 
-TEST(OverlapOptions, AreThePresetOfTheLibraryUnlessGivenAndJoinMore) {
+TEST(OverlapOptions, AreThePresetOfTheLibraryButForWhatFindsMore) {
   OPDParams expected = OPDParams::DefaultMS();
   expected.MinAmplPercentCmnEndPt = 10;
+  expected.ResolutionThreshold = 4294967295U;
+  expected.NumSmoothPts = 1;
   EXPECT_EQ(ParamsOf({}), expected);
 }
 
 TEST(OverlapOptions, DropNoEstimateWhereAmplitudesAreNoCounts) {
   EXPECT_EQ(ParamsOf({}, false).MinPeakAmplitude, 0U);
   EXPECT_EQ(ParamsOf({{"--min-amplitude", {"25"}}}, false).MinPeakAmplitude, 25U);
-}
-
-TEST(OverlapOptions, CountPeaksBehindHalfOfTheChainsWindow) {
-  EXPECT_EQ(ParamsOf({}, true, 13).NumSmoothPts, 6U);
-  EXPECT_EQ(ParamsOf({}, true, 5).NumSmoothPts, 3U);
-  EXPECT_EQ(ParamsOf({{"--estimate-points", {"1"}}}, true, 13).NumSmoothPts, 1U);
 }
 
 TEST(OverlapOptions, SetEachParameter) {
