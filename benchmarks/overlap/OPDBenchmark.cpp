@@ -1,5 +1,5 @@
 // Overlap peak deconvolution of a whole spectrum: 60 groups of two or three peaks that run into each other,
-// and what each group takes.
+// fitted to the points as they were measured.
 #include <curve/Curves.h>
 #include <tslbl/overlap/OPD.h>
 
@@ -23,6 +23,10 @@ Spectrum Overlapped() {
   Spectrum spectrum = Spectra::CountsSpectrum();
   spectrum.yAxis = y;
   Spectra::Run(spectrum, Spectra::UsualChain());
+  spectrum.yAxis = y;
+  spectrum.status &= ~Curve::STATUS_SMOOTHED;
+  spectrum.opdParams.ResolutionThreshold = 1'000'000;
+  spectrum.opdParams.NumSmoothPts = 1;
   return spectrum;
 }
 
