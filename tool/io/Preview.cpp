@@ -23,6 +23,8 @@ constexpr double kHigher = 1.1;
 constexpr std::ptrdiff_t kStretch = 512;  // points
 constexpr double kEven = 1.5;
 constexpr double kNarrowShare = 0.1;
+constexpr double kShortSteps = 0.05;
+constexpr std::size_t kSpan = 16;  // steps, so that their rounding does not matter
 
 using Loader = std::function<LoadedSpectrum()>;
 
@@ -53,7 +55,8 @@ class LookedAhead final : public SpectrumSource {
   std::deque<Loader> first_;
 };
 
-// The median spacing of an axis, or 0 if more than a twentieth of its steps differ much from it.
+// The spacing of an axis, or 0 if more than a twentieth of its steps differ much from the median. Where it
+// grows, as that of a time of flight, the narrowest peaks stand where it is shortest.
 double EvenStep(const std::vector<double>& x) {
   std::vector<double> steps;
   for (std::size_t i = 1; i < x.size(); ++i) steps.push_back(x[i] - x[i - 1]);
@@ -61,7 +64,11 @@ double EvenStep(const std::vector<double>& x) {
   const double median = TslMath::Median(steps);
   const auto differs = [&](double step) { return step < median / kEven || step > median * kEven; };
   const auto uneven = static_cast<std::size_t>(std::ranges::count_if(steps, differs));
-  return 20 * uneven > steps.size() ? 0.0 : median;
+  if (20 * uneven > steps.size()) return 0.0;
+  std::vector<double> means = {median};
+  for (std::size_t i = kSpan; i < x.size(); i += kSpan)
+    means.push_back((x[i] - x[i - kSpan]) / static_cast<double>(kSpan));
+  return TslMath::Quantile(std::move(means), kShortSteps);
 }
 
 // The most that the curve rises within a stretch of it; a single point that stands out does not count.

@@ -16,7 +16,7 @@ struct Preview {
   std::size_t spectra = 0;  // that showed a peak
   // Points of a spectrum, the median; of those that showed a peak, if any did.
   double points = 0.0;
-  // The spacing of the points in m/z, if it is about the same along all spectra.
+  // The spacing of the points in m/z where it is shortest, if it is about the same along all spectra.
   std::optional<double> evenStep;
   // What is left of the source would not change it, or nothing is left.
   bool isSettled = false;
