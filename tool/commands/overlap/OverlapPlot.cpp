@@ -2,14 +2,17 @@
 
 #include <fmt/format.h>
 
+#include <tool/chain/SmoothFilter.h>
 #include <tool/commands/overlap/FittedCurves.h>
 #include <tool/commands/overlap/FittedPoints.h>
+#include <tool/commands/peaks/CountVariance.h>
 #include <tool/plot/Axes.h>
 #include <tool/plot/CurvePart.h>
 #include <tool/plot/Curves.h>
 #include <tool/plot/Labels.h>
 #include <tool/plot/Legend.h>
 #include <algorithm>
+#include <cmath>
 #include <limits>
 
 namespace TslTool {
@@ -89,21 +92,33 @@ void DrawData(Svg& svg, const Range& mz, const CurvePart& part, const LoadedSpec
   });
 }
 
+// What points scatter by: counts, where they are known and were fitted, else the noise.
+std::vector<double> ScatterOf(const LoadedSpectrum& loaded, const Groups& groups) {
+  std::vector<double> scatter = loaded.spectrum->noise;
+  const auto filter = FilterOf(*loaded.spectrum);
+  const double count = filter != nullptr ? CountAmplOf(loaded, filter->weights) : loaded.countAmpl;
+  if (!AreMeasuredFitted(loaded) || count <= 0.0 || scatter.empty()) return scatter;
+  for (const FittedGroup& group : groups)
+    for (std::size_t i = 0; i < group.sum.size(); ++i)
+      scatter[group.first + i] = std::sqrt(std::max(group.sum[i], 0.0) * count);
+  return scatter;
+}
+
 void DrawResidual(Svg& svg, const Range& mz, const CurvePart& part, const LoadedSpectrum& loaded,
                   const Groups& groups) {
   const TslBL::Spectrum& spectrum = *loaded.spectrum;
   const std::vector<double> all = ResidualOf(FittedPoints(loaded), groups);
-  const std::vector<double>& noise = spectrum.noise;
-  std::vector<double> low(noise);
+  const std::vector<double> high = ScatterOf(loaded, groups);
+  std::vector<double> low(high);
   for (double& value : low) value = -value;
   Range range;
-  for (const auto& values : {all, low, noise}) range.Include(part.Of(values));
+  for (const auto& values : {all, low, high}) range.Include(part.Of(values));
   const Axes axes(kResidual, mz.Padded(0.0), range.Padded(0.1));
   axes.Draw(svg, "m/z", "");
   DrawTitle(svg, kResidual, AreMeasuredFitted(loaded) ? "measured - sum" : "evaluated - sum");
   svg.Clipped(axes.Area(), [&] {
     const auto x = part.Of(spectrum.xAxis);
-    if (!part.Of(low).empty()) DrawBand(svg, axes, x, part.Of(low), part.Of(noise), kNoise);
+    if (!part.Of(low).empty()) DrawBand(svg, axes, x, part.Of(low), part.Of(high), kNoise);
     svg.Line(axes.At(axes.XRange().low, 0.0), axes.At(axes.XRange().high, 0.0), kZero);
     DrawCurve(svg, axes, x, part.Of(all), kSum);
   });

@@ -35,6 +35,21 @@ TEST(OverlapPlot, ShowsItsView) {
   EXPECT_THAT(plot, Not(HasSubstr(">503.0")));
 }
 
+TEST(OverlapPlot, HasABandAsWideAsTheCountsScatter) {
+  const auto band = [](const TslTool::LoadedSpectrum& loaded) {
+    const std::string plot = OverlapPlot(loaded, "doublet", {});
+    const std::size_t end = plot.find("fill=\"#f3dcc8\"");
+    const std::size_t begin = plot.rfind("d=\"", end);
+    return plot.substr(begin, end - begin);
+  };
+  const TslTool::LoadedSpectrum counted = Deconvolved();
+  TslTool::LoadedSpectrum unknown = Deconvolved();
+  unknown.measured.clear();  // the evaluated curve is no counts
+  EXPECT_GT(band(counted).size(), 100U);
+  EXPECT_GT(band(unknown).size(), 100U);
+  EXPECT_NE(band(counted), band(unknown));
+}
+
 TEST(OverlapPlot, OfABareSpectrumIsADocument) {
   TslTool::LoadedSpectrum bare;
   bare.spectrum = std::make_unique<TslBL::Spectrum>();
