@@ -1,3 +1,4 @@
+// Tests: PeakSum.cpp, TermOrder.h.
 #include <tslbl/closed/math/overlap/PeakSum.h>
 
 #include <gtest/gtest.h>

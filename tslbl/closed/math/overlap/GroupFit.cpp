@@ -21,8 +21,8 @@ constexpr double kDoubtful = 2.0;  // variances
 // By how much widths of their own differ, of their mean.
 constexpr double kOwnWidthScatter = 0.03;
 // By how many variances the squares must fall for a skew to be taken in, or widths of their own.
-constexpr double kAskForSkew = 12.0;
-constexpr double kAskForWidths = 5.0;
+constexpr double kAskForSkew = 16.0;
+constexpr double kAskForWidths = 12.0;
 constexpr double kAskForEachWidth = 2.0;
 // Points per degree of freedom of the noise that sixth differences tell.
 constexpr double kPointsPerDegree = 8.0;

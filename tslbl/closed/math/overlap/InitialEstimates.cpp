@@ -79,6 +79,7 @@ std::vector<double> PlacesOfBends(std::span<const double> y, const std::vector<d
     if (bends.size() > most.size()) most = bends;
   }
   std::vector<double> places;
+  places.reserve(most.size());
   for (const Bend& bend : most) places.push_back(static_cast<double>(bend.at));
   return places;
 }
@@ -136,6 +137,7 @@ std::vector<std::int32_t> InitialEstimates(bool smooth, std::int32_t numSmoothPt
              : PlacesOfPeaks(raw, raw, NoiseOfSmoothed(raw));
   const double last = static_cast<double>(y.size() - 1);
   std::vector<std::int32_t> points;
+  points.reserve(places.size());
   for (const double place : places)
     points.push_back(static_cast<std::int32_t>(std::lround(std::clamp(place, 0.0, last))));
   points.erase(std::unique(points.begin(), points.end()), points.end());
