@@ -16,13 +16,14 @@ constexpr double kWidestFit = 3.0;
 constexpr double kStartWidths[] = {0.5, 0.7, 1.0, 1.4, 2.0};
 
 constexpr double kOtherStarts[] = {0.5, 0.75, 1.0};
+constexpr double kAtLimit = 0.98;  // of the reach
 constexpr double kLost = 0.005;    // of the tallest
 constexpr double kDoubtful = 2.0;  // variances
 // By how much widths of their own differ, of their mean.
 constexpr double kOwnWidthScatter = 0.03;
 // By how many variances the squares must fall for a skew to be taken in, or widths of their own.
-constexpr double kAskForSkew = 16.0;
-constexpr double kAskForWidths = 12.0;
+constexpr double kAskForSkew = 25.0;
+constexpr double kAskForWidths = 16.0;
 constexpr double kAskForEachWidth = 2.0;
 // Points per degree of freedom of the noise that sixth differences tell.
 constexpr double kPointsPerDegree = 8.0;
@@ -102,7 +103,17 @@ bool GroupFit::FitCommonWidth() {
   FindStartWidth();
   if (!Fit(free_, kCoarse)) return false;
   if (IsDoubtful()) TryOtherStarts();
+  if (!FitAgain()) return false;
+  if (!HasTopAtLimit()) return true;
+  limits_.tops = sum_.tops;
   return FitAgain();
+}
+
+// A start may be farther off than the limits allow for.
+bool GroupFit::HasTopAtLimit() const {
+  for (std::size_t k = 0; k < sum_.Count(); ++k)
+    if (std::abs(sum_.tops[k] - limits_.tops[k]) > kAtLimit * limits_.reach) return true;
+  return false;
 }
 
 // Where two peaks are fitted by one wide one and the other has nothing left, a start elsewhere leads lower.

@@ -29,6 +29,7 @@ class GroupFit {
   void FindStartWidth();
   bool HasLostPeak() const;
   bool IsDoubtful() const;
+  bool HasTopAtLimit() const;
   void TryOtherStarts();
   bool Fit(const FreeTerms& free, Precision precision);
   void WeighByFit();
