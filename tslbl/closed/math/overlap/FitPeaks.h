@@ -26,8 +26,8 @@ struct OverlapGroup {
   std::span<const double> x;             // as many as y, in any unit
   std::span<const double> y;             // counts, or counts times a factor
   std::span<const std::int32_t> apexes;  // index of the point where a peak is sought, for each
-  double baseline;                       // start values
-  double a3;                             // of the width, as a standard deviation in the unit of x
+  double baseline;                       // finite; the fit solves for it, whatever it is
+  double a3;                             // start value of the width, as a standard deviation in the unit of x
 };
 
 struct OverlapFit {
@@ -36,12 +36,12 @@ struct OverlapFit {
   double reducedSquares;         // about 1 where only noise is left
 };
 
-// Places are sought up to 1.2 a3 from the apexes, once more as far where they end there, and widths from a3 /
-// 3 to 3 a3. Nothing if there is no answer: fewer than two points a peak and three more, no peak or more than
-// 200, an apex that is no point, an a3 that is not above 0, points that are not finite or all 0, points that
-// do not determine the peaks, more work than some seconds. Levenberg-Marquardt takes about 25 steps, each in
-// proportion to the points and to the square of the peaks near them; Hooke-Jeeves takes ten to twenty times
-// as long and reaches the same.
+// Places are sought up to 1.2 a3 from the apexes, and once more as far where they end there. Widths are
+// sought from a third of a3 to three times a3. Nothing if there is no answer: fewer than two points a peak
+// and three more, no peak or more than 200, an apex that is no point, an a3 that is not above 0, points that
+// are not finite or all 0, points that do not determine the peaks, more work than some seconds.
+// Levenberg-Marquardt takes about 25 steps, each in proportion to the points and to the square of the peaks
+// near them; Hooke-Jeeves takes ten to twenty times as long and reaches the same.
 TSLBL_API std::optional<OverlapFit> FitOverlap(FitMethod method, const OverlapGroup& group);
 
 // The same for a caller with a place for the result of each apex. Results are in the order of x. False if

@@ -41,8 +41,7 @@ GroupFit::GroupFit(FitMethod method, const OverlapGroup& group)
     : method_(method),
       samples_(group.x, group.y),
       variancePerMean_(VariancePerMean(samples_.Amplitudes())),
-      builder_(samples_, group.apexes.size()),
-      startBaseline_(group.baseline / samples_.Scale()) {
+      builder_(samples_, group.apexes.size()) {
   for (const std::int32_t apex : group.apexes) sum_.tops.push_back(group.x[static_cast<std::size_t>(apex)]);
   limits_.tops = sum_.tops;
   limits_.startWidth = group.a3;
@@ -70,7 +69,6 @@ PeakSum GroupFit::StartSum(double widthFactor) const {
   start.tops = limits_.tops;
   start.heights.resize(start.Count());
   start.widths.resize(start.Count(), widthFactor * limits_.startWidth);
-  start.baseline = startBaseline_;
   return start;
 }
 

@@ -46,7 +46,6 @@ class GroupFit {
   double variancePerMean_;
   EquationBuilder builder_;
   FitLimits limits_;
-  double startBaseline_;
   PeakSum sum_;
   FreeTerms free_;
   WidthTie tie_;
