@@ -1,7 +1,7 @@
 // The table of evaluation commands: the one file that names them all. Text and number are
 // stored in documents and streams and never change; the order is that of the application's
-// menus. Charge state deconvolution has its rank, 6, and no row before it has a step: until
-// then a stream or document that holds it is refused.
+// menus. Charge state deconvolution, of rank 6, has no step here: a stream or document that
+// holds it is refused.
 
 #include <tslbl/curve/CommandTable.h>
 #include <tslbl/curve/Curve.h>

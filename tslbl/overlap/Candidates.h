@@ -19,8 +19,9 @@ OPDCandidate MakeCandidate(const Spectrum& spectrum, std::uint32_t row, const MZ
 std::vector<OPDCandidate> BuildCandidates(const Spectrum& spectrum);
 
 // Whether two peaks run into each other: `left` ends at most 0.25 m/z before `right` begins, and stands there
-// at least MinAmplPercentCmnEndPt of the lower one's height above the baseline. An end below the baseline
-// joins them too. Throws std::logic_error "Amplitude less than baseline." if the lower peak has no height.
+// at least MinAmplPercentCmnEndPt of the lower one's height above the baseline. An end a percent or more
+// below the baseline joins them too. Throws std::logic_error "Amplitude less than baseline." if the lower
+// peak has no height.
 bool AreJoined(const Spectrum& spectrum, const OPDCandidate& left, const OPDCandidate& right);
 
 // Takes out the clean peaks that are joined to no neighbour still there, and marks those that are not clean:

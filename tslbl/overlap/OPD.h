@@ -26,7 +26,8 @@ TSLBL_API bool ExecuteOPD(Spectrum& spectrum, Changed& changed, std::wstring& er
 // A group whose fit fails stays unfitted, without a message. Throws std::runtime_error if there is no engine,
 // std::logic_error for a peak table that does not fit the curve and for an engine that proposes peaks outside
 // the group, and ComError (closed/common/ComponentRegistry.h) with the code of an engine that failed. After
-// an exception what was fitted before is gone, and the status and the history are as they were.
+// an exception what was fitted before is gone, groups that this run has fitted stay, and the status and the
+// history are as they were.
 TSLBL_API bool DoOPD(Spectrum& spectrum, Changed& changed, std::wstring& error);
 
 }  // namespace TslBL
