@@ -49,7 +49,27 @@ void Deconvolve(benchmark::State& state, OPDParams::FittingFuncs method) {
 void OPDMarquardtLevenberg(benchmark::State& state) { Deconvolve(state, OPDParams::MarquardtLevenberg); }
 void OPDHookeJeeves(benchmark::State& state) { Deconvolve(state, OPDParams::HookeJeeves); }
 
+// By the clock on the wall.
+void OPDOnThreads(benchmark::State& state) {
+  const Spectrum prepared = Overlapped();
+  const AppThreadingParams before = GetMultiThreadingParams();
+  AppThreadingParams params;
+  params.Auto = false;
+  params.ThreadPoolSize = static_cast<std::uint32_t>(state.range(0));
+  SetMultiThreadingParams(params);
+  Changed changed;
+  std::wstring error;
+  for (auto _ : state) {
+    state.PauseTiming();
+    Spectrum spectrum = prepared;
+    state.ResumeTiming();
+    DoOPD(spectrum, changed, error);
+  }
+  SetMultiThreadingParams(before);
+}
+
 BENCHMARK(OPDMarquardtLevenberg)->Unit(benchmark::kMillisecond);
 BENCHMARK(OPDHookeJeeves)->Unit(benchmark::kMillisecond);
+BENCHMARK(OPDOnThreads)->ArgName("threads")->Arg(1)->Arg(2)->Unit(benchmark::kMillisecond)->UseRealTime();
 
 }  // namespace

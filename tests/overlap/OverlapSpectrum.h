@@ -19,10 +19,10 @@ struct DataPeak {
   double maxFromCentroid = 0.0;
 };
 
-// 200 points at m/z 100, 100.05, 100.1 ... with a baseline of 10, on which the amplitudes lie but for what
+// Points at m/z 100, 100.05, 100.1 ... with a baseline of 10, on which the amplitudes lie but for what
 // the peaks say.
-inline Spectrum SpectrumOfPeaks(const std::vector<DataPeak>& dataPeaks) {
-  Spectrum s = SpectrumOf(std::vector<double>(200, 10.0));
+inline Spectrum SpectrumOfPeaks(const std::vector<DataPeak>& dataPeaks, std::size_t points = 200) {
+  Spectrum s = SpectrumOf(std::vector<double>(points, 10.0));
   for (std::size_t i = 0; i < s.xAxis.size(); ++i) s.xAxis[i] = 100.0 + 0.05 * static_cast<double>(i);
   s.baseline.assign(s.yAxis.size(), 10.0);
   for (const DataPeak& peak : dataPeaks) {

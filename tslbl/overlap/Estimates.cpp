@@ -1,11 +1,14 @@
 #include <tslbl/overlap/Estimates.h>
 
 #include <tslbl/curve/PeakLevels.h>
+#include <tslbl/overlap/GroupWork.h>
 #include <algorithm>
 #include <stdexcept>
 
 namespace TslBL {
 namespace {
+
+using Estimates = std::vector<OPDEstimate>;
 
 double HalfWidthOf(std::uint32_t points, std::size_t proposed, std::uint32_t maxPeaks) {
   if (proposed == 0) return 0.0;
@@ -80,10 +83,13 @@ const OPDCandidate& CandidateAt(std::span<const OPDCandidate> group, std::uint32
 std::vector<OPDEstimate> MakeEstimates(const Spectrum& spectrum, std::span<const OPDCandidate> candidates,
                                        OverlapPeakEngine* engine) {
   std::vector<OPDEstimate> all;
-  ForEachGroup(candidates, [&](std::span<const OPDCandidate> group) {
-    const std::vector<OPDEstimate> estimates = EstimatesOf(spectrum, group, engine);
-    if (estimates.size() > 1) all.insert(all.end(), estimates.begin(), estimates.end());
-  });
+  WorkOnGroups<Estimates>(
+      candidates, engine != nullptr && engine->MayWorkAtOnce(),
+      [&](std::span<const OPDCandidate> group) { return EstimatesOf(spectrum, group, engine); },
+      [&](Outcome<Estimates>& outcome) {
+        const Estimates estimates = outcome.Take();
+        if (estimates.size() > 1) all.insert(all.end(), estimates.begin(), estimates.end());
+      });
   return all;
 }
 

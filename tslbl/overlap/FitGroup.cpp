@@ -37,12 +37,18 @@ OverlapPeakInfo PeakOf(const OPDEstimate& estimate, const FittedGaussian& fit, c
 
 }  // namespace
 
-void FitGroup(Spectrum& spectrum, std::span<const OPDEstimate> estimates, OPDParams::FittingFuncs method,
-              OverlapPeakEngine* engine) {
+std::vector<OverlapPeakInfo> FitPeaksOf(const Spectrum& spectrum, std::span<const OPDEstimate> estimates,
+                                        OPDParams::FittingFuncs method, OverlapPeakEngine* engine) {
   const GroupPoints points = QGroupPoints(spectrum, estimates.front().StartIdx, estimates.back().EndIdx);
   const std::vector<FittedGaussian> fits = CallFitPeaks(engine, method, points, StartOf(estimates));
   std::vector<OverlapPeakInfo> group;
   for (std::size_t i = 0; i < fits.size(); ++i) group.push_back(PeakOf(estimates[i], fits[i], points));
+  return group;
+}
+
+void FitGroup(Spectrum& spectrum, std::span<const OPDEstimate> estimates, OPDParams::FittingFuncs method,
+              OverlapPeakEngine* engine) {
+  std::vector<OverlapPeakInfo> group = FitPeaksOf(spectrum, estimates, method, engine);
   spectrum.WOverlapPeakGroup(group);
 }
 

@@ -5,6 +5,7 @@
 #include <tslbl/overlap/Candidates.h>
 #include <tslbl/overlap/Estimates.h>
 #include <tslbl/overlap/FitGroup.h>
+#include <tslbl/overlap/GroupWork.h>
 #include <tslbl/tune/rules/DevTuneRules.h>
 #include <stdexcept>
 
@@ -18,10 +19,13 @@ std::vector<OPDCandidate> GroupedCandidates(const Spectrum& spectrum) {
   return candidates;
 }
 
+using Group = std::vector<OverlapPeakInfo>;
+
 // What cannot be fitted must not cost the user the other groups.
-void FitOrLose(Spectrum& spectrum, std::span<const OPDEstimate> estimates, OverlapPeakEngine* engine) {
+void KeepOrLose(Spectrum& spectrum, Outcome<Group>& fit) {
   try {
-    FitGroup(spectrum, estimates, spectrum.opdParams.FittingFunc, engine);
+    Group group = fit.Take();
+    spectrum.WOverlapPeakGroup(group);
   } catch (const std::exception&) {
   }
 }
@@ -31,8 +35,12 @@ void FitSpectrum(Spectrum& spectrum) {
   std::vector<OPDEstimate> estimates = MakeEstimates(spectrum, GroupedCandidates(spectrum), engine.get());
   if (spectrum.opdParams.SingleGroup)
     for (OPDEstimate& estimate : estimates) estimate.GroupId = 1;
-  ForEachGroup(std::span<const OPDEstimate>(estimates),
-               [&](std::span<const OPDEstimate> group) { FitOrLose(spectrum, group, engine.get()); });
+  WorkOnGroups<Group>(
+      std::span<const OPDEstimate>(estimates), engine->MayWorkAtOnce(),
+      [&](std::span<const OPDEstimate> group) {
+        return FitPeaksOf(spectrum, group, spectrum.opdParams.FittingFunc, engine.get());
+      },
+      [&](Outcome<Group>& fit) { KeepOrLose(spectrum, fit); });
 }
 
 }  // namespace

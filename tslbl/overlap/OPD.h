@@ -23,6 +23,9 @@ TSLBL_API bool ExecuteOPD(Spectrum& spectrum, Changed& changed, std::wstring& er
 // have not been detected. On success the spectrum has STATUS_OPD, which freezes it, also if there was nothing
 // to fit; it may be deconvolved again.
 //
+// Groups are worked on on the threads on which peaks are described (detect/ThreadingParams.h), if the engine
+// allows it; the outcome does not depend on their number.
+//
 // A group whose fit fails stays unfitted, without a message. Throws std::runtime_error if there is no engine,
 // std::logic_error for a peak table that does not fit the curve and for an engine that proposes peaks outside
 // the group, and ComError (closed/common/ComponentRegistry.h) with the code of an engine that failed. After

@@ -23,6 +23,8 @@ class OwnOverlapPeakEngine final : public OverlapPeakEngine {
     results.clear();
     return kNoFit;
   }
+
+  bool MayWorkAtOnce() const override { return true; }
 };
 
 [[maybe_unused]] const bool kIsRegistered = [] {
@@ -31,6 +33,8 @@ class OwnOverlapPeakEngine final : public OverlapPeakEngine {
 }();
 
 }  // namespace
+
+bool OverlapPeakEngine::MayWorkAtOnce() const { return false; }
 
 void RegisterOwnOverlapPeakEngine() {
   TslCommon::ComponentRegistry::Instance().Register(OverlapPeakEngine::kClassId,

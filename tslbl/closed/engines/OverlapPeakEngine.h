@@ -7,7 +7,9 @@
 //
 // The library makes one for each run and each refit, uses it on the calling thread alone, one call after
 // the other, and gives it up at the end: an engine needs no locks unless it shares something with others
-// of its kind, as runs on several threads have one each.
+// of its kind, as runs on several threads have one each. One that says MayWorkAtOnce is called for several
+// groups at the same time, on the process's threads, in any order; groups behind one that ends the run may
+// have been worked on then. The outcome is the same.
 //
 // A group is given as the numbers x = 0, 1, 2 ... and the amplitudes y of its points, equally many of both.
 // A call returns a result code as COM has them: negative if the engine failed, which ends the whole run
@@ -43,6 +45,9 @@ class TSLBL_API OverlapPeakEngine : public TslCommon::IComponent {
   virtual std::int32_t FitPeaks(bool hookeJeeves, std::span<const double> x, std::span<const double> y,
                                 std::span<const std::int32_t> apexes, double baseline, double a3,
                                 std::vector<FittedGaussian>& results) = 0;
+
+  // Whether its calls may run at the same time.
+  virtual bool MayWorkAtOnce() const;
 };
 
 // Puts the library's own engine, TslMath::InitialEstimates and TslMath::FitPeaks, back in the place of
