@@ -17,6 +17,9 @@ namespace TslTool {
 namespace {
 
 struct OverlapArguments {
+  // The lower one of two that overlap may rise but little.
+  OverlapArguments() { peaks.usualRise = 0.0; }
+
   PeaksArguments peaks;  // what the two commands share
   OverlapOptions overlap;
   std::string input;

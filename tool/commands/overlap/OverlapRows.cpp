@@ -34,14 +34,16 @@ OverlapRow RowOf(const Spectrum& spectrum, std::uint32_t opd) {
   const OverlapPeakInfo& fit = spectrum.overlapPeaks[opd];
   const double step = MzPerPoint(spectrum, fit);
   const double area = GaussPeak(fit.Height, 0.0, GaussPeak::FWHM_to_A3(fit.FWHM), 0.0).QArea();
+  // Nothing is known of the place of a peak that has come out without height, and of how sure that is.
+  const auto ifAny = [&](double error) { return fit.Height > 0.0 ? error : kUnknown; };
   return {fit.GroupId,
           spectrum.QNumPeaks() + std::size_t{opd} + 1,
           true,
           spectrum.FractionalIndexToXAxisVal(fit.Position),
-          fit.Fit5 * step,
+          ifAny(fit.Fit5 * step),
           fit.Height + fit.Baseline,
           area * step,
-          fit.Fit6 * step,
+          ifAny(fit.Fit6 * step),
           std::abs(fit.FWHM) * step,
           fit.Fit4};
 }

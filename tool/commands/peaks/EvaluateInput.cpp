@@ -26,7 +26,6 @@
 namespace TslTool {
 namespace {
 
-constexpr double kLeastRise = 2.5;   // standard deviations
 constexpr double kNoiseLimit = 2.0;  // times the noise of counts
 
 std::string NameOf(const PeaksArguments& arguments) { return InputName(arguments.input); }
@@ -153,7 +152,7 @@ void EvaluateInto(PeakFile& peaks, const PeaksArguments& arguments, const Option
                               chain.evals,
                               arguments.scale.value_or(1.0),
                               arguments.chain.ToleratesOffset(),
-                              arguments.minRise.value_or(kLeastRise),
+                              arguments.minRise.value_or(arguments.usualRise),
                               arguments.noiseLimit.value_or(kNoiseLimit)};
   peaks.Describe({arguments.input, source->Ids(), chain.evals, arguments.scale});
   if (arguments.resume)

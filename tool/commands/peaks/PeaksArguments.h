@@ -18,7 +18,8 @@ struct PeaksArguments {
   ScanOptions scans;
   ChainOptions chain;
   std::optional<double> scale;       // of the amplitudes
-  std::optional<double> minRise;     // of peaks, in standard deviations; 2.5 if it is not given
+  std::optional<double> minRise;     // of peaks, in standard deviations
+  double usualRise = 2.5;            // if it is not given
   std::optional<double> noiseLimit;  // in times the noise of counts; 2 if it is not given
   bool showChain = false;
   bool resume = false;

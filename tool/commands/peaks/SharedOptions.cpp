@@ -1,5 +1,7 @@
 #include <tool/commands/peaks/SharedOptions.h>
 
+#include <fmt/format.h>
+
 #include <tool/commands/peaks/PeakFile.h>
 #include <tool/frame/DistinctFiles.h>
 #include <tool/frame/Output.h>
@@ -9,8 +11,9 @@ namespace TslTool {
 void DeclareEvaluation(Options& options, PeaksArguments& arguments) {
   options.Value("--scale X", arguments.scale, "Multiply the amplitudes by this first [1]");
   options.Value("--min-rise X", arguments.minRise,
-                "Minimum rise of a peak above the higher of its ends, in standard deviations of the "
-                "noise about it; 0 keeps all [2.5]");
+                fmt::format("Minimum rise of a peak above the higher of its ends, in standard deviations of "
+                            "the noise about it; 0 keeps all [{}]",
+                            arguments.usualRise));
   options.Value("--noise-limit X", arguments.noiseLimit,
                 "Largest noise, in times that of the counts between the peaks, where amplitudes are "
                 "counts; 0: as --noise finds it [2]");

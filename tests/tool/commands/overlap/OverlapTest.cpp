@@ -43,12 +43,23 @@ TEST_F(Overlap, TakesTheDoubletOfATextApart) {
   EXPECT_THAT(outcome.err, HasSubstr("doublet.txt: 1 group of 2 fitted peaks"));
 }
 
+// 1.5 widths from a peak ten times as high there is a dip, but hardly a rise.
+TEST_F(Overlap, FindsAPeakThatHardlyRisesBesideAnother) {
+  const TempFile file("dip.txt", TextOf(CountedSpectrum({{503.0, 3000.0}, {503.9, 300.0}, kAlone})));
+  const Arguments words = {"overlap", file.Path(), "--format", "tsv"};
+  EXPECT_THAT(RunTool(words).err, HasSubstr("dip.txt: 1 group of 2 fitted peaks"));
+  Arguments rising = words;
+  rising.insert(rising.end(), {"--min-rise", "2.5"});
+  EXPECT_THAT(RunTool(rising).err, HasSubstr("dip.txt: 0 groups of 0 fitted peaks"));
+}
+
 TEST_F(Overlap, HasTheDataPeaksOfPeaks) {
   std::vector<std::string> mz;
   for (const Row& row : RowsOf(OnDemo({"--scan", "5", "--format", "tsv"}).out))
     if (row.at("chi2").empty()) mz.push_back(row.at("mz"));
   std::vector<std::string> peaks;
-  for (const Row& row : DemoRun::Get().Peaks({"--scan", "5"})) peaks.push_back(row.at("mz"));
+  for (const Row& row : DemoRun::Get().Peaks({"--scan", "5", "--min-rise", "0"}))
+    peaks.push_back(row.at("mz"));
   EXPECT_EQ(mz, peaks);
 }
 
