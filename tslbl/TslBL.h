@@ -29,6 +29,7 @@
 #include <tslbl/closed/math/SmallestStep.h>
 #include <tslbl/closed/math/baseline/Baseline.h>
 #include <tslbl/closed/math/baseline/BaselineAndNoise.h>
+#include <tslbl/closed/math/baseline/MovingExtrema.h>
 #include <tslbl/closed/math/baseline/Noise.h>
 #include <tslbl/closed/math/overlap/FitPeaks.h>
 #include <tslbl/closed/math/peak/Features.h>

@@ -12,7 +12,7 @@ namespace TslTool {
 // what the valleys allow: the noise to `limit` times that of their counts, the baseline to two such noises
 // above them. `filter` are the weights of the smoothing. Nothing changes where amplitudes are no counts,
 // where the noise is that of a range without peaks, behind a subtracted baseline, or with a limit of 0. The
-// number of points whose noise was lowered. O(n times the filter's length).
+// number of points whose noise was lowered. O(n log of the filter's length).
 std::size_t LimitToShots(LoadedSpectrum& loaded, std::span<const double> filter, double limit);
 
 }  // namespace TslTool

@@ -4,6 +4,8 @@
 // the longer the window, but passes that work on neighbours side by side: faster than three comparisons a
 // point one after the other, up to windows of a whole spectrum.
 
+#include <tslbl/Export.h>
+
 #include <cstddef>
 #include <vector>
 
@@ -24,6 +26,7 @@ void MovingMaximum(const double* y, std::size_t n, std::size_t length, double* o
 
 // The moving maximum of the moving minimum: what is left of a curve when every elevation narrower than the
 // window is taken off. Nowhere above y. `out` may be y.
-void MovingOpening(const double* y, std::size_t n, std::size_t length, double* out, ExtremaScratch& scratch);
+TSLBL_API void MovingOpening(const double* y, std::size_t n, std::size_t length, double* out,
+                             ExtremaScratch& scratch);
 
 }  // namespace TslMath
