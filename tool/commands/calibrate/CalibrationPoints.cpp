@@ -6,6 +6,7 @@
 #include <tool/io/ForeignKinds.h>
 #include <tslbl/calibrate/CalFile.h>
 #include <tslbl/closed/common/Text.h>
+#include <tslbl/tune/MZConvert.h>
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
@@ -49,6 +50,12 @@ void RequireAxis(const std::string& file, const std::vector<TslBL::MZCalPt>& poi
     if (!(points[i].MZ > points[i - 1].MZ && points[i].MassDAC > points[i - 1].MassDAC))
       throw InputError(file, NameOf(points[i]),
                        fmt::format("m/z {} at mass DAC {} does not lie above m/z {} at mass DAC {}",
+                                   points[i].MZ, points[i].MassDAC, points[i - 1].MZ, points[i - 1].MassDAC));
+  const TslBL::MZConvert convert(points);
+  for (std::size_t i = 1; i < points.size(); ++i)
+    if (!(convert.DACToMZ(points[i].MassDAC) > convert.DACToMZ(points[i - 1].MassDAC)))
+      throw InputError(file, NameOf(points[i]),
+                       fmt::format("m/z {} at mass DAC {} is too close to m/z {} at mass DAC {} for an axis",
                                    points[i].MZ, points[i].MassDAC, points[i - 1].MZ, points[i - 1].MassDAC));
 }
 

@@ -79,6 +79,12 @@ TEST(CalibrationPoints, AnAxisNeedsTwoThatRise) {
             "point \"X\": m/z inf at mass DAC 3000 is not finite");
 }
 
+TEST(CalibrationPoints, AnAxisNeedsStepsThatADoubleCanTellApart) {
+  EXPECT_EQ(
+      ErrorOf(BytesOf({{L"A", 1e-320, 2000}, {L"B", 2e-320, 3000}})),
+      "point \"B\": m/z 2e-320 at mass DAC 3000 is too close to m/z 1e-320 at mass DAC 2000 for an axis");
+}
+
 TEST(CalibrationPoints, AreNotWrittenWhereTheyCannotBeRead) {
   const TempFile folder("x", "");
   EXPECT_THROW(TslTool::WriteCalibration(folder.Folder() + "/a.cal", {kPoints[0]}), TslTool::InputError);
