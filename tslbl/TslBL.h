@@ -40,7 +40,9 @@
 #include <tslbl/closed/math/smooth/Smoothing.h>
 
 #include <tslbl/closed/engines/IsotopePattern.h>
+#include <tslbl/closed/engines/MassPlotEngine.h>
 #include <tslbl/closed/engines/OverlapPeakEngine.h>
+#include <tslbl/closed/engines/SeriesEngine.h>
 
 #include <tslbl/records/CSSeries.h>
 #include <tslbl/records/MZPeak.h>
