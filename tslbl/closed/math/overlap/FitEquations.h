@@ -39,6 +39,8 @@ class EquationBuilder {
 
   // What all this has cost so far: about the number of multiplications.
   std::uint64_t Effort() const { return effort_; }
+  // The equations of so many terms were solved.
+  void CountSolution(std::size_t terms) { effort_ += terms * terms * terms / 6; }
 
  private:
   void Start(const PeakSum& sum, std::size_t block);

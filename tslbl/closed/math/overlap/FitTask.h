@@ -45,7 +45,7 @@ class FitTask {
   bool IsSpent() const { return builder_.Effort() > kMostEffort; }
 
  private:
-  static constexpr std::uint64_t kMostEffort = 4'000'000'000;
+  static constexpr std::uint64_t kMostEffort = 2'000'000'000;
 
   void AddTie(const PeakSum& sum, FitEquations& equations) const;
 

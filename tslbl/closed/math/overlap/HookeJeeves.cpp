@@ -63,7 +63,7 @@ bool HookeJeeves::HasTrialsLeft(const FitTask& task) const {
 
 // Along each coordinate a step in one direction, or else in the other, where it leads lower.
 void HookeJeeves::Explore(const FitTask& task, double step, PeakSum& sum, double& squares) {
-  for (std::size_t index = 0; index < CoordinateCount(task.Order()); ++index) {
+  for (std::size_t index = 0; index < CoordinateCount(task.Order()) && HasTrialsLeft(task); ++index) {
     for (const double direction : {1.0, -1.0}) {
       trial_ = sum;
       Move(task.Order(), index, direction * step, usualWidth_, trial_);

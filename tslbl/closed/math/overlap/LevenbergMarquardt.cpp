@@ -57,6 +57,7 @@ bool LevenbergMarquardt::TakeStep(const FitTask& task, const PeakSum& sum, const
   KeepWhatIsAtLimits(task, sum, here);
   for (int trial = 0; trial < kMostDampings; ++trial, damping_ *= kMoreDamping) {
     step_ = here.slope;
+    task.Builder().CountSolution(kept_.size());
     if (!factor_.Factor(here.matrix, kept_, 1.0 + damping_)) continue;
     factor_.Solve(step_);
     if (!std::ranges::all_of(step_, [](double change) { return std::isfinite(change); })) continue;

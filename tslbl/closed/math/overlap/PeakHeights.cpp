@@ -5,7 +5,8 @@
 
 namespace TslMath {
 
-bool PeakHeights::Solve() {
+bool PeakHeights::Solve(EquationBuilder& builder) {
+  builder.CountSolution(kept_.size());
   solution_ = equations_.slope;
   if (!factor_.Factor(equations_.matrix, kept_)) return false;
   factor_.Solve(solution_);
@@ -30,7 +31,7 @@ double PeakHeights::Fit(EquationBuilder& builder, bool freeBaseline, PeakSum& su
   for (std::size_t i = 0; i < kept_.size(); ++i) kept_[i] = equations_.matrix[i * kept_.size() + i] == 0.0;
   do {
     // Peaks in one place: without the last of them the others can be told.
-    for (std::size_t k = sum.Count(); !Solve(); kept_[--k] = true)
+    for (std::size_t k = sum.Count(); !Solve(builder); kept_[--k] = true)
       if (k == 0) return equations_.squares;
   } while (DropLowest(sum.Count()));
   std::copy_n(solution_.begin(), sum.Count(), sum.heights.begin());

@@ -14,7 +14,7 @@ class PeakHeights {
   double Fit(EquationBuilder& builder, bool freeBaseline, PeakSum& sum);
 
  private:
-  bool Solve();
+  bool Solve(EquationBuilder& builder);
   bool DropLowest(std::size_t peaks);
 
   FitEquations equations_;
