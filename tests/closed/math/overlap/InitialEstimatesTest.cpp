@@ -128,4 +128,29 @@ TEST(InitialEstimates, OfAMillionPointsComeToAnEnd) {
   EXPECT_FALSE(InitialEstimates(true, 3, y).empty());
 }
 
+// As the fourth isotope of an ion is.
+TEST(InitialEstimates, SeeALowPeakThatHasAMaximumBesideTallOnes) {
+  Values y;
+  for (int i = 0; i < 90; ++i)
+    y.push_back(2 + std::round(5000 * ShapeAt(i - 16, 4.2, 4.2) + 1400 * ShapeAt(i - 33, 4.2, 4.2) +
+                               190 * ShapeAt(i - 50, 4.2, 4.2) + 22 * ShapeAt(i - 67, 4.2, 4.2)));
+  const Places places = InitialEstimates(true, 1, y);
+  ASSERT_EQ(places.size(), 4u);
+  EXPECT_NEAR(places[3], 67, 2);
+}
+
+TEST(InitialEstimates, TakeNoTailForALowPeak) {
+  Random random(3);
+  int tails = 0;
+  for (int seed = 0; seed < 100; ++seed) {
+    Values y;
+    for (int i = 0; i < 90; ++i) {
+      const double tail = i > 25 ? 60 * std::exp(-(i - 25) / 12.0) : 0;
+      y.push_back(std::poisson_distribution<int>(2 + 5000 * ShapeAt(i - 20, 4.2, 4.2) + tail)(random));
+    }
+    tails += InitialEstimates(true, 1, y).size() > 1;
+  }
+  EXPECT_LE(tails, 5);
+}
+
 }  // namespace

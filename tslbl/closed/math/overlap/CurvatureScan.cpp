@@ -11,6 +11,8 @@ namespace {
 
 constexpr double kReachOfFilter = 4.0;  // scales
 constexpr std::size_t kLeastHalf = 2;
+constexpr double kRiseOfTop = 2.5;   // standard deviations
+constexpr double kScaleOfTop = 0.5;  // scales: what rises but a little must not be smoothed away
 
 std::vector<double> Gaussian(double scale) {
   const auto half = std::max(kLeastHalf, static_cast<std::size_t>(std::ceil(kReachOfFilter * scale)));
@@ -52,27 +54,59 @@ std::vector<double> Filtered(std::span<const double> y, double before, double be
           filtered.begin() + static_cast<std::ptrdiff_t>(half + y.size())};
 }
 
+// Of what the filter gives.
+std::vector<double> DeviationsOf(std::span<const double> variances, std::vector<double> weights) {
+  for (double& weight : weights) weight *= weight;
+  std::vector<double> deviations = Filtered(variances, 0.0, 0.0, weights);
+  for (double& deviation : deviations) deviation = std::sqrt(deviation);
+  return deviations;
+}
+
 }  // namespace
 
 CurvatureScan::CurvatureScan(std::span<const double> y, std::span<const double> variances, double scale)
-    : y_(y), scale_(scale), gaussian_(Gaussian(scale)), gaussianSum_(SumOfBothSides(gaussian_)) {
+    : y_(y),
+      variances_(variances),
+      scale_(scale),
+      gaussian_(Gaussian(scale)),
+      gaussianSum_(SumOfBothSides(gaussian_)) {
   std::vector<double> hat = Hat(gaussian_, scale);
   strengths_ = Filtered(y, y.front(), y.back(), hat);
-  for (double& weight : hat) weight *= weight;
-  deviations_ = Filtered(variances, 0.0, 0.0, hat);
-  for (double& deviation : deviations_) deviation = std::sqrt(deviation);
+  deviations_ = DeviationsOf(variances, hat);
+}
+
+// Which points are near a maximum of the smoothed curve that rises above what parts it from higher ones.
+std::vector<char> CurvatureScan::TopsOfCurve(double prominence) const {
+  const std::vector<double> gaussian = Gaussian(kScaleOfTop * scale_);
+  const std::vector<double> smoothed = Filtered(y_, y_.front(), y_.back(), gaussian);
+  const std::vector<double> deviations = DeviationsOf(variances_, gaussian);
+  const auto reach = static_cast<std::size_t>(std::ceil(scale_));
+  std::vector<char> tops(y_.size());
+  for (const Bump& bump : AllBumps(smoothed)) {
+    if (!(bump.prominence > prominence * deviations[bump.at])) continue;
+    const std::size_t first = bump.at - std::min(bump.at, reach);
+    const std::size_t end = std::min(bump.at + reach + 1, tops.size());
+    std::fill(tops.begin() + static_cast<std::ptrdiff_t>(first),
+              tops.begin() + static_cast<std::ptrdiff_t>(end), true);
+  }
+  return tops;
 }
 
 std::vector<Bend> CurvatureScan::Bends(const BendLimits& limits) const {
-  const double least = limits.share * std::max(0.0, std::ranges::max(strengths_));
+  const double strongest = std::max(0.0, std::ranges::max(strengths_));
+  std::vector<char> tops;
+  const auto isTop = [&](std::size_t at) {
+    if (tops.empty()) tops = TopsOfCurve(kRiseOfTop);
+    return tops[at] != 0;
+  };
   std::vector<Bend> bends;
   for (const Bump& bump : AllBumps(strengths_)) {
     const double strength = strengths_[bump.at];
     const double deviation = deviations_[bump.at];
     // Where the curve is bent the other way there is no peak to rise above.
     const double prominence = std::min(bump.prominence, strength);
-    if (strength > least && strength > limits.significance * deviation &&
-        prominence > limits.prominence * deviation)
+    if (strength > limits.significance * deviation && prominence > limits.prominence * deviation &&
+        (strength > limits.share * strongest || (strength > limits.shareOfTop * strongest && isTop(bump.at))))
       bends.push_back({bump.at, strength, strength / deviation});
   }
   return bends;

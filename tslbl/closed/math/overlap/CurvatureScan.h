@@ -19,6 +19,8 @@ struct BendLimits {
   double significance;
   double prominence;  // above the places that part it from stronger ones, in standard deviations
   double share;       // of the strongest
+  // The same where the curve has a maximum of its own, as no tail has.
+  double shareOfTop = 1.0;
 };
 
 // The filter for the second derivative, upside down, of a curve smoothed with a Gaussian of standard
@@ -40,7 +42,10 @@ class CurvatureScan {
   double SquaredWidth(const Bend& bend, double base) const;
 
  private:
+  std::vector<char> TopsOfCurve(double prominence) const;
+
   std::span<const double> y_;
+  std::span<const double> variances_;
   double scale_;
   std::vector<double> gaussian_;  // from the middle outwards
   double gaussianSum_;

@@ -14,7 +14,7 @@ namespace TslMath {
 namespace {
 
 constexpr std::int32_t kMostSmoothing = 100;
-constexpr BendLimits kSeen{4.0, 3.5, 0.03};
+constexpr BendLimits kSeen{4.0, 3.5, 0.03, 0.001};
 // In units of the likely width. Finer ones see more, and begin to part flat tops.
 constexpr double kScales[] = {1.0, 0.75, 0.55};
 constexpr double kLeastScale = 0.8;

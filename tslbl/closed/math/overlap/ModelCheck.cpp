@@ -136,13 +136,18 @@ std::vector<std::size_t> ModelCheck::PeaksToSplit(const PeakSum& sum) const {
   return peaks;
 }
 
-bool ModelCheck::IsPlausible(const PeakSum& sum) const {
-  const double tallest = std::ranges::max(sum.heights);
+std::ptrdiff_t ModelCheck::LowPeaks(const PeakSum& sum) {
+  const double least = kLowestPeak * std::ranges::max(sum.heights);
+  return std::ranges::count_if(sum.heights, [&](double height) { return height < least; });
+}
+
+// Of a sum with one peak more than `before`, whose peaks may be low as they show a maximum of their own.
+bool ModelCheck::IsPlausible(const PeakSum& sum, const PeakSum& before) const {
   const double spacing = kLeastSpacing * GaussPeak::A3_to_FWHM(sum.widths[0]);
   const std::vector<std::size_t> order = OrderOfTops(sum);
   for (std::size_t i = 1; i < order.size(); ++i)
     if (sum.tops[order[i]] - sum.tops[order[i - 1]] < spacing) return false;
-  return std::ranges::min(sum.heights) >= kLowestPeak * tallest && sum.tops[order.front()] >= 0.0 &&
+  return LowPeaks(sum) <= LowPeaks(before) && sum.tops[order.front()] >= 0.0 &&
          sum.tops[order.back()] <= static_cast<double>(samples_.Size() - 1);
 }
 
@@ -155,7 +160,7 @@ bool ModelCheck::AddOne(Attempt& best) {
   const auto attempt = [&](std::vector<double> centres) {
     if (IsSpent()) return;
     Attempt more = Fit(std::move(centres), width, kReachOfTrial, kCoarse);
-    if (more.squares < best.squares && IsPlausible(more.sum)) best = std::move(more);
+    if (more.squares < best.squares && IsPlausible(more.sum, before.sum)) best = std::move(more);
   };
   FindResiduals(before.sum);
   for (const std::size_t k : PeaksToSplit(before.sum)) attempt(SplitAt(before.sum, k));

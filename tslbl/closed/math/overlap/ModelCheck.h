@@ -32,7 +32,8 @@ class ModelCheck {
   double LargestResidual(double width) const;
   double MisfitNear(double top, double width) const;
   std::vector<std::size_t> PeaksToSplit(const PeakSum& sum) const;
-  bool IsPlausible(const PeakSum& sum) const;
+  static std::ptrdiff_t LowPeaks(const PeakSum& sum);
+  bool IsPlausible(const PeakSum& sum, const PeakSum& before) const;
   bool AddOne(Attempt& best);
   bool IsSpent() const;
 
