@@ -4,6 +4,8 @@
 
 #include <tool/commands/overlap/EditGroups.h>
 #include <tool/commands/overlap/FittedPoints.h>
+#include <tool/commands/overlap/GroupFits.h>
+#include <tool/commands/overlap/TouchingPeaks.h>
 #include <tool/frame/Failure.h>
 #include <tool/frame/InputError.h>
 #include <tslbl/closed/common/Text.h>
@@ -18,10 +20,13 @@ namespace {
 
 constexpr double kPoor = 3.0;  // reduced chi-square
 
-void Deconvolve(TslBL::Spectrum& spectrum) {
+void DeconvolveAndEdit(LoadedSpectrum& loaded, const std::vector<GroupEdit>& edits) {
+  const WithFittedPoints points(loaded);
   TslBL::Changed changed;
   std::wstring error;
-  if (!TslBL::DoOPD(spectrum, changed, error)) throw std::runtime_error(TslCommon::ToUtf8(error));
+  if (!TslBL::DoOPD(*loaded.spectrum, changed, error)) throw std::runtime_error(TslCommon::ToUtf8(error));
+  if (loaded.spectrum->opdParams.FullRange) FitTouchingPeaks(*loaded.spectrum);
+  for (const GroupEdit& edit : edits) EditGroup(*loaded.spectrum, edit);
 }
 
 }  // namespace
@@ -37,9 +42,8 @@ void Deconvolution::Run(LoadedSpectrum& loaded) {
   const std::vector<GroupEdit>& edits = EditsOf(loaded);
   try {
     loaded.spectrum->opdParams = options_.Params(loaded.countAmpl > 0.0);
-    const WithFittedPoints points(loaded);
-    Deconvolve(*loaded.spectrum);
-    for (const GroupEdit& edit : edits) EditGroup(*loaded.spectrum, edit);
+    DeconvolveAndEdit(loaded, edits);
+    FitWithKnownNoise(loaded);
   } catch (...) {
     // An engine's failure is no std::exception.
     throw InputError(input_, fmt::format("scan {}", loaded.scan), FailureText(std::current_exception()));

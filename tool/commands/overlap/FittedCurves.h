@@ -1,8 +1,9 @@
 #pragma once
 // The curves of fitted peaks, point by point.
 
-#include <tslbl/spectrum/Spectrum.h>
+#include <tool/io/SpectrumSource.h>
 #include <cstddef>
+#include <cstdint>
 #include <vector>
 
 namespace TslTool {
@@ -15,6 +16,7 @@ struct FittedGroup {
   std::vector<std::vector<double>> peaks;  // each on the baseline
 };
 
-std::vector<FittedGroup> FittedGroups(const TslBL::Spectrum& spectrum);
+// Peaks are drawn as they were fitted, with the skew that those of a group share.
+std::vector<FittedGroup> FittedGroups(const LoadedSpectrum& loaded);
 
 }  // namespace TslTool

@@ -2,10 +2,9 @@
 
 #include <fmt/format.h>
 
-#include <tool/chain/SmoothFilter.h>
 #include <tool/commands/overlap/FittedCurves.h>
 #include <tool/commands/overlap/FittedPoints.h>
-#include <tool/commands/peaks/CountVariance.h>
+#include <tool/commands/overlap/GroupFits.h>
 #include <tool/plot/Axes.h>
 #include <tool/plot/CurvePart.h>
 #include <tool/plot/Curves.h>
@@ -95,9 +94,8 @@ void DrawData(Svg& svg, const Range& mz, const CurvePart& part, const LoadedSpec
 // What points scatter by: counts, where they are known and were fitted, else the noise.
 std::vector<double> ScatterOf(const LoadedSpectrum& loaded, const Groups& groups) {
   std::vector<double> scatter = loaded.spectrum->noise;
-  const auto filter = FilterOf(*loaded.spectrum);
-  const double count = filter != nullptr ? CountAmplOf(loaded, filter->weights) : loaded.countAmpl;
-  if (!AreMeasuredFitted(loaded) || count <= 0.0 || scatter.empty()) return scatter;
+  const double count = VariancePerMeanOf(loaded);
+  if (!(count > 0.0) || scatter.empty()) return scatter;
   for (const FittedGroup& group : groups)
     for (std::size_t i = 0; i < group.sum.size(); ++i)
       scatter[group.first + i] = std::sqrt(std::max(group.sum[i], 0.0) * count);
@@ -129,7 +127,7 @@ void DrawResidual(Svg& svg, const Range& mz, const CurvePart& part, const Loaded
 std::string OverlapPlot(const LoadedSpectrum& loaded, const std::string& title,
                         const std::optional<RealRange>& view) {
   const TslBL::Spectrum& spectrum = *loaded.spectrum;
-  const Groups groups = FittedGroups(spectrum);
+  const Groups groups = FittedGroups(loaded);
   const Range mz = ViewOf(spectrum, groups, view);
   const CurvePart part(spectrum.xAxis, mz);
   Svg svg(kWidth, kResidual.Bottom());

@@ -186,6 +186,34 @@ TEST(FitPeaks, IsAsUncertainOfSmoothedCountsAsOfTheirSource) {
   EXPECT_NEAR(smoothed / raw, 1, 0.3);
 }
 
+// Of three widths of points their own scatter is told within a third.
+TEST(FitPeaks, KnowsWhatIsNoiseWhereItIsTold) {
+  const auto spreadOf = [](double variancePerMean) {
+    double squares = 0;
+    for (std::uint64_t seed = 0; seed < 200; ++seed) {
+      const SimulatedGroup group = Group({.spacing = 1.25, .fwhm = 5}, seed);
+      const auto fit = FitOverlap(FitMethod::LevenbergMarquardt,
+                                  {group.x, group.y, ApexesOf(group), group.level, 2, variancePerMean});
+      EXPECT_TRUE(fit);
+      if (fit) squares += (fit->reducedSquares - 1) * (fit->reducedSquares - 1);
+    }
+    return std::sqrt(squares / 200);
+  };
+  EXPECT_LT(spreadOf(1), 0.4);
+  EXPECT_LT(spreadOf(1), 0.6 * spreadOf(0));
+}
+
+TEST(FitPeaks, LeavesNoiseTwiceAsLargeInUnitsHalfAsLarge) {
+  const SimulatedGroup group = Group({});
+  const Apexes apexes = ApexesOf(group);
+  OverlapGroup told{group.x, group.y, apexes, group.level, 5, 1};
+  const auto once = FitOverlap(FitMethod::LevenbergMarquardt, told);
+  told.variancePerMean = 0.5;
+  const auto twice = FitOverlap(FitMethod::LevenbergMarquardt, told);
+  ASSERT_TRUE(once && twice);
+  EXPECT_NEAR(twice->reducedSquares, 2 * once->reducedSquares, 1e-3);
+}
+
 TEST(FitPeaks, DoesNotDependOnThreads) {
   const SimulatedGroup group = Group({.peaks = 4});
   const OverlapFit alone = Fit(group);

@@ -28,12 +28,15 @@ struct OverlapGroup {
   std::span<const std::int32_t> apexes;  // index of the point where a peak is sought, for each
   double baseline;                       // finite; the fit solves for it, whatever it is
   double a3;                             // start value of the width, as a standard deviation in the unit of x
+  // The variance of a point divided by its mean, in the unit of y: the factor that counts were multiplied by,
+  // where it is known. 0: what points differ from their neighbours by tells it, of few points badly.
+  double variancePerMean = 0.0;
 };
 
 struct OverlapFit {
   PeakSum sum;                   // peaks in the order of x; PeakSum::At(x) is the fitted curve
   std::vector<FitError> errors;  // of each peak
-  double reducedSquares;         // about 1 where only noise is left
+  double reducedSquares;         // of what is left, in variances of a point: about 1 where it is noise
 };
 
 // Places are sought up to 1.2 a3 from the apexes, and once more as far where they end there. Widths are

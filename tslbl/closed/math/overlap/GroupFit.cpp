@@ -17,7 +17,7 @@ constexpr double kStartWidths[] = {0.5, 0.7, 1.0, 1.4, 2.0};
 
 constexpr double kOtherStarts[] = {0.5, 0.75, 1.0};
 constexpr double kAtLimit = 0.98;  // of the reach
-constexpr double kLost = 0.005;    // of the tallest
+constexpr double kLost = 0.0003;   // of the tallest
 constexpr double kDoubtful = 2.0;  // variances
 // By how much widths of their own differ, of their mean.
 constexpr double kOwnWidthScatter = 0.03;
@@ -27,6 +27,8 @@ constexpr double kAskForWidths = 16.0;
 constexpr double kAskForEachWidth = 2.0;
 // Points per degree of freedom of the noise that sixth differences tell.
 constexpr double kPointsPerDegree = 8.0;
+// Squares that exceed what is known of the noise by so many of their standard deviations are no noise.
+constexpr double kBeyondNoise = 3.0;
 
 bool IsFinite(const OverlapFit& fit) {
   double sum = fit.sum.skew + fit.sum.baseline + fit.reducedSquares;
@@ -40,7 +42,9 @@ bool IsFinite(const OverlapFit& fit) {
 GroupFit::GroupFit(FitMethod method, const OverlapGroup& group)
     : method_(method),
       samples_(group.x, group.y),
-      variancePerMean_(VariancePerMean(samples_.Amplitudes())),
+      isNoiseKnown_(std::isnormal(group.variancePerMean) && group.variancePerMean > 0.0),
+      variancePerMean_(isNoiseKnown_ ? group.variancePerMean / samples_.Scale()
+                                     : VariancePerMean(samples_.Amplitudes())),
       builder_(samples_, group.apexes.size()) {
   for (const std::int32_t apex : group.apexes) sum_.tops.push_back(group.x[static_cast<std::size_t>(apex)]);
   limits_.tops = sum_.tops;
@@ -173,10 +177,18 @@ bool GroupFit::TakeInWhatIsAskedFor() {
 }
 
 // What is left of the points says how large their noise is, and so, where few are left, do their differences.
-double GroupFit::Noise() {
+double GroupFit::NoiseOfPoint() const {
+  const double freedom = std::max(FreedomOf(free_), 0.0);
+  if (isNoiseKnown_) {
+    const double most = variancePerMean_ * (freedom + kBeyondNoise * std::sqrt(2.0 * freedom));
+    return equations_.squares > most ? equations_.squares / freedom : variancePerMean_;
+  }
   const double degrees = static_cast<double>(samples_.Size()) / kPointsPerDegree;
-  const double noise =
-      (equations_.squares + degrees * variancePerMean_) / (std::max(FreedomOf(free_), 0.0) + degrees);
+  return (equations_.squares + degrees * variancePerMean_) / (freedom + degrees);
+}
+
+double GroupFit::Noise() {
+  const double noise = NoiseOfPoint();
   builder_.Evaluate(sum_, values_);
   values_.resize(samples_.Size());
   for (std::size_t i = 0; i < values_.size(); ++i)

@@ -38,11 +38,13 @@ class GroupFit {
   double FreedomOf(const FreeTerms& free) const;
   double GainBy(const FreeTerms& free);
   bool TakeInWhatIsAskedFor();
+  double NoiseOfPoint() const;
   double Noise();
   OverlapFit Scaled(const std::vector<FitError>& errors) const;
 
   FitMethod method_;
   GroupSamples samples_;
+  bool isNoiseKnown_;
   double variancePerMean_;
   EquationBuilder builder_;
   FitLimits limits_;

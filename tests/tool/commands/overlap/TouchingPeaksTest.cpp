@@ -1,0 +1,56 @@
+#include <tool/commands/overlap/TouchingPeaks.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <tool/commands/overlap/Doublet.h>
+
+namespace tests {
+namespace {
+
+// Isotopes of one ion, the last of which the engine leaves out.
+const std::vector<KnownPeak> kIsotopes = {{500.0, 5000.0}, {501.0, 1400.0}, {502.0, 190.0}, {503.0, 18.0}};
+
+std::vector<std::uint32_t> GroupsOf(const TslTool::LoadedSpectrum& loaded) {
+  std::vector<std::uint32_t> groups;
+  for (const TslBL::PeakInfo& peak : loaded.spectrum->peaks) groups.push_back(peak.overlapGroup);
+  return groups;
+}
+
+// The group without what stands at an m/z.
+TslTool::LoadedSpectrum Without(double mz) {
+  return Deconvolved(WithPeaks(CountedSpectrum(kIsotopes)), {{TslTool::GroupEdit::Remove, mz}});
+}
+
+TEST(TouchingPeaks, BelongToTheGroupThatTheyRunInto) {
+  const TslTool::LoadedSpectrum loaded = Deconvolved(WithPeaks(CountedSpectrum(kIsotopes)));
+  EXPECT_THAT(GroupsOf(loaded), testing::Each(1));
+  ASSERT_EQ(loaded.spectrum->overlapPeaks.size(), 4U);
+  const TslBL::OverlapPeakInfo& last = loaded.spectrum->overlapPeaks.back();
+  EXPECT_NEAR(loaded.spectrum->FractionalIndexToXAxisVal(last.Position), 503.0, 0.15);
+  EXPECT_NEAR(last.Height, 18.0, 6.0);
+}
+
+TEST(TouchingPeaks, AreAddedFromBothSides) {
+  for (const double mz : {500.0, 503.0}) {
+    const TslTool::LoadedSpectrum loaded = Without(mz);
+    ASSERT_EQ(loaded.spectrum->overlapPeaks.size(), 3U);
+    TslTool::FitTouchingPeaks(*loaded.spectrum);
+    EXPECT_EQ(loaded.spectrum->overlapPeaks.size(), 4U) << mz;
+  }
+}
+
+TEST(TouchingPeaks, AreNoneWherePeaksStandApart) {
+  const TslTool::LoadedSpectrum loaded = Deconvolved();
+  EXPECT_THAT(GroupsOf(loaded), testing::ElementsAre(1, 0));
+}
+
+TEST(TouchingPeaks, StayAloneWhereTheyMeetLow) {
+  const TslTool::LoadedSpectrum loaded = Without(503.0);
+  loaded.spectrum->opdParams.MinAmplPercentCmnEndPt = 100;
+  TslTool::FitTouchingPeaks(*loaded.spectrum);
+  EXPECT_EQ(loaded.spectrum->overlapPeaks.size(), 3U);
+}
+
+}  // namespace
+}  // namespace tests

@@ -1,0 +1,55 @@
+#include <tool/commands/overlap/TouchingPeaks.h>
+
+#include <tool/commands/overlap/EditGroups.h>
+#include <algorithm>
+#include <cstddef>
+#include <stdexcept>
+#include <vector>
+
+namespace TslTool {
+namespace {
+
+using TslBL::PeakInfo;
+using TslBL::Spectrum;
+
+// As the library joins neighbours: in percent of the lower one's height.
+bool AreJoined(const Spectrum& spectrum, const PeakInfo& left, const PeakInfo& right) {
+  if (right.startIdx > left.endIdx + 1) return false;
+  const double height =
+      std::min(left.centroidAmpl - left.baselineAmpl, right.centroidAmpl - right.baselineAmpl);
+  const double end = spectrum.yAxis[left.endIdx] - left.baselineAmpl;
+  return end > 0.0 && 100.0 * end >= spectrum.opdParams.MinAmplPercentCmnEndPt * height;
+}
+
+bool IsAlone(const PeakInfo& peak) { return peak.overlapGroup == TslBL::NoOverlapGroupId; }
+
+bool RunsIntoGroup(const Spectrum& spectrum, std::size_t row) {
+  const std::vector<PeakInfo>& peaks = spectrum.peaks;
+  if (!IsAlone(peaks[row])) return false;
+  return (row > 0 && !IsAlone(peaks[row - 1]) && AreJoined(spectrum, peaks[row - 1], peaks[row])) ||
+         (row + 1 < peaks.size() && !IsAlone(peaks[row + 1]) &&
+          AreJoined(spectrum, peaks[row], peaks[row + 1]));
+}
+
+void Fit(Spectrum& spectrum, std::size_t row) {
+  const std::vector<PeakInfo> peaks = spectrum.peaks;
+  const std::vector<TslBL::OverlapPeakInfo> fits = spectrum.overlapPeaks;
+  try {
+    EditGroup(spectrum, {GroupEdit::Add, spectrum.xAxis[peaks[row].apexIdx]});
+  } catch (const std::runtime_error&) {
+    spectrum.peaks = peaks;
+    spectrum.overlapPeaks = fits;
+  }
+}
+
+}  // namespace
+
+void FitTouchingPeaks(Spectrum& spectrum) {
+  // From both sides: what was added has a neighbour that may run into it.
+  for (std::size_t row = 0; row < spectrum.peaks.size(); ++row)
+    if (RunsIntoGroup(spectrum, row)) Fit(spectrum, row);
+  for (std::size_t row = spectrum.peaks.size(); row-- > 0;)
+    if (RunsIntoGroup(spectrum, row)) Fit(spectrum, row);
+}
+
+}  // namespace TslTool
