@@ -20,6 +20,7 @@
 #include <tool/io/InputPath.h>
 #include <tool/io/Preview.h>
 #include <tool/io/ScanOptions.h>
+#include <tool/plot/PictureName.h>
 #include <algorithm>
 #include <memory>
 #include <string_view>
@@ -140,6 +141,7 @@ void RequireSensible(const CalibrateArguments& arguments, const Options& options
   RequireDistinct("--plot", arguments.plot, arguments.input, "the input");
   RequireDistinct("--plot", arguments.plot, arguments.calibrants, "the file of --calibrants");
   RequireDistinct("--plot", arguments.plot, arguments.output, "the --output as well");
+  RequirePictureName("--plot", arguments.plot);
 }
 
 int RunCalibrate(CalibrateArguments arguments, const Options& options) {

@@ -16,6 +16,7 @@
 #include <tool/frame/Output.h>
 #include <tool/frame/Warning.h>
 #include <tool/io/InputPath.h>
+#include <tool/plot/PictureName.h>
 #include <memory>
 
 namespace TslTool {
@@ -28,6 +29,7 @@ void RequireSafeFiles(const ChromArguments& arguments) {
   RequireDistinct("--plot", arguments.plot, arguments.input, "the input");
   RequireDistinct("--plot", arguments.plot, arguments.output, "the --output as well");
   RequireDistinct("--plot", arguments.plot, arguments.points, "the --points as well");
+  RequirePictureName("--plot", arguments.plot);
   for (const auto& [option, file] : {std::pair{"--points", arguments.points}, {"--plot", arguments.plot}})
     if (file == "-" && IsStandardOutput(arguments.output))
       throw UsageError(fmt::format("{}: standard output has the table; give that an --output FILE", option));

@@ -5,6 +5,7 @@
 #include <tool/commands/peaks/PeakFile.h>
 #include <tool/frame/DistinctFiles.h>
 #include <tool/frame/Output.h>
+#include <tool/plot/PictureName.h>
 
 namespace TslTool {
 
@@ -54,6 +55,7 @@ void RequireSafeFiles(const PeaksArguments& arguments) {
   RequireDistinct("--plot", arguments.plot, arguments.input, "the input");
   RequireDistinct("--plot", arguments.plot, arguments.output, "the --output as well");
   RequireDistinct("--plot", arguments.plot, arguments.curve, "the --curve as well");
+  RequirePictureName("--plot", arguments.plot);
   if (!arguments.plot.empty() && !arguments.plotDir.empty())
     throw UsageError("--plot and --plot-dir exclude each other");
   if (arguments.plot == "-" && IsStandardOutput(arguments.output))

@@ -8,6 +8,7 @@
 #include <tool/commands/tune/TuneStore.h>
 #include <tool/frame/Output.h>
 #include <tool/frame/UsageError.h>
+#include <tool/plot/PictureName.h>
 #include <tslbl/closed/common/Text.h>
 #include <memory>
 #include <vector>
@@ -25,6 +26,7 @@ struct ShowArguments {
 int RunShow(const ShowArguments& arguments) {
   if (arguments.files.empty()) throw UsageError("FILE is missing");
   if (arguments.files.size() > 2) throw UsageError("FILE: one tune or two can be shown");
+  RequirePictureName("--plot", arguments.plot);
   std::vector<PlottedTune> tunes;
   for (const std::string& file : arguments.files) {
     if (!arguments.plot.empty() && SameFile(file, arguments.plot))
