@@ -16,7 +16,8 @@ using TslBL::OverlapPeakInfo;
 using TslBL::Spectrum;
 using Group = std::vector<OverlapPeakInfo>;
 
-constexpr double kReach = 0.25;  // m/z, as far as peaks of one group may stand apart
+constexpr double kReach = 0.25;      // m/z, as far as peaks of one group may stand apart
+constexpr double kSamePlace = 0.25;  // FWHM
 
 std::vector<Group> GroupsBut(const Spectrum& spectrum, std::uint32_t edited) {
   std::vector<Group> groups;
@@ -50,11 +51,11 @@ void PutBack(Spectrum& spectrum, std::vector<Group>& groups, std::uint32_t inser
 
 // Runs `edit(error)` on a group and keeps all others.
 template <class Edit>
-void KeepingOthers(Spectrum& spectrum, std::uint32_t group, double mz, Edit edit) {
+void KeepingOthers(Spectrum& spectrum, std::uint32_t group, Edit edit) {
   std::vector<Group> others = GroupsBut(spectrum, group);
   const std::vector<TslBL::PeakInfo> before = spectrum.peaks;
   std::wstring error;
-  if (!edit(error)) throw std::runtime_error(fmt::format("m/z {}: {}", mz, TslCommon::ToUtf8(error)));
+  if (!edit(error)) throw std::runtime_error(TslCommon::ToUtf8(error));
   PutBack(spectrum, others, InsertedRow(before, spectrum.peaks));
 }
 
@@ -97,18 +98,29 @@ std::uint32_t FittedPeakAt(const Spectrum& spectrum, double mz) {
     return std::abs(MzAt(spectrum, peak.Position) - mz);
   };
   const auto nearest = std::ranges::min_element(spectrum.overlapPeaks, {}, distance);
-  if (nearest == spectrum.overlapPeaks.end()) throw std::runtime_error("has no fitted peak to remove");
+  if (nearest == spectrum.overlapPeaks.end()) throw std::runtime_error("the spectrum has no fitted peak");
   const double reach =
       MzAt(spectrum, nearest->Position + nearest->FWHM / 2) - MzAt(spectrum, nearest->Position);
   if (distance(*nearest) > reach)
-    throw std::runtime_error(fmt::format("has no fitted peak at m/z {}; the nearest is at {:.4f}", mz,
-                                         MzAt(spectrum, nearest->Position)));
+    throw std::runtime_error(
+        fmt::format("there is no fitted peak; the nearest is at {:.4f}", MzAt(spectrum, nearest->Position)));
   return static_cast<std::uint32_t>(nearest - spectrum.overlapPeaks.begin());
+}
+
+// A second peak in one place would take nothing from the first, or all.
+void RequireNewPlace(const Spectrum& spectrum, std::uint32_t group, double mz) {
+  std::uint32_t row = 0;
+  if (!spectrum.QPeakIdxByCurveIdx(spectrum.QXAxisToIdx(mz, TslBL::ROUND_UP), row)) return;
+  for (const OverlapPeakInfo& fit : spectrum.QOverlapPeakGroup(group))
+    if (std::abs(fit.Position - spectrum.peaks[row].centroidIdx) < kSamePlace * std::abs(fit.FWHM))
+      throw std::runtime_error(
+          fmt::format("the group has a fitted peak there, at m/z {:.4f}", MzAt(spectrum, fit.Position)));
 }
 
 void AddTo(Spectrum& spectrum, double mz) {
   std::uint32_t group = GroupNear(spectrum, mz);
-  KeepingOthers(spectrum, group, mz, [&](std::wstring& error) {
+  RequireNewPlace(spectrum, group, mz);
+  KeepingOthers(spectrum, group, [&](std::wstring& error) {
     return TslBL::OPDRefitGroupAdd(spectrum.opdParams, spectrum, group, mz, error);
   });
 }
@@ -116,7 +128,7 @@ void AddTo(Spectrum& spectrum, double mz) {
 void RemoveFrom(Spectrum& spectrum, double mz) {
   const std::uint32_t peak = FittedPeakAt(spectrum, mz);
   std::uint32_t group = spectrum.overlapPeaks[peak].GroupId;
-  KeepingOthers(spectrum, group, mz, [&](std::wstring& error) {
+  KeepingOthers(spectrum, group, [&](std::wstring& error) {
     return TslBL::OPDRefitGroupRemove(spectrum.opdParams, spectrum, group, {peak}, error);
   });
 }
@@ -124,8 +136,13 @@ void RemoveFrom(Spectrum& spectrum, double mz) {
 }  // namespace
 
 void EditGroup(Spectrum& spectrum, const GroupEdit& edit) {
-  if (edit.kind == GroupEdit::Add) return AddTo(spectrum, edit.mz);
-  RemoveFrom(spectrum, edit.mz);
+  const bool isAdded = edit.kind == GroupEdit::Add;
+  try {
+    isAdded ? AddTo(spectrum, edit.mz) : RemoveFrom(spectrum, edit.mz);
+  } catch (const std::runtime_error& error) {
+    throw std::runtime_error(
+        fmt::format("m/z {} cannot be {}: {}", edit.mz, isAdded ? "added" : "removed", error.what()));
+  }
 }
 
 }  // namespace TslTool

@@ -69,7 +69,8 @@ TEST(Deconvolution, EditsOneSpectrumWhereTheEditsNameNone) {
 
 TEST(Deconvolution, NamesTheScanOfAFailure) {
   Deconvolution deconvolution("doublet", OverlapOptions(), {}, {{GroupEdit::Remove, 600.0}});
-  EXPECT_THAT(Failure(deconvolution), testing::StartsWith("doublet: scan 3: has no fitted peak at m/z 600;"));
+  EXPECT_THAT(Failure(deconvolution),
+              testing::StartsWith("doublet: scan 3: m/z 600 cannot be removed: there is no fitted peak;"));
 }
 
 TEST(Deconvolution, NamesTheScanWhereThereIsNoEngine) {

@@ -55,6 +55,13 @@ TEST(EditGroup, AddsAPeakThatStandsAloneAsANewGroup) {
   EXPECT_EQ(Edited(TwoDoublets(), GroupEdit::Add, 505.0), "1:499.0 1:499.7 2:505.0 3:509.0 3:509.7 ");
 }
 
+TEST(EditGroup, AddsNoPeakWhereOneIs) {
+  const TslTool::LoadedSpectrum loaded = TwoDoublets();
+  Edited(loaded, GroupEdit::Add, 505.0);
+  EXPECT_THAT(Edited(loaded, GroupEdit::Add, 505.0),
+              HasSubstr("m/z 505 cannot be added: the group has a fitted peak there, at m/z 50"));
+}
+
 TEST(EditGroup, KeepsDataPeaksInStepWithGroups) {
   const TslTool::LoadedSpectrum loaded = TwoDoublets();
   Edited(loaded, GroupEdit::Add, 505.0);
@@ -64,10 +71,11 @@ TEST(EditGroup, KeepsDataPeaksInStepWithGroups) {
 
 TEST(EditGroup, SaysWhatIsNotThere) {
   EXPECT_THAT(Edited(TwoDoublets(), GroupEdit::Remove, 505.0),
-              HasSubstr("has no fitted peak at m/z 505; the nearest is at "));
-  EXPECT_EQ(Edited(WithPeaks(), GroupEdit::Remove, 505.0), "has no fitted peak to remove");
+              HasSubstr("m/z 505 cannot be removed: there is no fitted peak; the nearest is at "));
+  EXPECT_EQ(Edited(WithPeaks(), GroupEdit::Remove, 505.0),
+            "m/z 505 cannot be removed: the spectrum has no fitted peak");
   EXPECT_EQ(Edited(TwoDoublets(), GroupEdit::Add, 5.0),
-            "m/z 5: There are no available peaks at this location.");
+            "m/z 5 cannot be added: There are no available peaks at this location.");
 }
 
 }  // namespace

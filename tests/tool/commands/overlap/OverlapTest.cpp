@@ -98,13 +98,15 @@ TEST_F(Overlap, ReplaysAFileOfEdits) {
 TEST_F(Overlap, WritesNothingWhereAnEditFails) {
   const Outcome outcome = Run({"--format", "tsv", "--output", In("table.tsv"), "--refit-remove", "600"});
   EXPECT_EQ(outcome.status, 1);
-  EXPECT_THAT(outcome.err,
-              HasSubstr("doublet.txt: scan 1: has no fitted peak at m/z 600; the nearest is at 503.7"));
+  EXPECT_THAT(
+      outcome.err,
+      HasSubstr("doublet.txt: scan 1: m/z 600 cannot be removed: there is no fitted peak; the nearest is "
+                "at 503.7"));
   EXPECT_THAT(NamesIn(file_.Folder()), ElementsAre("doublet.txt"));
 }
 
 TEST_F(Overlap, EditsOneSpectrumAlone) {
-  const Outcome outcome = OnDemo({"--scan", "2-3", "--refit-add", "186.22", "--output", In("table.txt")});
+  const Outcome outcome = OnDemo({"--scan", "2-3", "--refit-add", "779.6", "--output", In("table.txt")});
   EXPECT_EQ(outcome.status, 1);
   EXPECT_THAT(outcome.err,
               HasSubstr("choose one with --scan, or list the edits of each in a file for --edits"));
