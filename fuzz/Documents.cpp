@@ -11,6 +11,7 @@
 #include <tool/commands/tune/TuneFile.h>
 #include <tool/commands/tune/TuneSheet.h>
 #include <tool/frame/InputError.h>
+#include <tslbl/chargestate/ChargeStateParams.h>
 #include <tslbl/chromatogram/ICFilter.h>
 #include <tslbl/chromatogram/ICRange.h>
 #include <tslbl/closed/common/ModulePath.h>
@@ -35,6 +36,13 @@ template <class R>
 void Check(std::string_view text) {
   R record;
   if (AcceptsXml(TslCommon::FromUtf8(text), record)) RequireDocumentStays<R>(ToXml(record));
+}
+
+// Commands hold parameters of charge state deconvolution, whose range a document does not keep.
+template <class R>
+void CheckSettling(std::string_view text) {
+  R record;
+  if (AcceptsXml(TslCommon::FromUtf8(text), record)) RequireDocumentSettles<R>(ToXml(record));
 }
 
 void CheckSyringeList(std::string_view text) {
@@ -118,7 +126,7 @@ constexpr Row kRows[] = {
     {"AppThreadingParams", Check<AppThreadingParams>},
     {"BaselineParams", Check<BaselineParams>},
     {"Control", Check<Control>},
-    {"CurveEval", Check<CurveEval>},
+    {"CurveEval", CheckSettling<CurveEval>},
     {"CurvePeak", Check<CurvePeak>},
     {"EvalThreadingParams", Check<EvalThreadingParams>},
     {"IOPoint", Check<IOPoint>},
@@ -146,6 +154,11 @@ constexpr Row kRows[] = {
     {"PLAutoFindPrefs", CheckPrefs},
     {"Tune rules", CheckRules},
     {"Tune file", CheckTuneFile},
+    {"AdductIonInfo", Check<AdductIonInfo>},
+    {"AvgMoleculeInfo", Check<AvgMoleculeInfo>},
+    {"ChargeStateParams", CheckSettling<ChargeStateParams>},
+    {"ResolvedParams", Check<ResolvedParams>},
+    {"UnresolvedParams", Check<UnresolvedParams>},
 };
 
 }  // namespace

@@ -5,7 +5,7 @@
 // A program takes the headers that it needs. They stand here in the order in which data
 // goes: streams and documents, numerics, small records, curves and their evaluation, the
 // tune of the instrument, spectra and their peaks, their calibration,
-// overlapping peaks, chromatograms, sums and differences of spectra.
+// overlapping peaks, chromatograms, sums and differences of spectra, charge states.
 
 #include <tslbl/Version.h>
 
@@ -113,3 +113,5 @@
 #include <tslbl/arithmetic/CurveSpectra.h>
 #include <tslbl/arithmetic/PartialSpectrum.h>
 #include <tslbl/arithmetic/SpectrumSums.h>
+
+#include <tslbl/chargestate/ChargeStateParams.h>
