@@ -6,7 +6,7 @@
 #include <fuzz/Records.h>
 #include <fuzz/TuneRules.h>
 #include <tslbl/calibrate/CalibrateParams.h>
-#include <tslbl/chargestate/ChargeStateParams.h>
+#include <tslbl/chargestate/DeconSpectrum.h>
 #include <tslbl/chromatogram/ICFilter.h>
 #include <tslbl/chromatogram/ICObj.h>
 #include <tslbl/chromatogram/ICPeak.h>
@@ -109,6 +109,9 @@ constexpr Row kRows[] = {
     {"ChargeStateParams", Check<ChargeStateParams>},
     {"ResolvedParams", Check<ResolvedParams>},
     {"UnresolvedParams", Check<UnresolvedParams>},
+    {"CSSeriesPeakInfo", Check<CSSeriesPeakInfo>},
+    {"CSSeriesInfo", Check<CSSeriesInfo>},
+    {"DeconSpectrum", Check<DeconSpectrum>},
 };
 
 }  // namespace

@@ -115,3 +115,4 @@
 #include <tslbl/arithmetic/SpectrumSums.h>
 
 #include <tslbl/chargestate/ChargeStateParams.h>
+#include <tslbl/chargestate/DeconSpectrum.h>

@@ -1,7 +1,7 @@
 #include <RecordCheck.h>
 
-#include <curve/SampleCurve.h>
 #include <curve/TestCurve.h>
+#include <spectrum/FullSpectrum.h>
 #include <tslbl/spectrum/Spectrum.h>
 #include <tslbl/spectrum/StateSpectrum.h>
 #include <memory>
@@ -11,46 +11,15 @@ using namespace tests;
 
 namespace {
 
-OverlapPeakInfo SampleFit() {
-  OverlapPeakInfo fit;
-  fit.GroupId = 1;
-  fit.Position = 1.75;
-  fit.Height = 9.5;
-  return fit;
-}
-
 Spectrum SampleSpectrum() {
   Spectrum s;
-  FillCurve(s);
-  s.tuneId = 21;
-  s.tuneMZCalPts = {{L"Default Low", 5.0, 100.0}, {L"Default High", 3000.0, 60000.0}};
-  s.appliedMZCalPts = {{L"PEG 3", 151.0, 3021.5}};
-  s.startMDAC = 2000.0;
-  s.stepMDAC = 2.0;
-  s.timeStamp = 90000.0;
-  s.tic = 123.5;
-  s.opdParams.MaxPeaks = 22;
-  s.overlapPeaks = {SampleFit()};
+  FillSpectrum(s);
   return s;
 }
 
 }  // namespace
 
-TEST(AllRecords, Spectrum) {
-  std::vector<FieldChange<Spectrum>> rows = CurveRows<Spectrum>();
-  rows.insert(rows.end(), {
-                              {"tuneId", [](auto& r) { r.tuneId = 1; }},
-                              {"tuneMZCalPts", [](auto& r) { r.tuneMZCalPts.resize(1); }},
-                              {"appliedMZCalPts", [](auto& r) { r.appliedMZCalPts.resize(1); }},
-                              {"startMDAC", [](auto& r) { r.startMDAC = 1.0; }},
-                              {"stepMDAC", [](auto& r) { r.stepMDAC = 1.0; }},
-                              {"timeStamp", [](auto& r) { r.timeStamp = 1.0; }},
-                              {"tic", [](auto& r) { r.tic = 1.0; }},
-                              {"opdParams", [](auto& r) { r.opdParams.SingleGroup = true; }},
-                              {"overlapPeaks", [](auto& r) { r.overlapPeaks.resize(1); }},
-                          });
-  CheckRecord<Spectrum>(rows);
-}
+TEST(AllRecords, Spectrum) { CheckRecord<Spectrum>(SpectrumRows<Spectrum>()); }
 TEST(Golden, Spectrum) { CheckGolden(SampleSpectrum(), "Spectrum.v1"); }
 TEST(CutShort, Spectrum) { CheckCutShort(SampleSpectrum()); }
 
