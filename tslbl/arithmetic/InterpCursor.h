@@ -31,16 +31,27 @@ class InterpCursor {
   // The amplitude at x, on the straight line between the points beside it; nothing outside the axis. What
   // rounding puts beside one of its ends is at that end.
   InterpValue At(double x) {
+    if (IsInNextStep(x)) {
+      ++x_;
+      ++y_;
+      return ValueHere(x);
+    }
     if (x_ == end_ || !(*x_ <= x + kRounding)) return {};
     const double* found = FirstNotBelow(x);
     if (found == end_ && end_[-1] >= x - kRounding) found = end_ - 1;
     MoveTo(found, x);
-    if (x_ == end_) return {};
+    return x_ == end_ ? InterpValue() : ValueHere(x);
+  }
+
+ private:
+  // As where axes have the same steps: no search is needed then.
+  bool IsInNextStep(double x) const { return end_ - x_ > 2 && x_[1] <= x && x < x_[2]; }
+
+  InterpValue ValueHere(double x) const {
     if (*x_ >= x || x_ + 1 == end_) return {*y_, true};
     return {(y_[1] - y_[0]) / (x_[1] - x_[0]) * (x - x_[0]) + y_[0], true};
   }
 
- private:
   // Mostly the next point or the one after it, so that strides that double find it sooner than halves do.
   const double* FirstNotBelow(double x) const {
     const double* low = x_;
