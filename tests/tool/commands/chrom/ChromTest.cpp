@@ -153,6 +153,22 @@ TEST(ChromOfATrace, FindsItsPeaks) {
   EXPECT_NEAR(std::stod(rows[0].at("area")), area, 0.01 * area);
 }
 
+TEST(ChromOfATrace, PartsPeaksTwoAndAHalfStandardDeviationsApart) {
+  std::string text = "time_s\tsignal\n";
+  for (int i = 0; i < 2200; ++i) {
+    const double t = 0.01 * i;
+    const double y =
+        100.0 * std::exp(-0.5 * (t - 8.0) * (t - 8.0)) + 70.0 * std::exp(-0.5 * (t - 10.5) * (t - 10.5));
+    text += std::to_string(t) + "\t" + std::to_string(y) + "\n";
+  }
+  const TempFile file("two.txt", text);
+  const std::vector<Row> rows = RowsOf(RunTool({"chrom", file.Path(), "--format", "tsv"}).out);
+  ASSERT_EQ(rows.size(), 2u);
+  const double root = std::sqrt(2.0 * std::acos(-1.0));
+  EXPECT_NEAR(std::stod(rows[0].at("area")), 100.0 * root, 1.0 * root);
+  EXPECT_NEAR(std::stod(rows[1].at("area")), 70.0 * root, 0.7 * root);
+}
+
 TEST(ChromOfATrace, HasNoRangesAndNoScans) {
   const TempFile file("uv.csv", Trace());
   for (const Arguments& more : {Arguments{"--range", "A=1-2"}, {"--scan", "1"}, {"--stored"}, {"--mean"}}) {
