@@ -12,6 +12,7 @@ constexpr double kUnknown = std::numeric_limits<double>::quiet_NaN();
 ErrorBars::ErrorBars(const LoadedSpectrum& loaded)
     : spectrum_(*loaded.spectrum), filter_(FilterOf(spectrum_)) {
   if (!filter_) return;
+  tops_.emplace(loaded, *filter_);
   variance_ = VarianceOf(loaded, filter_->weights);
   if (!variance_.values.empty()) estimator_.emplace(spectrum_, variance_.values, filter_->weights);
 }
@@ -21,7 +22,7 @@ ErrorBar ErrorBars::Of(std::uint32_t peakIdx) {
   const TslBL::PeakInfo& peak = spectrum_.peaks.at(peakIdx);
   if (filter_) {
     const double width = peak.halfHeightRightIdx - peak.halfHeightLeftIdx;
-    bar.height = (peak.ReportedAmpl() - peak.baselineAmpl) / filter_->gain.Of(width);
+    bar.height = tops_->HeightBefore(peak.ReportedAmpl() - peak.baselineAmpl, width, filter_->gain);
   }
   if (!estimator_) return bar;
   const TslBL::PeakErrors errors = estimator_->Of(peakIdx);

@@ -3,6 +3,7 @@
 
 #include <tool/chain/SmoothFilter.h>
 #include <tool/commands/peaks/CountVariance.h>
+#include <tool/commands/peaks/TopShape.h>
 #include <tool/io/SpectrumSource.h>
 #include <tslbl/curve/PeakErrors.h>
 #include <cstdint>
@@ -34,6 +35,7 @@ class ErrorBars {
  private:
   const TslBL::Spectrum& spectrum_;
   std::shared_ptr<const SmoothFilter> filter_;
+  std::optional<TopShape> tops_;
   PointVariance variance_;
   std::optional<TslBL::PeakErrorEstimator> estimator_;
 };
