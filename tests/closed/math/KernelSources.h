@@ -24,6 +24,12 @@
 #include <tslbl/closed/math/baseline/SegmentLoader.cpp>
 #include <tslbl/closed/math/baseline/ShotBackground.cpp>
 #include <tslbl/closed/math/baseline/StandardDeviation.cpp>
+#include <tslbl/closed/math/chargestate/ChargeWalk.cpp>
+#include <tslbl/closed/math/chargestate/PlaceMap.cpp>
+#include <tslbl/closed/math/chargestate/RankedPeaks.cpp>
+#include <tslbl/closed/math/chargestate/SeriesMass.cpp>
+#include <tslbl/closed/math/chargestate/SeriesSearch.cpp>
+#include <tslbl/closed/math/chargestate/UnresolvedSeries.cpp>
 #include <tslbl/closed/math/overlap/Cholesky.cpp>
 #include <tslbl/closed/math/overlap/CurvatureScan.cpp>
 #include <tslbl/closed/math/overlap/FitEquations.cpp>
