@@ -31,6 +31,7 @@
 #include <tslbl/closed/math/baseline/BaselineAndNoise.h>
 #include <tslbl/closed/math/baseline/MovingExtrema.h>
 #include <tslbl/closed/math/baseline/Noise.h>
+#include <tslbl/closed/math/chargestate/MassPlot.h>
 #include <tslbl/closed/math/chargestate/UnresolvedSeries.h>
 #include <tslbl/closed/math/overlap/FitPeaks.h>
 #include <tslbl/closed/math/peak/Features.h>
