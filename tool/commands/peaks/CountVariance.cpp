@@ -1,6 +1,7 @@
 #include <tool/commands/peaks/CountVariance.h>
 
 #include <tool/commands/peaks/CountStep.h>
+#include <tool/commands/peaks/SignalNoise.h>
 #include <algorithm>
 #include <cmath>
 
@@ -9,9 +10,7 @@ namespace {
 
 // The noise of counts may be found this many times as large or as small.
 constexpr double kAgreement = 1.5;
-// In three points, for the scatter between them to tell.
-constexpr double kLeastCounts = 0.5;
-constexpr double kFewCounts[] = {300.0, 60.0, 20.0};
+constexpr double kLeastCounts = 0.5;  // in three points, for the scatter between them to tell
 constexpr std::size_t kTellingPoints = 30;
 constexpr double kCloseAgreement = 1.33;
 constexpr std::size_t kMostAveraged = 9;
@@ -36,19 +35,39 @@ bool HasNoiseOfCounts(const TslBL::Spectrum& spectrum, double step, std::span<co
   return found > 0.0 && found <= kAgreement * expected && expected <= kAgreement * found;
 }
 
-// The same told by neighbouring points: the square of a second difference of counts is in the mean as large
-// as the counts in it, weighted 1, 4 and 1. Of many counts the shape of peaks adds to it, so only points with
-// at most `most` are asked.
-bool HasScatterOfCounts(const std::vector<double>& y, double step, double most) {
+// The same told by neighbouring points: the square of a difference of counts is in the mean as large as the
+// counts in it, weighted with the squares of its factors. The shape of peaks adds to it, the more so the more
+// ions there are and the narrower peaks are: only points are asked at which the difference of the shape is
+// lost in what ions scatter, if peaks are Gaussians of the width for which `most` is meant.
+struct Differences {
+  std::vector<double> factors;
+  double most;  // counts in three points
+};
+
+const std::vector<Differences>& TellingDifferences() {
+  static const std::vector<double> second = {1.0, -2.0, 1.0};
+  static const std::vector<double> sixth = {1.0, -6.0, 15.0, -20.0, 15.0, -6.0, 1.0};
+  static const std::vector<Differences> all = {{second, 300.0},  {second, 60.0},  {second, 20.0},
+                                               {sixth, 30000.0}, {sixth, 3000.0}, {sixth, 300.0}};
+  return all;
+}
+
+bool HasScatterOfCounts(const std::vector<double>& y, double step, const Differences& differences) {
+  const std::vector<double>& factors = differences.factors;
+  const std::size_t half = factors.size() / 2;
   double found = 0.0;
   double expected = 0.0;
   std::size_t points = 0;
-  for (std::size_t i = 1; i + 1 < y.size(); ++i) {
+  for (std::size_t i = half; i + half < y.size(); ++i) {
     const double counts = (y[i - 1] + y[i] + y[i + 1]) / step;
-    if (counts < kLeastCounts || counts > most) continue;
-    const double bend = (y[i - 1] - 2.0 * y[i] + y[i + 1]) / step;
-    found += bend * bend;
-    expected += counts + 3.0 * y[i] / step;
+    if (counts < kLeastCounts || counts > differences.most) continue;
+    double difference = 0.0;
+    for (std::size_t k = 0; k < factors.size(); ++k) {
+      const double here = y[i + k - half] / step;
+      difference += factors[k] * here;
+      expected += factors[k] * factors[k] * here;
+    }
+    found += difference * difference;
     ++points;
   }
   return points >= kTellingPoints && found <= kCloseAgreement * expected &&
@@ -57,7 +76,9 @@ bool HasScatterOfCounts(const std::vector<double>& y, double step, double most) 
 
 // For spectra whose noise is unsure, as in windows of a few points, or between lines that are close.
 bool HasScatterOfCounts(const std::vector<double>& y, double step) {
-  return std::ranges::any_of(kFewCounts, [&](double most) { return HasScatterOfCounts(y, step, most); });
+  return std::ranges::any_of(TellingDifferences(), [&](const Differences& differences) {
+    return HasScatterOfCounts(y, step, differences);
+  });
 }
 
 // Calls use(point) for every point that a peak's errors depend on, in ascending order.
@@ -79,9 +100,11 @@ double MeanAround(const std::vector<double>& y, std::size_t i, std::size_t half)
   return sum / static_cast<double>(end - begin);
 }
 
+std::size_t HalfAveraged(std::size_t filter) { return std::min(filter / 3 | 1U, kMostAveraged) / 2; }
+
 std::vector<double> OfCounts(const LoadedSpectrum& loaded, double count, std::size_t filter) {
   const std::vector<double>& baseline = loaded.spectrum->baseline;
-  const std::size_t half = std::min(filter / 3 | 1U, kMostAveraged) / 2;
+  const std::size_t half = HalfAveraged(filter);
   std::vector<double> variance(loaded.measured.size());
   ForEachPointOfPeaks(*loaded.spectrum, filter, [&](std::size_t i) {
     // No count where one may come is no certainty.
@@ -91,11 +114,17 @@ std::vector<double> OfCounts(const LoadedSpectrum& loaded, double count, std::si
   return variance;
 }
 
-std::vector<double> OfNoise(const TslBL::Spectrum& spectrum, std::span<const double> filter) {
+std::vector<double> OfNoise(const LoadedSpectrum& loaded, std::span<const double> filter) {
+  const TslBL::Spectrum& spectrum = *loaded.spectrum;
   std::vector<double> variance(spectrum.noise.size());
   const double squares = SumOfSquares(filter);
-  ForEachPointOfPeaks(spectrum, filter.size(),
-                      [&](std::size_t i) { variance[i] = spectrum.noise[i] * spectrum.noise[i] / squares; });
+  const double ofSignal = SignalNoiseOf(loaded, squares);
+  const std::size_t half = HalfAveraged(filter.size());
+  ForEachPointOfPeaks(spectrum, filter.size(), [&](std::size_t i) {
+    variance[i] = spectrum.noise[i] * spectrum.noise[i] / squares;
+    if (ofSignal > 0.0)
+      variance[i] += ofSignal * std::max(MeanAround(loaded.measured, i, half) - spectrum.baseline[i], 0.0);
+  });
   return variance;
 }
 
@@ -116,7 +145,7 @@ PointVariance VarianceOf(const LoadedSpectrum& loaded, std::span<const double> f
   const double count = CountAmplOf(loaded, filter);
   if (count > 0.0) return {OfCounts(loaded, count, filter.size()), true};
   if (spectrum.noise.size() != spectrum.yAxis.size()) return {};
-  return {OfNoise(spectrum, filter), false};
+  return {OfNoise(loaded, filter), false};
 }
 
 }  // namespace TslTool

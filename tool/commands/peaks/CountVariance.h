@@ -9,7 +9,7 @@ namespace TslTool {
 
 struct PointVariance {
   std::vector<double> values;  // empty where nothing is known
-  bool isOfCounts = false;     // else of the noise alone
+  bool isOfCounts = false;     // else of the noise and of what grows with the signal, as far as that shows
 };
 
 // Of a spectrum whose chain has run, with the weights of its filter; at its peaks, and as far beside them as

@@ -1,10 +1,12 @@
 #include <tool/commands/peaks/ErrorBars.h>
 
+#include <cmath>
 #include <limits>
 
 namespace TslTool {
 namespace {
 
+constexpr double kCertain = 1e-7;
 constexpr double kUnknown = std::numeric_limits<double>::quiet_NaN();
 
 }  // namespace
@@ -26,6 +28,8 @@ ErrorBar ErrorBars::Of(std::uint32_t peakIdx) {
   }
   if (!estimator_) return bar;
   const TslBL::PeakErrors errors = estimator_->Of(peakIdx);
+  // Where nothing scatters, as between lines on an empty background, nothing is known.
+  if (!(errors.ampl > kCertain * std::abs(peak.ReportedAmpl()))) return bar;
   bar.mz = errors.x;
   bar.amplitude = errors.ampl;
   bar.area = errors.area;

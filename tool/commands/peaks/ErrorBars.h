@@ -22,9 +22,9 @@ struct ErrorBar {
 };
 
 // Where counts are known, as in a run or in a profile of whole numbers whose noise is that of counting, a
-// point's variance is its count, averaged over a third of the filter. Else it is that of the noise curve,
-// without the part that grows with the signal. Nothing is known without the measured amplitudes, without a
-// noise curve, and behind a median or two smoothings.
+// point's variance is its count, averaged over a third of the filter. Else it is that of the noise curve, and
+// what grows with the signal, as far as that shows (SignalNoise.h). Nothing is known without the measured
+// amplitudes, without a noise curve or where nothing scatters, and behind a median or two smoothings.
 class ErrorBars {
  public:
   // `loaded`, whose chain has run, must outlive it.

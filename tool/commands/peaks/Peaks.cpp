@@ -53,8 +53,7 @@ constexpr const char* kExamples =
     "  sn          amplitude above the baseline over the noise there\n"
     "  height      above the baseline, with what the smoothing took from it\n"
     "  mz_se, amplitude_se, area_se   standard errors of a peak that stands alone\n"
-    "  counted     whether these come from counts; else from the noise alone, without what grows with a "
-    "peak\n"
+    "  counted     whether these come from counts; else from what points scatter by, as far as it shows\n"
     "In mzML the intensity is the amplitude, and area, width, height, sn and the standard errors\n"
     "stand in arrays of their own. It is written when the last spectrum is done.\n";
 
