@@ -1,3 +1,4 @@
+// Tests: XMLParser.cpp, XMLTree.cpp.
 #include <gtest/gtest.h>
 
 #include <tslbl/closed/common/Text.h>

@@ -5,6 +5,7 @@
 #include <tslbl/closed/common/Text.h>
 #include <tslbl/closed/common/XMLResultException.h>
 #include <tslbl/closed/common/XMLSpelling.h>
+#include <tslbl/closed/common/XMLTree.h>
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
@@ -15,72 +16,11 @@
 namespace TslCommon {
 namespace {
 
-constexpr int kMaxDepth = 256;
-// Line ends stay as they are: a comment that a user wrote on two lines keeps them. What
-// stands beside the document's one element, and a DOCTYPE, is kept to be refused.
-constexpr unsigned kParseOptions =
-    (pugi::parse_default | pugi::parse_ws_pcdata_single | pugi::parse_fragment | pugi::parse_doctype) &
-    ~unsigned{pugi::parse_eol};
-
-std::wstring Place(std::string_view bytes, std::ptrdiff_t offset) {
-  const auto end = bytes.begin() + std::clamp<std::ptrdiff_t>(offset, 0, std::ssize(bytes));
-  const auto line = 1 + std::count(bytes.begin(), end, '\n');
-  const auto lineStart = std::find(std::make_reverse_iterator(end), bytes.rend(), '\n').base();
-  return L"line " + ToText(std::int64_t{line}) + L", column " + ToText(std::int64_t{1 + (end - lineStart)});
-}
-
-// Walks without recursion, since a document may be of any depth.
-bool TooDeep(pugi::xml_node root) {
-  int depth = 0;
-  pugi::xml_node node = root;
-  for (;;) {
-    if (pugi::xml_node child = node.first_child()) {
-      node = child;
-      if (++depth > kMaxDepth) return true;
-      continue;
-    }
-    while (node != root && !node.next_sibling()) {
-      node = node.parent();
-      --depth;
-    }
-    if (node == root) return false;
-    node = node.next_sibling();
-  }
-}
-
-bool IsText(pugi::xml_node node) {
-  return node.type() == pugi::node_pcdata || node.type() == pugi::node_cdata;
-}
-
 std::wstring TextOf(pugi::xml_node node) {
   std::string text;
   for (pugi::xml_node child : node)
-    if (IsText(child)) text += child.value();
+    if (IsXmlText(child)) text += child.value();
   return DecodeXmlText(text);
-}
-
-// Why a document that could be parsed is refused; empty if it is not.
-std::wstring Refusal(const pugi::xml_document& document, std::string_view bytes) {
-  int elements = 0;
-  for (pugi::xml_node node : document) {
-    const auto at = [&](const wchar_t* what) {
-      const auto start = static_cast<std::size_t>(node.offset_debug());
-      const auto seen = std::min(bytes.find_first_not_of(" \t\r\n", start), bytes.size());
-      return Place(bytes, static_cast<std::ptrdiff_t>(seen)) + L": " + what;
-    };
-    // Its entities would not be expanded, so that text would be read wrongly.
-    if (node.type() == pugi::node_doctype) return at(L"A document type declaration is not supported");
-    if (IsText(node)) return at(L"Text outside the document element");
-    if (node.type() == pugi::node_element && ++elements > 1) return at(L"More than one document element");
-  }
-  if (elements == 0) return Place(bytes, std::ssize(bytes)) + L": No document element found";
-  return TooDeep(document) ? L"elements are nested too deeply" : L"";
-}
-
-// Whether the document is in characters of two or four bytes, by its mark or its first "<".
-bool IsWide(std::string_view bytes) {
-  return bytes.starts_with("\xFE\xFF") || bytes.starts_with("\xFF\xFE") ||
-         bytes.substr(0, 4).find('\0') != std::string_view::npos;
 }
 
 // A folder or a pipe is no document, and opening a pipe would wait for somebody to write.
@@ -106,17 +46,6 @@ struct XMLParser::Impl {
   pugi::xml_document document;
   std::vector<Level> levels;
   std::wstring loadError;
-
-  // Why the bytes are refused as a document; empty if they are not.
-  std::wstring Load(std::string_view bytes, Coding coding) {
-    // What follows a zero byte would be left out silently.
-    if (const auto zero = bytes.find('\0'); zero != std::string_view::npos && !IsWide(bytes))
-      return Place(bytes, static_cast<std::ptrdiff_t>(zero)) + L": A zero byte";
-    const auto encoding = coding == Coding::Utf8 ? pugi::encoding_utf8 : pugi::encoding_auto;
-    const auto result = document.load_buffer(bytes.data(), bytes.size(), kParseOptions, encoding);
-    if (!result) return Place(bytes, result.offset) + L": " + FromUtf8(result.description());
-    return Refusal(document, bytes);
-  }
 
   void Rewind() {
     levels.clear();
@@ -152,8 +81,8 @@ bool XMLParser::LoadFile(const std::wstring& path) {
 bool XMLParser::LoadText(const std::wstring& xml) { return Accept(ToUtf8(xml), Coding::Utf8); }
 
 bool XMLParser::Accept(std::string_view bytes, Coding coding) {
-  impl_->loadError = impl_->Load(bytes, coding);
-  if (!impl_->loadError.empty()) impl_->document.reset();
+  const auto encoding = coding == Coding::Utf8 ? pugi::encoding_utf8 : pugi::encoding_auto;
+  impl_->loadError = LoadXmlTree(bytes, encoding, impl_->document);
   impl_->Rewind();
   return impl_->loadError.empty();
 }
