@@ -1,11 +1,12 @@
 #include <gtest/gtest.h>
 
+#include <chargestate/FakeEngines.h>
 #include <curve/TestCurve.h>
+#include <tslbl/chargestate/DeconSpectrum.h>
 #include <tslbl/chromatogram/ICObj.h>
 #include <tslbl/closed/common/StringTable.h>
 #include <tslbl/curve/CommandTable.h>
 #include <tslbl/curve/Execute.h>
-#include <tslbl/spectrum/Spectrum.h>
 #include <map>
 #include <set>
 
@@ -14,9 +15,9 @@ using namespace tests;
 
 namespace {
 
-// A curve on which every step may run.
-Spectrum Prepared() {
-  Spectrum curve;
+// A curve on which every step may run, with the engines that some need.
+DeconSpectrum Prepared() {
+  DeconSpectrum curve;
   curve.yAxis = Values("1 2 5 9 5 2 1 1 0 1 3 8 3 1");
   curve.xAxis = Count(curve.yAxis.size());
   curve.AddStatus(Curve::STATUS_Y);
@@ -39,7 +40,8 @@ TEST(CommandTable, RanksWhatACompactChainHoldsOnceInItsOrder) {
                                              {2, EvalType::Noise},
                                              {3, EvalType::Threshold},
                                              {4, EvalType::PeakDetect},
-                                             {5, EvalType::OPD}}));
+                                             {5, EvalType::OPD},
+                                             {6, EvalType::CSDecon}}));
 }
 
 TEST(CommandTable, HoldsNoNumberTextOrRankTwice) {
@@ -69,13 +71,16 @@ TEST(CommandTable, SubtractsOnlyWhatCompactionKeepsForIt) {
 }
 
 TEST(CommandTable, HoldsTheStepThatTheCommandRuns) {
+  FakeEngines engines;
+  const std::wstring found = AnswerXml(SeriesXml(1000, StateXml(2, 0, {0, 1})));
+  engines.answers["Resolved.AutoSeries"] = engines.answers["Unresolved.AutoSeries"] = found;
   for (const CommandRow& row : CommandTable()) {
-    Spectrum byStep = Prepared();
+    DeconSpectrum byStep = Prepared();
     const CurveEval command = row.make();
-    Spectrum byCommand = byStep;
+    DeconSpectrum byCommand = byStep;
     EXPECT_TRUE(RunOn(command, byCommand).ok) << Number(row.type);
     // Its parameters are in the curve by now, and the step finds them there.
-    Spectrum again = byCommand;
+    DeconSpectrum again = byCommand;
     EXPECT_EQ(RunOn(command, byCommand), RunOn(row.step, again)) << Number(row.type);
     EXPECT_EQ(byCommand, again) << Number(row.type);
     const bool recorded = row.type != EvalType::Empty;
@@ -85,14 +90,16 @@ TEST(CommandTable, HoldsTheStepThatTheCommandRuns) {
 
 TEST(CommandTable, HoldsCommandsOfSpectraThatAChromatogramFailsWithoutAMessage) {
   ICObj chromatogram;
-  EXPECT_EQ(RunOn(FindCommand(EvalType::OPD)->make(), chromatogram), Failure(L""));
-  EXPECT_EQ(RunOn(FindCommand(EvalType::OPD)->step, chromatogram), Failure(L""));
+  for (const EvalType type : {EvalType::OPD, EvalType::CSDecon}) {
+    EXPECT_EQ(RunOn(FindCommand(type)->make(), chromatogram), Failure(L""));
+    EXPECT_EQ(RunOn(FindCommand(type)->step, chromatogram), Failure(L""));
+  }
 }
 
 TEST(CommandTable, HoldsTheMessageOfTheFailure) {
   for (const CommandRow& row : CommandTable()) {
     if (row.failure == kNoMessage) continue;
-    Spectrum frozen = Prepared();
+    DeconSpectrum frozen = Prepared();
     frozen.AddStatus(Curve::STATUS_FROZEN);
     EXPECT_EQ(RunOn(row.step, frozen), Failure(Message(row.failure)));
   }
@@ -103,16 +110,19 @@ TEST(CommandTable, IsSearchedByTypeAndByTextWithCase) {
     EXPECT_EQ(FindCommand(row.type), &row);
     EXPECT_EQ(FindCommand(std::wstring(row.text)), &row);
   }
-  for (const wchar_t* text : {L"smooth", L"Smooth ", L"", L"opd", L"Charge State Deconvolution"})
-    EXPECT_EQ(FindCommand(std::wstring(text)), nullptr);
-  EXPECT_EQ(FindCommand(EvalType::CSDecon), nullptr);
+  EXPECT_EQ(FindCommand(static_cast<EvalType>(11)), nullptr);
+}
+
+TEST(CommandTable, TakesATextOfNoCommandForChargeStateDeconvolution) {
+  for (const wchar_t* text : {L"smooth", L"Smooth ", L"", L"opd", L"charge state deconvolution"})
+    EXPECT_EQ(FindCommand(std::wstring(text)), FindCommand(EvalType::CSDecon));
 }
 
 TEST(FusionTable, JoinsTwoCommandsThatGiveTheSameOneByOne) {
   ASSERT_FALSE(FusionTable().empty());
   for (const FusionRow& row : FusionTable()) {
-    Spectrum fused = Prepared();
-    Spectrum single = fused;
+    DeconSpectrum fused = Prepared();
+    DeconSpectrum single = fused;
     EXPECT_TRUE(RunOn([&](Curve& c, Changed& changed,
                           std::wstring& error) { return row.run(c, nullptr, changed, error); },
                       fused)

@@ -1,8 +1,8 @@
 // The table of evaluation commands: the one file that names them all. Text and number are
 // stored in documents and streams and never change; the order is that of the application's
-// menus. Charge state deconvolution, of rank 6, has no step here: a stream or document that
-// holds it is refused.
+// menus.
 
+#include <tslbl/chargestate/ChargeStateParams.h>
 #include <tslbl/curve/CommandTable.h>
 #include <tslbl/curve/Curve.h>
 #include <tslbl/curve/Execute.h>
@@ -13,7 +13,7 @@ namespace TslBL {
 
 // Each stands in the Cmd*.cpp of its command.
 StepFunction DoNothing, DoBaseline, DoBaselineSubtract, DoNoise, DoPeakDetect, DoSmooth, DoThreshold,
-    DoThresholdSubtract, DoOPDOnCurve;
+    DoThresholdSubtract, DoOPDOnCurve, DoCSDeconOnCurve;
 FusedSteps DoBaselineAndNoise;
 
 namespace {
@@ -36,6 +36,8 @@ constexpr CommandRow kCommands[] = {
     {EvalType::ThresholdSubtract, L"Threshold Subtract", Make<CurveEval::ThresholdSubtract>,
      DoThresholdSubtract, kUnableToSubtractThreshold, 0, EvalType::Threshold},
     {EvalType::OPD, L"OPD", Make<OPDParams>, DoOPDOnCurve, kNoMessage, 5},
+    {EvalType::CSDecon, L"Charge State Deconvolution", Make<ChargeStateParams>, DoCSDeconOnCurve, kNoMessage,
+     6},
     {EvalType::AerosolFilter, L"Aerosol Filter", Make<CurveEval::AerosolFilter>, DoAerosolFilter},
 };
 
@@ -55,7 +57,7 @@ const CommandRow* FindCommand(EvalType type) {
 
 const CommandRow* FindCommand(const std::wstring& text) {
   const auto* row = std::ranges::find(kCommands, text, &CommandRow::text);
-  // Any other text stands for charge state deconvolution, too.
+  // Stored documents rely on it that any other text stands for charge state deconvolution.
   return row != std::end(kCommands) ? row : FindCommand(EvalType::CSDecon);
 }
 

@@ -116,5 +116,7 @@
 #include <tslbl/arithmetic/PartialSpectrum.h>
 #include <tslbl/arithmetic/SpectrumSums.h>
 
+#include <tslbl/chargestate/CSDebugFiles.h>
+#include <tslbl/chargestate/CSDecon.h>
 #include <tslbl/chargestate/ChargeStateParams.h>
 #include <tslbl/chargestate/DeconSpectrum.h>

@@ -30,7 +30,7 @@ std::span<const CommandRow> CommandTable();
 
 // Null if the table has no such row.
 const CommandRow* FindCommand(EvalType type);
-// Compares with case.
+// Compares with case; a text that no row has stands for charge state deconvolution. Never null.
 const CommandRow* FindCommand(const std::wstring& text);
 
 // Runs the step of a command that has a row.

@@ -66,6 +66,7 @@ class TSLBL_API CurveEval : public frame::SerialAndXml {
   CurveEval(const SmoothParams& params);
   CurveEval(const ThresholdParams& params);
   CurveEval(const OPDParams& params);
+  CurveEval(const ChargeStateParams& params);
   CurveEval(const BaselineSubtract&);
   CurveEval(const ThresholdSubtract&);
   CurveEval(const AerosolFilter&);
@@ -86,8 +87,8 @@ class TSLBL_API CurveEval : public frame::SerialAndXml {
   void Serialize(BinaryReader& reader) override;
   void Serialize(BinaryWriter& writer) const override;
   // An element "CurveEval" with the command's text in its attribute "Type", which is read
-  // with case. An absent attribute means the Empty command; a text of no command throws
-  // std::runtime_error "Invalid curve evaluation type.".
+  // with case. An absent attribute means the Empty command; a text of no command means charge
+  // state deconvolution, with its default parameters unless its element is there.
   void Serialize(XMLParser& parser) override;
   void Serialize(XMLBuilder& builder) const override;
   void Serialize(std::wstring& text) const override;
