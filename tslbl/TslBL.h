@@ -118,5 +118,6 @@
 
 #include <tslbl/chargestate/CSDebugFiles.h>
 #include <tslbl/chargestate/CSDecon.h>
+#include <tslbl/chargestate/CSDeconEdit.h>
 #include <tslbl/chargestate/ChargeStateParams.h>
 #include <tslbl/chargestate/DeconSpectrum.h>
