@@ -45,6 +45,7 @@
 #include <tslbl/closed/engines/MassPlotEngine.h>
 #include <tslbl/closed/engines/OverlapPeakEngine.h>
 #include <tslbl/closed/engines/SeriesEngine.h>
+#include <tslbl/closed/engines/resolved/ResolvedSeries.h>
 
 #include <tslbl/records/CSSeries.h>
 #include <tslbl/records/MZPeak.h>

@@ -1,9 +1,11 @@
 #include <tslbl/closed/math/chargestate/RankedPeaks.h>
 
 #include <tslbl/closed/math/Median.h>
+#include <tslbl/closed/math/chargestate/PlaceCounts.h>
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <numeric>
 
 namespace TslMath {
@@ -21,30 +23,6 @@ bool IsUsable(const IonPeak& peak, double carrierMass) {
   return peak.mz > std::max(0.0, carrierMass) && peak.mz <= kMostMz && peak.intensity > 0.0 &&
          std::isfinite(peak.intensity);
 }
-
-// How many of the places entered so far lie in a stretch, each in O(log n): P. Fenwick, A new data structure
-// for cumulative frequency tables, 1994.
-class PlaceCounts {
- public:
-  explicit PlaceCounts(std::size_t size) : sums_(size + 1, 0) {}
-
-  void Enter(std::size_t place) {
-    for (std::size_t i = place + 1; i < sums_.size(); i += i & (~i + 1)) ++sums_[i];
-  }
-
-  std::size_t Between(std::size_t first, std::size_t pastLast) const {
-    return Before(pastLast) - Before(first);
-  }
-
- private:
-  std::size_t Before(std::size_t place) const {
-    std::size_t count = 0;
-    for (std::size_t i = place; i > 0; i -= i & (~i + 1)) count += sums_[i];
-    return count;
-  }
-
-  std::vector<std::size_t> sums_;
-};
 
 }  // namespace
 
