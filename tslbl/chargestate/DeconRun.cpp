@@ -113,7 +113,7 @@ std::wstring AskForSeries(const DeconRun& run, CSSeries::Types type, SeriesCall 
                           const std::wstring& document) {
   const CallRow& row = kCalls[static_cast<std::size_t>(call)];
   SaveDebugFile(DebugName(type, row.in), document);
-  const std::wstring reply =
+  std::wstring reply =
       Ask(*EngineOf(run, type), [&](SeriesEngine& engine) { return (engine.*row.call)(document); });
   SaveDebugFile(DebugName(type, row.out), reply);
   return reply;
