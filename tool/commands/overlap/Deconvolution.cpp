@@ -72,9 +72,9 @@ void Deconvolution::Count(const LoadedSpectrum& loaded) {
   if (poor != loaded.spectrum->overlapPeaks.end())
     poor_.Add(loaded.scan,
               fmt::format("m/z {:.1f}", loaded.spectrum->FractionalIndexToXAxisVal(poor->Position)));
-  if (!edits_.contains(loaded.scan)) return;
   const std::lock_guard lock(mutex_);
-  seen_.insert(loaded.scan);
+  widths_.Add(*loaded.spectrum);
+  if (edits_.contains(loaded.scan)) seen_.insert(loaded.scan);
 }
 
 std::string Deconvolution::Note() const {
@@ -88,6 +88,7 @@ std::vector<std::string> Deconvolution::Warnings() const {
       poor_.Text(fmt::format("with a group whose fit leaves more than noise, chi2 above {}", kPoor),
                  "; --scan N --plot FILE shows it");
   if (!poor.empty()) warnings.push_back(poor);
+  if (const std::string widths = widths_.Warning(); !widths.empty()) warnings.push_back(widths);
   for (const auto& [scan, edits] : edits_)
     if (!seen_.contains(scan))
       warnings.push_back(fmt::format("scan {} has edits and was not evaluated", scan));

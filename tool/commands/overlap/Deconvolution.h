@@ -3,6 +3,7 @@
 
 #include <tool/commands/overlap/GroupEdits.h>
 #include <tool/commands/overlap/OverlapOptions.h>
+#include <tool/commands/overlap/WidthCheck.h>
 #include <tool/commands/peaks/EvaluationRemarks.h>
 #include <tool/io/SpectrumSource.h>
 #include <atomic>
@@ -42,6 +43,7 @@ class Deconvolution {
   std::atomic<std::uint64_t> peaks_ = 0;
   Troubled poor_;     // spectra with a fit that leaves more than noise
   std::mutex mutex_;  // of what follows
+  WidthCheck widths_;
   std::set<std::uint32_t> seen_;
 };
 
