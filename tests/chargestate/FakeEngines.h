@@ -43,9 +43,8 @@ class FakeEngines {
   FakeEngines(const FakeEngines&) = delete;
   FakeEngines& operator=(const FakeEngines&) = delete;
   ~FakeEngines() {
-    for (const char* id :
-         {SeriesEngine::kResolvedClassId, SeriesEngine::kUnresolvedClassId, MassPlotEngine::kClassId})
-      Registry().Register(id, nullptr);
+    TslMath::RegisterOwnSeriesEngines();
+    TslMath::RegisterOwnMassPlotEngine();
   }
 
   void Fail(const std::string& call) {

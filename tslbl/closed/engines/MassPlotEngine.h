@@ -54,4 +54,7 @@ class TSLBL_API MassPlotEngine : public TslCommon::IComponent {
   virtual std::wstring GetResultPlot() = 0;
 };
 
+// Puts the library's own engine, that of SumOfPeaks and SumOfCurves, back in the place of another.
+TSLBL_API void RegisterOwnMassPlotEngine();
+
 }  // namespace TslMath

@@ -120,4 +120,10 @@ class TSLBL_API SeriesEngine : public TslCommon::IComponent {
   virtual std::wstring RecalcSeries(const std::wstring& document) = 0;
 };
 
+// Puts the library's own engines back in the place of others: those of FindAllSpecies and FindAllSeries. They
+// take `ampl` for the intensity of a peak and `area` for its ions. RecalcSeries takes the peaks named and no
+// others of an unresolved series; of a resolved one all isotopes around them. Where the monoisotopic peak is
+// too weak to be seen, monoPk names the lightest one that is.
+TSLBL_API void RegisterOwnSeriesEngines();
+
 }  // namespace TslMath
