@@ -5,6 +5,7 @@
 #include <tslbl/chargestate/PeakRows.h>
 #include <tslbl/chargestate/SeriesReply.h>
 #include <tslbl/curve/Execute.h>
+#include <tslbl/curve/RunForUser.h>
 #include <tslbl/curve/Step.h>
 
 namespace TslBL {
@@ -41,13 +42,15 @@ bool DoCSDecon(DeconSpectrum& spectrum, Changed& changed, std::wstring& error) {
     error = L"Peak Detect must be executed before Charge State Deconvolution can be executed.";
     return false;
   }
-  return RunForUser(error, [&] {
-    HistoryEntry entry(spectrum, CurveEval(spectrum.CSParams));
-    Deconvolve(spectrum);
-    entry.Keep();
-    changed.chargeState = true;
-    spectrum.AddStatus(Curve::STATUS_CSDECON);
-  });
+  return RunForUser(
+      [&] {
+        HistoryEntry entry(spectrum, CurveEval(spectrum.CSParams));
+        Deconvolve(spectrum);
+        entry.Keep();
+        changed.chargeState = true;
+        spectrum.AddStatus(Curve::STATUS_CSDECON);
+      },
+      error);
 }
 
 bool ExecuteCSDecon(DeconSpectrum& spectrum, Changed& changed, std::wstring& error) {

@@ -4,7 +4,7 @@
 #include <tslbl/chargestate/DeconXMLParser.h>
 #include <tslbl/chargestate/PeakRows.h>
 #include <tslbl/chargestate/SeriesReply.h>
-#include <stdexcept>
+#include <tslbl/curve/RunForUser.h>
 
 namespace TslBL {
 namespace {
@@ -13,13 +13,15 @@ using PeakIds = std::vector<std::uint32_t>;
 
 template <class Work>
 bool Edit(DeconSpectrum& spectrum, std::wstring& error, Work work) {
-  return RunForUser(error, [&] {
-    if (!spectrum.CheckAllStatus(Curve::STATUS_CSDECON))
-      throw std::runtime_error(
-          "Charge State Deconvolution must be executed before the results can be editted.");
-    DeconRun run{spectrum};
-    work(run);
-  });
+  return RunForUser(
+      [&] {
+        if (!spectrum.CheckAllStatus(Curve::STATUS_CSDECON))
+          throw std::runtime_error(
+              "Charge State Deconvolution must be executed before the results can be editted.");
+        DeconRun run{spectrum};
+        work(run);
+      },
+      error);
 }
 
 CSSeriesInfo RequireSeries(const DeconSpectrum& spectrum, const CSSeries& series) {

@@ -2,7 +2,8 @@
 
 #include <tslbl/chargestate/DeconXMLParser.h>
 #include <tslbl/chargestate/SaveDebugFile.h>
-#include <tslbl/closed/common/StringTable.h>
+#include <tslbl/closed/common/Text.h>
+#include <tslbl/curve/RunForUser.h>
 #include <algorithm>
 #include <stdexcept>
 
@@ -135,7 +136,5 @@ void DrawMassCurve(const DeconRun& run) {
     spectrum.MassY.push_back(point.y);
   }
 }
-
-void ThrowMessage(MessageId message) { throw std::runtime_error(TslLoadNarrowStr(ModuleHandle(), message)); }
 
 }  // namespace TslBL

@@ -6,11 +6,8 @@
 // For the sources of the library; not part of its interface.
 
 #include <tslbl/chargestate/DeconSpectrum.h>
-#include <tslbl/closed/common/MessageId.h>
-#include <tslbl/closed/common/Text.h>
 #include <tslbl/closed/engines/MassPlotEngine.h>
 #include <tslbl/closed/engines/SeriesEngine.h>
-#include <exception>
 #include <memory>
 #include <string>
 
@@ -43,20 +40,5 @@ std::wstring AskForSeries(const DeconRun& run, CSSeries::Types type, SeriesCall 
 // Draws the mass curve of all series that have peaks. Throws std::runtime_error with the message
 // kNoSeriesFound if none has; there is no curve then.
 void DrawMassCurve(const DeconRun& run);
-
-// Runs `work`; what it throws is a message to the user. ComError passes.
-template <class Work>
-bool RunForUser(std::wstring& error, Work work) {
-  try {
-    work();
-    return true;
-  } catch (const std::exception& e) {
-    error = TslNarrowToWideStr(e.what());
-    return false;
-  }
-}
-
-// Throws std::runtime_error with a message of the string table.
-[[noreturn]] void ThrowMessage(MessageId message);
 
 }  // namespace TslBL

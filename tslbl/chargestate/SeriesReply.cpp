@@ -1,7 +1,7 @@
 #include <tslbl/chargestate/SeriesReply.h>
 
-#include <tslbl/chargestate/DeconRun.h>
 #include <tslbl/chargestate/DeconXMLParser.h>
+#include <tslbl/curve/RunForUser.h>
 #include <tslbl/spectrum/PeakTable.h>
 
 namespace TslBL {

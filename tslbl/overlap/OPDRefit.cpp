@@ -2,27 +2,14 @@
 
 #include <tslbl/closed/common/MessageId.h>
 #include <tslbl/closed/common/StringTable.h>
-#include <tslbl/closed/common/Text.h>
+#include <tslbl/curve/RunForUser.h>
 #include <tslbl/overlap/FitGroup.h>
 #include <tslbl/overlap/GroupLimits.h>
 #include <tslbl/spectrum/PeakTable.h>
 #include <algorithm>
-#include <exception>
 
 namespace TslBL {
 namespace {
-
-// Runs `work`; what fails in it is a message to the user.
-template <class Work>
-bool RunForUser(Work work, std::wstring& error) {
-  try {
-    work();
-    return true;
-  } catch (const std::exception& e) {
-    error = TslNarrowToWideStr(e.what());
-    return false;
-  }
-}
 
 // The data peak under what the user sees at a point.
 bool FindShownPeak(const Spectrum& spectrum, std::uint32_t point, MZPeak& peak) {
