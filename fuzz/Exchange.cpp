@@ -99,16 +99,13 @@ bool Answers(Engine& engine, Call call) {
   }
 }
 
-// Null if there is none.
 template <class Engine>
 std::unique_ptr<Engine> MakeEngine(const char* classId) {
-  const auto& registry = TslCommon::ComponentRegistry::Instance();
-  return registry.IsRegistered(classId) ? registry.CreateAs<Engine>(classId) : nullptr;
+  return TslCommon::ComponentRegistry::Instance().CreateAs<Engine>(classId);
 }
 
 void AskEngine(const char* classId, const std::wstring& text) {
   const auto engine = MakeEngine<TslMath::SeriesEngine>(classId);
-  if (!engine) return;
   Answers(*engine, [&] { engine->SetPrefs(text); });
   for (const auto ask : {&TslMath::SeriesEngine::AutoSeries, &TslMath::SeriesEngine::FindSeries,
                          &TslMath::SeriesEngine::RecalcSeries}) {
@@ -122,7 +119,6 @@ void AskUnresolved(const std::wstring& text) { AskEngine(TslMath::SeriesEngine::
 
 void AskPlot(const std::wstring& text) {
   const auto engine = MakeEngine<TslMath::MassPlotEngine>(TslMath::MassPlotEngine::kClassId);
-  if (!engine) return;
   Answers(*engine, [&] { engine->AddPeakPlot(text); });
   std::wstring plot;
   if (Answers(*engine, [&] { plot = engine->GetSeriesPlot(); }))
