@@ -20,16 +20,26 @@ namespace {
 
 constexpr double kPoor = 3.0;  // reduced chi-square
 
-void DeconvolveAndEdit(LoadedSpectrum& loaded, const std::vector<GroupEdit>& edits) {
-  const WithFittedPoints points(loaded);
+// False if the library cannot group the peaks, as where one lies below the baseline of its neighbour.
+bool Deconvolve(TslBL::Spectrum& spectrum) {
   TslBL::Changed changed;
   std::wstring error;
-  if (!TslBL::DoOPD(*loaded.spectrum, changed, error)) throw std::runtime_error(TslCommon::ToUtf8(error));
-  if (loaded.spectrum->opdParams.FullRange) FitTouchingPeaks(*loaded.spectrum);
-  for (const GroupEdit& edit : edits) EditGroup(*loaded.spectrum, edit);
+  try {
+    if (!TslBL::DoOPD(spectrum, changed, error)) throw std::runtime_error(TslCommon::ToUtf8(error));
+  } catch (const std::logic_error&) {
+    return false;
+  }
+  return true;
 }
 
 }  // namespace
+
+void Deconvolution::DeconvolveAndEdit(LoadedSpectrum& loaded, const std::vector<GroupEdit>& edits) {
+  const WithFittedPoints points(loaded);
+  if (!Deconvolve(*loaded.spectrum)) notGrouped_.Add(loaded.scan);
+  if (loaded.spectrum->opdParams.FullRange) FitTouchingPeaks(*loaded.spectrum);
+  for (const GroupEdit& edit : edits) EditGroup(*loaded.spectrum, edit);
+}
 
 Deconvolution::Deconvolution(std::string input, const OverlapOptions& options, EditsByScan edits,
                              std::vector<GroupEdit> editsOfOne)
@@ -88,6 +98,11 @@ std::vector<std::string> Deconvolution::Warnings() const {
       poor_.Text(fmt::format("with a group whose fit leaves more than noise, chi2 above {}", kPoor),
                  "; --scan N --plot FILE shows it");
   if (!poor.empty()) warnings.push_back(poor);
+  const std::string notGrouped = notGrouped_.Text(
+      "where a peak lies below the baseline of its neighbour, in which only data peaks that "
+      "touch were fitted together",
+      "; a --baseline that bends less may help");
+  if (!notGrouped.empty()) warnings.push_back(notGrouped);
   if (const std::string widths = widths_.Warning(); !widths.empty()) warnings.push_back(widths);
   for (const auto& [scan, edits] : edits_)
     if (!seen_.contains(scan))

@@ -30,7 +30,7 @@ class Deconvolution {
   std::vector<std::string> Warnings() const;
 
  private:
-  void Edit(const LoadedSpectrum& loaded, const GroupEdit& edit) const;
+  void DeconvolveAndEdit(LoadedSpectrum& loaded, const std::vector<GroupEdit>& edits);
   const std::vector<GroupEdit>& EditsOf(const LoadedSpectrum& loaded);
   void Count(const LoadedSpectrum& loaded);
 
@@ -41,8 +41,9 @@ class Deconvolution {
   std::atomic<bool> isOneEdited_ = false;
   std::atomic<std::uint64_t> groups_ = 0;
   std::atomic<std::uint64_t> peaks_ = 0;
-  Troubled poor_;     // spectra with a fit that leaves more than noise
-  std::mutex mutex_;  // of what follows
+  Troubled poor_;        // spectra with a fit that leaves more than noise
+  Troubled notGrouped_;  // spectra whose peaks the library cannot group
+  std::mutex mutex_;     // of what follows
   WidthCheck widths_;
   std::set<std::uint32_t> seen_;
 };

@@ -3,6 +3,7 @@
 #include <tool/commands/overlap/EditGroups.h>
 #include <algorithm>
 #include <cstddef>
+#include <initializer_list>
 #include <stdexcept>
 #include <vector>
 
@@ -31,11 +32,18 @@ bool RunsIntoGroup(const Spectrum& spectrum, std::size_t row) {
           AreJoined(spectrum, peaks[row], peaks[row + 1]));
 }
 
-void Fit(Spectrum& spectrum, std::size_t row) {
+bool IsPairOfItsOwn(const Spectrum& spectrum, std::size_t row) {
+  const std::vector<PeakInfo>& peaks = spectrum.peaks;
+  return row + 1 < peaks.size() && IsAlone(peaks[row]) && IsAlone(peaks[row + 1]) &&
+         AreJoined(spectrum, peaks[row], peaks[row + 1]);
+}
+
+void Fit(Spectrum& spectrum, std::initializer_list<std::size_t> rows) {
   const std::vector<PeakInfo> peaks = spectrum.peaks;
   const std::vector<TslBL::OverlapPeakInfo> fits = spectrum.overlapPeaks;
   try {
-    EditGroup(spectrum, {GroupEdit::Add, spectrum.xAxis[peaks[row].apexIdx]});
+    for (const std::size_t row : rows)
+      EditGroup(spectrum, {GroupEdit::Add, spectrum.xAxis[peaks[row].apexIdx]});
   } catch (const std::runtime_error&) {
     spectrum.peaks = peaks;
     spectrum.overlapPeaks = fits;
@@ -45,11 +53,13 @@ void Fit(Spectrum& spectrum, std::size_t row) {
 }  // namespace
 
 void FitTouchingPeaks(Spectrum& spectrum) {
+  for (std::size_t row = 0; row < spectrum.peaks.size(); ++row)
+    if (IsPairOfItsOwn(spectrum, row)) Fit(spectrum, {row, row + 1});
   // From both sides: what was added has a neighbour that may run into it.
   for (std::size_t row = 0; row < spectrum.peaks.size(); ++row)
-    if (RunsIntoGroup(spectrum, row)) Fit(spectrum, row);
+    if (RunsIntoGroup(spectrum, row)) Fit(spectrum, {row});
   for (std::size_t row = spectrum.peaks.size(); row-- > 0;)
-    if (RunsIntoGroup(spectrum, row)) Fit(spectrum, row);
+    if (RunsIntoGroup(spectrum, row)) Fit(spectrum, {row});
 }
 
 }  // namespace TslTool

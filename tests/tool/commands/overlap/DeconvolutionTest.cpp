@@ -67,6 +67,20 @@ TEST(Deconvolution, EditsOneSpectrumWhereTheEditsNameNone) {
               testing::StartsWith("doublet: --refit-add and --refit-remove edit one "));
 }
 
+TEST(Deconvolution, FitsWhatTouchesWhereThePeaksCannotBeGrouped) {
+  TslTool::LoadedSpectrum loaded = WithPeaks(CountedSpectrum({{500.0, 3000.0}, {501.0, 1500.0}, kAlone}));
+  ASSERT_EQ(loaded.spectrum->peaks.size(), 3U);
+  loaded.spectrum->peaks[1].baselineAmpl = 1e5;
+  Deconvolution deconvolution("doublet", OverlapOptions(), {}, {});
+  deconvolution.Run(loaded);
+  EXPECT_EQ(deconvolution.Note(), "1 group of 2 fitted peaks");
+  ASSERT_EQ(deconvolution.Warnings().size(), 1U);
+  EXPECT_THAT(
+      deconvolution.Warnings()[0],
+      testing::StartsWith("1 spectrum where a peak lies below the baseline of its neighbour, in which "
+                          "only data peaks that touch were fitted together (first at scan 3)"));
+}
+
 TEST(Deconvolution, NamesTheScanOfAFailure) {
   Deconvolution deconvolution("doublet", OverlapOptions(), {}, {{GroupEdit::Remove, 600.0}});
   EXPECT_THAT(Failure(deconvolution),

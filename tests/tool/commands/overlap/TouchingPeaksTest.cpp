@@ -40,6 +40,15 @@ TEST(TouchingPeaks, AreAddedFromBothSides) {
   }
 }
 
+// The engine takes a peak fifty times as low for the tail of the other, and one alone makes no group.
+TEST(TouchingPeaks, MakeAGroupOfTheirOwn) {
+  const TslTool::LoadedSpectrum loaded =
+      Deconvolved(WithPeaks(CountedSpectrum({{500.0, 100000.0}, {501.02, 2000.0}})));
+  ASSERT_EQ(loaded.spectrum->overlapPeaks.size(), 2U);
+  EXPECT_EQ(loaded.spectrum->QNumGroups(), 1U);
+  EXPECT_NEAR(loaded.spectrum->overlapPeaks[1].Height, 2000.0, 200.0);
+}
+
 TEST(TouchingPeaks, AreNoneWherePeaksStandApart) {
   const TslTool::LoadedSpectrum loaded = Deconvolved();
   EXPECT_THAT(GroupsOf(loaded), testing::ElementsAre(1, 0));

@@ -82,7 +82,7 @@ bool HookeJeeves::Fit(const FitTask& task, PeakSum& sum, double precision) {
   double squares = Squares(task, sum);
   for (double step = 1.0; step > precision; step *= 0.5) {
     for (bool falls = true; falls;) {
-      if (!HasTrialsLeft(task)) return false;
+      if (!HasTrialsLeft(task)) return std::isfinite(squares) && !task.IsSpent();
       next_ = sum;
       double found = squares;
       Explore(task, step, next_, found);

