@@ -367,6 +367,15 @@ TEST(RecalculateSpecies, KeepsAPeakThatStandsAlone) {
   EXPECT_EQ(species->states[0].isotopes.size(), 1U);
 }
 
+TEST(RecalculateSpecies, TakesChargesAboveTheHighestToo) {
+  const auto peaks = Pattern(3000, 5);
+  const std::size_t members[] = {1};
+  const auto species = RecalculateSpecies(peaks, Prefs(), MonoMassAt(3000), members);
+  ASSERT_TRUE(species);
+  EXPECT_EQ(Charges(*species), std::vector<int>{5});
+  EXPECT_EQ(species->states[0].isotopes.size(), peaks.size());
+}
+
 TEST(RecalculateSpecies, GivesNothingWithoutPeaksOrMass) {
   const auto peaks = Pattern(1500, 1);
   const std::size_t members[] = {0};

@@ -226,6 +226,15 @@ TEST(FindAllSeries, FindsNothingInListsWithoutSeries) {
   EXPECT_EQ(CountFound(std::vector<IonPeak>(5000, {1000, 1, 1, 5, 1000}), Protons()), 0U);
 }
 
+TEST(FindAllSeries, TakesPlacesAndAccuraciesNextToZero) {
+  UnresolvedPrefs prefs = Protons();
+  prefs.carrierMass = 0;
+  prefs.minSeriesSize = 2;
+  EXPECT_EQ(CountFound({{5e-324, 1, 1, 5, 1}, {1e-300, 1, 1, 5, 1}}, prefs), 0U);
+  prefs.accuracy = 5e-324;
+  EXPECT_EQ(CountFound(Ladder(16951.5, 12, 20), prefs), 0U);
+}
+
 TEST(FindAllSeries, ComesToAnEndWhateverTheList) {
   Random random(2);
   std::uniform_real_distribution<double> within(0, 1);

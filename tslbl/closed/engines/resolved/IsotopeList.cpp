@@ -11,15 +11,17 @@ namespace TslMath {
 namespace {
 
 constexpr double kMostMzOfIsotopes = 1e6;
+constexpr double kLeastIntensity = 1e-100;  // squares are finite, and above 0
 constexpr double kLeastDistanceInWidth = 0.25;
 constexpr double kLeastDistanceOfIsotopes = 1e-3;  // m/z
 constexpr double kReachOfRivals = 60.0;            // m/z
 constexpr double kLeastSpanOfRivals = 20.0;        // m/z
 
 bool IsUsable(const IonPeak& peak, const ResolvedPrefs& prefs) {
-  return peak.mz > std::max(0.0, prefs.carrierMass) && peak.mz <= kMostMzOfIsotopes && peak.intensity > 0.0 &&
-         std::isfinite(peak.intensity) && peak.signalToNoise >= prefs.leastSignalToNoise &&
-         peak.resolution >= prefs.lowestResolution && peak.resolution <= prefs.highestResolution;
+  return peak.mz > std::max(0.0, prefs.carrierMass) && peak.mz <= kMostMzOfIsotopes &&
+         peak.intensity >= kLeastIntensity && peak.intensity <= 1.0 / kLeastIntensity &&
+         peak.signalToNoise >= prefs.leastSignalToNoise && peak.resolution >= prefs.lowestResolution &&
+         peak.resolution <= prefs.highestResolution;
 }
 
 ListedPeak Listed(const IonPeak& peak, const ResolvedPrefs& prefs, std::size_t row) {

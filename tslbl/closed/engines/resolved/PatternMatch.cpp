@@ -44,7 +44,9 @@ double PatternMatch::HalfWindow(double mz, std::int32_t charge) const {
 }
 
 const VisiblePattern& PatternMatch::PatternOf(std::size_t anchor, std::int32_t charge) {
-  return patterns_.At(list_[anchor].logMassAtOne + logCharges_[static_cast<std::size_t>(charge)]);
+  const auto known = static_cast<std::size_t>(charge);
+  const double logCharge = known < logCharges_.size() ? logCharges_[known] : std::log(charge);
+  return patterns_.At(list_[anchor].logMassAtOne + logCharge);
 }
 
 // From the peak `from` on in one direction, as far as the window reaches.

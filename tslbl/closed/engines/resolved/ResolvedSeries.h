@@ -72,8 +72,8 @@ struct Species {
 };
 
 // All species, the most intense first. Of peaks nearer to each other than a quarter of the least width, m/z
-// by `highestResolution`, only the strongest counts. Rows whose m/z or intensity is not finite and above 0
-// are left out. Indexes are those of `peaks`, in any order.
+// by `highestResolution`, only the strongest counts. Rows whose m/z is not above 0 and below a million,
+// or whose intensity is not from 1e-100 to 1e100, are left out. Indexes are those of `peaks`, in any order.
 //
 // Throws std::invalid_argument for preferences that say nothing: numbers that are not finite, an accuracy
 // that is not above 0, a highest charge below 1, gaps below 0, resolutions that cross, an average molecule

@@ -8,6 +8,7 @@ namespace {
 
 constexpr double kCellsInWindow = 8.0;
 constexpr double kMostCells = 65536.0;
+constexpr double kLeastCell = 1e-9;  // m/z
 
 }  // namespace
 
@@ -17,7 +18,7 @@ PlaceMap::PlaceMap(const RankedPeaks& peaks, double window) {
   start_ = peaks.LowestMz() - margin;
   const double range = peaks.HighestMz() + margin - start_;
   const double finest = window * peaks.LowestMz() / kCellsInWindow;
-  const double cell = std::max(finest, range / kMostCells);
+  const double cell = std::max({finest, range / kMostCells, kLeastCell});
   cellsPerMz_ = 1.0 / cell;
   firsts_.assign(static_cast<std::size_t>(range / cell) + 2, kNone);
   for (std::size_t i = peaks.Count(); i-- > 0;) {
