@@ -39,10 +39,15 @@ std::string WithoutNumbers(std::string place) {
   return place;
 }
 
-// Older names of a value are taken as their present ones.
+// Older names of a value are taken as their present ones, and the range of charge states is written by
+// another word than it is read by.
+bool IsOtherWord(const DocumentValue& value) {
+  if (value.place.ends_with("/ChargeState/Range")) return value.written == "Full" && value.taken == "true";
+  return value.written == "APB Morph" && value.taken == "Adaptive";
+}
+
 std::string Refuse(const DocumentValue& value) {
-  const bool isOlder = value.written == "APB Morph" && value.taken == "Adaptive";
-  if (std::string reason = RefuseOther(value); !reason.empty() && !isOlder) return reason;
+  if (std::string reason = RefuseOther(value); !reason.empty() && !IsOtherWord(value)) return reason;
   for (const Bounds& bounds : kBounds) {
     if (!WithoutNumbers(value.place).ends_with(bounds.place)) continue;
     const double number = std::strtod(value.taken.c_str(), nullptr);

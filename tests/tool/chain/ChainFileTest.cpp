@@ -161,8 +161,20 @@ TEST(ChainFile, ADamagedValueCannotGarbleATerminal) {
 }
 
 TEST(ChainFile, AnUnknownCommandIsNamedWithItsPlace) {
-  EXPECT_THAT(ErrorOf(Changed("Type=\"Smooth\"", "Type=\"Smoth\"")), HasSubstr("command 1"));
-  EXPECT_THAT(ErrorOf(Changed("Type=\"Peak Detect\"", "Type=\"PeakDetect\"")), HasSubstr("command 2"));
+  EXPECT_EQ(ErrorOf(Changed("Type=\"Smooth\"", "Type=\"Smoth\"")),
+            "CurveEvals/CurveEval[1]@Type: \"Smoth\" is not a value for it");
+  EXPECT_EQ(ErrorOf(Changed("Type=\"Peak Detect\"", "Type=\"PeakDetect\"")),
+            "CurveEvals/CurveEval[2]@Type: \"PeakDetect\" is not a value for it");
+}
+
+TEST(ChainFile, ARangeOfChargeStatesIsFullOrFalse) {
+  const auto withRange = [](const std::string& text) {
+    return ErrorOf("<CurveEvals><CurveEval Type=\"Charge State Deconvolution\"><ChargeState><Range>" + text +
+                   "</Range></ChargeState></CurveEval></CurveEvals>");
+  };
+  EXPECT_EQ(withRange("Full"), "");
+  EXPECT_EQ(withRange("false"), "");
+  EXPECT_THAT(withRange("true"), HasSubstr("ChargeState/Range: \"true\" is not a value for it"));
 }
 
 TEST(ChainFile, WhatIsNoChainIsRefused) {
