@@ -22,6 +22,7 @@ ReplySeries ReplyOf(const Species& species) {
   ReplySeries reply{species.monoMass, species.standardDeviation, {}};
   for (const IsotopeState& state : species.states) {
     ReplyState one{state.charge, state.deviation, state.isotopes.front().peak, state.monoMass, {}};
+    one.peaks.reserve(state.isotopes.size());
     for (const MatchedIsotope& isotope : state.isotopes) one.peaks.push_back(isotope.peak);
     reply.states.push_back(std::move(one));
   }

@@ -211,6 +211,7 @@ std::vector<Species> SpeciesMaker::Group(std::vector<Envelope> envelopes) {
   std::ranges::move(others, std::back_inserter(families));
   JoinShifted(families);
   std::vector<Species> all;
+  all.reserve(families.size());
   for (Family& family : families) all.push_back(Make(std::move(family)));
   std::ranges::stable_sort(all, std::greater{}, &Species::intensity);
   all.resize(std::min(all.size(), static_cast<std::size_t>(prefs_.maxSpecies)));

@@ -37,6 +37,7 @@ double Precision(const IonPeak& peak) {
 std::vector<double> CountingVariances(std::span<const IonPeak> peaks,
                                       const std::vector<SeriesMember>& members) {
   std::vector<double> precisions;
+  precisions.reserve(members.size());
   for (const SeriesMember& member : members) precisions.push_back(Precision(peaks[member.peak]));
   const double typical = Median(precisions);
   for (double& value : precisions) {
@@ -184,6 +185,7 @@ void TakeLikelyMean(std::span<const IonPeak> peaks, ChargeSeries& series) {
   const std::vector<double> counting = CountingVariances(peaks, series.members);
   const MassFit fit(series.members, counting);
   std::vector<MassEstimate> estimates;
+  estimates.reserve(kCommonShares.size());
   for (const double share : kCommonShares) estimates.push_back(fit.At(share));
   Combine(estimates, series);
 }
