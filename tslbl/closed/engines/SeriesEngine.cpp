@@ -32,6 +32,7 @@ ReplySeries ReplyOf(const Species& species) {
 template <class Found>
 std::wstring Reply(const Found& found, const PeakDocument& document) {
   std::vector<ReplySeries> series;
+  series.reserve(found.size());
   for (const auto& one : found) series.push_back(ReplyOf(one));
   return WriteSeries(series, document.ids);
 }
