@@ -129,7 +129,8 @@ TEST_F(Run, HasTheTextOfTheEngineThatFails) {
                                    std::pair(SeriesCall::Find, "Unresolved.FindSeries"),
                                    std::pair(SeriesCall::Recalc, "Unresolved.RecalcSeries")}) {
     engines.Fail(name);
-    EXPECT_EQ(Thrown([&] { AskForSeries(run, kUnresolved, call, L"<a/>"); }), "keine Peaks \u00fcber 3");
+    const SeriesCall asked = call;
+    EXPECT_EQ(Thrown([&] { AskForSeries(run, kUnresolved, asked, L"<a/>"); }), "keine Peaks \u00fcber 3");
   }
 }
 

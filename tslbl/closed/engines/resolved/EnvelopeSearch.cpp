@@ -14,11 +14,11 @@ EnvelopeSearch::EnvelopeSearch(const IsotopeList& list, PatternMatch& match, std
     : list_(list), match_(match), remaining_(remaining), changed_(list.Count(), 0) {}
 
 void EnvelopeSearch::Enter(std::size_t anchor) {
-  Entry entry{{}, anchor, taken_.size()};
+  Candidate entry{{}, anchor, taken_.size()};
   if (remaining_[anchor] > 0.0 && match_.Best(anchor, entry.envelope)) queue_.push(std::move(entry));
 }
 
-bool EnvelopeSearch::IsCurrent(const Entry& entry) const {
+bool EnvelopeSearch::IsCurrent(const Candidate& entry) const {
   return std::ranges::all_of(entry.envelope.peaks,
                              [&](const PatternPeak& peak) { return changed_[peak.peak] <= entry.taken; });
 }
@@ -37,7 +37,7 @@ void EnvelopeSearch::Take(const Envelope& envelope) {
 std::vector<Envelope> EnvelopeSearch::All() {
   for (std::size_t anchor = 0; anchor < list_.Count(); ++anchor) Enter(anchor);
   while (!queue_.empty() && taken_.size() < kMostEnvelopes) {
-    const Entry entry = queue_.top();
+    const Candidate entry = queue_.top();
     queue_.pop();
     if (IsCurrent(entry))
       Take(entry.envelope);

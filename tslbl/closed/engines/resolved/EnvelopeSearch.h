@@ -19,23 +19,23 @@ class EnvelopeSearch {
   std::vector<Envelope> All();
 
  private:
-  struct Entry {
+  struct Candidate {
     Envelope envelope;
     std::size_t anchor;
     std::size_t taken;  // how many envelopes were taken when it was laid
 
-    bool operator<(const Entry& other) const { return envelope.evidence < other.envelope.evidence; }
+    bool operator<(const Candidate& other) const { return envelope.evidence < other.envelope.evidence; }
   };
 
   void Enter(std::size_t anchor);
-  bool IsCurrent(const Entry& entry) const;
+  bool IsCurrent(const Candidate& entry) const;
   void Take(const Envelope& envelope);
 
   const IsotopeList& list_;
   PatternMatch& match_;
   std::vector<double>& remaining_;
   std::vector<std::size_t> changed_;  // by which envelope each peak was changed last, counted from 1
-  std::priority_queue<Entry> queue_;
+  std::priority_queue<Candidate> queue_;
   std::vector<Envelope> taken_;
 };
 
