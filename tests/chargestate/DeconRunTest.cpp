@@ -85,8 +85,9 @@ TEST_F(Run, SaysThatThereIsNoEngine) {
   for (const char* id :
        {SeriesEngine::kResolvedClassId, SeriesEngine::kUnresolvedClassId, MassPlotEngine::kClassId}) {
     const FakeEngines present;
+    DeconRun other{spectrum};
     FakeEngines::Registry().Register(id, nullptr);
-    EXPECT_EQ(Thrown([&] { SetUpBoth(); }), kNoEngine) << id;
+    EXPECT_EQ(Thrown([&] { SetUpEngines(other, true, true); }), kNoEngine) << id;
   }
 }
 
