@@ -95,7 +95,9 @@ TEST_F(Run, SaysThatAnEngineIsNoneWhateverItIs) {
   for (const ComponentRegistry::Factory& factory :
        {ComponentRegistry::Factory([] { return nullptr; }),
         ComponentRegistry::Factory([] { return std::make_unique<NoEngineAtAll>(); }),
-        ComponentRegistry::Factory([]() -> std::unique_ptr<IComponent> { throw ComError{0x80070005}; })}) {
+        ComponentRegistry::Factory([]() -> std::unique_ptr<IComponent> { throw ComError{0x80070005}; }),
+        ComponentRegistry::Factory(
+            []() -> std::unique_ptr<IComponent> { throw std::runtime_error("no licence"); })}) {
     FakeEngines::Registry().Register(MassPlotEngine::kClassId, factory);
     EXPECT_EQ(Thrown([&] { SetUpBoth(); }), kNoEngine);
   }

@@ -18,6 +18,8 @@ std::unique_ptr<Engine> MakeEngine(const char* classId) {
     return ComponentRegistry::Instance().CreateAs<Engine>(classId);
   } catch (const ComError&) {
     ThrowMessage(kNoSeriesEngine);
+  } catch (const std::exception&) {  // of the application that registered it
+    ThrowMessage(kNoSeriesEngine);
   }
 }
 

@@ -13,20 +13,23 @@
 #include <algorithm>
 #include <exception>
 #include <stdexcept>
+#include <string_view>
 #include <utility>
 
 namespace TslTool {
 namespace {
 
-constexpr double kPoor = 3.0;  // reduced chi-square
+constexpr double kPoor = 3.0;                                                 // reduced chi-square
+constexpr std::string_view kBelowBaseline = "Amplitude less than baseline.";  // the library's words
 
-// False if the library cannot group the peaks, as where one lies below the baseline of its neighbour.
+// False if the library cannot group the peaks, as one lies below the baseline of its neighbour.
 bool Deconvolve(TslBL::Spectrum& spectrum) {
   TslBL::Changed changed;
   std::wstring error;
   try {
     if (!TslBL::DoOPD(spectrum, changed, error)) throw std::runtime_error(TslCommon::ToUtf8(error));
-  } catch (const std::logic_error&) {
+  } catch (const std::logic_error& failure) {
+    if (failure.what() != kBelowBaseline) throw;
     return false;
   }
   return true;
@@ -37,7 +40,7 @@ bool Deconvolve(TslBL::Spectrum& spectrum) {
 void Deconvolution::DeconvolveAndEdit(LoadedSpectrum& loaded, const std::vector<GroupEdit>& edits) {
   const WithFittedPoints points(loaded);
   if (!Deconvolve(*loaded.spectrum)) notGrouped_.Add(loaded.scan);
-  if (loaded.spectrum->opdParams.FullRange) FitTouchingPeaks(*loaded.spectrum);
+  FitTouchingPeaks(*loaded.spectrum);
   for (const GroupEdit& edit : edits) EditGroup(*loaded.spectrum, edit);
 }
 

@@ -93,8 +93,9 @@ std::optional<OverlapFit> FitOfGroup(const LoadedSpectrum& loaded, std::uint32_t
   std::vector<double> x(span.last - span.first + 1);
   std::iota(x.begin(), x.end(), 0.0);
   const std::span<const double> y = std::span(FittedPoints(loaded)).subspan(span.first, x.size());
+  const bool isDirect = loaded.spectrum->opdParams.FittingFunc == TslBL::OPDParams::HookeJeeves;
   std::optional<OverlapFit> fit =
-      TslMath::FitOverlap(TslMath::FitMethod::LevenbergMarquardt,
+      TslMath::FitOverlap(isDirect ? TslMath::FitMethod::HookeJeeves : TslMath::FitMethod::LevenbergMarquardt,
                           {x, y, start.apexes, peaks.front().Baseline, start.a3, variancePerMean});
   return fit && AreSamePeaks(*fit, peaks, span.first) ? fit : std::nullopt;
 }

@@ -21,8 +21,8 @@ GroupSpan SpanOf(const TslBL::Spectrum& spectrum, std::uint32_t group);
 // The variance of a fitted point divided by its mean, as counts have it; 0 where it is not known.
 double VariancePerMeanOf(const LoadedSpectrum& loaded);
 
-// The fit of a group from where its fitted peaks are; x is the number of the point in the group. Nothing if
-// it leads elsewhere, as to another place of a peak.
+// The fit of a group from where its fitted peaks are, by the spectrum's method; x is the number of the point
+// in the group. Nothing if it leads elsewhere, as to another place of a peak.
 std::optional<TslMath::OverlapFit> FitOfGroup(const LoadedSpectrum& loaded, std::uint32_t group,
                                               double variancePerMean);
 

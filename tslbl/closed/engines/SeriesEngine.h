@@ -15,8 +15,8 @@
 //
 // What goes in and out is an XML document with the root CSDecon. All values but one are attributes. A number
 // is written in decimal with a point; a real number in the shortest form that reads back to the same double,
-// such as 1.007276 or 1e-06. Attributes stand in the order given here, which an engine need not rely on.
-// White space between elements has no meaning.
+// such as 1.007276, 1e-06 or 1e+05 for 100000; one that is not finite as inf, -inf or nan. Attributes stand
+// in the order given here, which an engine need not rely on. White space between elements has no meaning.
 //
 // SetPrefs of the resolved engine:
 //
@@ -79,14 +79,14 @@
 //     </Series>
 //   </CSDecon>
 //
-//   Series       avgMass   real: average mass of the molecule
+//   Series       avgMass   real: mass of the molecule, the mean over its charge states: of the average
+//                          masses, in a resolved series of the monoisotopic ones
 //                stdDev    real: its standard deviation
 //   ChargeState  charge    integer: the charge of these peaks
 //                dev       real: deviation of this charge state's mass from that of the series
-//                monoPk    integer, 0 or more: the id of the peak of which dev and monoMass tell, in a
-//                resolved
-//                          series the monoisotopic one. Without one, an id that none of its peaks has, such
-//                          as 4294967295.
+//                monoPk    integer, 0 or more: the id of the peak of which dev and monoMass tell; in a
+//                          resolved series the monoisotopic one. Without one, an id that none of its
+//                          peaks has, such as 4294967295.
 //                monoMass  real: the monoisotopic mass by this charge state
 //   Peak         id        integer, 0 or more: a peak of this charge state, as it was given
 //
@@ -116,7 +116,7 @@ class TSLBL_API SeriesEngine : public TslCommon::IComponent {
   // Finds the one series that has the peaks named.
   virtual std::wstring FindSeries(const std::wstring& document) = 0;
   // Works out anew a series that exists and whose peaks were changed by the user. Of several series in the
-  // answer the last one counts.
+  // answer the last valid one counts.
   virtual std::wstring RecalcSeries(const std::wstring& document) = 0;
 };
 

@@ -59,6 +59,16 @@ TEST(GroupFits, MeasureWhatIsLeftInCounts) {
   EXPECT_NEAR(loaded.spectrum->overlapPeaks[0].Fit4, squares / freedom, 0.05);
 }
 
+TEST(GroupFits, AreByTheMethodOfTheSpectrum) {
+  LoadedSpectrum loaded = Deconvolved();
+  const auto byDerivatives = FitOfGroup(loaded, 1, 1.0);
+  loaded.spectrum->opdParams.FittingFunc = TslBL::OPDParams::HookeJeeves;
+  const auto direct = FitOfGroup(loaded, 1, 1.0);
+  ASSERT_TRUE(byDerivatives && direct);
+  EXPECT_NE(direct->sum.tops, byDerivatives->sum.tops);
+  EXPECT_NEAR(direct->sum.tops[0], byDerivatives->sum.tops[0], 0.01);
+}
+
 TEST(GroupFits, ThatLeadElsewhereAreNone) {
   LoadedSpectrum loaded = Deconvolved();
   loaded.spectrum->overlapPeaks[0].Position -= 8.0;

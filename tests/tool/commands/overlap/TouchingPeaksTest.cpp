@@ -49,6 +49,30 @@ TEST(TouchingPeaks, MakeAGroupOfTheirOwn) {
   EXPECT_NEAR(loaded.spectrum->overlapPeaks[1].Height, 2000.0, 200.0);
 }
 
+// The rows of the isotopes that are fitted with other parameters.
+std::size_t FittedWith(void (*change)(TslBL::OPDParams&)) {
+  const TslTool::LoadedSpectrum loaded = Without(503.0);
+  change(loaded.spectrum->opdParams);
+  TslTool::FitTouchingPeaks(*loaded.spectrum);
+  return loaded.spectrum->overlapPeaks.size();
+}
+
+TEST(TouchingPeaks, HoldToTheRangesTheLeastAmplitudeAndTheMostPeaks) {
+  EXPECT_EQ(FittedWith([](TslBL::OPDParams& params) { params.MinPeakAmplitude = 0; }), 4U);
+  EXPECT_EQ(FittedWith([](TslBL::OPDParams& params) { params.MaxPeaks = 3; }), 3U);
+  EXPECT_EQ(FittedWith([](TslBL::OPDParams& params) { params.MinPeakAmplitude = 100; }), 3U);
+  EXPECT_EQ(FittedWith([](TslBL::OPDParams& params) {
+              params.FullRange = false;
+              params.Ranges = {{true, 499.0, 501.5}};
+            }),
+            3U);
+  EXPECT_EQ(FittedWith([](TslBL::OPDParams& params) {
+              params.FullRange = false;
+              params.Ranges = {{true, 502.9, 503.5}};
+            }),
+            4U);
+}
+
 TEST(TouchingPeaks, AreNoneWherePeaksStandApart) {
   const TslTool::LoadedSpectrum loaded = Deconvolved();
   EXPECT_THAT(GroupsOf(loaded), testing::ElementsAre(1, 0));
