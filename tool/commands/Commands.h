@@ -10,6 +10,7 @@ Command Program();
 
 Command PeaksCommand();
 Command OverlapCommand();
+Command DeconCommand();
 Command ChromCommand();
 Command SimulateCommand();
 Command InfoCommand();

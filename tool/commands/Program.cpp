@@ -10,8 +10,8 @@ Command Program() {
           .examples = "'tslbl COMMAND --help' describes a command in full.",
           .declare = {},
           .run = {},
-          .family = {PeaksCommand(), OverlapCommand(), ChromCommand(), AverageCommand(), CalibrateCommand(),
-                     SimulateCommand(), InfoCommand(), TuneCommand(), ManualCommand()}};
+          .family = {PeaksCommand(), OverlapCommand(), DeconCommand(), ChromCommand(), AverageCommand(),
+                     CalibrateCommand(), SimulateCommand(), InfoCommand(), TuneCommand(), ManualCommand()}};
 }
 
 }  // namespace TslTool

@@ -150,7 +150,7 @@ Loader Failing(const std::exception_ptr& failure) {
 Loader Kept(const Loader& load, Findings& findings) {
   try {
     const auto loaded = std::make_shared<LoadedSpectrum>(load());
-    findings.Add(*loaded->spectrum);
+    if (!loaded->isPeakList) findings.Add(*loaded->spectrum);
     return [loaded] { return std::move(*loaded); };
   } catch (...) {
     return Failing(std::current_exception());
@@ -188,7 +188,8 @@ Preview LookThrough(SpectrumSource& source) {
       ThrowIfInterrupted();
       const Loader next = source.Next();
       if (!next) break;
-      findings.Add(*next().spectrum);
+      const LoadedSpectrum loaded = next();
+      if (!loaded.isPeakList) findings.Add(*loaded.spectrum);
     }
   } catch (const InputError&) {
     // Who evaluates the source tells it.

@@ -8,6 +8,7 @@
 #include <tool/io/FillGrid.h>
 #include <tool/io/JudgedRepresentation.h>
 #include <tool/io/OpenScans.h>
+#include <tool/io/PeakListSpectrum.h>
 #include <tool/io/RunFile.h>
 #include <tool/io/SkipCounts.h>
 #include <tool/simulate/Simulator.h>
@@ -104,12 +105,16 @@ class ForeignSpectra final : public SpectrumSource {
         skipped_.Skip(*scan->defect);
         continue;
       }
+      if (choice_.withPeakLists && IsPeakList(*scan)) {
+        skipped_.CountTaken();
+        return [this, scan] { return LoadPeaks(*scan); };
+      }
       if (const std::string reason = ReasonToSkip(*scan); !reason.empty()) {
         skipped_.Skip(reason, PlaceOf(scan->number));
         continue;
       }
       skipped_.CountTaken();
-      return [this, scan] { return Load(*scan); };
+      return [this, scan] { return LoadProfile(*scan); };
     }
   }
   std::optional<std::uint64_t> Count() const override {
@@ -152,7 +157,26 @@ class ForeignSpectra final : public SpectrumSource {
     return "";
   }
 
-  LoadedSpectrum Load(Scan& scan) {
+  bool IsPeakList(const Scan& scan) const {
+    if (choice_.takenAs != Scan::Unknown) return choice_.takenAs == Scan::Centroid;
+    return !scan.mz.empty() && JudgedRepresentation(scan) == Scan::Centroid;
+  }
+
+  static LoadedSpectrum Loaded(const Scan& scan) {
+    LoadedSpectrum loaded{scan.number, scan.rtSeconds, nullptr, scan.id};
+    loaded.msLevel = scan.msLevel;
+    loaded.polarity = scan.polarity;
+    return loaded;
+  }
+
+  static LoadedSpectrum LoadPeaks(const Scan& scan) {
+    LoadedSpectrum loaded = Loaded(scan);
+    loaded.spectrum = PeakListSpectrum(scan.mz, scan.amplitude);
+    loaded.isPeakList = true;
+    return loaded;
+  }
+
+  LoadedSpectrum LoadProfile(Scan& scan) {
     if (FillGrid(scan.mz, scan.amplitude) || FillGaps(scan.mz, scan.amplitude) > 0) ++filled_;
     TslBL::RawSpectrum raw;
     raw.info.Id = scan.number;
@@ -161,9 +185,7 @@ class ForeignSpectra final : public SpectrumSource {
     for (const double amplitude : scan.amplitude) raw.info.TIC += amplitude;
     raw.counts = scan.amplitude;
     const double step = scan.mz.size() > 1 ? scan.mz[1] - scan.mz[0] : 0.0;
-    LoadedSpectrum loaded{scan.number, scan.rtSeconds, nullptr, scan.id};
-    loaded.msLevel = scan.msLevel;
-    loaded.polarity = scan.polarity;
+    LoadedSpectrum loaded = Loaded(scan);
     loaded.spectrum.reset(TslBL::CreateSpectrum(raw, {}, {}, scan.mz.front(), step, scan.mz));
     return loaded;
   }

@@ -24,6 +24,8 @@ struct LoadedSpectrum {
   std::vector<double> measured = {};
   int msLevel = 0;   // 0: the file gives no level
   int polarity = 0;  // +1 or -1; 0: the file does not tell
+  // It came as a list of peaks, which stand in the peak table already (PeakListSpectrum.h).
+  bool isPeakList = false;
 };
 
 // Which spectra of an input are wanted, and what they are to be taken as.
@@ -33,6 +35,8 @@ struct SpectrumChoice {
   Scan::Representation takenAs = Scan::Unknown;
   // What cannot be evaluated is an error and not skipped.
   bool strict = false;
+  // Centroid data are handed out as lists of peaks, and not skipped.
+  bool withPeakLists = false;
 };
 
 class SpectrumSource {

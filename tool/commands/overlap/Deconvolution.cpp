@@ -48,11 +48,10 @@ Deconvolution::Deconvolution(std::string input, const OverlapOptions& options, E
                              std::vector<GroupEdit> editsOfOne)
     : input_(std::move(input)),
       options_(options),
-      edits_(std::move(edits)),
-      editsOfOne_(std::move(editsOfOne)) {}
+      edits_(input_, std::move(edits), std::move(editsOfOne), "--refit-add and --refit-remove") {}
 
 void Deconvolution::Run(LoadedSpectrum& loaded) {
-  const std::vector<GroupEdit>& edits = EditsOf(loaded);
+  const std::vector<GroupEdit>& edits = edits_.Of(loaded.scan);
   try {
     loaded.spectrum->opdParams = options_.Params(loaded.countAmpl > 0.0);
     DeconvolveAndEdit(loaded, edits);
@@ -62,19 +61,6 @@ void Deconvolution::Run(LoadedSpectrum& loaded) {
     throw InputError(input_, fmt::format("scan {}", loaded.scan), FailureText(std::current_exception()));
   }
   Count(loaded);
-}
-
-const std::vector<GroupEdit>& Deconvolution::EditsOf(const LoadedSpectrum& loaded) {
-  if (!editsOfOne_.empty()) {
-    if (isOneEdited_.exchange(true))
-      throw InputError(input_, "",
-                       "--refit-add and --refit-remove edit one spectrum, and there are several; choose one "
-                       "with --scan, or list the edits of each in a file for --edits");
-    return editsOfOne_;
-  }
-  static const std::vector<GroupEdit> none;
-  const auto found = edits_.find(loaded.scan);
-  return found == edits_.end() ? none : found->second;
 }
 
 void Deconvolution::Count(const LoadedSpectrum& loaded) {
@@ -87,7 +73,6 @@ void Deconvolution::Count(const LoadedSpectrum& loaded) {
               fmt::format("m/z {:.1f}", loaded.spectrum->FractionalIndexToXAxisVal(poor->Position)));
   const std::lock_guard lock(mutex_);
   widths_.Add(*loaded.spectrum);
-  if (edits_.contains(loaded.scan)) seen_.insert(loaded.scan);
 }
 
 std::string Deconvolution::Note() const {
@@ -107,9 +92,7 @@ std::vector<std::string> Deconvolution::Warnings() const {
       "; a --baseline that bends less may help");
   if (!notGrouped.empty()) warnings.push_back(notGrouped);
   if (const std::string widths = widths_.Warning(); !widths.empty()) warnings.push_back(widths);
-  for (const auto& [scan, edits] : edits_)
-    if (!seen_.contains(scan))
-      warnings.push_back(fmt::format("scan {} has edits and was not evaluated", scan));
+  for (std::string& unused : edits_.Unused()) warnings.push_back(std::move(unused));
   return warnings;
 }
 

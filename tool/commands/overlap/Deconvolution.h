@@ -5,11 +5,11 @@
 #include <tool/commands/overlap/OverlapOptions.h>
 #include <tool/commands/overlap/WidthCheck.h>
 #include <tool/commands/peaks/EvaluationRemarks.h>
+#include <tool/commands/peaks/ScanEdits.h>
 #include <tool/io/SpectrumSource.h>
 #include <atomic>
 #include <cstdint>
 #include <mutex>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -31,21 +31,17 @@ class Deconvolution {
 
  private:
   void DeconvolveAndEdit(LoadedSpectrum& loaded, const std::vector<GroupEdit>& edits);
-  const std::vector<GroupEdit>& EditsOf(const LoadedSpectrum& loaded);
   void Count(const LoadedSpectrum& loaded);
 
   std::string input_;
   OverlapOptions options_;
-  EditsByScan edits_;
-  std::vector<GroupEdit> editsOfOne_;
-  std::atomic<bool> isOneEdited_ = false;
+  ScanEdits<GroupEdit> edits_;
   std::atomic<std::uint64_t> groups_ = 0;
   std::atomic<std::uint64_t> peaks_ = 0;
   Troubled poor_;        // spectra with a fit that leaves more than noise
   Troubled notGrouped_;  // spectra whose peaks the library cannot group
   std::mutex mutex_;     // of what follows
   WidthCheck widths_;
-  std::set<std::uint32_t> seen_;
 };
 
 }  // namespace TslTool

@@ -19,9 +19,8 @@ struct GroupEdit {
 // In the order in which they are made, by scan number.
 using EditsByScan = std::map<std::uint32_t, std::vector<GroupEdit>>;
 
-// Reads a file of edits: a line "SCAN add MZ" or "SCAN remove MZ" for each, between tabs or blanks. Lines
-// that begin with "#", empty ones and a first line of names are passed over. Throws InputError with the line
-// and the value that is wrong.
+// Reads a file of edits (EditLines.h): a line "SCAN add MZ" or "SCAN remove MZ" for each. Throws InputError
+// with the line and the value that is wrong.
 EditsByScan ReadEdits(const std::string& file);
 
 }  // namespace TslTool

@@ -60,7 +60,9 @@ void Evaluate(const OverlapArguments& arguments, const Options& options) {
                               arguments.edits.empty() ? EditsByScan() : ReadEdits(arguments.edits),
                               EditsOfOne(arguments));
   EvaluateInput(arguments.peaks, options,
-                {MakeOverlapWriter, OverlapPlot, [&](LoadedSpectrum& loaded) { deconvolution.Run(loaded); }});
+                {.makeWriter = MakeOverlapWriter, .plot = OverlapPlot, .finish = [&](LoadedSpectrum& loaded) {
+                   deconvolution.Run(loaded);
+                 }});
   if (!arguments.peaks.quiet) Tell(name + ": " + deconvolution.Note());
   Warn(name, deconvolution.Warnings());
 }

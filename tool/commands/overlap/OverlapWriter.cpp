@@ -3,9 +3,9 @@
 #include <fmt/format.h>
 
 #include <tool/commands/overlap/OverlapRows.h>
+#include <tool/commands/peaks/WriterFormats.h>
 #include <cmath>
 #include <nlohmann/json.hpp>
-#include <stdexcept>
 
 namespace TslTool {
 namespace {
@@ -105,35 +105,21 @@ class JsonWriter final : public SpectrumWriter {
   std::string Tail() const override { return "\n]\n"; }
 };
 
-template <class Writer>
-std::unique_ptr<SpectrumWriter> Make() {
-  return std::make_unique<Writer>();
+const WriterFormats<SpectrumWriter>& Formats() {
+  static const auto formats = WriterFormats<SpectrumWriter>()
+                                  .With<TableWriter>("table")
+                                  .With<RowWriter<'\t'>>("tsv")
+                                  .With<RowWriter<','>>("csv")
+                                  .With<JsonWriter>("json");
+  return formats;
 }
-
-struct Format {
-  const char* name;
-  std::unique_ptr<SpectrumWriter> (*make)();
-};
-constexpr Format kFormats[] = {{"table", Make<TableWriter>},
-                               {"tsv", Make<RowWriter<'\t'>>},
-                               {"csv", Make<RowWriter<','>>},
-                               {"json", Make<JsonWriter>}};
 
 }  // namespace
 
-const std::vector<std::string>& OverlapFormats() {
-  static const std::vector<std::string> names = [] {
-    std::vector<std::string> all;
-    for (const Format& format : kFormats) all.emplace_back(format.name);
-    return all;
-  }();
-  return names;
-}
+const std::vector<std::string>& OverlapFormats() { return Formats().Names(); }
 
 std::unique_ptr<SpectrumWriter> MakeOverlapWriter(const std::string& format) {
-  for (const Format& known : kFormats)
-    if (format == known.name) return known.make();
-  throw std::logic_error("unknown format " + format);
+  return Formats().Make(format);
 }
 
 }  // namespace TslTool

@@ -4,7 +4,6 @@
 
 #include <tool/chain/ChainFile.h>
 #include <tool/chain/EvaluateInOrder.h>
-#include <tool/commands/peaks/CurveWriter.h>
 #include <tool/commands/peaks/Evaluation.h>
 #include <tool/commands/peaks/EvaluationRemarks.h>
 #include <tool/commands/peaks/PeakWriter.h>
@@ -22,6 +21,7 @@
 #include <tool/io/Preview.h>
 #include <tslbl/detect/ThreadingParams.h>
 #include <algorithm>
+#include <atomic>
 
 namespace TslTool {
 namespace {
@@ -60,11 +60,10 @@ struct EffectiveChain {
   std::string derived;  // what of it was taken from the data, and why
 };
 
-EffectiveChain ChainFor(const PeaksArguments& arguments, const Options& options,
+EffectiveChain ChainFor(const PeaksArguments& arguments, const Options& options, const SpectrumChoice& wanted,
                         std::unique_ptr<SpectrumSource>& source) {
   const bool isLookNeeded = arguments.chain.NeedsDefaults();
-  const Preview preview =
-      isLookNeeded ? PreviewOf(arguments.input, arguments.scans.Choice(), source) : Preview();
+  const Preview preview = isLookNeeded ? PreviewOf(arguments.input, wanted, source) : Preview();
   const ChainDefaults defaults = DefaultsFor(preview, source->MzStep());
   return {arguments.chain.Chain(options, defaults), arguments.chain.Derived(defaults)};
 }
@@ -77,9 +76,9 @@ void TellDerived(const PeaksArguments& arguments, const EffectiveChain& chain) {
 
 // What comes of the spectra beside the table: files that are asked for, and remarks.
 struct BesideTable {
-  explicit BesideTable(const PeaksArguments& arguments)
+  BesideTable(const PeaksArguments& arguments, const SpectrumProduct& product)
       : pictures(arguments.input, arguments.plot, arguments.plotDir) {
-    if (!arguments.curve.empty()) curves.emplace(arguments.curve).Write(CurveHead());
+    if (!arguments.curve.empty()) curves.emplace(arguments.curve).Write(product.curveHead());
     if (!arguments.view.empty()) view = ParseRealRange("--view", arguments.view);
   }
 
@@ -92,6 +91,8 @@ struct BesideTable {
   PictureFiles pictures;
   std::optional<RealRange> view;
   EvaluationRemarks remarks;
+  std::atomic<std::uint64_t> profiles = 0;
+  std::atomic<std::uint64_t> peakLists = 0;  // that were taken as they are
 };
 
 std::string PlotOf(const std::string& name, const LoadedSpectrum& loaded, const BesideTable& beside,
@@ -111,10 +112,12 @@ std::uint64_t EvaluateAll(const PeaksArguments& arguments, SpectrumSource& sourc
   const auto evaluate = [&](LoadedSpectrum& loaded) {
     RequireStretch(name, noise, "to measure the noise on", loaded);
     RequireStretch(name, search, "to find peaks among", loaded);
-    beside.remarks.Look(loaded, evaluation.Run(loaded));
+    const Findings findings = evaluation.Run(loaded);
+    loaded.isPeakList ? ++beside.peakLists : ++beside.profiles;
+    if (!loaded.isPeakList) beside.remarks.Look(loaded, findings);
     if (product.finish) product.finish(loaded);
     if (beside.pictures.AreWanted()) RequireStretch(name, beside.view, "to draw", loaded);
-    return SpectrumTexts{peaks.Part(loaded), beside.curves ? CurvePart(loaded) : "",
+    return SpectrumTexts{peaks.Part(loaded), beside.curves ? product.curvePart(loaded) : "",
                          PlotOf(name, loaded, beside, product), loaded.scan};
   };
   const auto write = [&](const SpectrumTexts& texts) {
@@ -142,11 +145,12 @@ void ShareThreads(const SpectrumSource& source) {
 
 void EvaluateInto(PeakFile& peaks, const PeaksArguments& arguments, const Options& options,
                   const SpectrumProduct& product) {
-  const SpectrumChoice wanted = arguments.scans.Choice();
+  SpectrumChoice wanted = arguments.scans.Choice();
+  wanted.withPeakLists = product.takesPeakLists;
   auto source = OpenSpectra(arguments.input, wanted);
   ShareThreads(*source);
-  BesideTable beside(arguments);
-  const EffectiveChain chain = ChainFor(arguments, options, source);
+  BesideTable beside(arguments, product);
+  const EffectiveChain chain = ChainFor(arguments, options, wanted, source);
   WarnOfNoPeaks(arguments.chain.File(), chain.evals);
   const Evaluation evaluation{NameOf(arguments),
                               chain.evals,
@@ -161,7 +165,10 @@ void EvaluateInto(PeakFile& peaks, const PeaksArguments& arguments, const Option
   if (EvaluateAll(arguments, *source, evaluation, peaks, beside, product) == 0)
     RefuseNothing(arguments.input, wanted, *source);
   if (!arguments.quiet) Tell(NameOf(arguments), source->Notes());
-  TellDerived(arguments, chain);
+  if (beside.profiles > 0) TellDerived(arguments, chain);
+  if (beside.peakLists > 0 && !arguments.quiet)
+    Tell(fmt::format("{}: {} of {} spectra are lists of peaks, taken as they are", NameOf(arguments),
+                     beside.peakLists.load(), beside.peakLists + beside.profiles));
   if (!arguments.quiet) Tell(NameOf(arguments), beside.remarks.Notes());
   Warn(NameOf(arguments), beside.remarks.Texts());
   if (const std::string skipped = source->Skipped(); !skipped.empty())
@@ -188,8 +195,9 @@ void EvaluateInput(const PeaksArguments& arguments, const Options& options, cons
 }
 
 void ShowChain(const PeaksArguments& arguments, const Options& options) {
-  auto source = OpenSpectra(arguments.input, arguments.scans.Choice());
-  const EffectiveChain chain = ChainFor(arguments, options, source);
+  const SpectrumChoice wanted = arguments.scans.Choice();
+  auto source = OpenSpectra(arguments.input, wanted);
+  const EffectiveChain chain = ChainFor(arguments, options, wanted, source);
   Output output(arguments.output);
   output.Write(ChainToXml(chain.evals));
   output.Commit();

@@ -1,6 +1,7 @@
 #pragma once
 // One input of a command that makes a table of spectra, such as peaks, from its spectra to its table.
 
+#include <tool/commands/peaks/CurveWriter.h>
 #include <tool/commands/peaks/PeakFile.h>
 #include <tool/commands/peaks/PeaksArguments.h>
 #include <tool/frame/Numbers.h>
@@ -20,6 +21,11 @@ struct SpectrumProduct {
                       const std::optional<RealRange>& view);
   // What is done behind the chain, if there is something.
   std::function<void(LoadedSpectrum&)> finish = {};
+  // Whether it takes lists of peaks, to which no chain is applied.
+  bool takesPeakLists = false;
+  // The file of --curve: its head, and what it has of a spectrum.
+  std::string (*curveHead)() = CurveHead;
+  std::string (*curvePart)(const LoadedSpectrum& loaded) = CurvePart;
 };
 
 // That of the command peaks.

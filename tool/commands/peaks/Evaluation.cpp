@@ -12,10 +12,17 @@
 namespace TslTool {
 namespace {
 
+// A list of peaks has its peak table and its noise by now.
 void Scale(LoadedSpectrum& loaded, double factor) {
   for (double& amplitude : loaded.spectrum->yAxis) amplitude *= factor;
   loaded.spectrum->tic *= factor;
   loaded.countAmpl *= factor;
+  for (double& noise : loaded.spectrum->noise) noise *= factor;
+  for (TslBL::PeakInfo& peak : loaded.spectrum->peaks)
+    for (double TslBL::PeakInfo::*value :
+         {&TslBL::PeakInfo::apexAmpl, &TslBL::PeakInfo::maxAmpl, &TslBL::PeakInfo::centroidAmpl,
+          &TslBL::PeakInfo::area, &TslBL::PeakInfo::noiseAmpl})
+      peak.*value *= factor;
 }
 
 using Steps = std::vector<TslBL::CurveEval>;
@@ -43,6 +50,7 @@ std::size_t RunChain(const Evaluation& evaluation, LoadedSpectrum& loaded) {
 Findings Evaluation::Run(LoadedSpectrum& loaded) const {
   Findings findings;
   if (scale != 1.0) Scale(loaded, scale);
+  if (loaded.isPeakList) return findings;
   loaded.measured = loaded.spectrum->yAxis;
   if (isLifted) findings.lift = LiftOf(loaded.measured);
   if (findings.lift > 0.0) Lower(*loaded.spectrum, -findings.lift);

@@ -27,7 +27,7 @@ struct Evaluation {
   double noiseLimit = 0.0;  // see ShotLimit.h
 
   // Leaves the amplitudes as they were before in loaded.measured. On any number of threads. Throws InputError
-  // that names the scan where a step refuses the data.
+  // that names the scan where a step refuses the data. A list of peaks is scaled alone.
   Findings Run(LoadedSpectrum& loaded) const;
 };
 

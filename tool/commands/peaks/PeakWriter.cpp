@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 #include <tool/commands/peaks/MzMLWriter.h>
 #include <tool/commands/peaks/PeakColumns.h>
+#include <tool/commands/peaks/WriterFormats.h>
 #include <tool/frame/Numbers.h>
 #include <tool/frame/Printable.h>
 
@@ -11,7 +12,6 @@
 #include <tslbl/curve/Curve.h>
 #include <cmath>
 #include <nlohmann/json.hpp>
-#include <stdexcept>
 
 namespace TslTool {
 namespace {
@@ -122,35 +122,21 @@ class XmlWriter final : public PeakWriter {
   static std::wstring Wide(double value) { return TslCommon::FromUtf8(fmt::format("{}", value)); }
 };
 
-template <class Writer>
-std::unique_ptr<PeakWriter> Make() {
-  return std::make_unique<Writer>();
+const WriterFormats<PeakWriter>& Formats() {
+  static const auto formats = WriterFormats<PeakWriter>()
+                                  .With<TableWriter>("table")
+                                  .With<RowWriter<'\t'>>("tsv")
+                                  .With<RowWriter<','>>("csv")
+                                  .With<JsonWriter>("json")
+                                  .With<XmlWriter>("xml")
+                                  .With<MzMLWriter>("mzml");
+  return formats;
 }
-
-struct Format {
-  const char* name;
-  std::unique_ptr<PeakWriter> (*make)();
-};
-constexpr Format kFormats[] = {
-    {"table", Make<TableWriter>}, {"tsv", Make<RowWriter<'\t'>>}, {"csv", Make<RowWriter<','>>},
-    {"json", Make<JsonWriter>},   {"xml", Make<XmlWriter>},       {"mzml", Make<MzMLWriter>},
-};
 
 }  // namespace
 
-const std::vector<std::string>& PeakFormats() {
-  static const std::vector<std::string> names = [] {
-    std::vector<std::string> all;
-    for (const Format& format : kFormats) all.emplace_back(format.name);
-    return all;
-  }();
-  return names;
-}
+const std::vector<std::string>& PeakFormats() { return Formats().Names(); }
 
-std::unique_ptr<PeakWriter> MakePeakWriter(const std::string& format) {
-  for (const Format& known : kFormats)
-    if (format == known.name) return known.make();
-  throw std::logic_error("unknown format " + format);
-}
+std::unique_ptr<PeakWriter> MakePeakWriter(const std::string& format) { return Formats().Make(format); }
 
 }  // namespace TslTool

@@ -24,8 +24,8 @@ void DeclareOutput(Options& options, PeaksArguments& arguments) {
   options.Value("-o,--output FILE", arguments.output, "Write the result to this file; - is standard output");
 }
 
-void DeclareBeside(Options& options, PeaksArguments& arguments) {
-  options.Value("--curve FILE", arguments.curve, "Write the evaluated curves, point by point, to this file");
+void DeclareBeside(Options& options, PeaksArguments& arguments, const std::string& curveHelp) {
+  options.Value("--curve FILE", arguments.curve, curveHelp);
   options.Value("--plot FILE", arguments.plot, "Draw the one spectrum that is evaluated into this SVG file");
   options.Value("--plot-dir DIR", arguments.plotDir,
                 "Draw each spectrum that is evaluated into this folder, as NAME.scanN.svg");

@@ -10,7 +10,8 @@ namespace TslTool {
 void DeclareEvaluation(Options& options, PeaksArguments& arguments);
 void DeclareOutput(Options& options, PeaksArguments& arguments);
 // What is written beside the table, and how the command goes on with it.
-void DeclareBeside(Options& options, PeaksArguments& arguments);
+void DeclareBeside(Options& options, PeaksArguments& arguments,
+                   const std::string& curveHelp = "Write the evaluated curves, point by point, to this file");
 
 // Whether these fit together. All throw UsageError.
 void RequireSoundValues(const PeaksArguments& arguments);

@@ -13,6 +13,7 @@ constexpr double kSpacingVaries = 0.006;     // Da
 constexpr double kSurelySeen = 1.5;          // times the least intensity that is seen
 constexpr double kScatterInWindow = 0.35;
 constexpr double kLeastChanceEvidence = 4.0;
+constexpr double kLogTrialsAtLeast = 1.3;  // logarithm of trials less of evidence
 constexpr double kLogRootTwoPiOfMatch = 0.91893853320467274;
 constexpr double kLeastMass = 50.0;
 constexpr std::size_t kAroundTop = 2;
@@ -35,6 +36,8 @@ double ExplainedShare(double off) {
 PatternMatch::PatternMatch(const IsotopeList& list, const ResolvedPrefs& prefs, VisiblePatterns& patterns,
                            const std::vector<double>& remaining)
     : list_(list), prefs_(prefs), patterns_(patterns), remaining_(remaining) {
+  const double trials = static_cast<double>(list.Count()) * prefs.maxCharge;
+  leastChance_ = std::max(kLeastChanceEvidence, std::log(std::max(trials, 1.0)) - kLogTrialsAtLeast);
   for (std::int32_t charge = 0; charge <= prefs.maxCharge; ++charge)
     logCharges_.push_back(std::log(std::max(charge, 1)));
 }
@@ -214,8 +217,7 @@ bool PatternMatch::Lay(std::size_t anchor, std::int32_t charge, const VisiblePat
   FindPeaks(anchor, charge, pattern, place, reach);
   if (pattern.Size() - static_cast<std::size_t>(std::ranges::count(found_, kNone)) < 2) return false;
   if (MostEvidence() <= leastEvidence_) return false;
-  if (demand == Demand::Significant &&
-      ChanceEvidence(anchor, charge, pattern, place, reach) < kLeastChanceEvidence)
+  if (demand == Demand::Significant && ChanceEvidence(anchor, charge, pattern, place, reach) < leastChance_)
     return false;
   const double surelySeen = kSurelySeen * list_[anchor].leastSeen;
   const double roughScale = remaining_[anchor] / pattern.probability[place];

@@ -80,6 +80,7 @@ class PatternMatch {
   std::vector<std::size_t> found_;  // peak of each place of the pattern
   std::vector<char> missed_;        // places without one that should be seen
   std::vector<std::pair<double, double>> ratios_;
+  double leastChance_ = 0;    // evidence that chance does not make, of so many peaks and charges
   double leastEvidence_ = 0;  // a pattern with less is of no use
   Envelope trial_;
 };

@@ -77,14 +77,14 @@ class MassFit {
       variances.push_back(commonShare + (1.0 - commonShare) * counting_[k]);
       logVariances += std::log(variances.back());
     }
-    Sums sums{0.0, 0.0, 0.0};
+    Sums sums{0.0, 0.0, 0.0, 0.0};
     double mass = WeighedMedian(members_, variances);
     const double scatter = Scatter(mass, variances);
     for (int round = 0; round < kMassRounds; ++round) {
       sums = SumsAround(mass, scatter, variances);
       mass = sums.masses / sums.weights;
     }
-    const double freedom = static_cast<double>(members_.size()) - 1.0;
+    const double freedom = std::max(sums.trust - 1.0, 1.0);
     const double variance = std::max(sums.squares, freedom * LeastVariance()) / freedom;
     return {mass, variance / sums.weights,
             -0.5 * (freedom * std::log(variance) + logVariances + std::log(sums.weights))};
@@ -95,6 +95,7 @@ class MassFit {
     double weights;
     double masses;
     double squares;
+    double trust;
   };
 
   double PlaceError(const SeriesMember& member, double mass) const {
@@ -117,16 +118,17 @@ class MassFit {
   }
 
   Sums SumsAround(double mass, double scatter, const std::vector<double>& variances) const {
-    Sums sums{0.0, 0.0, 0.0};
+    Sums sums{0.0, 0.0, 0.0, 0.0};
     for (std::size_t k = 0; k < members_.size(); ++k) {
       const double error = PlaceError(members_[k], mass);
       const double size = std::abs(error) / (scatter * std::sqrt(variances[k]));
-      const double trust = size > kFar ? kFar / size : 1.0;
+      const double trust = size > kFar ? (kFar / size) * (kFar / size) : 1.0;
       const auto charge = static_cast<double>(members_[k].charge);
       const double weight = trust / (variances[k] * charge * charge);
       sums.weights += weight;
       sums.masses += weight * members_[k].mass;
       sums.squares += trust * error * error / variances[k];
+      sums.trust += trust;
     }
     return sums;
   }

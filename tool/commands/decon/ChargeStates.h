@@ -1,0 +1,42 @@
+#pragma once
+// How the command decon deconvolves an evaluated spectrum: the search, and the edits of its series.
+
+#include <tool/commands/decon/DeconOptions.h>
+#include <tool/commands/decon/SeriesEdits.h>
+#include <tool/commands/peaks/ScanEdits.h>
+#include <tool/io/SpectrumSource.h>
+#include <tslbl/chargestate/DeconSpectrum.h>
+#include <atomic>
+#include <cstdint>
+#include <mutex>
+#include <string>
+#include <vector>
+
+namespace TslTool {
+
+class ChargeStates {
+ public:
+  // `input` is how errors name it.
+  ChargeStates(std::string input, DeconWishes wishes, ScanEdits<SeriesEdit>& edits);
+
+  // Makes a DeconSpectrum of the spectrum. On any number of threads. Throws InputError that names the scan.
+  void Run(LoadedSpectrum& loaded);
+
+  // What was done, as in "12 series in 3 of 5 spectra; charges to 4".
+  std::string Note() const;
+
+ private:
+  void Count(const TslBL::DeconSpectrum& spectrum);
+
+  std::string input_;
+  DeconWishes wishes_;
+  ScanEdits<SeriesEdit>& edits_;
+  std::atomic<std::uint64_t> spectra_ = 0;
+  std::atomic<std::uint64_t> withSeries_ = 0;
+  std::atomic<std::uint64_t> series_ = 0;
+  mutable std::mutex mutex_;
+  std::uint32_t leastMaxCharge_ = 0;  // of isotopes that are resolved; 0: no spectrum yet
+  std::uint32_t mostMaxCharge_ = 0;
+};
+
+}  // namespace TslTool

@@ -1,0 +1,67 @@
+#pragma once
+// The switches of charge state deconvolution.
+
+#include <tool/frame/Numbers.h>
+#include <tool/frame/Options.h>
+#include <tslbl/chargestate/ChargeStateParams.h>
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace TslTool {
+
+// Parameters as far as the user gives them.
+struct DeconWishes {
+  TslBL::ChargeStateParams params;
+  // What the data decide where it is not given.
+  bool hasAdduct = false;
+  bool hasMaxCharge = false;
+  bool hasIsotopeAccuracy = false;
+  bool hasChargeAccuracy = false;
+  // Of resolved series as well, of which the parameters have no range.
+  std::optional<RealRange> mass = {};
+  bool withOverlap = false;  // overlapping peaks are taken apart first
+};
+
+class DeconOptions {
+ public:
+  void Declare(Options& options);
+  // Throws UsageError.
+  DeconWishes Wishes() const;
+
+ private:
+  void DeclareResolved(Options& options);
+  void DeclareUnresolved(Options& options);
+  void SetMethod(TslBL::ChargeStateParams& params) const;
+  void SetPeaks(TslBL::ChargeStateParams& params) const;
+  void SetResolved(TslBL::ResolvedParams& params) const;
+  void SetUnresolved(DeconWishes& wishes) const;
+
+  bool resolved_ = false;
+  bool unresolved_ = false;
+  bool both_ = false;
+  std::string mass_;
+  std::string range_;
+  std::string adduct_;
+  std::optional<std::uint32_t> maxGaps_;
+  std::optional<std::uint32_t> maxSpecies_;
+  std::string mzOf_ = "centroid";
+  std::string intensity_ = "area";
+  bool overlap_ = false;
+  std::optional<std::uint32_t> maxCharge_;
+  std::optional<std::uint32_t> isotopeAccuracy_;
+  std::optional<std::uint32_t> chargeAccuracy_;
+  std::optional<double> minScore_;
+  std::string score_ = "deviations";
+  std::string mono_ = "weighted";
+  std::string molecule_ = "averagine";
+  std::optional<double> atomThreshold_;
+  std::optional<double> moleculeThreshold_;
+  std::optional<std::uint32_t> isotopeGaps_;
+  std::string resolution_;
+  std::optional<std::uint32_t> isotopeSn_;
+  std::optional<std::uint32_t> minCharges_;
+  std::optional<std::uint32_t> seriesAccuracy_;
+};
+
+}  // namespace TslTool

@@ -1,0 +1,22 @@
+#pragma once
+// Parameters of charge state deconvolution that follow from the peaks of a spectrum.
+
+#include <tool/commands/decon/DeconOptions.h>
+#include <tool/io/SpectrumSource.h>
+#include <tslbl/chargestate/ChargeStateParams.h>
+
+namespace TslTool {
+
+// How wide peaks are, m/z: the median, weighted by their area. Of a list of peaks, which has no widths, how
+// near neighbours come to each other. 0 without peaks.
+double PeakWidthOf(const LoadedSpectrum& loaded);
+
+// What the user leaves open: the carrier by the polarity, the highest charge by the width of the peaks, as
+// isotopes of higher ones run together, and with it how far isotopes may be off.
+TslBL::ChargeStateParams DerivedParams(const DeconWishes& wishes, const LoadedSpectrum& loaded);
+
+// Whether isotopes of several charges stand apart: then molecules whose isotopes are resolved are the surer
+// find, and else series of charges.
+bool AreIsotopesResolved(const TslBL::ChargeStateParams& params);
+
+}  // namespace TslTool

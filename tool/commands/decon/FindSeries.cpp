@@ -1,0 +1,120 @@
+#include <tool/commands/decon/FindSeries.h>
+
+#include <tool/commands/decon/DropSeries.h>
+#include <tslbl/chargestate/CSDecon.h>
+#include <tslbl/closed/common/Text.h>
+#include <tslbl/closed/math/chargestate/MassPlot.h>
+#include <algorithm>
+#include <cstdint>
+#include <stdexcept>
+#include <utility>
+#include <vector>
+
+namespace TslTool {
+namespace {
+
+using TslBL::ChargeStateParams;
+using TslBL::CSSeriesInfo;
+using TslBL::DeconSpectrum;
+
+// The library fails where it finds nothing, with texts of its own; for a run of many scans that is a result.
+bool FoundNothing(const DeconSpectrum& spectrum) { return spectrum.Series.empty(); }
+
+void Search(DeconSpectrum& spectrum, ChargeStateParams::Methods method) {
+  spectrum.CSParams.Method = method;
+  TslBL::Changed changed;
+  std::wstring error;
+  if (!TslBL::DoCSDecon(spectrum, changed, error) && !FoundNothing(spectrum))
+    throw std::runtime_error(TslCommon::ToUtf8(error));
+  spectrum.AddStatus(TslBL::Curve::STATUS_CSDECON);
+}
+
+// The data peaks that no series has, and where they stand in the whole table.
+struct Rest {
+  DeconSpectrum spectrum;
+  std::vector<std::uint32_t> places;
+};
+
+std::vector<bool> OwnedPeaks(const DeconSpectrum& spectrum) {
+  std::vector<bool> owned(spectrum.peaks.size(), false);
+  for (const CSSeriesInfo& series : spectrum.Series)
+    for (const TslBL::CSSeriesPeakInfo& peak : series.Peaks)
+      if (peak.PeakId < owned.size()) owned[peak.PeakId] = true;
+  return owned;
+}
+
+Rest RestOf(const DeconSpectrum& spectrum) {
+  Rest rest{spectrum, {}};
+  rest.spectrum.CSSeriesClear();
+  rest.spectrum.peaks.clear();
+  const std::vector<bool> owned = OwnedPeaks(spectrum);
+  for (std::uint32_t i = 0; i < owned.size(); ++i) {
+    if (owned[i]) continue;
+    rest.spectrum.peaks.push_back(spectrum.peaks[i]);
+    rest.places.push_back(i);
+  }
+  return rest;
+}
+
+TslMath::MassCurve CurveOf(const DeconSpectrum& spectrum) { return {spectrum.MassX, spectrum.MassY}; }
+
+void TakeOver(Rest& rest, DeconSpectrum& spectrum) {
+  for (CSSeriesInfo& series : rest.spectrum.Series) {
+    for (TslBL::CSSeriesPeakInfo& peak : series.Peaks) peak.PeakId = rest.places.at(peak.PeakId);
+    spectrum.CSAddSeries(series.Series.Type, series.AvgMass, series.StdDev, series.Peaks);
+  }
+  const TslMath::MassCurve parts[] = {CurveOf(spectrum), CurveOf(rest.spectrum)};
+  TslMath::MassCurve sum = TslMath::SumOfCurves(parts);
+  spectrum.MassX = std::move(sum.mass);
+  spectrum.MassY = std::move(sum.density);
+}
+
+double IntensityOf(const DeconSpectrum& spectrum) {
+  const std::vector<bool> owned = OwnedPeaks(spectrum);
+  double sum = 0.0;
+  for (std::size_t i = 0; i < owned.size(); ++i)
+    if (owned[i]) sum += spectrum.peaks[i].area;
+  return sum;
+}
+
+bool HasUnseenIsotopes(const CSSeriesInfo& series, std::uint32_t highestSeen) {
+  return std::ranges::any_of(series.Peaks, [&](const auto& peak) { return peak.Charge > highestSeen; });
+}
+
+void SearchRest(DeconSpectrum& spectrum, ChargeStateParams::Methods second) {
+  Rest rest = RestOf(spectrum);
+  Search(rest.spectrum, second);
+  if (second == ChargeStateParams::UnresolvedOnly)
+    DropSeries(rest.spectrum, [&](const CSSeriesInfo& series) {
+      return !HasUnseenIsotopes(series, spectrum.CSParams.Resolved.MaxCS);
+    });
+  TakeOver(rest, spectrum);
+}
+
+// Returns the method by which the series were found.
+ChargeStateParams::Methods SearchFirst(DeconSpectrum& spectrum, Order order) {
+  if (order != Order::ByIntensity) {
+    const auto method =
+        order == Order::ResolvedFirst ? ChargeStateParams::ResolvedOnly : ChargeStateParams::UnresolvedOnly;
+    Search(spectrum, method);
+    return method;
+  }
+  DeconSpectrum unresolved = spectrum;
+  Search(spectrum, ChargeStateParams::ResolvedOnly);
+  Search(unresolved, ChargeStateParams::UnresolvedOnly);
+  if (IntensityOf(spectrum) >= IntensityOf(unresolved)) return ChargeStateParams::ResolvedOnly;
+  spectrum = std::move(unresolved);
+  return ChargeStateParams::UnresolvedOnly;
+}
+
+}  // namespace
+
+void FindSeries(DeconSpectrum& spectrum, Order order) {
+  const ChargeStateParams::Methods wanted = spectrum.CSParams.Method;
+  if (wanted != ChargeStateParams::ResAndUnres) return Search(spectrum, wanted);
+  const bool isResolved = SearchFirst(spectrum, order) == ChargeStateParams::ResolvedOnly;
+  SearchRest(spectrum, isResolved ? ChargeStateParams::UnresolvedOnly : ChargeStateParams::ResolvedOnly);
+  spectrum.CSParams.Method = wanted;
+}
+
+}  // namespace TslTool

@@ -1,0 +1,115 @@
+#include <tool/commands/decon/MassErrors.h>
+
+#include <tslbl/closed/math/chargestate/UnresolvedSeries.h>
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <limits>
+#include <map>
+
+namespace TslTool {
+namespace {
+
+using TslBL::ChargeStateParams;
+using TslBL::CSSeriesInfo;
+using TslBL::CSSeriesPeakInfo;
+
+constexpr double kUnknown = std::numeric_limits<double>::quiet_NaN();
+constexpr std::size_t kLeastToScatter = 3;
+constexpr double kIsotopeSpacing = 1.00235;  // Da, as in an average protein
+// Da times Da: by so much, over the mass, each isotope beyond the first lies off its place in the average
+// molecule, as real ones have more or less sulfur.
+constexpr double kComposition = 1.1;
+
+// One charge of a resolved series.
+struct ChargeError {
+  double weights = 0.0;
+  double squares = 0.0;    // of weight times error in mass
+  double deviation = 0.0;  // of its mass from that of the series
+  double isotopes = 0.0;   // weight times isotopes beyond the first
+
+  double Variance() const { return squares / (weights * weights); }
+};
+
+// How much more the charges differ than their errors make them; 1 at least.
+double BirgeRatio(const std::map<std::uint32_t, ChargeError>& charges) {
+  if (charges.size() < kLeastToScatter) return 1.0;
+  double sum = 0.0;
+  for (const auto& [charge, error] : charges) sum += error.deviation * error.deviation / error.Variance();
+  return std::max(1.0, std::sqrt(sum / (static_cast<double>(charges.size()) - 1.0)));
+}
+
+double IsotopesBeyondFirst(const CSSeriesPeakInfo& peak, double carrier, double monoMass) {
+  const double off = peak.Charge * (peak.MZ - carrier) - monoMass;
+  return std::max(0.0, std::round(off / kIsotopeSpacing) - 1.0);
+}
+
+double ScatterError(const CSSeriesInfo& series, std::size_t charges) {
+  if (charges < kLeastToScatter) return kUnknown;
+  return series.StdDev / std::sqrt(static_cast<double>(charges));
+}
+
+}  // namespace
+
+MassErrors::MassErrors(const TslBL::DeconSpectrum& spectrum, const std::vector<ReportedPeak>& peaks)
+    : spectrum_(spectrum), peaks_(peaks) {}
+
+double MassErrors::Of(const CSSeriesInfo& series) const {
+  return series.Series.Type == TslBL::CSSeries::Resolved ? OfResolved(series) : OfUnresolved(series);
+}
+
+double MassErrors::IntensityOf(const ReportedPeak& peak) const {
+  return spectrum_.CSParams.PkIntensity == ChargeStateParams::Area ? peak.row.Area : peak.row.Ampl;
+}
+
+double MassErrors::WeightOf(const ReportedPeak& peak) const {
+  const bool isWeighted = spectrum_.CSParams.Resolved.MMFunction == TslBL::ResolvedParams::WeightedAvg;
+  return isWeighted ? IntensityOf(peak) : 1.0;
+}
+
+// By the library's own mean over the same peaks.
+double MassErrors::OfUnresolved(const CSSeriesInfo& series) const {
+  if (series.Peaks.size() < kLeastToScatter) return kUnknown;
+  std::vector<TslMath::IonPeak> peaks;
+  std::vector<std::size_t> members;
+  for (const CSSeriesPeakInfo& member : series.Peaks) {
+    const ReportedPeak& peak = peaks_.at(member.PeakId);
+    members.push_back(peaks.size());
+    peaks.push_back(
+        {member.MZ, IntensityOf(peak), peak.row.Area, peak.row.Signal2Noise, peak.row.Resolution});
+  }
+  TslMath::UnresolvedPrefs prefs;
+  prefs.carrierMass = spectrum_.CSParams.GetAdductIonInfo().AvgMass;
+  const auto again = TslMath::RecalculateSeries(peaks, prefs, series.AvgMass, members);
+  return again && again->standardError > 0.0 ? again->standardError : kUnknown;
+}
+
+double MassErrors::OfResolved(const CSSeriesInfo& series) const {
+  const double carrier = spectrum_.CSParams.GetAdductIonInfo().MonoMass;
+  std::map<std::uint32_t, ChargeError> charges;
+  for (const CSSeriesPeakInfo& member : series.Peaks) {
+    const ReportedPeak& peak = peaks_.at(member.PeakId);
+    const double weight = WeightOf(peak);
+    const double error = weight * member.Charge * peak.errors.mz;
+    ChargeError& charge = charges[member.Charge];
+    charge.weights += weight;
+    charge.squares += error * error;
+    charge.isotopes += weight * IsotopesBeyondFirst(member, carrier, series.AvgMass);
+    if (member.IsMonoPeak) charge.deviation = member.MassDev;
+  }
+  const bool isWeighted = spectrum_.CSParams.Resolved.MMFunction == TslBL::ResolvedParams::WeightedAvg;
+  double weights = 0.0;
+  double squares = 0.0;
+  double isotopes = 0.0;
+  for (const auto& [charge, error] : charges) {
+    const double weight = isWeighted ? error.weights : 1.0;
+    weights += weight;
+    squares += weight * weight * error.Variance();
+    isotopes += weight * error.isotopes / error.weights;
+  }
+  const double counted = std::sqrt(squares) / weights * BirgeRatio(charges);
+  const double composition = kComposition / series.AvgMass * isotopes / weights;
+  return std::hypot(std::isfinite(counted) ? counted : ScatterError(series, charges.size()), composition);
+}
+
+}  // namespace TslTool

@@ -1,0 +1,64 @@
+#include <tool/commands/decon/SeriesRows.h>
+
+#include <tool/commands/decon/MassErrors.h>
+#include <tool/commands/peaks/ReportedPeak.h>
+#include <tslbl/closed/common/Text.h>
+#include <algorithm>
+#include <functional>
+#include <limits>
+
+namespace TslTool {
+namespace {
+
+using TslBL::CSSeriesInfo;
+using TslBL::CSSeriesPeakInfo;
+using TslBL::DeconSpectrum;
+
+double IntensityOf(const DeconSpectrum& spectrum, const ReportedPeak& peak, bool isPeakList) {
+  if (spectrum.CSParams.PkIntensity == TslBL::ChargeStateParams::Amplitude)
+    return peak.row.Ampl - peak.row.Baseline;
+  return isPeakList ? peak.row.Area : peak.area;
+}
+
+SeriesRow RowOf(const DeconSpectrum& spectrum, std::uint32_t index, double massError) {
+  const CSSeriesInfo& series = spectrum.Series[index];
+  const auto [low, high] = std::ranges::minmax(series.Peaks, {}, &CSSeriesPeakInfo::Charge);
+  return {TslCommon::ToUtf8(DeconSpectrum::CSSeriesObjToLabel(series.Series)),
+          series.Series.Type == TslBL::CSSeries::Resolved,
+          index,
+          series.AvgMass,
+          massError,
+          low.Charge == high.Charge ? std::numeric_limits<double>::quiet_NaN() : series.StdDev,
+          low.Charge,
+          high.Charge,
+          0.0,
+          {}};
+}
+
+}  // namespace
+
+const DeconSpectrum& DeconvolvedOf(const LoadedSpectrum& loaded) {
+  return dynamic_cast<const DeconSpectrum&>(*loaded.spectrum);
+}
+
+std::vector<SeriesRow> SeriesRows(const LoadedSpectrum& loaded) {
+  const DeconSpectrum& spectrum = DeconvolvedOf(loaded);
+  const std::vector<ReportedPeak> peaks = ReportedPeaks(loaded);
+  const MassErrors errors(spectrum, peaks);
+  std::vector<SeriesRow> rows;
+  rows.reserve(spectrum.Series.size());
+  for (std::uint32_t i = 0; i < spectrum.Series.size(); ++i) {
+    const CSSeriesInfo& series = spectrum.Series[i];
+    if (series.Peaks.empty()) continue;
+    SeriesRow& row = rows.emplace_back(RowOf(spectrum, i, errors.Of(series)));
+    for (const CSSeriesPeakInfo& member : series.Peaks) {
+      const double intensity = IntensityOf(spectrum, peaks.at(member.PeakId), loaded.isPeakList);
+      row.peaks.push_back({member.Charge, std::size_t{member.PeakId} + 1, member.MZ, intensity});
+      row.intensity += intensity;
+    }
+  }
+  std::ranges::stable_sort(rows, std::ranges::greater(), &SeriesRow::intensity);
+  return rows;
+}
+
+}  // namespace TslTool
