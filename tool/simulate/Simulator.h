@@ -1,11 +1,14 @@
 #pragma once
-// The demonstration instrument: raw counts of which the truth is known.
+// Raw counts of which the truth is known.
 //
-// Compounds, by formula or by mass, with charge states and elution, appear with their true
-// isotope patterns as the Gaussian lines of a quadrupole (full width at half maximum
-// 0.6 m/z) over a smooth chemical background. Each point of the tune's mass DAC grid holds
-// a Poisson number of counts. A seed makes it repeatable, scan by scan in any order.
+// Compounds, with charge states and elution, appear with their true isotope patterns as the
+// Gaussian lines of a quadrupole over a smooth chemical background. Each point of the tune's
+// mass DAC grid holds a Poisson number of counts. A seed makes it repeatable, scan by scan in
+// any order.
 
+#include <tool/simulate/Instrument.h>
+#include <tool/simulate/LineShape.h>
+#include <tool/simulate/Sample.h>
 #include <tslbl/spectrum/RawSpectrum.h>
 #include <tslbl/tune/Tune.h>
 #include <cstdint>
@@ -27,7 +30,8 @@ class Simulator {
   static constexpr std::uint32_t kDefaultScans = 20;
   static constexpr std::uint64_t kDefaultSeed = 1;
 
-  explicit Simulator(std::uint32_t scans = kDefaultScans, std::uint64_t seed = kDefaultSeed);
+  explicit Simulator(std::uint32_t scans = kDefaultScans, std::uint64_t seed = kDefaultSeed,
+                     const Sample& sample = DemonstrationSample(), const Instrument& instrument = {});
 
   std::uint32_t Scans() const { return scans_; }
   const TslBL::Tune& Tune() const { return tune_; }
@@ -41,23 +45,30 @@ class Simulator {
 
  private:
   // A line at the top of its compound's elution, in counts a point.
-  struct Line {
+  struct CompoundLine {
     double mz;
     double height;
     std::size_t compound;
     std::uint32_t charge;
   };
 
+  void AddCompound(std::size_t compound);
+  // Whether any of a charge state can be seen.
+  bool IsScanned(const std::vector<Line>& lines) const;
+  // Adds a line of this height.
+  void Draw(double mz, double height, std::vector<double>& counts) const;
   double Elution(std::size_t compound, std::uint32_t index) const;
   std::vector<double> Expected(std::uint32_t index) const;
 
   std::uint32_t scans_;
   std::uint64_t seed_;
+  std::vector<Compound> compounds_;
+  LineShape shape_;
   TslBL::Tune tune_;
-  std::vector<double> mz_;          // of each point
-  std::vector<double> background_;  // expected counts of each point
-  std::vector<Line> lines_;         // every isotope line
-  std::vector<Line> visible_;       // those that stand apart at this resolution
+  std::vector<double> mz_;             // of each point
+  std::vector<double> steady_;         // expected counts of each point: background and what is infused
+  std::vector<CompoundLine> eluting_;  // every isotope line of the other compounds
+  std::vector<CompoundLine> visible_;  // of all, those that stand apart at this resolution
 };
 
 }  // namespace TslTool

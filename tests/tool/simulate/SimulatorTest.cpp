@@ -1,4 +1,4 @@
-// Tests: Compounds.cpp.
+#include <tool/simulate/Simulator.h>
 
 #include <gtest/gtest.h>
 
@@ -8,49 +8,14 @@
 #include <string>
 #include <vector>
 
-#include <tool/simulate/Compounds.h>
-#include <tool/simulate/Simulator.h>
-#include <tslbl/closed/engines/Formula.h>
-#include <tslbl/spectrum/CreateSpectrum.h>
+#include <tool/simulate/SimulatedCounts.h>
 #include <tslbl/tune/rules/DevTuneRules.h>
-#include <memory>
 
 namespace tests {
 namespace {
 
 using TslTool::Simulator;
 using TslTool::TrueLine;
-using Counts = std::vector<double>;
-
-constexpr double kRatePerCount = 1e6 / (50.0 * 4);  // 50 us in each of 4 scans
-
-Counts MzOf(const Simulator& simulator) {
-  const TslBL::RawSpectrum raw = simulator.MakeScan(0);
-  return std::unique_ptr<TslBL::Spectrum>(TslBL::CreateSpectrum(simulator.Tune(), raw, nullptr))->xAxis;
-}
-
-// The mean of the first `scans` scans, and the sum of each point's squared deviations from it.
-struct Moments {
-  Counts mean, squares;
-  int scans;
-};
-
-Moments MomentsOf(const Simulator& simulator, int scans) {
-  Moments m{Counts(simulator.MakeScan(0).counts.size()), Counts(simulator.MakeScan(0).counts.size()), scans};
-  for (int s = 0; s < scans; ++s) {
-    const Counts counts = simulator.MakeScan(static_cast<std::uint32_t>(s)).counts;
-    for (std::size_t i = 0; i < counts.size(); ++i) {
-      const double delta = counts[i] - m.mean[i];
-      m.mean[i] += delta / (s + 1);
-      m.squares[i] += delta * (counts[i] - m.mean[i]);
-    }
-  }
-  return m;
-}
-
-std::size_t IndexOf(const Counts& mz, double at) {
-  return static_cast<std::size_t>(std::ranges::lower_bound(mz, at) - mz.begin());
-}
 
 double Background(double mz) { return 40.0 * std::exp(-mz / 300.0) + 8.0; }
 
@@ -229,15 +194,6 @@ TEST(Simulator, CompoundsElute) {
   EXPECT_FALSE(has(15, "caffeine"));
   EXPECT_TRUE(has(0, "tributylamine"));
   EXPECT_TRUE(has(19, "tributylamine"));
-}
-
-TEST(Compounds, EachHasAFormulaOrAMass) {
-  for (const TslTool::Compound& compound : TslTool::DemonstrationCompounds()) {
-    EXPECT_NE(compound.formula.empty(), compound.mass == 0.0) << compound.name;
-    EXPECT_FALSE(compound.charges.empty()) << compound.name;
-    if (compound.formula.empty()) continue;
-    EXPECT_NO_THROW(TslMath::ParseFormula(compound.formula)) << compound.name;
-  }
 }
 
 }  // namespace

@@ -1,8 +1,7 @@
 #pragma once
-// The samples of the demonstration instrument.
+// What the simulated instrument measures.
 
 #include <cstdint>
-#include <span>
 #include <string>
 #include <vector>
 
@@ -13,16 +12,26 @@ struct ChargeState {
   double share;  // height relative to the compound's own
 };
 
+// One that has no formula is an average protein of one of the two masses; the other is 0.
 struct Compound {
   std::string name;
-  std::string formula;  // empty: an average protein of this mass
-  double mass;          // Da, monoisotopic, for a compound without formula
+  std::string formula;
+  double monoMass;  // Da, neutral
   std::vector<ChargeState> charges;
   double height;        // counts a point at the top of elution, of the highest line
   double elutesAt;      // fraction of the run
   double elutionWidth;  // half width, fraction of the run; 0: infused all along
+  double averageMass = 0.0;
 };
 
-std::span<const Compound> DemonstrationCompounds();
+struct Sample {
+  // Counts a point that the chemical background comes down to at high m/z.
+  static constexpr double kUsualBackground = 8.0;
+
+  std::vector<Compound> compounds;
+  double background = kUsualBackground;
+};
+
+Sample DemonstrationSample();
 
 }  // namespace TslTool
