@@ -3,6 +3,8 @@
 #include <fmt/format.h>
 
 #include <tool/commands/Commands.h>
+#include <tool/commands/simulate/InstrumentOptions.h>
+#include <tool/commands/simulate/SampleOptions.h>
 #include <tool/frame/Interrupt.h>
 #include <tool/frame/Output.h>
 #include <tool/frame/Progress.h>
@@ -18,6 +20,8 @@ struct SimulateArguments {
   std::optional<std::uint32_t> scans;
   std::optional<std::uint64_t> seed;
   std::string truth;
+  SampleOptions sample;
+  InstrumentOptions instrument;
 };
 
 void WriteTruth(const Simulator& simulator, std::uint32_t index, Output& output) {
@@ -47,7 +51,9 @@ int RunSimulate(const SimulateArguments& arguments) {
     throw UsageError("--truth: " + arguments.truth + " is the --output as well");
   const std::uint32_t scans = arguments.scans.value_or(Simulator::kDefaultScans);
   if (scans == 0) throw UsageError("--scans: there must be at least one");
-  const Simulator simulator(scans, arguments.seed.value_or(Simulator::kDefaultSeed));
+  const Instrument instrument = arguments.instrument.Get();
+  const Simulator simulator(scans, arguments.seed.value_or(Simulator::kDefaultSeed),
+                            arguments.sample.Get(instrument), instrument);
 
   std::unique_ptr<Output> truth;
   if (!arguments.truth.empty()) {
@@ -77,9 +83,14 @@ Command SimulateCommand() {
           "The run holds raw counts of known compounds over a chemical background. Equal\n"
           "seeds make equal runs. The truth is a table of the columns scan, mz, height\n"
           "(counts per second above the background), compound and charge.\n\n"
+          "Proteins have the isotope pattern of an average protein at each charge, and their\n"
+          "heights follow a Gaussian over the charges, a tenth of the highest at both ends.\n"
+          "With --protein these are all that the run holds.\n\n"
           "Examples:\n"
           "  tslbl simulate --output demo.run\n"
           "  tslbl simulate --output demo.run --scans 1000 --seed 7 --truth truth.tsv\n"
+          "  tslbl simulate --output proteins.run --mz 600-1800 --truth truth.tsv \\\n"
+          "      --protein myoglobin=16951.5:10-20 --protein lysozyme=14305.1:8-14:1000\n"
           "  tslbl peaks demo.run --format tsv\n",
       .declare =
           [arguments](Options& options) {
@@ -89,6 +100,8 @@ Command SimulateCommand() {
             options.Value("--seed S", arguments->seed,
                           fmt::format("Seed of the noise [{}]", Simulator::kDefaultSeed));
             options.Value("--truth FILE", arguments->truth, "Write what is in the run to this file");
+            arguments->sample.Declare(options);
+            arguments->instrument.Declare(options);
           },
       .run = [arguments](const Options&) { return RunSimulate(*arguments); },
   };

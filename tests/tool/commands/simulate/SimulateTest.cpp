@@ -6,6 +6,7 @@
 
 #include <tool/commands/DemoRun.h>
 #include <tool/io/RunMaker.h>
+#include <tool/simulate/ProteinText.h>
 #include <tool/simulate/Simulator.h>
 
 namespace tests {
@@ -45,6 +46,25 @@ TEST(Simulate, TheTruthIsATableOfTheSimulatorsLines) {
   }
 }
 
+TEST(Simulate, WritesARunOfProteinsAsTheInstrumentScansThem) {
+  const TempFile folder("x", "");
+  const std::string run = folder.Folder() + "/a.run", truth = folder.Folder() + "/t.tsv";
+  ASSERT_EQ(RunTool({"simulate", "-o", run, "--scans", "2", "--truth", truth, "--mz", "600-1800", "--mz-step",
+                     "0.1", "--width", "0.8", "--background", "3", "--protein", "myoglobin=16951.5:10-20:500",
+                     "--protein", "lysozyme=14305.1:8-14"})
+                .status,
+            0);
+  const TslTool::Instrument instrument{600.0, 1800.0, 0.1, 0.8};
+  const TslTool::Sample sample{{TslTool::ParseProtein("myoglobin=16951.5:10-20:500", instrument),
+                                TslTool::ParseProtein("lysozyme=14305.1:8-14", instrument)},
+                               3.0};
+  const TslTool::Simulator simulator(2, 1, sample, instrument);
+  const auto scans = ReadRun(run);
+  ASSERT_EQ(scans.size(), 2U);
+  for (std::uint32_t i = 0; i < 2; ++i) EXPECT_EQ(scans[i], simulator.MakeScan(i));
+  EXPECT_EQ(RowsOf(ReadFile(truth)).size(), 2 * (11U + 7U));
+}
+
 TEST(Simulate, LeavesAFileThatIsThereAlone) {
   const TempFile file("a.run", "mine");
   const Outcome outcome = RunTool({"simulate", "-o", file.Path()});
@@ -60,7 +80,11 @@ TEST(Simulate, WrongUsageIsStatus2) {
       {{"simulate"}, "tslbl: --output FILE is required"},
       {{"simulate", "-o", run, "--scans", "0"}, "tslbl: --scans: there must be at least one"},
       {{"simulate", "-o", run, "--scans", "-1"}, "tslbl: --scans: \"-1\" is not a whole number"},
-      {{"simulate", "-o", run, "--truth", run}, "tslbl: --truth: "}};
+      {{"simulate", "-o", run, "--truth", run}, "tslbl: --truth: "},
+      {{"simulate", "-o", run, "--protein", "m=16951.5:1-5"},
+       "tslbl: --protein: \"m=16951.5:1-5\": CHARGES: "},
+      {{"simulate", "-o", run, "--mz", "1-5"}, "tslbl: --mz: \"1-5\" is not within"},
+      {{"simulate", "-o", run, "--width", "0.02"}, "tslbl: --width: a line of 0.02 m/z"}};
   for (const auto& [words, message] : cases) {
     const Outcome outcome = RunTool(words);
     EXPECT_EQ(outcome.status, 2) << message;
