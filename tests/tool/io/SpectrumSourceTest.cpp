@@ -311,5 +311,19 @@ TEST(SpectrumSource, AFileThatIsMissingIsRefused) {
   EXPECT_THROW(OpenSpectra("/no/such/file", {}), TslTool::InputError);
 }
 
+// A command that works on peaks takes centroid data for them.
+TEST(SpectrumSource, HandsOutCentroidDataAsPeaksIfThatIsWanted) {
+  const TempFile file("list.txt", "500.5 10\n600.25 20\n611.5 5\n700 7\n");
+  EXPECT_THAT(SkippedOf(file.Path()), HasSubstr("centroid by the spacing of their points"));
+  SpectrumChoice choice;
+  choice.withPeakLists = true;
+  const std::vector<LoadedSpectrum> loaded = LoadAll(file.Path(), choice);
+  ASSERT_EQ(loaded.size(), 1U);
+  EXPECT_TRUE(loaded[0].isPeakList);
+  EXPECT_EQ(loaded[0].spectrum->QNumPeaks(), 4U);
+  choice.takenAs = Scan::Profile;
+  EXPECT_FALSE(LoadAll(file.Path(), choice)[0].isPeakList);
+}
+
 }  // namespace
 }  // namespace tests

@@ -43,10 +43,14 @@ std::unique_ptr<DeconSpectrum> Deconvolved(const LoadedSpectrum& loaded, const D
 }  // namespace
 
 ChargeStates::ChargeStates(std::string input, DeconWishes wishes, ScanEdits<SeriesEdit>& edits)
-    : input_(std::move(input)), wishes_(std::move(wishes)), edits_(edits) {}
+    : input_(std::move(input)),
+      wishes_(std::move(wishes)),
+      edits_(edits),
+      overlap_(input_, OverlapOptions(), {}, {}) {}
 
 void ChargeStates::Run(LoadedSpectrum& loaded) {
   const std::vector<SeriesEdit>& edits = edits_.Of(loaded.scan);
+  if (wishes_.params.UseOPD && !loaded.isPeakList) overlap_.Run(loaded);
   try {
     auto spectrum = Deconvolved(loaded, wishes_, edits);
     Count(*spectrum);

@@ -3,6 +3,7 @@
 
 #include <tool/commands/decon/DeconOptions.h>
 #include <tool/commands/decon/SeriesEdits.h>
+#include <tool/commands/overlap/Deconvolution.h>
 #include <tool/commands/peaks/ScanEdits.h>
 #include <tool/io/SpectrumSource.h>
 #include <tslbl/chargestate/DeconSpectrum.h>
@@ -24,6 +25,10 @@ class ChargeStates {
 
   // What was done, as in "12 series in 3 of 5 spectra; charges to 4".
   std::string Note() const;
+  // Of overlapping peaks that were taken apart.
+  std::vector<std::string> Warnings() const {
+    return wishes_.params.UseOPD ? overlap_.Warnings() : std::vector<std::string>();
+  }
 
  private:
   void Count(const TslBL::DeconSpectrum& spectrum);
@@ -31,6 +36,7 @@ class ChargeStates {
   std::string input_;
   DeconWishes wishes_;
   ScanEdits<SeriesEdit>& edits_;
+  Deconvolution overlap_;  // if it is asked for
   std::atomic<std::uint64_t> spectra_ = 0;
   std::atomic<std::uint64_t> withSeries_ = 0;
   std::atomic<std::uint64_t> series_ = 0;

@@ -67,6 +67,7 @@ void Evaluate(const DeconArguments& arguments, const Options& options) {
                  .curveHead = MassCurveHead,
                  .curvePart = MassCurvePart});
   if (!arguments.peaks.quiet) Tell(name + ": " + states.Note());
+  Warn(name, states.Warnings());
   Warn(name, edits.Unused());
 }
 

@@ -127,7 +127,7 @@ DeconWishes DeconOptions::Wishes() const {
   wishes.hasMaxCharge = maxCharge_.has_value();
   wishes.hasIsotopeAccuracy = isotopeAccuracy_.has_value();
   wishes.hasChargeAccuracy = chargeAccuracy_.has_value();
-  wishes.withOverlap = params.UseOPD = overlap_;
+  params.UseOPD = overlap_;
   return wishes;
 }
 

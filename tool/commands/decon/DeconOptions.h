@@ -20,7 +20,6 @@ struct DeconWishes {
   bool hasChargeAccuracy = false;
   // Of resolved series as well, of which the parameters have no range.
   std::optional<RealRange> mass = {};
-  bool withOverlap = false;  // overlapping peaks are taken apart first
 };
 
 class DeconOptions {

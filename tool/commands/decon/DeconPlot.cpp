@@ -27,6 +27,7 @@ constexpr Stroke kEvaluated = {"#808080", 1.2};
 constexpr Stroke kMassCurve = {"#1f5fa8", 1.4};
 constexpr std::size_t kNamed = 6;  // series in the legend
 constexpr double kBeside = 0.05;   // of the range of masses
+constexpr double kShown = 0.02;  // least intensity, of the largest, for which the range of masses makes room
 
 // A series with its looks and its ladder.
 struct Ladder {
@@ -104,11 +105,16 @@ void DrawSpectrum(Svg& svg, const LoadedSpectrum& loaded, const std::vector<Ladd
   });
 }
 
-// The curve has zeros between molecules far apart, so that its ends are those of the outermost.
-void DrawMasses(Svg& svg, const DeconSpectrum& spectrum, const std::vector<Ladder>& ladders) {
+// A trace of something small would take the room from what there is.
+Range MassesOf(const std::vector<Ladder>& ladders) {
   Range mass;
-  mass.Include(spectrum.MassX);
-  for (const Ladder& ladder : ladders) mass.Include(ladder.row.mass);
+  for (const Ladder& ladder : ladders)
+    if (ladder.row.intensity >= kShown * ladders.front().row.intensity) mass.Include(ladder.row.mass);
+  return mass;
+}
+
+void DrawMasses(Svg& svg, const DeconSpectrum& spectrum, const std::vector<Ladder>& ladders) {
+  const Range mass = MassesOf(ladders);
   Range density;
   density.Include(0.0);
   density.Include(spectrum.MassY);

@@ -83,10 +83,11 @@ TslBL::ChargeStateParams DerivedParams(const DeconWishes& wishes, const LoadedSp
   if (!wishes.hasMaxCharge)
     resolved.MaxCS = static_cast<std::uint32_t>(std::clamp(std::floor(kApart / width), 1.0, kMostCharges));
   if (!wishes.hasIsotopeAccuracy)
-    resolved.MzAccuracy =
-        Within(1e6 * kOff * width / MiddleOf(*loaded.spectrum), TslBL::ResolvedParams::GetMZAccurayLimits);
+    resolved.MzAccuracy = Within(std::max(kLeastOff, 1e6 * kOff * width / MiddleOf(*loaded.spectrum)),
+                                 TslBL::ResolvedParams::GetMZAccurayLimits);
   if (!wishes.hasChargeAccuracy)
-    resolved.CsAccuracy = Within(resolved.MzAccuracy, TslBL::ResolvedParams::GetChargeStateAccuracyLimits);
+    resolved.CsAccuracy = Within(std::max<double>(kLeastChargeOff, resolved.MzAccuracy),
+                                 TslBL::ResolvedParams::GetChargeStateAccuracyLimits);
   return params;
 }
 

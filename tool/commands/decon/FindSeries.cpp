@@ -29,29 +29,41 @@ void Search(DeconSpectrum& spectrum, ChargeStateParams::Methods method) {
   spectrum.AddStatus(TslBL::Curve::STATUS_CSDECON);
 }
 
-// The data peaks that no series has, and where they stand in the whole table.
+// The peaks that no series has, and the ids that they have in the whole spectrum.
 struct Rest {
   DeconSpectrum spectrum;
-  std::vector<std::uint32_t> places;
+  std::vector<std::uint32_t> ids;
 };
 
+// By spectrum peak ids.
 std::vector<bool> OwnedPeaks(const DeconSpectrum& spectrum) {
-  std::vector<bool> owned(spectrum.peaks.size(), false);
+  std::vector<bool> owned(spectrum.peaks.size() + spectrum.overlapPeaks.size(), false);
   for (const CSSeriesInfo& series : spectrum.Series)
     for (const TslBL::CSSeriesPeakInfo& peak : series.Peaks)
       if (peak.PeakId < owned.size()) owned[peak.PeakId] = true;
   return owned;
 }
 
+// The data peak under an overlap peak stays: no series has it.
 Rest RestOf(const DeconSpectrum& spectrum) {
+  const std::vector<bool> owned = OwnedPeaks(spectrum);
   Rest rest{spectrum, {}};
   rest.spectrum.CSSeriesClear();
   rest.spectrum.peaks.clear();
-  const std::vector<bool> owned = OwnedPeaks(spectrum);
-  for (std::uint32_t i = 0; i < owned.size(); ++i) {
+  rest.spectrum.overlapPeaks.clear();
+  std::vector<std::uint32_t> newPlaces(spectrum.peaks.size());
+  for (std::uint32_t i = 0; i < spectrum.QNumPeaks(); ++i) {
+    newPlaces[i] = rest.spectrum.QNumPeaks();
     if (owned[i]) continue;
     rest.spectrum.peaks.push_back(spectrum.peaks[i]);
-    rest.places.push_back(i);
+    rest.ids.push_back(i);
+  }
+  for (std::uint32_t i = 0; i < spectrum.QNumOverlappedPeaks(); ++i) {
+    if (owned[spectrum.QNumPeaks() + i]) continue;
+    TslBL::OverlapPeakInfo peak = spectrum.overlapPeaks[i];
+    peak.DataPeakId = newPlaces.at(peak.DataPeakId);
+    rest.spectrum.overlapPeaks.push_back(peak);
+    rest.ids.push_back(spectrum.QNumPeaks() + i);
   }
   return rest;
 }
@@ -60,7 +72,7 @@ TslMath::MassCurve CurveOf(const DeconSpectrum& spectrum) { return {spectrum.Mas
 
 void TakeOver(Rest& rest, DeconSpectrum& spectrum) {
   for (CSSeriesInfo& series : rest.spectrum.Series) {
-    for (TslBL::CSSeriesPeakInfo& peak : series.Peaks) peak.PeakId = rest.places.at(peak.PeakId);
+    for (TslBL::CSSeriesPeakInfo& peak : series.Peaks) peak.PeakId = rest.ids.at(peak.PeakId);
     spectrum.CSAddSeries(series.Series.Type, series.AvgMass, series.StdDev, series.Peaks);
   }
   const TslMath::MassCurve parts[] = {CurveOf(spectrum), CurveOf(rest.spectrum)};
@@ -72,7 +84,7 @@ void TakeOver(Rest& rest, DeconSpectrum& spectrum) {
 double IntensityOf(const DeconSpectrum& spectrum) {
   const std::vector<bool> owned = OwnedPeaks(spectrum);
   double sum = 0.0;
-  for (std::size_t i = 0; i < owned.size(); ++i)
+  for (std::size_t i = 0; i < spectrum.peaks.size(); ++i)
     if (owned[i]) sum += spectrum.peaks[i].area;
   return sum;
 }

@@ -1,0 +1,95 @@
+#include <tool/commands/decon/ChargeStates.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <tool/commands/decon/Proteins.h>
+#include <tool/commands/decon/SeriesRows.h>
+
+namespace tests {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::StartsWith;
+using TslTool::ChargeStates;
+using TslTool::DeconWishes;
+using TslTool::LoadedSpectrum;
+using TslTool::SeriesEdit;
+
+using Edits = TslTool::ScanEdits<SeriesEdit>;
+
+TEST(ChargeStates, TellHowManySeriesTheyFound) {
+  Edits none("in", {}, {}, "options");
+  ChargeStates states("in", DefaultWishes(), none);
+  LoadedSpectrum first = PeptideList();
+  LoadedSpectrum second = PeptideList();
+  second.spectrum = TslTool::PeakListSpectrum({}, {});
+  states.Run(first);
+  states.Run(second);
+  EXPECT_THAT(states.Note(), StartsWith("1 series in 1 of 2 spectra; isotopes looked for at charges to 3"));
+}
+
+TEST(ChargeStates, TellOfIsotopesOnlyWhereTheyWereLookedFor) {
+  Edits none("in", {}, {}, "options");
+  DeconWishes wishes = DefaultWishes();
+  wishes.params.Method = TslBL::ChargeStateParams::UnresolvedOnly;
+  ChargeStates states("in", wishes, none);
+  LoadedSpectrum loaded = PeptideList();
+  states.Run(loaded);
+  EXPECT_EQ(states.Note(), "0 series in 0 of 1 spectra");
+}
+
+TEST(ChargeStates, LeaveOutWhatIsOutsideTheMassesAskedFor) {
+  DeconWishes wishes = DefaultWishes();
+  wishes.mass = TslTool::RealRange{1600.0, 20000.0};
+  EXPECT_TRUE(TslTool::SeriesRows(WithSeries(PeptideList(), wishes)).empty());
+  wishes.mass = TslTool::RealRange{1400.0, 20000.0};
+  EXPECT_EQ(TslTool::SeriesRows(WithSeries(PeptideList(), wishes)).size(), 1U);
+}
+
+TEST(ChargeStates, MakeTheEditsOfTheirScan) {
+  Edits edits("in", {{4, {{SeriesEdit::RemoveSeries, "RA", {}}}}, {5, {}}}, {}, "options");
+  ChargeStates states("in", DefaultWishes(), edits);
+  LoadedSpectrum loaded = PeptideList();
+  states.Run(loaded);
+  EXPECT_TRUE(TslTool::SeriesRows(loaded).empty());
+  EXPECT_THAT(edits.Unused(), ElementsAre("scan 5 has edits and was not evaluated"));
+}
+
+TEST(ChargeStates, NameTheScanOfAnEditThatCannotBeMade) {
+  try {
+    WithSeries(PeptideList(), DefaultWishes(), {{SeriesEdit::RemoveSeries, "UC", {}}});
+    FAIL();
+  } catch (const TslTool::InputError& e) {
+    EXPECT_STREQ(e.what(), "proteins: scan 4: series UC cannot be removed: there is no such series");
+  }
+}
+
+TEST(ChargeStates, EditOneSpectrumAlone) {
+  Edits edits("in", {}, {{SeriesEdit::RemoveSeries, "RA", {}}}, "--add-series and the like");
+  ChargeStates states("in", DefaultWishes(), edits);
+  LoadedSpectrum loaded = PeptideList();
+  states.Run(loaded);
+  try {
+    states.Run(loaded);
+    FAIL();
+  } catch (const TslTool::InputError& e) {
+    EXPECT_THAT(e.what(), HasSubstr("--add-series and the like edit one spectrum, and there are several"));
+  }
+}
+
+// Two charges that run together: as one peak they are off, taken apart they belong to their proteins.
+TEST(ChargeStates, WorkOnPeaksThatWereTakenApart) {
+  constexpr Protein kNear = {16951.5 + 13.0, 12, 22, 5000.0};
+  DeconWishes wishes = DefaultWishes();
+  wishes.params.UseOPD = true;
+  const auto loaded = WithSeries(WithProteinPeaks(CountedProteins({kLarge, kNear})), wishes);
+  std::vector<double> masses;
+  for (const auto& row : TslTool::SeriesRows(loaded)) masses.push_back(row.mass);
+  EXPECT_THAT(masses, testing::Contains(testing::DoubleNear(kLarge.mass, 0.3)));
+  EXPECT_THAT(masses, testing::Contains(testing::DoubleNear(kNear.mass, 0.5)));
+}
+
+}  // namespace
+}  // namespace tests

@@ -1,0 +1,144 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include <tool/ToolRun.h>
+#include <tool/commands/DemoRun.h>
+#include <tool/commands/decon/Proteins.h>
+#include <tool/plot/SvgReading.h>
+
+namespace tests {
+namespace {
+
+using testing::HasSubstr;
+
+class Decon : public testing::Test {
+ protected:
+  Outcome Run(const Arguments& more) const { return On(file_.Path(), more); }
+  std::string In(const std::string& name) const { return file_.Folder() + "/" + name; }
+
+  static Outcome On(const std::string& input, const Arguments& more) {
+    Arguments words = {"decon", input};
+    words.insert(words.end(), more.begin(), more.end());
+    return RunTool(words);
+  }
+
+  TempFile file_{"proteins.txt", TextOf(CountedProteins())};
+};
+
+TEST_F(Decon, FindsTheProteinsOfATextWithoutASwitch) {
+  const Outcome outcome = Run({"--format", "tsv"});
+  ASSERT_EQ(outcome.status, 0) << outcome.err;
+  const std::vector<Row> rows = RowsOf(outcome.out);
+  ASSERT_EQ(rows.size(), 2U) << outcome.out;
+  EXPECT_NEAR(std::stod(rows[0].at("mass")), kLarge.mass, 0.1);
+  EXPECT_NEAR(std::stod(rows[1].at("mass")), kSmall.mass, 0.3);
+  EXPECT_THAT(outcome.err, HasSubstr("proteins.txt: 2 series in 1 of 1 spectra"));
+}
+
+TEST_F(Decon, TakesAListOfPeaksAsItIs) {
+  std::string text = "mz,area\n";
+  for (int charge = 12; charge <= 20; ++charge)
+    text += std::to_string(kLarge.Mz(charge)) + "," + std::to_string(kLarge.Height(charge)) + "\n";
+  const TempFile list("list.csv", text);
+  const Outcome outcome = On(list.Path(), {"--format", "tsv"});
+  ASSERT_EQ(outcome.status, 0) << outcome.err;
+  const std::vector<Row> rows = RowsOf(outcome.out);
+  ASSERT_EQ(rows.size(), 1U) << outcome.out;
+  EXPECT_NEAR(std::stod(rows[0].at("mass")), kLarge.mass, 0.01);
+  EXPECT_EQ(rows[0].at("peaks"), "9");
+  EXPECT_THAT(outcome.err, HasSubstr("1 of 1 spectra are lists of peaks, taken as they are"));
+  EXPECT_THAT(outcome.err, testing::Not(HasSubstr("--smooth")));
+}
+
+TEST_F(Decon, FindsTheProteinOfTheDemonstrationInEachScan) {
+  const Outcome outcome = On(DemoRun::Get().Run(), {"--format", "tsv", "--unresolved"});
+  ASSERT_EQ(outcome.status, 0) << outcome.err;
+  const std::vector<Row> rows = RowsOf(outcome.out);
+  EXPECT_EQ(rows.size(), 20U);
+  // Of 8559.62 Da monoisotopic, an average protein weighs 5.1 Da more.
+  for (const Row& row : rows) EXPECT_NEAR(std::stod(row.at("mass")), 8564.7, 0.4);
+}
+
+TEST_F(Decon, ContinuesATableThatWasInterrupted) {
+  const std::string whole = In("whole.tsv");
+  ASSERT_EQ(On(DemoRun::Get().Run(), {"--format", "tsv", "--quiet", "--output", whole}).status, 0);
+  const std::string text = ReadFile(whole);
+  const std::string resumed = In("resumed.tsv");
+  std::ofstream(resumed + ".part") << text.substr(0, text.size() / 2);
+  ASSERT_EQ(On(DemoRun::Get().Run(), {"--format", "tsv", "--quiet", "--resume", "--output", resumed}).status,
+            0);
+  EXPECT_EQ(ReadFile(resumed), text);
+}
+
+TEST_F(Decon, WritesCurveAndPicture) {
+  const Outcome outcome = Run({"--quiet", "--curve", In("mass.tsv"), "--plot", In("plot.svg")});
+  ASSERT_EQ(outcome.status, 0) << outcome.err;
+  EXPECT_EQ(LinesOf(ReadFile(In("mass.tsv"))).front(), "scan\trt_s\tmass\tdensity");
+  EXPECT_TRUE(IsDocument(ReadFile(In("plot.svg"))));
+}
+
+TEST_F(Decon, MakesTheEditsOfOneSpectrumInTheirOrder) {
+  const Outcome outcome = Run({"--format", "tsv", "--remove-series", "UA", "--add-series",
+                               "unresolved:997.9,1060.5", "--remove-peaks", "UB:1030.97"});
+  ASSERT_EQ(outcome.status, 0) << outcome.err;
+  const std::vector<Row> rows = RowsOf(outcome.out);
+  ASSERT_EQ(rows.size(), 2U) << outcome.out;
+  EXPECT_NEAR(std::stod(rows[0].at("mass")), kLarge.mass, 0.2);
+}
+
+TEST_F(Decon, MakesTheEditsOfAFile) {
+  const TempFile edits("edits.tsv", "1 remove-series UA\n7 remove-series UA\n");
+  const Outcome outcome = Run({"--format", "tsv", "--edits", edits.Path()});
+  ASSERT_EQ(outcome.status, 0) << outcome.err;
+  EXPECT_EQ(RowsOf(outcome.out).size(), 1U);
+  EXPECT_THAT(outcome.err, HasSubstr("scan 7 has edits and was not evaluated"));
+}
+
+TEST_F(Decon, RefusesWhatCannotBe) {
+  const TempFile edits("edits.tsv", "1 remove-series UA\n");
+  const std::pair<Arguments, const char*> cases[] = {
+      {{"--mass", "9-8000"}, "--mass: 9-8000 is no range within 100 to 100000000"},
+      {{"--adduct", "gold"}, "--adduct: "},
+      {{"--molecule", "Xx"}, "--molecule: "},
+      {{"--edits", edits.Path(), "--remove-series", "UA"}, "--edits excludes --add-series and the like"},
+      {{"--remove-series", "1"}, "--remove-series: \"1\" is no label of a series"},
+      {{"--edits", edits.Path(), "--output", edits.Path()}, "the --edits as well"},
+  };
+  for (const auto& [words, message] : cases) {
+    const Outcome outcome = Run(words);
+    EXPECT_EQ(outcome.status, 2) << message;
+    EXPECT_THAT(outcome.err, HasSubstr(message));
+  }
+}
+
+TEST_F(Decon, NamesTheScanOfAnEditThatCannotBeMade) {
+  const Outcome outcome = Run({"--remove-series", "RZ"});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_THAT(outcome.err, HasSubstr("proteins.txt: scan 1: series RZ cannot be removed: there is no such "
+                                     "series"));
+}
+
+TEST_F(Decon, LeavesAnEmptyTableWhereThereIsNothing) {
+  const TempFile one("one.txt", "500 100\n700 50\n");
+  const Outcome outcome = On(one.Path(), {"--centroid", "--format", "tsv"});
+  EXPECT_EQ(outcome.status, 0) << outcome.err;
+  EXPECT_EQ(LinesOf(outcome.out).size(), 1U);
+  EXPECT_THAT(outcome.err, HasSubstr("0 series in 0 of 1 spectra"));
+}
+
+TEST_F(Decon, ScalesListsToo) {
+  const TempFile list("list.txt", "500.5 100\n501.5 60\n502.5 20\n503.5 5\n");
+  const auto intensity = [&](const Arguments& more) {
+    Arguments words = {"--centroid", "--format", "tsv", "--resolved"};
+    words.insert(words.end(), more.begin(), more.end());
+    const std::vector<Row> rows = RowsOf(On(list.Path(), words).out);
+    return rows.empty() ? 0.0 : std::stod(rows[0].at("intensity"));
+  };
+  EXPECT_GT(intensity({}), 0.0);
+  EXPECT_NEAR(intensity({"--scale", "1000"}), 1000.0 * intensity({}), 1e-6);
+}
+
+}  // namespace
+}  // namespace tests

@@ -1,0 +1,103 @@
+#include <tool/commands/decon/MassErrors.h>
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include <tool/commands/decon/Proteins.h>
+#include <tool/commands/decon/SeriesRows.h>
+
+namespace tests {
+namespace {
+
+using TslBL::CSSeries;
+using TslBL::CSSeriesInfo;
+using TslBL::CSSeriesPeakInfo;
+using TslTool::MassErrors;
+using TslTool::ReportedPeak;
+
+// A resolved series of 1000 Da whose peaks have these m/z errors and intensities, an isotope each of
+// charge 2.
+struct Resolved {
+  Resolved(const std::vector<double>& errors, const std::vector<double>& areas) {
+    series.Series = {CSSeries::Resolved, 1};
+    series.AvgMass = 1000.0;
+    for (std::size_t i = 0; i < errors.size(); ++i) {
+      ReportedPeak& peak = peaks.emplace_back();
+      peak.errors.mz = errors[i];
+      peak.row.Area = areas[i];
+      AddMember(2, 500.0 + 1.007276 + 0.501 * static_cast<double>(i), i == 0);
+    }
+    spectrum.CSParams.PkIntensity = TslBL::ChargeStateParams::Area;
+    spectrum.CSParams.Resolved.MMFunction = TslBL::ResolvedParams::WeightedAvg;
+  }
+  void AddMember(std::uint32_t charge, double mz, bool isMono) {
+    CSSeriesPeakInfo& member = series.Peaks.emplace_back();
+    member.PeakId = static_cast<std::uint32_t>(series.Peaks.size() - 1);
+    member.Charge = charge;
+    member.MZ = mz;
+    member.IsMonoPeak = isMono;
+  }
+  double Error() const { return MassErrors(spectrum, peaks).Of(series); }
+
+  TslBL::DeconSpectrum spectrum;
+  std::vector<ReportedPeak> peaks;
+  CSSeriesInfo series;
+};
+
+TEST(MassErrors, OfResolvedPeaksAddUpAsTheirMeanDoes) {
+  // 2 (3 * 0.001, 1 * 0.002) / 4
+  EXPECT_NEAR(Resolved({0.001, 0.002}, {3.0, 1.0}).Error(), 2.0 * std::hypot(0.003, 0.002) / 4.0, 1e-12);
+  Resolved plain({0.001, 0.002}, {3.0, 1.0});
+  plain.spectrum.CSParams.Resolved.MMFunction = TslBL::ResolvedParams::Average;
+  EXPECT_NEAR(plain.Error(), 2.0 * std::hypot(0.001, 0.002) / 2.0, 1e-12);
+}
+
+TEST(MassErrors, HaveWhatTheIsotopesOfRealProteinsDifferBy) {
+  // The third of three equal isotopes lies one beyond the first: 1.1 / 1000 / 3.
+  EXPECT_NEAR(Resolved({0.0, 0.0, 0.0}, {1.0, 1.0, 1.0}).Error(), 1.1 / 1000.0 / 3.0, 1e-12);
+}
+
+// Three charges of equal precision, one of which is far off.
+Resolved ThreeCharges(double off) {
+  Resolved resolved({0.001}, {1.0});
+  for (const std::uint32_t charge : {3U, 4U}) {
+    resolved.peaks.push_back(resolved.peaks.front());
+    resolved.peaks.back().errors.mz = 0.002 / charge;
+    resolved.AddMember(charge, 1000.0 / charge + 1.007276, true);
+  }
+  resolved.series.Peaks.back().MassDev = off;
+  return resolved;
+}
+
+TEST(MassErrors, GrowWhereChargesDifferByMoreThanTheirPeaksSay) {
+  const double alone = 0.002 / std::sqrt(3.0);
+  EXPECT_NEAR(ThreeCharges(0.0).Error(), alone, 1e-12);
+  EXPECT_NEAR(ThreeCharges(0.02).Error(), alone * std::sqrt(100.0 / 2.0), 1e-12);
+}
+
+TEST(MassErrors, OfPeaksWithoutErrorsAreToldByThreeChargesAlone) {
+  Resolved resolved = ThreeCharges(0.0);
+  for (ReportedPeak& peak : resolved.peaks) peak.errors.mz = std::nan("");
+  resolved.series.StdDev = 0.03;
+  EXPECT_NEAR(resolved.Error(), 0.03 / std::sqrt(3.0), 1e-12);
+  EXPECT_TRUE(std::isnan(Resolved({std::nan(""), std::nan("")}, {1.0, 1.0}).Error()));
+}
+
+TEST(MassErrors, OfUnresolvedSeriesAreAsLargeAsTheyAreOff) {
+  const auto loaded = WithSeries();
+  const auto rows = TslTool::SeriesRows(loaded);
+  ASSERT_GE(rows.size(), 2U);
+  EXPECT_LT(std::abs(rows[0].mass - kLarge.mass), 4.0 * rows[0].massError);
+  EXPECT_LT(rows[0].massError, 0.05);
+  EXPECT_LT(std::abs(rows[1].mass - kSmall.mass), 4.0 * rows[1].massError);
+}
+
+TEST(MassErrors, OfTwoChargesAreNotKnown) {
+  Resolved two({0.001, 0.001}, {1.0, 1.0});
+  two.series.Series.Type = CSSeries::Unresolved;
+  EXPECT_TRUE(std::isnan(two.Error()));
+}
+
+}  // namespace
+}  // namespace tests
