@@ -18,6 +18,8 @@ using TslBL::UnresolvedParams;
 using CountLimits = void (*)(std::uint32_t& min, std::uint32_t& max);
 using RealLimits = void (*)(double& min, double& max);
 
+// A protein beyond the highest mass is found as its half or third: so the range is wide unless it is given.
+constexpr std::uint32_t kUsualMostMass = 1000000;
 // The library's own limit of masses is for small complexes.
 constexpr double kLeastMass = 100.0;
 constexpr double kMostMass = 100e6;
@@ -59,7 +61,7 @@ void DeconOptions::Declare(Options& options) {
                "Look for both; which of them goes first the width of the peaks decides [yes]");
   options.Value("--mass LOW-HIGH", mass_,
                 fmt::format("Range of neutral masses, Da [{}-{}; of resolved ones any]",
-                            preset.Unresolved.MinDeconMass, preset.Unresolved.MaxDeconMass));
+                            preset.Unresolved.MinDeconMass, kUsualMostMass));
   options.Value("--decon-range A-B", range_, "Work only on peaks in this range of m/z [all]");
   options.Value("--adduct ION", adduct_,
                 "What carries the charge: proton, ammonium, sodium, potassium, loss (of a proton), or its "
@@ -179,6 +181,7 @@ void DeconOptions::SetUnresolved(DeconWishes& wishes) const {
   UnresolvedParams& params = wishes.params.Unresolved;
   Set("--min-charges", minCharges_, UnresolvedParams::GetMinChargeStateLimits, params.MinCS);
   Set("--series-accuracy", seriesAccuracy_, UnresolvedParams::GetMZAccurayLimits, params.MzAccuracy);
+  params.MaxDeconMass = kUsualMostMass;
   if (mass_.empty()) return;
   wishes.mass = RangeOf("--mass", mass_, kLeastMass, kMostMass);
   params.MinDeconMass = static_cast<std::uint32_t>(std::floor(wishes.mass->from));

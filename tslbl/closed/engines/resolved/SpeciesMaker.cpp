@@ -8,7 +8,8 @@
 namespace TslMath {
 namespace {
 
-constexpr double kSameIsotope = 0.35;           // Da
+constexpr double kSameIsotope = 0.35;           // Da, at most
+constexpr double kBothOff = 2.0;                // times the accuracy, where two masses are compared
 constexpr double kIsotopeStepOfMass = 1.00235;  // Da, of large molecules
 constexpr double kMostShift = 3.0;              // isotopes
 
@@ -16,12 +17,6 @@ bool HaveChargeInCommon(const std::vector<Envelope>& a, const std::vector<Envelo
   return std::ranges::any_of(a, [&](const Envelope& envelope) {
     return std::ranges::find(b, envelope.charge, &Envelope::charge) != b.end();
   });
-}
-
-bool IsWholeIsotopesOff(double a, double b) {
-  const double isotopes = std::abs(a - b) / kIsotopeStepOfMass;
-  return isotopes < kMostShift + 0.5 &&
-         std::abs(isotopes - std::round(isotopes)) * kIsotopeStepOfMass < kSameIsotope;
 }
 
 double MeanMass(const std::vector<Envelope>& family) {
@@ -43,6 +38,16 @@ SpeciesMaker::SpeciesMaker(const IsotopeList& list, const ResolvedPrefs& prefs, 
     : list_(list), prefs_(prefs), match_(match), remaining_(remaining) {}
 
 // Envelopes come in the order of what they explain.
+double SpeciesMaker::SameIsotope(double mass) const {
+  return std::min(kSameIsotope, kBothOff * prefs_.accuracy * 1e-6 * mass);
+}
+
+bool SpeciesMaker::IsWholeIsotopesOff(double a, double b) const {
+  const double isotopes = std::abs(a - b) / kIsotopeStepOfMass;
+  return isotopes < kMostShift + 0.5 &&
+         std::abs(isotopes - std::round(isotopes)) * kIsotopeStepOfMass < SameIsotope(b);
+}
+
 std::vector<SpeciesMaker::Family> SpeciesMaker::Families(std::vector<Envelope> envelopes) const {
   std::vector<std::vector<std::size_t>> ofCharge(static_cast<std::size_t>(prefs_.maxCharge) + 1);
   for (std::size_t k = 0; k < envelopes.size(); ++k)
@@ -50,7 +55,9 @@ std::vector<SpeciesMaker::Family> SpeciesMaker::Families(std::vector<Envelope> e
   std::vector<char> isUsed(envelopes.size(), 0);
   const auto takeAt = [&](std::int32_t charge, double mass, Family& family) {
     for (const std::size_t k : ofCharge[static_cast<std::size_t>(charge)]) {
-      if (isUsed[k] != 0 || std::abs(envelopes[k].monoMass - mass) > prefs_.massAccuracy * 1e-6 * mass)
+      const double found = envelopes[k].monoMass;
+      if (isUsed[k] != 0 || std::abs(found - mass) > prefs_.massAccuracy * 1e-6 * mass ||
+          !IsWholeIsotopesOff(found, mass))
         continue;
       isUsed[k] = 1;
       family.push_back(std::move(envelopes[k]));
@@ -83,7 +90,7 @@ bool SpeciesMaker::Refit(const Envelope& envelope, double mass, Envelope& refitt
   }
   const auto strongest = std::ranges::max_element(
       envelope.peaks, {}, [&](const PatternPeak& peak) { return list_[peak.peak].intensity; });
-  const bool fits = match_.BestAtMass(strongest->peak, envelope.charge, mass, kSameIsotope, refitted);
+  const bool fits = match_.BestAtMass(strongest->peak, envelope.charge, mass, SameIsotope(mass), refitted);
   for (std::size_t k = 0; k < before.size(); ++k) remaining_[envelope.peaks[k].peak] = before[k];
   return fits && refitted.score >= prefs_.leastScore;
 }
@@ -92,7 +99,7 @@ double SpeciesMaker::SupportOf(const Family& family, double mass) {
   double support = 0.0;
   Envelope refitted;
   for (const Envelope& envelope : family) {
-    if (std::abs(envelope.monoMass - mass) < kSameIsotope)
+    if (std::abs(envelope.monoMass - mass) < SameIsotope(mass))
       support += envelope.evidence;
     else if (Refit(envelope, mass, refitted))
       support += std::max(0.0, refitted.evidence);
@@ -115,7 +122,9 @@ double SpeciesMaker::BestSupported(const Family& family) {
 // Envelopes that do not fit the mass of the others leave the family.
 void SpeciesMaker::Agree(Family& family, std::vector<Family>& others) {
   const auto isAt = [&](double mass) {
-    return [mass](const Envelope& envelope) { return std::abs(envelope.monoMass - mass) < kSameIsotope; };
+    return [this, mass](const Envelope& envelope) {
+      return std::abs(envelope.monoMass - mass) < SameIsotope(mass);
+    };
   };
   if (std::ranges::all_of(family, isAt(family.front().monoMass))) return;
   const double mass = BestSupported(family);
@@ -138,7 +147,7 @@ bool SpeciesMaker::MoveInto(Family& family, const Family& other) {
   Family moved;
   for (const Envelope& envelope : other) {
     Envelope refitted;
-    if (std::abs(envelope.monoMass - mass) < kSameIsotope)
+    if (std::abs(envelope.monoMass - mass) < SameIsotope(mass))
       refitted = envelope;
     else if (!Refit(envelope, mass, refitted))
       return false;

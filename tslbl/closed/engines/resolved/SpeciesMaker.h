@@ -19,6 +19,9 @@ class SpeciesMaker {
  private:
   using Family = std::vector<Envelope>;
 
+  // How far two masses of one isotope may differ, Da.
+  double SameIsotope(double mass) const;
+  bool IsWholeIsotopesOff(double a, double b) const;
   std::vector<Family> Families(std::vector<Envelope> envelopes) const;
   bool Refit(const Envelope& envelope, double mass, Envelope& refitted);
   double SupportOf(const Family& family, double mass);
