@@ -43,6 +43,7 @@ TEST(DeconOptions, AreThePresetOfTheLibraryButForWhatSuitsAnySpectrum) {
   expected.Resolved.MMFunction = ResolvedParams::WeightedAvg;
   expected.Resolved.MinResolution = 0;
   expected.Resolved.MaxResolution = 2147483647;
+  expected.Unresolved.MaxDeconMass = 1000000;
   EXPECT_EQ(wishes.params, expected);
   EXPECT_FALSE(wishes.hasAdduct || wishes.hasMaxCharge || wishes.hasIsotopeAccuracy ||
                wishes.hasChargeAccuracy || wishes.mass);
