@@ -14,8 +14,17 @@ constexpr double kDown = 0.5;
 constexpr std::size_t kWindow = 8;  // points
 constexpr std::ptrdiff_t kEdge = 3;
 constexpr double kStillFalls = 0.6;
+constexpr std::size_t kTellingEnds = 4;
 
 std::ptrdiff_t Offset(std::size_t index) { return static_cast<std::ptrdiff_t>(index); }
+
+// Whether the last points towards the end `at` lie lower than those before them.
+bool StillFalls(std::size_t at, std::size_t begin, std::size_t end, const std::vector<double>& amplitude) {
+  const auto outer = amplitude.begin() + Offset(at == begin ? begin : end) - (at == begin ? 0 : kEdge);
+  const auto inner = at == begin ? outer + kEdge : outer - kEdge;
+  return std::accumulate(outer, outer + kEdge, 0.0) <=
+         kStillFalls * std::accumulate(inner, inner + kEdge, 0.0);
+}
 
 // Whether the amplitude of the points begin .. end-1 falls towards the end `at`. A peak that was cut out
 // still falls there, the background in the window of a selected ion does not.
@@ -25,10 +34,41 @@ bool FallsTo(std::size_t at, std::size_t begin, std::size_t end, const std::vect
   const auto last = amplitude.begin() + Offset(end);
   if (amplitude[at] > kDown * *std::max_element(first, last)) return false;
   if (end - begin < kWindow || amplitude[at] == 0.0) return true;
-  const auto outer = at == begin ? first : last - kEdge;
-  const auto inner = at == begin ? first + kEdge : last - 2 * kEdge;
-  return std::accumulate(outer, outer + kEdge, 0.0) <=
-         kStillFalls * std::accumulate(inner, inner + kEdge, 0.0);
+  return StillFalls(at, begin, end, amplitude);
+}
+
+// Points between two gaps.
+struct Stretch {
+  std::size_t begin;
+  std::size_t end;
+};
+
+std::vector<Stretch> StretchesOf(const std::vector<Gap>& gaps, std::size_t points) {
+  std::vector<Stretch> stretches;
+  std::size_t begin = 0;
+  for (const Gap& gap : gaps) {
+    stretches.push_back({begin, gap.at});
+    begin = gap.at;
+  }
+  stretches.push_back({begin, points});
+  return stretches;
+}
+
+// Whether most of the stretches are windows over a background, which goes on beyond their ends: long ones at
+// whose ends the curve neither falls any more nor has come down to the same least amplitude.
+bool AreWindows(const std::vector<Stretch>& stretches, const std::vector<double>& amplitude) {
+  std::vector<double> ends;
+  std::size_t falling = 0;
+  for (const auto& [begin, end] : stretches) {
+    if (end - begin < kWindow) continue;
+    for (const std::size_t at : {begin, end - 1}) {
+      ends.push_back(amplitude[at]);
+      falling += StillFalls(at, begin, end, amplitude) ? 1 : 0;
+    }
+  }
+  if (ends.size() < std::max(stretches.size(), kTellingEnds)) return false;
+  const auto least = static_cast<std::size_t>(std::ranges::count(ends, *std::ranges::min_element(ends)));
+  return 2 * falling < ends.size() && 2 * least < ends.size();
 }
 
 // Leaves the gaps that the ends of peaks make.
@@ -59,6 +99,7 @@ void AddZeros(double from, double to, double step, std::vector<double>& mz) {
 std::size_t FillGaps(std::vector<double>& mz, std::vector<double>& amplitude) {
   if (mz.size() < 3) return 0;
   std::vector<Gap> gaps = GapsOf(mz);
+  if (AreWindows(StretchesOf(gaps, mz.size()), amplitude)) return 0;
   KeepEndsOfPeaks(amplitude, gaps);
   if (gaps.empty()) return 0;
   std::vector<double> x;

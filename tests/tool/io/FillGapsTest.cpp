@@ -5,6 +5,7 @@
 #include <cmath>
 #include <functional>
 #include <numeric>
+#include <random>
 
 #include <tool/io/FillGaps.h>
 
@@ -120,6 +121,38 @@ TEST(FillGaps, LeavesTheGapsBetweenWindowsOverABackgroundAlone) {
   const Values before = curve.mz;
   EXPECT_EQ(FillGaps(curve.mz, curve.amplitude), 0U);
   EXPECT_EQ(curve.mz, before);
+}
+
+// Windows of 40 points about lines of the same width, over a background in noise.
+Curve Windows(std::size_t count, double background, double scatter) {
+  std::mt19937_64 random(1);
+  std::normal_distribution noise(background, scatter);
+  Curve curve = Groups(count, Values(40, 0.0));
+  for (std::size_t i = 0; i < curve.mz.size(); ++i) {
+    const double u = (static_cast<double>(i % 40) - 20.0) / 4.0;
+    curve.amplitude[i] = std::max(0.0, 500.0 * std::exp(-0.5 * u * u) + noise(random));
+  }
+  return curve;
+}
+
+TEST(FillGaps, LeavesTheGapsBetweenManyWindowsOverABackgroundAlone) {
+  for (const double background : {5.0, 100.0, 1000.0})
+    for (const std::size_t count : {3U, 19U, 50U}) {
+      Curve curve = Windows(count, background, std::sqrt(background));
+      EXPECT_EQ(FillGaps(curve.mz, curve.amplitude), 0U) << background << " " << count;
+      EXPECT_EQ(curve.mz.size(), 40 * count);
+    }
+}
+
+TEST(FillGaps, FillsManyGapsBetweenWindowsWithoutABackground) {
+  Curve curve = Windows(50, 0.0, 0.0);
+  EXPECT_EQ(FillGaps(curve.mz, curve.amplitude), 49U);
+}
+
+TEST(FillGaps, FillsManyGapsBetweenStretchesThatEndAtTheCut) {
+  // Chemical noise at each of whose ends one zero was kept.
+  Curve curve = Groups(50, {0, 9, 9, 8, 8, 9, 40, 60, 30, 8, 7, 8, 9, 9, 0});
+  EXPECT_EQ(FillGaps(curve.mz, curve.amplitude), 49U);
 }
 
 TEST(FillGaps, FillsWhatIsLeftOutBesidePeaksThatStillFall) {
