@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <numeric>
+#include <span>
 
 namespace TslTool {
 namespace {
@@ -12,6 +14,9 @@ constexpr double kRounding = 0.02;     // of a step
 constexpr double kFloatRounding = 1.2e-7;
 constexpr double kFollowed = 0.25;  // of a step, while it is not yet known well
 constexpr double kMostCounts = 1e9;
+// Each may be as another range of the detector gave it.
+constexpr std::size_t kParts = 8;
+constexpr int kTelling = 32;  // amplitudes, which do not all share a factor by chance
 // Of the largest amplitude; what differs by less is equal but for rounding.
 constexpr double kSame = 1e-9;
 
@@ -55,6 +60,29 @@ bool AreMultiples(const std::vector<double>& amplitudes, double step) {
   });
 }
 
+// Whether the numbers of steps in these amplitudes share a factor, so that their own step is larger.
+bool ShareAFactor(std::span<const double> amplitudes, double step) {
+  long long factor = 0;
+  int telling = 0;
+  for (const double amplitude : amplitudes) {
+    const long long counts = std::llround(amplitude / step);
+    if (counts == 0) continue;
+    factor = std::gcd(factor, counts);
+    ++telling;
+    if (factor == 1) return false;
+  }
+  return telling >= kTelling;
+}
+
+bool IsStepOfEachPart(std::span<const double> amplitudes, double step) {
+  for (std::size_t part = 0; part < kParts; ++part) {
+    const std::size_t begin = part * amplitudes.size() / kParts;
+    const std::size_t end = (part + 1) * amplitudes.size() / kParts;
+    if (ShareAFactor(amplitudes.subspan(begin, end - begin), step)) return false;
+  }
+  return true;
+}
+
 }  // namespace
 
 double CountStepOf(const std::vector<double>& amplitudes) {
@@ -62,7 +90,8 @@ double CountStepOf(const std::vector<double>& amplitudes) {
   if (sorted.front() < 0.0) return 0.0;
   const double gap = SmallestGap(sorted);
   const double step = gap > 0.0 ? Refined(gap, sorted) : 0.0;
-  return step > 0.0 && AreMultiples(amplitudes, step) ? step : 0.0;
+  const bool isCount = step > 0.0 && AreMultiples(amplitudes, step) && IsStepOfEachPart(amplitudes, step);
+  return isCount ? step : 0.0;
 }
 
 }  // namespace TslTool

@@ -2,6 +2,7 @@
 
 #include <tool/commands/peaks/CountStep.h>
 #include <tool/commands/peaks/SignalNoise.h>
+#include <tslbl/closed/math/Median.h>
 #include <algorithm>
 #include <cmath>
 
@@ -10,7 +11,8 @@ namespace {
 
 // The noise of counts may be found this many times as large or as small.
 constexpr double kAgreement = 1.5;
-constexpr double kLeastCounts = 0.5;  // in three points, for the scatter between them to tell
+constexpr double kManyCounts = 300.0;  // in three points
+constexpr double kLeastCounts = 0.5;   // in three points, for the scatter between them to tell
 constexpr std::size_t kTellingPoints = 30;
 constexpr double kCloseAgreement = 1.33;
 constexpr std::size_t kMostAveraged = 9;
@@ -52,12 +54,17 @@ const std::vector<Differences>& TellingDifferences() {
   return all;
 }
 
-bool HasScatterOfCounts(const std::vector<double>& y, double step, const Differences& differences) {
+// Of the squares of differences.
+struct Scatter {
+  double found = 0.0;
+  double expected = 0.0;  // of counts
+  std::size_t points = 0;
+};
+
+Scatter ScatterOf(const std::vector<double>& y, double step, const Differences& differences) {
   const std::vector<double>& factors = differences.factors;
   const std::size_t half = factors.size() / 2;
-  double found = 0.0;
-  double expected = 0.0;
-  std::size_t points = 0;
+  Scatter scatter;
   for (std::size_t i = half; i + half < y.size(); ++i) {
     const double counts = (y[i - 1] + y[i] + y[i + 1]) / step;
     if (counts < kLeastCounts || counts > differences.most) continue;
@@ -65,20 +72,29 @@ bool HasScatterOfCounts(const std::vector<double>& y, double step, const Differe
     for (std::size_t k = 0; k < factors.size(); ++k) {
       const double here = y[i + k - half] / step;
       difference += factors[k] * here;
-      expected += factors[k] * factors[k] * here;
+      scatter.expected += factors[k] * factors[k] * here;
     }
-    found += difference * difference;
-    ++points;
+    scatter.found += difference * difference;
+    ++scatter.points;
   }
-  return points >= kTellingPoints && found <= kCloseAgreement * expected &&
-         expected <= kCloseAgreement * found;
+  return scatter;
 }
 
 // For spectra whose noise is unsure, as in windows of a few points, or between lines that are close.
 bool HasScatterOfCounts(const std::vector<double>& y, double step) {
   return std::ranges::any_of(TellingDifferences(), [&](const Differences& differences) {
-    return HasScatterOfCounts(y, step, differences);
+    const Scatter scatter = ScatterOf(y, step, differences);
+    return scatter.points >= kTellingPoints && scatter.found <= kCloseAgreement * scatter.expected &&
+           scatter.expected <= kCloseAgreement * scatter.found;
   });
+}
+
+// Points that were interpolated or smoothed scatter less than counts do, wherever they are looked at; peaks
+// only add to the scatter.
+bool IsSmootherThanCounts(const std::vector<double>& y, double step) {
+  const double everyOther = 3.0 * TslMath::Median(y) / step;
+  const Scatter scatter = ScatterOf(y, step, {{1.0, -2.0, 1.0}, std::max(everyOther, kManyCounts)});
+  return scatter.points >= kTellingPoints && scatter.expected > kAgreement * scatter.found;
 }
 
 // Calls use(point) for every point that a peak's errors depend on, in ascending order.
@@ -133,7 +149,7 @@ std::vector<double> OfNoise(const LoadedSpectrum& loaded, std::span<const double
 double CountAmplOf(const LoadedSpectrum& loaded, std::span<const double> filter) {
   if (loaded.countAmpl > 0.0) return loaded.countAmpl;
   const double step = CountStepOf(loaded.measured);
-  if (!(step > 0.0)) return 0.0;
+  if (!(step > 0.0) || IsSmootherThanCounts(loaded.measured, step)) return 0.0;
   const bool areCounts =
       HasNoiseOfCounts(*loaded.spectrum, step, filter) || HasScatterOfCounts(loaded.measured, step);
   return areCounts ? step : 0.0;

@@ -17,7 +17,8 @@ struct PointVariance {
 PointVariance VarianceOf(const LoadedSpectrum& loaded, std::span<const double> filter);
 
 // The amplitude of one count: the one that is told, or the step that all measured amplitudes are multiples
-// of (CountStep.h), if the noise is that of counts so high. 0 if there is none.
+// of (CountStep.h), if the noise is that of counts so high and neighbouring points scatter no less than such
+// counts do, as they would if the curve had been interpolated. 0 if there is none.
 double CountAmplOf(const LoadedSpectrum& loaded, std::span<const double> filter);
 
 }  // namespace TslTool

@@ -44,6 +44,21 @@ TEST(CountStep, IsFoundBehindSinglePrecision) {
   EXPECT_NEAR(StepOf(counts), 1.0 / 3.0, 1e-6);
 }
 
+TEST(CountStep, OfPartsThatWereCountedOtherwiseIsNone) {
+  for (const double mean : {0.5, 5.0, 500.0})
+    for (const double gain : {2.0, 2.5, 3.0, 10.0}) {
+      std::vector<double> counts = Counts(mean, 1.0);
+      for (std::size_t i = 0; i < counts.size() / 3; ++i) counts[i] *= gain;
+      EXPECT_EQ(StepOf(counts), 0.0) << mean << " " << gain;
+    }
+}
+
+TEST(CountStep, OfAPartWithHardlyAnIonIsThatOfTheOthers) {
+  std::vector<double> counts = Counts(5.0, 1.0);
+  for (std::size_t i = 0; i < counts.size() / 4; ++i) counts[i] = i % 200 == 0 ? 2.0 : 0.0;
+  EXPECT_DOUBLE_EQ(StepOf(counts), 1.0);
+}
+
 TEST(CountStep, OfAContinuousAmplitudeIsNone) {
   std::mt19937_64 random(1);
   std::vector<double> analog(5000);

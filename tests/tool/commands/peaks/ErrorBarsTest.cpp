@@ -53,6 +53,30 @@ LoadedSpectrum Evaluated(double unit, double spread = 1.0, const std::vector<Cur
   return loaded;
 }
 
+// `between` points on the line from each point to the next.
+LoadedSpectrum Interpolated(const LoadedSpectrum& loaded, std::size_t between) {
+  LoadedSpectrum finer{1, 0.0, std::make_unique<TslBL::Spectrum>()};
+  const std::vector<double>& y = loaded.measured;
+  const auto steps = static_cast<double>(between + 1);
+  for (std::size_t i = 0; i + 1 < y.size(); ++i)
+    for (std::size_t k = 0; k <= between; ++k)
+      finer.measured.push_back(y[i] + (y[i + 1] - y[i]) * static_cast<double>(k) / steps);
+  finer.spectrum->baseline.assign(finer.measured.size(), 20.0);
+  return finer;
+}
+
+TEST(ErrorBars, InterpolatedCountsAreNoCounts) {
+  for (const std::size_t between : {1U, 2U, 3U}) {
+    LoadedSpectrum finer = Interpolated(Evaluated(1.0), between);
+    // As that of counts so high would be.
+    finer.spectrum->noise.assign(finer.measured.size(), std::sqrt(20.0 / static_cast<double>(between + 1)));
+    EXPECT_EQ(CountAmplOf(finer, kFilter), 0.0) << between;
+  }
+  LoadedSpectrum same = Interpolated(Evaluated(1.0), 0);
+  same.spectrum->noise.assign(same.measured.size(), std::sqrt(20.0));
+  EXPECT_EQ(CountAmplOf(same, kFilter), 1.0);
+}
+
 TEST(ErrorBars, CountsAreKnownByTheirScatterWhereTheNoiseIsUnsure) {
   TslTool::LoadedSpectrum loaded = Evaluated(1.0);
   for (double& noise : loaded.spectrum->noise) noise *= 10.0;
