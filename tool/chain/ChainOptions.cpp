@@ -4,6 +4,7 @@
 
 #include <tool/chain/ChainFile.h>
 #include <tool/chain/SwitchWords.h>
+#include <tool/frame/InputError.h>
 #include <tool/frame/Numbers.h>
 #include <tslbl/curve/BaselineParams.h>
 #include <tslbl/curve/NoiseParams.h>
@@ -167,6 +168,14 @@ void DeclareOne(Options& options, const std::string& names, T& value, const std:
   options.Value(names, value, help);
 }
 
+// It needs a spectrum of its own kind, and its result has a table of its own.
+void RefuseChargeStates(const std::string& file, const std::vector<CurveEval>& chain) {
+  const auto found = std::ranges::find(chain, TslBL::EvalType::CSDecon, &CurveEval::Type);
+  if (found != chain.end())
+    throw InputError(file, fmt::format("command {}", found - chain.begin() + 1),
+                     "Charge State Deconvolution is done by tslbl decon, behind a chain without it");
+}
+
 }  // namespace
 
 // A switch of the usual chain, and the member that takes what the user gives.
@@ -238,7 +247,9 @@ std::vector<CurveEval> ChainOptions::Chain(const Options& options, const ChainDe
   if (!options.Given("--chain")) return With(defaults).FromSwitches();
   for (const Switch& each : Switches())
     if (options.Given(each.Name())) throw UsageError(each.Name() + " and --chain exclude each other");
-  return LoadChain(file_);
+  std::vector<CurveEval> chain = LoadChain(file_);
+  RefuseChargeStates(file_, chain);
+  return chain;
 }
 
 std::optional<RealRange> ChainOptions::NoiseStretch() const {

@@ -107,7 +107,7 @@ class ForeignSpectra final : public SpectrumSource {
       }
       if (choice_.withPeakLists && IsPeakList(*scan)) {
         skipped_.CountTaken();
-        return [this, scan] { return LoadPeaks(*scan); };
+        return [scan] { return LoadPeaks(*scan); };
       }
       if (const std::string reason = ReasonToSkip(*scan); !reason.empty()) {
         skipped_.Skip(reason, PlaceOf(scan->number));

@@ -48,7 +48,7 @@ PeakIds PeaksAt(const DeconSpectrum& spectrum, const std::vector<double>& mzs) {
 }
 
 CSSeries SeriesOf(const DeconSpectrum& spectrum, const std::string& label) {
-  const CSSeries series = DeconSpectrum::CSSeriesLabelToObj(TslCommon::FromUtf8(label));
+  CSSeries series = DeconSpectrum::CSSeriesLabelToObj(TslCommon::FromUtf8(label));
   std::uint32_t index = 0;
   if (!spectrum.QCSSeriesIndex(series, index)) throw std::runtime_error("there is no such series");
   return series;

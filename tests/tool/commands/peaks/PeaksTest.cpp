@@ -148,6 +148,17 @@ TEST(Peaks, AChainThatLacksAStepNamesScanAndStep) {
   EXPECT_GT(outcome.err.size(), DemoRun::Get().Run().size() + 25);
 }
 
+TEST(Peaks, AChainWithChargeStatesIsForAnotherCommand) {
+  const TempFile chain("chain.xml",
+                       "<CurveEvals><CurveEval Type=\"Charge State Deconvolution\"><ChargeState/></CurveEval>"
+                       "</CurveEvals>");
+  const Outcome outcome = RunTool({"peaks", DemoRun::Get().Run(), "--chain", chain.Path()});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(outcome.err, "tslbl: " + chain.Path() +
+                             ": command 1: Charge State Deconvolution is done by tslbl decon, behind a chain "
+                             "without it\n");
+}
+
 TEST(Peaks, SubtractingTheBaselineFindsThePeaksOfTheSpectrum) {
   const auto plain = DemoRun::Get().Peaks({"--scan", "5"});
   const auto subtracted = DemoRun::Get().Peaks({"--scan", "5", "--subtract-baseline"});
