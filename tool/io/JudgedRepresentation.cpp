@@ -30,6 +30,9 @@ constexpr std::size_t kRounded = 16;
 constexpr double kSizeUnit = 1e-6;  // m/z
 constexpr std::size_t kLeastToOverrule = 50;
 constexpr double kNominalStep = 0.9;
+// m/z; isotopes of a charge below 50 lie farther apart.
+constexpr double kCloserThanIsotopes = 0.02;
+constexpr double kTall = 0.1;      // of the tallest point
 constexpr double kWidePeak = 5.0;  // points
 
 bool IsMiddle(const std::vector<double>& mz, std::size_t i, double alike = kAlike) {
@@ -64,6 +67,30 @@ bool IsScattered(const std::vector<double>& mz) {
   }
   return even >= kLeastToOverrule && sizes.size() > kRounded &&
          static_cast<double>(smooth) < kSmooth * static_cast<double>(even);
+}
+
+// A top among points as close as no isotopes are, which follow each other at a regular spacing and fall to
+// both sides.
+bool IsTopOfProfile(const Scan& scan, std::size_t i) {
+  if (i < 2 || i + 2 >= scan.mz.size() || scan.mz[i + 2] - scan.mz[i - 2] > 4.0 * kCloserThanIsotopes)
+    return false;
+  const std::vector<double>& y = scan.amplitude;
+  return IsMiddle(scan.mz, i - 1, kSame) && IsMiddle(scan.mz, i, kSame) && IsMiddle(scan.mz, i + 1, kSame) &&
+         y[i - 2] < y[i - 1] && y[i + 1] > y[i + 2];
+}
+
+// Whatever is left of the noise between them, where a program cut it off: tall peaks decide.
+bool HasTopsOfProfile(const Scan& scan) {
+  const std::vector<double>& y = scan.amplitude;
+  const double tall = kTall * *std::ranges::max_element(y);
+  std::size_t tops = 0;
+  std::size_t ofProfile = 0;
+  for (std::size_t i = 1; i + 1 < y.size(); ++i) {
+    if (y[i] < tall || y[i] < y[i - 1] || y[i] <= y[i + 1]) continue;
+    ++tops;
+    ofProfile += IsTopOfProfile(scan, i) ? 1 : 0;
+  }
+  return tops > 0 && static_cast<double>(ofProfile) >= kMost * static_cast<double>(tops);
 }
 
 // A coarse grid, as of a trace over time or of an instrument that steps by half a peak. Lists of nominal
@@ -107,7 +134,7 @@ Scan::Representation JudgedRepresentation(const Scan& scan) {
   if (scan.mz.size() < 3) return isMarked ? scan.representation : Scan::Profile;
   const bool isLong = scan.mz.size() >= kLeastToOverrule;
   const double all = ShareOf(scan.mz, IsEven);
-  if (!isMarked && IsScattered(scan.mz)) return Scan::Centroid;
+  if (!isMarked && IsScattered(scan.mz) && !HasTopsOfProfile(scan)) return Scan::Centroid;
   if (scan.representation == Scan::Centroid)
     return OrMark(isLong && all >= kNearlyAll && IsVerySmooth(scan.mz), Scan::Profile, Scan::Centroid);
   if (all >= kMost || IsCoarseProfile(scan)) return Scan::Profile;

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <random>
 
@@ -90,6 +91,34 @@ Scan DenseList() {
 TEST(JudgedRepresentation, ADenseListIsCentroidUnlessItIsMarked) {
   EXPECT_EQ(JudgedRepresentation(DenseList()), Scan::Centroid);
   EXPECT_EQ(JudgedRepresentation(Marked(DenseList(), Scan::Profile)), Scan::Profile);
+}
+
+// Lines of 6 points at half height, and of the noise what rises above so many standard deviations.
+Scan WithCutNoise(double threshold) {
+  std::mt19937_64 random(1);
+  std::normal_distribution noise(0.0, 1.0);
+  Scan scan;
+  double mz = 200.0;
+  for (int i = 0; i < 60000; ++i, mz += 1.7e-6 * mz) {
+    const double u = (i % 2000 - 1000) / 2.55;
+    const double amplitude = 100.0 * std::exp(-0.5 * u * u) + noise(random);
+    if (amplitude < threshold) continue;
+    scan.mz.push_back(mz);
+    scan.amplitude.push_back(amplitude);
+  }
+  return scan;
+}
+
+TEST(JudgedRepresentation, WhatIsLeftOfTheNoiseBetweenLinesDoesNotMatter) {
+  for (const double threshold : {0.5, 1.0, 1.5, 2.0, 2.5})
+    EXPECT_EQ(JudgedRepresentation(WithCutNoise(threshold)), Scan::Profile) << threshold;
+}
+
+TEST(JudgedRepresentation, NoiseAloneOfWhichThePointsAboveAThresholdAreLeftIsNoProfile) {
+  Scan scan = WithCutNoise(1.5);
+  std::mt19937_64 random(2);
+  std::ranges::shuffle(scan.amplitude, random);
+  EXPECT_EQ(JudgedRepresentation(scan), Scan::Centroid);
 }
 
 TEST(JudgedRepresentation, AListOfIsotopesThatIsMarkedStaysCentroid) {

@@ -2,6 +2,7 @@
 
 #include <tool/chain/Lift.h>
 #include <tool/chain/SmoothFilter.h>
+#include <tool/commands/peaks/CutNoise.h>
 #include <tool/commands/peaks/FlankPeaks.h>
 #include <tool/commands/peaks/ShotLimit.h>
 #include <tool/commands/peaks/Windows.h>
@@ -41,6 +42,7 @@ std::size_t RunChain(const Evaluation& evaluation, LoadedSpectrum& loaded) {
   RunSteps(evaluation, {chain.begin(), search}, loaded);
   const auto filter = FilterOf(*loaded.spectrum);
   const std::size_t lowered = filter ? LimitToShots(loaded, filter->weights, evaluation.noiseLimit) : 0;
+  if (filter) RaiseToCutNoise(loaded, filter->weights);
   RunSteps(evaluation, {search, chain.end()}, loaded);
   return lowered;
 }
