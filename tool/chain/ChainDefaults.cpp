@@ -17,7 +17,7 @@ constexpr double kLeastSmoothed = 4.0;
 constexpr double kLeastLimited = 5.0;
 constexpr double kManyWidths = 2200.0;
 constexpr double kMostPoints = 1001.0;
-constexpr const char* kNothingSeen = "no peak stands out enough to tell its width";
+constexpr double kShortest = 50.0;  // points, to tell a peak from what lies beside it
 
 std::string SmoothingFor(double width) {
   if (width < kLeastSmoothed) return "off";
@@ -34,6 +34,12 @@ double Rounded(double value) {
 std::uint32_t SignalToNoiseFor(double width, double points) {
   if (width < kLeastSmoothed) return 7;
   return points > kManyWidths * width ? 6 : 5;
+}
+
+std::string NothingSeen(const Preview& preview) {
+  if (preview.points > 0.0 && preview.points < kShortest)
+    return fmt::format("{:.0f} points are too few to tell how wide a peak is", preview.points);
+  return "no peak stands out enough to tell its width";
 }
 
 // `width` in points.
@@ -56,8 +62,8 @@ ChainDefaults DefaultsFor(const Preview& preview, std::optional<double> mzStep) 
                fmt::format("peaks are {:.1f} points wide", preview.pointsAcross));
   if (mzStep && *mzStep > 0.0)
     return For(kLineWidth / *mzStep, preview, *mzStep,
-               fmt::format("lines of {} m/z; {}", kLineWidth, kNothingSeen));
-  return For(0.0, preview, std::nullopt, kNothingSeen);
+               fmt::format("lines of {} m/z; {}", kLineWidth, NothingSeen(preview)));
+  return For(0.0, preview, std::nullopt, NothingSeen(preview));
 }
 
 }  // namespace TslTool

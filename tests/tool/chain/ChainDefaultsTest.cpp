@@ -69,6 +69,9 @@ TEST(ChainDefaults, TellWhy) {
   EXPECT_EQ(DefaultsFor(Preview(), 0.05).reason,
             "lines of 0.6 m/z; no peak stands out enough to tell its width");
   EXPECT_EQ(DefaultsFor(Preview(), std::nullopt).reason, "no peak stands out enough to tell its width");
+  Preview few;
+  few.points = 30.0;
+  EXPECT_EQ(DefaultsFor(few, std::nullopt).reason, "30 points are too few to tell how wide a peak is");
 }
 
 }  // namespace
