@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 #include <map>
+#include <numeric>
 
 namespace TslTool {
 namespace {
@@ -24,6 +25,14 @@ constexpr double kSpread = 4.4;
 constexpr double kSure = 1.0;  // standard errors: an error that is too large is better than one far too small
 constexpr double kLeastOfFound = 0.2;  // to be expected, where all of it is left over
 constexpr int kRounds = 3;
+
+// Of what independent points leave in a difference. Interpolation leaves a hundredth; less is left where a
+// curve was smoothed, and tells nothing about its points any more.
+constexpr double kIndependent = 0.4;
+constexpr double kInterpolated = 0.004;
+constexpr std::size_t kTellingPoints = 200;
+
+std::ptrdiff_t Offset(std::size_t index) { return static_cast<std::ptrdiff_t>(index); }
 
 // The points of about one height: up to twice as high as others.
 struct Height {
@@ -87,6 +96,7 @@ class Scatter {
  public:
   Scatter(const LoadedSpectrum& loaded, double varianceOfNoise)
       : loaded_(loaded), spectrum_(*loaded.spectrum), varianceOfNoise_(varianceOfNoise) {
+    squares_ = kSquares * ShareLeft();
     for (const PeakInfo& peak : spectrum_.peaks) Add(peak);
   }
 
@@ -102,6 +112,49 @@ class Scatter {
  private:
   double AmplitudeAt(std::size_t i) const { return loaded_.measured[i] - spectrum_.baseline[i]; }
 
+  double VarianceAt(std::size_t i) const {
+    return spectrum_.noise[i] * spectrum_.noise[i] / varianceOfNoise_;
+  }
+
+  double DifferenceAt(std::size_t i) const {
+    return std::inner_product(kSixth.begin(), kSixth.end(), loaded_.measured.begin() + Offset(i - kHalf),
+                              0.0);
+  }
+
+  // Zeros stand where a program left out what was there.
+  bool IsCutAt(std::size_t i) const {
+    const auto first = loaded_.measured.begin() + Offset(i - kHalf);
+    return std::find(first, first + Offset(kSixth.size()), 0.0) != first + Offset(kSixth.size());
+  }
+
+  // What the background's noise leaves in the differences, as a share of what it would if its points were
+  // independent: those of a curve that was interpolated lie on lines.
+  double ShareLeft() const {
+    double found = 0.0;
+    double expected = 0.0;
+    std::size_t points = 0;
+    std::size_t cut = 0;
+    std::size_t next = kHalf;
+    const auto addUpTo = [&](std::size_t end) {
+      for (; next < std::min(end, loaded_.measured.size() - kHalf); ++next) {
+        ++(IsCutAt(next) ? cut : points);
+        if (IsCutAt(next)) continue;
+        found += DifferenceAt(next) * DifferenceAt(next);
+        expected += kSquares * VarianceAt(next);
+      }
+    };
+    for (const PeakInfo& peak : spectrum_.peaks) {
+      const std::size_t beside = peak.endIdx - peak.startIdx;
+      addUpTo(peak.startIdx - std::min<std::size_t>(peak.startIdx, beside));
+      next = std::max<std::size_t>(next, peak.endIdx + beside);
+    }
+    addUpTo(loaded_.measured.size());
+    if (points < std::max(cut, kTellingPoints) || found > kIndependent * expected ||
+        found < kInterpolated * expected)
+      return 1.0;
+    return found / expected;
+  }
+
   void Add(const PeakInfo& peak) {
     const double sigma = (peak.halfHeightRightIdx - peak.halfHeightLeftIdx) / kPerFwhm;
     const double bend = kSixthOfGaussian / std::pow(std::max(sigma, 0.5), 6.0);
@@ -111,20 +164,19 @@ class Scatter {
   }
 
   void AddPoint(std::size_t i, double bend) {
-    const double variance = spectrum_.noise[i] * spectrum_.noise[i] / varianceOfNoise_;
-    double difference = 0.0;
+    const double variance = VarianceAt(i);
+    const double difference = DifferenceAt(i);
     double amplitude = 0.0;
     double highest = 0.0;
     for (std::size_t k = 0; k < kSixth.size(); ++k) {
       const std::size_t at = i + k - kHalf;
-      difference += kSixth[k] * loaded_.measured[at];
-      amplitude += kSixth[k] * kSixth[k] * std::max(AmplitudeAt(at), 0.0);
+      amplitude += squares_ / kSquares * kSixth[k] * kSixth[k] * std::max(AmplitudeAt(at), 0.0);
       highest = std::max(highest, AmplitudeAt(at));
     }
     if (!(highest > 0.0 && highest * highest > kAboveNoise * kAboveNoise * variance)) return;
     Height& height = heights_[std::ilogb(highest)];
     height.found += difference * difference;
-    height.background += kSquares * variance;
+    height.background += squares_ * variance;
     height.amplitude += amplitude;
     height.shape += bend * highest * bend * highest;
     ++height.points;
@@ -133,6 +185,7 @@ class Scatter {
   const LoadedSpectrum& loaded_;
   const Spectrum& spectrum_;
   double varianceOfNoise_;
+  double squares_;  // kSquares where points are independent
   std::map<int, Height> heights_;
 };
 

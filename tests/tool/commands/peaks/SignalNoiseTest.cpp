@@ -4,12 +4,14 @@
 
 #include <cmath>
 #include <random>
+#include <vector>
 
 #include <tool/commands/peaks/ErrorBars.h>
 #include <tool/commands/peaks/Evaluation.h>
 #include <tslbl/curve/BaselineParams.h>
 #include <tslbl/curve/NoiseParams.h>
 #include <tslbl/curve/PeakDetectParams.h>
+#include <tslbl/curve/SmoothParams.h>
 
 namespace tests {
 namespace {
@@ -26,12 +28,12 @@ struct Lines {
   int count = 40;
 };
 
-LoadedSpectrum Chained(LoadedSpectrum loaded) {
+LoadedSpectrum Chained(LoadedSpectrum loaded, std::vector<CurveEval> chain = {}) {
   loaded.measured = loaded.spectrum->yAxis;
-  TslTool::Evaluation{"a.txt",
-                      {CurveEval(TslBL::BaselineParams()), CurveEval(TslBL::NoiseParams()),
-                       CurveEval(TslBL::PeakDetectParams::DefaultMS())}}
-      .Run(loaded);
+  for (const CurveEval& eval : {CurveEval(TslBL::BaselineParams()), CurveEval(TslBL::NoiseParams()),
+                                CurveEval(TslBL::PeakDetectParams::DefaultMS())})
+    chain.push_back(eval);
+  TslTool::Evaluation{"a.txt", chain}.Run(loaded);
   return loaded;
 }
 
@@ -82,6 +84,48 @@ TEST(SignalNoise, IsNotToldByAFewPoints) {
   EXPECT_EQ(SignalNoiseOf({1, 0.0, std::make_unique<TslBL::Spectrum>()}, 1.0), 0.0);
 }
 
+// How far off lines are that stand at 75.2 of each 150 points, times `scale`, in their standard errors; the
+// root of the mean of the squares.
+double DeviationInErrors(const LoadedSpectrum& loaded, double scale, int lines) {
+  TslTool::ErrorBars errors(loaded);
+  double squares = 0.0;
+  int found = 0;
+  for (std::uint32_t k = 0; k < loaded.spectrum->peaks.size(); ++k) {
+    const TslTool::ErrorBar bar = errors.Of(k);
+    EXPECT_FALSE(bar.isCounted);
+    const double distance =
+        std::remainder(loaded.spectrum->peaks[k].ReportedIdx() - 75.2 * scale, 150.0 * scale);
+    if (std::abs(distance) > 5.0 * scale) continue;
+    squares += distance * distance / (bar.mz * bar.mz);
+    ++found;
+  }
+  EXPECT_EQ(found, lines);
+  return std::sqrt(squares / found);
+}
+
+// `steps` points for one, on the lines between them, evaluated behind a smoothing.
+LoadedSpectrum Interpolated(const LoadedSpectrum& loaded, int steps) {
+  LoadedSpectrum finer{1, 0.0, std::make_unique<TslBL::Spectrum>()};
+  const std::vector<double>& y = loaded.measured;
+  for (std::size_t i = 0; i + 1 < y.size(); ++i)
+    for (int k = 0; k < steps; ++k) {
+      finer.spectrum->xAxis.push_back(static_cast<double>(finer.spectrum->xAxis.size()));
+      finer.spectrum->yAxis.push_back(y[i] + (y[i + 1] - y[i]) * k / steps);
+    }
+  finer.spectrum->AddStatus(TslBL::Curve::STATUS_X);
+  finer.spectrum->AddStatus(TslBL::Curve::STATUS_Y);
+  TslBL::SmoothParams smooth;
+  smooth.Alg = TslBL::SmoothParams::SavitzkyGolay;
+  smooth.Steps = {{0.0, static_cast<std::uint32_t>(10 * steps + 1)}};
+  return Chained(std::move(finer), {CurveEval(smooth)});
+}
+
+TEST(SignalNoise, OfACurveThatWasInterpolatedMakesStandardErrorsHold) {
+  const LoadedSpectrum loaded = Evaluated({.ofSignal = 3.0, .count = 200});
+  for (const int steps : {2, 3})
+    EXPECT_NEAR(DeviationInErrors(Interpolated(loaded, steps), steps, 200), 1.0, 0.25) << steps;
+}
+
 // Each ion gives a pulse of another height, on an empty background.
 TEST(SignalNoise, OfConvertedIonsMakesStandardErrorsHold) {
   std::mt19937_64 random(7);
@@ -98,19 +142,7 @@ TEST(SignalNoise, OfConvertedIonsMakesStandardErrorsHold) {
   loaded.spectrum->AddStatus(TslBL::Curve::STATUS_X);
   loaded.spectrum->AddStatus(TslBL::Curve::STATUS_Y);
   loaded = Chained(std::move(loaded));
-  TslTool::ErrorBars errors(loaded);
-  double squares = 0.0;
-  int lines = 0;
-  for (std::uint32_t k = 0; k < loaded.spectrum->peaks.size(); ++k) {
-    const TslTool::ErrorBar bar = errors.Of(k);
-    EXPECT_FALSE(bar.isCounted);
-    const double distance = std::remainder(loaded.spectrum->peaks[k].ReportedIdx() - 75.2, 150.0);
-    if (std::abs(distance) > 5.0) continue;
-    squares += distance * distance / (bar.mz * bar.mz);
-    ++lines;
-  }
-  EXPECT_EQ(lines, 200);
-  EXPECT_NEAR(std::sqrt(squares / lines), 1.0, 0.15);
+  EXPECT_NEAR(DeviationInErrors(loaded, 1.0, 200), 1.0, 0.15);
 }
 
 TEST(SignalNoise, IsInTheStandardErrors) {
