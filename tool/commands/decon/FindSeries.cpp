@@ -17,6 +17,18 @@ using TslBL::ChargeStateParams;
 using TslBL::CSSeriesInfo;
 using TslBL::DeconSpectrum;
 
+// Of a molecule for each of its charges, Da: no protein or nucleic acid carries more. Peaks at each nominal
+// mass have places for hundreds of charges.
+constexpr double kLeastMassOfCharge = 300.0;
+
+bool HasTooManyCharges(const CSSeriesInfo& series) {
+  const auto beyond = std::ranges::count_if(series.Peaks, [&](const TslBL::CSSeriesPeakInfo& peak) {
+    return series.AvgMass < kLeastMassOfCharge * peak.Charge;
+  });
+  return series.Series.Type == TslBL::CSSeries::Unresolved &&
+         2 * static_cast<std::size_t>(beyond) > series.Peaks.size();
+}
+
 // The library fails where it finds nothing, with texts of its own; for a run of many scans that is a result.
 bool FoundNothing(const DeconSpectrum& spectrum) { return spectrum.Series.empty(); }
 
@@ -27,6 +39,7 @@ void Search(DeconSpectrum& spectrum, ChargeStateParams::Methods method) {
   if (!TslBL::DoCSDecon(spectrum, changed, error) && !FoundNothing(spectrum))
     throw std::runtime_error(TslCommon::ToUtf8(error));
   spectrum.AddStatus(TslBL::Curve::STATUS_CSDECON);
+  DropSeries(spectrum, HasTooManyCharges);
 }
 
 // The peaks that no series has, and the ids that they have in the whole spectrum.

@@ -110,6 +110,18 @@ TEST(FindSeries, TakesNoIsotopesThatWereLeftOverForCharges) {
   for (const auto& series : spectrum.Series) EXPECT_EQ(series.Series.Type, CSSeries::Resolved);
 }
 
+TEST(FindSeries, TakesNoSeriesOfMoreChargesThanMoleculesCarry) {
+  const auto found = [](double mass, int lowCharge) {
+    std::vector<double> mz;
+    for (int charge = lowCharge + 9; charge >= lowCharge; --charge) mz.push_back(mass / charge + kProton);
+    LoadedSpectrum loaded = PeptideList();
+    loaded.spectrum = TslTool::PeakListSpectrum(mz, std::vector<double>(mz.size(), 100.0));
+    return SearchedIn(loaded, Order::UnresolvedFirst, ChargeStateParams::UnresolvedOnly).Series.size();
+  };
+  EXPECT_EQ(found(24000.0, 60), 1U);
+  EXPECT_EQ(found(24000.0, 90), 0U);
+}
+
 TEST(FindSeries, FindingNothingIsAResult) {
   LoadedSpectrum one = PeptideList();
   one.spectrum = TslTool::PeakListSpectrum(std::vector{700.0}, std::vector{5.0});
