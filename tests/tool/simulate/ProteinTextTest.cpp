@@ -53,7 +53,7 @@ TEST(ProteinText, UsualChargesAreAtMz700To1500AsFarAsTheyAreScanned) {
 
 TEST(ProteinText, TheLimitsThemselvesAreTaken) {
   for (const char* text : {"a=500", "a=2e6", "a=8000:80", "a=8000:8:1e9", "a=8000:8:1e-3"})
-    EXPECT_EQ(UsageErrorOf([&] { ParseProtein(text, {}); }), "") << text;
+    EXPECT_EQ(UsageErrorOf([&text = text] { ParseProtein(text, {}); }), "") << text;
 }
 
 TEST(ProteinText, ErrorsNameTextElementAndValue) {
@@ -78,7 +78,7 @@ TEST(ProteinText, ErrorsNameTextElementAndValue) {
       {"a=8000:80:many", "COUNTS: \"many\" is not a number"},
   };
   for (const auto& [text, reason] : cases)
-    EXPECT_EQ(UsageErrorOf([&] { ParseProtein(text, {}); }),
+    EXPECT_EQ(UsageErrorOf([&text = text] { ParseProtein(text, {}); }),
               "--protein: \"" + std::string(text) + "\": " + reason);
 }
 

@@ -64,7 +64,8 @@ TEST(InstrumentOptions, AreRefusedWithOptionValueAndLimit) {
        "--width: a line of -1 m/z has fewer than 4 points in steps of 0.05 m/z; the least width is 0.2"},
       {{{"--width", {"10.5"}}}, "--width: 10.5 is more than 10 m/z"},
   };
-  for (const auto& [given, message] : cases) EXPECT_EQ(UsageErrorOf([&] { InstrumentOf(given); }), message);
+  for (const auto& [given, message] : cases)
+    EXPECT_EQ(UsageErrorOf([&given = given] { InstrumentOf(given); }), message);
 }
 
 }  // namespace

@@ -40,7 +40,8 @@ TEST(SampleOptions, AreRefusedWithOptionAndValue) {
       {{{"--background", {"-1"}}}, "--background: -1 is not from 0 to 1000000"},
       {{{"--background", {"1e7"}}}, "--background: 10000000 is not from 0 to 1000000"},
   };
-  for (const auto& [given, message] : cases) EXPECT_EQ(UsageErrorOf([&] { SampleOf(given); }), message);
+  for (const auto& [given, message] : cases)
+    EXPECT_EQ(UsageErrorOf([&given = given] { SampleOf(given); }), message);
 }
 
 }  // namespace
