@@ -6,6 +6,7 @@
 #include <tslbl/closed/math/chargestate/MassPlot.h>
 #include <algorithm>
 #include <cstdint>
+#include <limits>
 #include <stdexcept>
 #include <utility>
 #include <vector>
@@ -17,29 +18,35 @@ using TslBL::ChargeStateParams;
 using TslBL::CSSeriesInfo;
 using TslBL::DeconSpectrum;
 
-// Of a molecule for each of its charges, Da: no protein or nucleic acid carries more. Peaks at each nominal
-// mass have places for hundreds of charges.
-constexpr double kLeastMassOfCharge = 300.0;
+// Below this m/z no protein or nucleic acid carries a row of charges, and peaks of small molecules at each
+// nominal mass have places for hundreds of them.
+constexpr double kLeastMzOfCharges = 350.0;
+// Standard deviation of the places of a series, relative to m/z: chance takes what the window holds, evenly.
+constexpr double kMostScatter = 280e-6;
 
-bool HasTooManyCharges(const CSSeriesInfo& series) {
-  const auto beyond = std::ranges::count_if(series.Peaks, [&](const TslBL::CSSeriesPeakInfo& peak) {
-    return series.AvgMass < kLeastMassOfCharge * peak.Charge;
-  });
-  return series.Series.Type == TslBL::CSSeries::Unresolved &&
-         2 * static_cast<std::size_t>(beyond) > series.Peaks.size();
+bool IsScattered(const CSSeriesInfo& series) {
+  return series.Series.Type == TslBL::CSSeries::Unresolved && series.StdDev > kMostScatter * series.AvgMass;
 }
 
 // The library fails where it finds nothing, with texts of its own; for a run of many scans that is a result.
 bool FoundNothing(const DeconSpectrum& spectrum) { return spectrum.Series.empty(); }
 
 void Search(DeconSpectrum& spectrum, ChargeStateParams::Methods method) {
+  const ChargeStateParams params = spectrum.CSParams;
   spectrum.CSParams.Method = method;
+  if (method == ChargeStateParams::UnresolvedOnly && params.FullRange) {
+    spectrum.CSParams.FullRange = false;
+    spectrum.CSParams.StartMz = kLeastMzOfCharges;
+    spectrum.CSParams.EndMz = std::numeric_limits<double>::max();
+  }
   TslBL::Changed changed;
   std::wstring error;
-  if (!TslBL::DoCSDecon(spectrum, changed, error) && !FoundNothing(spectrum))
-    throw std::runtime_error(TslCommon::ToUtf8(error));
+  const bool isDone = TslBL::DoCSDecon(spectrum, changed, error);
+  spectrum.CSParams = params;
+  spectrum.CSParams.Method = method;
+  if (!isDone && !FoundNothing(spectrum)) throw std::runtime_error(TslCommon::ToUtf8(error));
   spectrum.AddStatus(TslBL::Curve::STATUS_CSDECON);
-  DropSeries(spectrum, HasTooManyCharges);
+  DropSeries(spectrum, IsScattered);
 }
 
 // The peaks that no series has, and the ids that they have in the whole spectrum.

@@ -17,8 +17,10 @@ enum class Order {
 // both methods are asked for, the first works on all peaks and the second on those that the first left, so
 // that no peak belongs to both: by one pass over all of them, isotopes of one molecule would pass for charges
 // of others. Behind resolved molecules only unresolved series with a charge count whose isotopes are too
-// close to stand apart: lower ones are isotopes that were left over. Unresolved series most of whose
-// charges have less than 300 Da each are left out, too. No series is a result as well, which can be edited.
+// close to stand apart: lower ones are isotopes that were left over. Unresolved series
+// are looked for from m/z 350 on, unless CSParams has a range of its own, and those whose masses scatter by
+// more than 280 ppm, as chance makes them, are left out, too. No series is a result as well, which can be
+// edited.
 //
 // Throws std::runtime_error with the library's text, and what an engine throws.
 void FindSeries(TslBL::DeconSpectrum& spectrum, Order order);

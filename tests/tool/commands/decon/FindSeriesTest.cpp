@@ -110,16 +110,31 @@ TEST(FindSeries, TakesNoIsotopesThatWereLeftOverForCharges) {
   for (const auto& series : spectrum.Series) EXPECT_EQ(series.Series.Type, CSSeries::Resolved);
 }
 
-TEST(FindSeries, TakesNoSeriesOfMoreChargesThanMoleculesCarry) {
-  const auto found = [](double mass, int lowCharge) {
-    std::vector<double> mz;
-    for (int charge = lowCharge + 9; charge >= lowCharge; --charge) mz.push_back(mass / charge + kProton);
-    LoadedSpectrum loaded = PeptideList();
-    loaded.spectrum = TslTool::PeakListSpectrum(mz, std::vector<double>(mz.size(), 100.0));
-    return SearchedIn(loaded, Order::UnresolvedFirst, ChargeStateParams::UnresolvedOnly).Series.size();
-  };
-  EXPECT_EQ(found(24000.0, 60), 1U);
-  EXPECT_EQ(found(24000.0, 90), 0U);
+// A series of ten charges, each off its place by so many ppm in turn.
+DeconSpectrum Series(double mass, int lowCharge, double offPpm, bool isFullRange = true) {
+  std::vector<double> mz;
+  for (int charge = lowCharge + 9; charge >= lowCharge; --charge)
+    mz.push_back((mass / charge + kProton) * (1.0 + (charge % 2 == 0 ? 1e-6 : -1e-6) * offPpm));
+  LoadedSpectrum loaded = PeptideList();
+  loaded.spectrum = TslTool::PeakListSpectrum(mz, std::vector<double>(mz.size(), 100.0));
+  DeconSpectrum spectrum(*loaded.spectrum);
+  spectrum.CSParams = DerivedParams(DefaultWishes(), loaded);
+  spectrum.CSParams.Method = ChargeStateParams::UnresolvedOnly;
+  spectrum.CSParams.FullRange = isFullRange;
+  FindSeries(spectrum, Order::UnresolvedFirst);
+  EXPECT_EQ(spectrum.CSParams.FullRange, isFullRange);
+  return spectrum;
+}
+
+TEST(FindSeries, TakesNoPeaksOfSmallMoleculesForCharges) {
+  EXPECT_EQ(Series(24000.0, 50, 0.0).Series.size(), 1U);
+  EXPECT_TRUE(Series(24000.0, 80, 0.0).Series.empty());
+  EXPECT_EQ(Series(24000.0, 80, 0.0, false).Series.size(), 1U);
+}
+
+TEST(FindSeries, TakesNoPlacesThatScatterAsChanceMakesThem) {
+  EXPECT_EQ(Series(24000.0, 20, 100.0).Series.size(), 1U);
+  EXPECT_TRUE(Series(24000.0, 20, 350.0).Series.empty());
 }
 
 TEST(FindSeries, FindingNothingIsAResult) {
