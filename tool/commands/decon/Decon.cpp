@@ -10,7 +10,6 @@
 #include <tool/commands/peaks/EvaluateInput.h>
 #include <tool/commands/peaks/PeaksInput.h>
 #include <tool/commands/peaks/SharedOptions.h>
-#include <tool/frame/DistinctFiles.h>
 #include <tool/frame/Warning.h>
 #include <algorithm>
 #include <iterator>
@@ -46,13 +45,6 @@ std::vector<SeriesEdit> EditsOfOne(const DeconArguments& arguments) {
   return edits;
 }
 
-void RequireSafeEdits(const DeconArguments& arguments) {
-  if (arguments.edits.empty()) return;
-  RequireDistinct("--output", arguments.peaks.output, arguments.edits, "the --edits as well");
-  RequireDistinct("--curve", arguments.peaks.curve, arguments.edits, "the --edits as well");
-  RequireDistinct("--plot", arguments.peaks.plot, arguments.edits, "the --edits as well");
-}
-
 void Evaluate(const DeconArguments& arguments, const Options& options) {
   const std::string name = InputName(arguments.peaks.input);
   ScanEdits<SeriesEdit> edits(
@@ -78,7 +70,7 @@ int RunDecon(DeconArguments arguments, const Options& options) {
   arguments.peaks.input = PeaksInputPath(arguments.input, "tslbl decon");
   RequireSafeFiles(arguments.peaks);
   RequireResumable(arguments.peaks);
-  RequireSafeEdits(arguments);
+  RequireSafeEdits(arguments.peaks, arguments.edits);
   NamingStandardInput([&] { Evaluate(arguments, options); });
   return kDone;
 }

@@ -8,7 +8,6 @@
 #include <tool/commands/peaks/EvaluateInput.h>
 #include <tool/commands/peaks/PeaksInput.h>
 #include <tool/commands/peaks/SharedOptions.h>
-#include <tool/frame/DistinctFiles.h>
 #include <tool/frame/Numbers.h>
 #include <tool/frame/Warning.h>
 #include <memory>
@@ -47,13 +46,6 @@ std::vector<GroupEdit> EditsOfOne(const OverlapArguments& arguments) {
   return edits;
 }
 
-void RequireSafeEdits(const OverlapArguments& arguments) {
-  if (arguments.edits.empty()) return;
-  RequireDistinct("--output", arguments.peaks.output, arguments.edits, "the --edits as well");
-  RequireDistinct("--curve", arguments.peaks.curve, arguments.edits, "the --edits as well");
-  RequireDistinct("--plot", arguments.peaks.plot, arguments.edits, "the --edits as well");
-}
-
 void Evaluate(const OverlapArguments& arguments, const Options& options) {
   const std::string name = InputName(arguments.peaks.input);
   Deconvolution deconvolution(name, arguments.overlap,
@@ -74,7 +66,7 @@ int RunOverlap(OverlapArguments arguments, const Options& options) {
   arguments.peaks.input = PeaksInputPath(arguments.input, "tslbl overlap");
   RequireSafeFiles(arguments.peaks);
   RequireResumable(arguments.peaks);
-  RequireSafeEdits(arguments);
+  RequireSafeEdits(arguments.peaks, arguments.edits);
   NamingStandardInput([&] { Evaluate(arguments, options); });
   return kDone;
 }

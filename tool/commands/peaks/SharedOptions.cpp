@@ -64,6 +64,13 @@ void RequireSafeFiles(const PeaksArguments& arguments) {
     throw UsageError("--curve: standard output has the table; give that an --output FILE");
 }
 
+void RequireSafeEdits(const PeaksArguments& arguments, const std::string& edits) {
+  if (edits.empty()) return;
+  RequireDistinct("--output", arguments.output, edits, "the --edits as well");
+  RequireDistinct("--curve", arguments.curve, edits, "the --edits as well");
+  RequireDistinct("--plot", arguments.plot, edits, "the --edits as well");
+}
+
 void RequireResumable(const PeaksArguments& arguments) {
   if (!arguments.resume) return;
   if (!PeakFile::CanResume(arguments.format, arguments.output))

@@ -16,6 +16,8 @@ void DeclareBeside(Options& options, PeaksArguments& arguments,
 // Whether these fit together. All throw UsageError.
 void RequireSoundValues(const PeaksArguments& arguments);
 void RequireSafeFiles(const PeaksArguments& arguments);
+// `edits` is the file of --edits; empty without it.
+void RequireSafeEdits(const PeaksArguments& arguments, const std::string& edits);
 void RequireResumable(const PeaksArguments& arguments);
 
 }  // namespace TslTool
