@@ -23,7 +23,7 @@ class ChargeStates {
   // Makes a DeconSpectrum of the spectrum. On any number of threads. Throws InputError that names the scan.
   void Run(LoadedSpectrum& loaded);
 
-  // What was done, as in "12 series in 3 of 5 spectra; charges to 4".
+  // What was done, as in "12 series in 3 of 5 spectra; isotopes looked for at charges to 4".
   std::string Note() const;
   // Of overlapping peaks that were taken apart.
   std::vector<std::string> Warnings() const {

@@ -114,21 +114,21 @@ Range MassesOf(const std::vector<Ladder>& ladders) {
 }
 
 void DrawMasses(Svg& svg, const DeconSpectrum& spectrum, const std::vector<Ladder>& ladders) {
-  const Range mass = MassesOf(ladders);
+  const Range masses = MassesOf(ladders);
   Range density;
   density.Include(0.0);
   density.Include(spectrum.MassY);
-  const Axes axes(kMasses, mass.Padded(kBeside), density.Padded(0.1));
+  const Axes axes(kMasses, masses.Padded(kBeside), density.Padded(0.1));
   axes.Draw(svg, "mass, Da", "");
   DrawTitle(svg, kMasses, ladders.empty() ? "no series found" : "deconvolved");
   svg.Clipped(axes.Area(), [&] {
     std::vector<Label> labels;
     for (const Ladder& ladder : ladders) {
-      const double mz = ladder.row.mass;
-      const auto point = spectrum.QCSMassCurveIdx(mz);
+      const double mass = ladder.row.mass;
+      const auto point = spectrum.QCSMassCurveIdx(mass);
       const double height = point < spectrum.MassY.size() ? spectrum.MassY[point] : 0.0;
-      svg.Line(axes.At(mz, axes.YRange().low), axes.At(mz, height), ladder.Line(true));
-      labels.push_back({axes.At(mz, height), fmt::format("{} {:.2f}", ladder.row.label, mz)});
+      svg.Line(axes.At(mass, axes.YRange().low), axes.At(mass, height), ladder.Line(true));
+      labels.push_back({axes.At(mass, height), fmt::format("{} {:.2f}", ladder.row.label, mass)});
     }
     DrawCurve(svg, axes, spectrum.MassX, spectrum.MassY, kMassCurve);
     DrawLabels(svg, axes.Area(), labels);

@@ -37,7 +37,6 @@ SpeciesMaker::SpeciesMaker(const IsotopeList& list, const ResolvedPrefs& prefs, 
                            std::vector<double>& remaining)
     : list_(list), prefs_(prefs), match_(match), remaining_(remaining) {}
 
-// Envelopes come in the order of what they explain.
 double SpeciesMaker::SameIsotope(double mass) const {
   return std::min(kSameIsotope, kBothOff * prefs_.accuracy * 1e-6 * mass);
 }
@@ -48,6 +47,7 @@ bool SpeciesMaker::IsWholeIsotopesOff(double a, double b) const {
          std::abs(isotopes - std::round(isotopes)) * kIsotopeStepOfMass < SameIsotope(b);
 }
 
+// Envelopes come in the order of what they explain.
 std::vector<SpeciesMaker::Family> SpeciesMaker::Families(std::vector<Envelope> envelopes) const {
   std::vector<std::vector<std::size_t>> ofCharge(static_cast<std::size_t>(prefs_.maxCharge) + 1);
   for (std::size_t k = 0; k < envelopes.size(); ++k)
