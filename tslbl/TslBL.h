@@ -4,7 +4,7 @@
 //
 // A program takes the headers that it needs. They stand here in the order in which data
 // goes: streams and documents, numerics, small records, curves and their evaluation, the
-// tune of the instrument, spectra and their peaks, their calibration,
+// tune of the instrument and its methods, spectra and their peaks, their calibration,
 // overlapping peaks, chromatograms, sums and differences of spectra, charge states.
 
 #include <tslbl/Version.h>
@@ -87,6 +87,9 @@
 #include <tslbl/tune/SyringeList.h>
 #include <tslbl/tune/Tune.h>
 #include <tslbl/tune/rules/DevTuneRules.h>
+
+#include <tslbl/method/DDEvent.h>
+#include <tslbl/method/Method.h>
 
 #include <tslbl/spectrum/CountRate.h>
 #include <tslbl/spectrum/CreateSpectrum.h>

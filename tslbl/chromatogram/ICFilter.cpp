@@ -1,33 +1,16 @@
 #include <tslbl/chromatogram/ICFilter.h>
 
-#include <tslbl/closed/common/Text.h>
 #include <tslbl/records/Archive.h>
-#include <locale>
-#include <sstream>
+#include <tslbl/records/IdText.h>
 
 namespace TslBL {
 namespace {
 
-std::wstring ToTexts(const std::vector<std::uint32_t>& ids) {
-  std::wstring text;
-  for (const std::uint32_t id : ids) text += (text.empty() ? L"" : L" ") + ToText(id);
-  return text;
-}
-
-// As far as there are ids.
-std::vector<std::uint32_t> FromTexts(const std::wstring& text) {
-  std::wistringstream stream(text);
-  stream.imbue(std::locale::classic());
-  std::vector<std::uint32_t> ids;
-  for (std::uint32_t id = 0; stream >> id;) ids.push_back(id);
-  return ids;
-}
-
 void DescribeIds(Archive& ar, std::vector<std::uint32_t>& ids) {
   if (!ar.Xml() && !ar.Dumping()) return ar.List(L"TuneIds", ids, DescribeId);
-  std::wstring text = ToTexts(ids);
+  std::wstring text = IdsToText(ids);
   ar(L"TuneIds", text);
-  if (ar.Reading()) ids = FromTexts(text);
+  if (ar.Reading()) ids = IdsFromText(text);
 }
 
 }  // namespace

@@ -19,6 +19,7 @@
 
 #include <tslbl/records/Record.h>
 #include <cstdint>
+#include <map>
 #include <span>
 #include <string>
 #include <type_traits>
@@ -52,6 +53,20 @@ concept Described = requires(Archive& ar, R& r) {
   Describe(ar, r);
 };
 
+// The interfaces of a record, for a class that has their operations but not them.
+template <class T>
+class WithInterfaces final : public frame::SerialAndXml {
+ public:
+  explicit WithInterfaces(T& value) : value_(value) {}
+  void Serialize(BinaryReader& reader) override { value_.Serialize(reader); }
+  void Serialize(BinaryWriter& writer) const override { value_.Serialize(writer); }
+  void Serialize(XMLParser& parser) override { value_.Serialize(parser); }
+  void Serialize(XMLBuilder& builder) const override { value_.Serialize(builder); }
+
+ private:
+  T& value_;
+};
+
 class Archive {
  public:
   // Where XML keeps a value: as a child element, an attribute of the open element, or its
@@ -81,7 +96,9 @@ class Archive {
   virtual bool Reading() const { return false; }
   virtual bool Xml() const { return false; }
   virtual bool Dumping() const { return false; }
-  bool ReadingBinary() const { return Reading() && !Xml(); }
+  // Whether the form is a stream of bytes, in either direction; comparison is no form.
+  virtual bool Binary() const { return false; }
+  bool ReadingBinary() const { return Reading() && Binary(); }
 
   // Declares the record's current version. Binary archives store it, or read it and throw
   // std::runtime_error with the text given unless it is one of oldest..current.
@@ -141,6 +158,10 @@ class Archive {
   void List(const wchar_t* name, std::vector<R>& records) {
     List(name, records, [](Archive& ar, R& record) { ar.Nested(record); });
   }
+  // A list of records by their ids, in the order of the ids: in XML an element `item` with the
+  // attribute "Id" for each. Of records read under one id the last stays.
+  template <class R>
+  void Map(const wchar_t* name, const wchar_t* item, std::map<std::uint32_t, R>& records);
   // A line of the dump; nothing elsewhere.
   virtual void Line(const wchar_t*, const std::wstring&) {}
 
@@ -194,8 +215,11 @@ class Archive {
       Describe(ar, *static_cast<R*>(record));
     } else if constexpr (std::is_base_of_v<ITslXML, R>) {
       ar.SelfDescribed(*static_cast<R*>(record), static_cast<R*>(record));
-    } else {
+    } else if constexpr (std::is_base_of_v<ITslSerial, R>) {
       ar.SelfDescribed(*static_cast<R*>(record), nullptr);
+    } else {
+      WithInterfaces<R> forms(*static_cast<R*>(record));
+      ar.SelfDescribed(forms, &forms);
     }
   }
   template <class R>
@@ -225,6 +249,34 @@ void Archive::List(const wchar_t* name, std::vector<T>& items, DescribeItem desc
     for (T& item : items) {
       if (!MayContinue()) break;
       describeItem(*this, item);
+    }
+  }
+  CloseList();
+}
+
+template <class R>
+void Archive::Map(const wchar_t* name, const wchar_t* item, std::map<std::uint32_t, R>& records) {
+  auto count = static_cast<std::uint32_t>(records.size());
+  if (!OpenList(name, count)) return;
+  const auto describe = [&](std::uint32_t& id, R& record) {
+    const auto element = Element(item);
+    if (!element) return false;
+    Attribute(L"Id", id);
+    Nested(record);
+    return true;
+  };
+  if (Reading()) {
+    records.clear();
+    for (; count > 0 && MayContinue(); --count) {
+      std::uint32_t id = 0;
+      R record;
+      if (describe(id, record)) records.insert_or_assign(id, std::move(record));
+    }
+  } else {
+    for (auto& [key, record] : records) {
+      if (!MayContinue()) break;
+      std::uint32_t id = key;
+      describe(id, record);
     }
   }
   CloseList();

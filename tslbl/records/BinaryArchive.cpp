@@ -10,6 +10,7 @@ namespace {
 class BinaryOut final : public Archive {
  public:
   explicit BinaryOut(BinaryWriter& writer) : writer_(writer) {}
+  bool Binary() const override { return true; }
 
  private:
   void StoreVersion(std::uint32_t& version) override { writer_ << version; }
@@ -30,6 +31,7 @@ class BinaryIn final : public Archive {
  public:
   explicit BinaryIn(BinaryReader& reader) : reader_(reader) {}
   bool Reading() const override { return true; }
+  bool Binary() const override { return true; }
   void RequireGood(const char* failure) override {
     if (!reader_.Good()) throw std::runtime_error(failure);
   }
