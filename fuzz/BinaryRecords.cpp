@@ -13,6 +13,8 @@
 #include <tslbl/chromatogram/ICRange.h>
 #include <tslbl/closed/common/ITslXML.h>
 #include <tslbl/detect/ThreadingParams.h>
+#include <tslbl/method/DDEvent.h>
+#include <tslbl/method/Method.h>
 #include <tslbl/records/CSSeries.h>
 #include <tslbl/records/MZPeak.h>
 #include <tslbl/records/MZPeakField.h>
@@ -38,6 +40,21 @@ bool operator==(const PlainCurve& a, const PlainCurve& b) {
                       static_cast<const Curve*>(&b));
 }
 
+// Bytes may hold a state of the valve that has no text.
+bool IsWithoutText(DiverterValveMethod program) {
+  if (program.IsEmpty()) return false;
+  auto entry = program.QFirstState();
+  do {
+    if (entry.second.State() >= DiverterValve::kUnknown) return true;
+  } while (program.QNextState(entry));
+  return false;
+}
+bool IsWithoutText(const Method& method) { return IsWithoutText(method.ValveMethod); }
+template <class R>
+bool IsWithoutText(const R&) {
+  return false;
+}
+
 template <class R>
 void Check(std::string_view bytes) {
   R record;
@@ -54,7 +71,9 @@ void Check(std::string_view bytes) {
     std::wstring dump;
     record.Serialize(dump);
   }
-  if constexpr (std::is_base_of_v<TslCommon::ITslXML, R>) RequireDocumentSettles<R>(ToXml(record));
+  if (IsWithoutText(record)) return;
+  if constexpr (requires(TslCommon::XMLBuilder & builder) { record.Serialize(builder); })
+    RequireDocumentSettles<R>(ToXml(record));
 }
 
 void CheckRules(std::string_view bytes) {
@@ -112,6 +131,13 @@ constexpr Row kRows[] = {
     {"CSSeriesPeakInfo", Check<CSSeriesPeakInfo>},
     {"CSSeriesInfo", Check<CSSeriesInfo>},
     {"DeconSpectrum", Check<DeconSpectrum>},
+    {"DDEvent", Check<DDEvent>},
+    {"DDFilter", Check<DDFilter>},
+    {"DDInfo", Check<DDInfo>},
+    {"DiverterValveMethod", Check<DiverterValveMethod>},
+    {"Method", Check<Method>},
+    {"TimePeriod", Check<TimePeriod>},
+    {"TuneRun", Check<TuneRun>},
 };
 
 }  // namespace

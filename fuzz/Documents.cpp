@@ -19,6 +19,7 @@
 #include <tslbl/closed/engines/Formula.h>
 #include <tslbl/curve/Curve.h>
 #include <tslbl/detect/ThreadingParams.h>
+#include <tslbl/method/Method.h>
 #include <tslbl/records/MZPeakField.h>
 #include <tslbl/records/MZRange.h>
 #include <tslbl/records/OPDParams.h>
@@ -161,6 +162,12 @@ constexpr Row kRows[] = {
     {"ChargeStateParams", CheckSettling<ChargeStateParams>},
     {"ResolvedParams", Check<ResolvedParams>},
     {"UnresolvedParams", Check<UnresolvedParams>},
+    {"DDFilter", Check<DDFilter>},
+    {"DDInfo", CheckSettling<DDInfo>},
+    {"DiverterValveMethod", Check<DiverterValveMethod>},
+    {"Method", CheckSettling<Method>},
+    {"TimePeriod", Check<TimePeriod>},
+    {"TuneRun", CheckSettling<TuneRun>},
 };
 
 }  // namespace
