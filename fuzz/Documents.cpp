@@ -82,9 +82,10 @@ void CheckTuneFile(std::string_view text) {
     return Require(error.File() == file && !error.Reason().empty(), "a refusal names the file and a reason");
   }
   const Tune kept = TslTool::ThroughForm(tune, TslTool::TuneForm::Xml);
-  const std::string written = TslTool::TuneBytes(kept, TslTool::TuneForm::Xml);
+  const std::string written = TslTool::RecordBytes(kept, TslTool::TuneForm::Xml);
   const Tune again = TslTool::LoadTune(FileWith("tune.xml", written)).tune;
-  Require(TslTool::TuneBytes(again, TslTool::TuneForm::Xml) == written, "a written tune is read as the same");
+  Require(TslTool::RecordBytes(again, TslTool::TuneForm::Xml) == written,
+          "a written tune is read as the same");
   TslTool::TuneDifferences(tune, kept);
   Require(!TslTool::TuneSheet(tune).empty() && TslTool::TuneFaults(again) == TslTool::TuneFaults(kept),
           "equal tunes have equal faults");

@@ -1,14 +1,16 @@
 #pragma once
 // A tune as a file: a document, or the binary record.
 
+#include <tool/io/DocumentCheck.h>
+#include <tool/io/RecordFile.h>
 #include <tslbl/tune/Tune.h>
-#include <cstdint>
+#include <pugixml.hpp>
 #include <string>
 #include <vector>
 
 namespace TslTool {
 
-enum class TuneForm { Xml, Binary };
+using TuneForm = RecordForm;
 
 struct TuneFile {
   TslBL::Tune tune;
@@ -22,13 +24,12 @@ struct TuneFile {
 // for a value that would not be taken as it stands, and for a number that is none.
 TuneFile LoadTune(const std::string& file);
 
-std::string TuneBytes(const TslBL::Tune& tune, TuneForm form);
-
-// What a tune is after being written in a form and read again: a document keeps six digits
-// of a number, and not the entrance lens.
-TslBL::Tune ThroughForm(const TslBL::Tune& tune, TuneForm form);
-
-// The form that a file's name asks for: a document if it ends in ".xml".
-TuneForm FormOfName(const std::string& file);
+// For documents that hold tunes. `taken` is the element of a tune as it was read, and is given the elements
+// of the other kind of probe, as each is read under either.
+void AddOtherProbe(pugi::xml_node taken, TslBL::Tune tune);
+// As RefuseOther; takes a probe by its name alone.
+std::string RefuseInTune(const DocumentValue& value);
+// Elements that the element `written` of a tune lacks, as "Tune/Control/Skimmer". Lists may be short.
+std::vector<std::string> MissingInTune(const pugi::xml_node& written, const pugi::xml_node& taken);
 
 }  // namespace TslTool

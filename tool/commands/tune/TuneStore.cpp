@@ -24,7 +24,7 @@ Tune Load(const std::string& file) { return LoadWithWarning(file).tune; }
 
 void Save(const Tune& tune, TuneForm form, const std::string& file) {
   Output output(file);
-  output.Write(TuneBytes(tune, form));
+  output.Write(RecordBytes(tune, form));
   output.Commit();
   const std::vector<std::string> lost = TuneDifferences(tune, ThroughForm(tune, form));
   if (!lost.empty()) Warn(fmt::format("{}: a document does not keep {}", file, fmt::join(lost, "; ")));

@@ -19,7 +19,7 @@ using testing::HasSubstr;
 using TslBL::DevTuneRules;
 using TslBL::Probes;
 using TslBL::Tune;
-using TslTool::TuneBytes;
+using TslTool::RecordBytes;
 using TslTool::TuneForm;
 
 Tune Load(const std::string& content) {
@@ -39,7 +39,7 @@ std::string ErrorOf(const std::string& content) {
   return "";
 }
 
-std::string Xml(const Tune& tune = DevTuneRules(Probes::ESI)) { return TuneBytes(tune, TuneForm::Xml); }
+std::string Xml(const Tune& tune = DevTuneRules(Probes::ESI)) { return RecordBytes(tune, TuneForm::Xml); }
 
 std::string Replaced(std::string text, const std::string& from, const std::string& to) {
   const std::size_t at = text.find(from);
@@ -50,7 +50,7 @@ std::string Replaced(std::string text, const std::string& from, const std::strin
 TEST(TuneFile, ComesBackInEachForm) {
   for (const Probes::ProbeTypes probe : {Probes::ESI, Probes::APCI, Probes::LowFlowESI}) {
     Tune tune = tests::SampleTune(probe);
-    EXPECT_EQ(Load(TuneBytes(tune, TuneForm::Binary)), tune);
+    EXPECT_EQ(Load(RecordBytes(tune, TuneForm::Binary)), tune);
     // What a document does not keep: the entrance lens, numbers that are not in use.
     tune = TslTool::ThroughForm(tune, TuneForm::Xml);
     EXPECT_EQ(Load(Xml(tune)), tune);
@@ -58,7 +58,7 @@ TEST(TuneFile, ComesBackInEachForm) {
 }
 
 TEST(TuneFile, TheFormIsSeenFromTheContent) {
-  const TempFile file("misleading.xml", TuneBytes(Tune(), TuneForm::Binary));
+  const TempFile file("misleading.xml", RecordBytes(Tune(), TuneForm::Binary));
   EXPECT_EQ(TslTool::LoadTune(file.Path()).form, TuneForm::Binary);
   file.Write("\xEF\xBB\xBF \n" + Xml());
   EXPECT_EQ(TslTool::LoadTune(file.Path()).form, TuneForm::Xml);
@@ -75,7 +75,7 @@ TEST(TuneFile, TheNameAsksForAForm) {
 TEST(TuneFile, OlderBinaryVersionsAreMadeCurrent) {
   for (const char* version : {"Tune.v1", "Tune.v2"}) {
     const Tune current = Load(tests::GoldenBytes(version));
-    EXPECT_EQ(Load(TuneBytes(current, TuneForm::Binary)), current) << version;
+    EXPECT_EQ(Load(RecordBytes(current, TuneForm::Binary)), current) << version;
   }
 }
 
@@ -144,18 +144,18 @@ TEST(TuneFile, ANumberThatIsNoneIsRefused) {
   }
   Tune tune = DevTuneRules(Probes::ESI);
   tune.ControlData.MZHi = std::nan("");
-  EXPECT_THAT(ErrorOf(TuneBytes(tune, TuneForm::Binary)),
+  EXPECT_THAT(ErrorOf(RecordBytes(tune, TuneForm::Binary)),
               HasSubstr("Tune/Control/MZHi: \"nan\" is no number that an instrument takes"));
   tune.ControlData.MZHi = 3000;
   tune.MZCalPts[0].MZ = -HUGE_VAL;
-  EXPECT_THAT(ErrorOf(TuneBytes(tune, TuneForm::Binary)), HasSubstr("MZCal@MZ: \"-inf\" is no number"));
+  EXPECT_THAT(ErrorOf(RecordBytes(tune, TuneForm::Binary)), HasSubstr("MZCal@MZ: \"-inf\" is no number"));
 }
 
 TEST(TuneFile, ANameMayLookLikeNoNumber) {
   Tune tune = DevTuneRules(Probes::ESI);
   tune.Info.Name = L"inf";
   tune.MZCalPts[0].Name = L"nan";
-  EXPECT_EQ(Load(TuneBytes(tune, TuneForm::Binary)), tune);
+  EXPECT_EQ(Load(RecordBytes(tune, TuneForm::Binary)), tune);
 }
 
 TEST(TuneFile, FieldsOfACalibrantMayStandInAnyOrder) {
@@ -196,13 +196,13 @@ TEST(TuneFile, WhatIsNoTuneIsRefused) {
 }
 
 TEST(TuneFile, BinaryCutAnywhereIsRefused) {
-  const std::string bytes = TuneBytes(DevTuneRules(Probes::APCI), TuneForm::Binary);
+  const std::string bytes = RecordBytes(DevTuneRules(Probes::APCI), TuneForm::Binary);
   for (std::size_t size = 1; size < bytes.size(); size += 7)
     EXPECT_THAT(ErrorOf(bytes.substr(0, size)), HasSubstr("is no tune: ")) << size;
 }
 
 TEST(TuneFile, BytesBehindTheTuneAreRefused) {
-  const std::string bytes = TuneBytes(Tune(), TuneForm::Binary);
+  const std::string bytes = RecordBytes(Tune(), TuneForm::Binary);
   EXPECT_EQ(ErrorOf(bytes + "abc"), "byte " + std::to_string(bytes.size()) + ": 3 bytes behind the tune");
 }
 
