@@ -90,6 +90,7 @@
 
 #include <tslbl/method/DDEvent.h>
 #include <tslbl/method/Method.h>
+#include <tslbl/method/MethodRules.h>
 
 #include <tslbl/spectrum/CountRate.h>
 #include <tslbl/spectrum/CreateSpectrum.h>
