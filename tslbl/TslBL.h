@@ -88,6 +88,7 @@
 #include <tslbl/tune/Tune.h>
 #include <tslbl/tune/rules/DevTuneRules.h>
 
+#include <tslbl/method/CheckPeakMethod.h>
 #include <tslbl/method/DDEvent.h>
 #include <tslbl/method/Method.h>
 #include <tslbl/method/MethodRules.h>

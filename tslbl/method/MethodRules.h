@@ -196,6 +196,16 @@ class TSLBL_API MethodRules : public Method, public Rules {
   // another delay than it had; one beyond the limits is not written.
   bool CalculateInitialSettlingDelay(std::uint32_t tp);
 
+  // ---- Checks --------------------------------------------------------------------------
+
+  // Whether the method may be run: its tunes, its tune runs, its time periods, its valve program, in
+  // this order. QLastError has the text of the first fault. Texts count time periods and items
+  // from 0, and name tunes and runs by their ids. What the check of a tune throws is a fault of
+  // the tune.
+  bool Validate() const;
+  // Whether the probe can be used, the method may be run, and every tune is made for this probe.
+  bool IsProbeCompatible(Probes::ProbeTypes probe) const;
+
  private:
   using SeqItem = std::vector<std::uint32_t>;
 
@@ -217,6 +227,8 @@ class TSLBL_API MethodRules : public Method, public Rules {
   void CalculateDelays();
   void CalculateTimePeriodDelays();
   PolarityTypes QFirstPolarity(std::uint32_t tp) const;
+
+  bool Holds(const std::wstring& fault) const;
 
   double PolSwitchTime;  // seconds
 };
