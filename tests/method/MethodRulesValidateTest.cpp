@@ -38,6 +38,8 @@ std::wstring FaultOf(const Method& method) {
   const bool isValid = rules.Validate();
   const std::wstring fault = rules.QLastError();
   EXPECT_EQ(isValid, fault.empty());
+  const std::vector<R::Fault> all = rules.QFaults();
+  EXPECT_EQ(all.empty() ? L"" : all.front().text, fault);
   EXPECT_EQ(ToBytes(rules), before);
   EXPECT_EQ(rules.IsModified(), modified);
   EXPECT_EQ(rules.QLastError(), L"") << "handed over";
@@ -340,6 +342,42 @@ TEST(ProbeOfAMethod, IsTheSameKindOfEsi) {
   EXPECT_FALSE(rules.IsProbeCompatible(Probes::LowFlowESI));
   EXPECT_EQ(rules.QLastError(), L"Current ion source is " + Probes::GetNameNoId(Probes::LowFlowESI) +
                                     L" and the tune to be loaded is ESI.  They are not compatible.");
+}
+
+TEST(FaultsOfAMethod, AreAllThatThereAre) {
+  Method method = ValidMethod();
+  method.TuneRuns.at(1).Records = 0;
+  method.TuneRuns.at(1).Info.StartTrigger = DDInfo::TriggerTimeout;
+  method.TimePeriods[0].Loops = 0;
+  method.TimePeriods[1].Sequence = {{}, {99}};
+  method.ValveMethod = ValveAt({5, 6});
+  std::vector<std::wstring> texts;
+  for (const R::Fault& fault : R(kSwitchTime, method).QFaults()) texts.push_back(fault.text);
+  EXPECT_EQ(
+      texts,
+      (std::vector<std::wstring>{
+          L"Tune run 1 is invalid.  There are no records to collect.",
+          L"Tune run 1 is invalid.  Invalid start trigger.",
+          L"Time period 0 is invalid.  There are no loops.",
+          L"Time period 1 is invalid.  Sequence item 0 contains invalid tune run id.  The sequence item "
+          L"contains no tunes.",
+          L"Time period 1 is invalid.  Sequence item 1 contains invalid tune run id.  Tune run id is "
+          L"invalid.",
+          L"Start Time of first Diverter Valve Method state must be equal to 0.0.",
+          L"Diverter Valve Method Start Times must be at least 0.01 minutes apart."}));
+}
+
+TEST(FaultsOfAMethod, KnowTheirPart) {
+  Method method = ValidMethod();
+  method.Tunes.at(1).ControlData.MZStepSize = -1.0;
+  method.TuneRuns.at(1).Records = 0;
+  method.TimePeriods[0].Loops = 0;
+  method.ValveMethod = ValveAt({5});
+  std::vector<R::Part> parts;
+  for (const R::Fault& fault : R(kSwitchTime, method).QFaults())
+    if (parts.empty() || parts.back() != fault.part) parts.push_back(fault.part);
+  EXPECT_EQ(parts,
+            (std::vector<R::Part>{R::Part::Tunes, R::Part::TuneRuns, R::Part::TimePeriods, R::Part::Valve}));
 }
 
 }  // namespace

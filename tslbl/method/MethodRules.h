@@ -203,6 +203,13 @@ class TSLBL_API MethodRules : public Method, public Rules {
   // from 0, and name tunes and runs by their ids. What the check of a tune throws is a fault of
   // the tune.
   bool Validate() const;
+  // All that Validate would find, one after the other; empty for a method that it accepts.
+  enum class Part { Tunes, TuneRuns, TimePeriods, Valve };
+  struct Fault {
+    Part part;
+    std::wstring text;
+  };
+  std::vector<Fault> QFaults() const;
   // Whether the probe can be used, the method may be run, and every tune is made for this probe.
   bool IsProbeCompatible(Probes::ProbeTypes probe) const;
 
