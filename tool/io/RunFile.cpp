@@ -52,6 +52,19 @@ std::uint32_t Unsigned32(const Statement& row, int column, const char* name) {
   return static_cast<std::uint32_t>(value);
 }
 
+// Bytes of a method do not keep how many spectra a run takes, documents not all digits of its tunes.
+TslBL::Method MethodOf(std::string_view record, std::string_view document) {
+  auto method = TslBL::FromBytes<TslBL::Method>(record);
+  const auto read = TslBL::FromXml<TslBL::Method>(TslCommon::FromUtf8(std::string(document)));
+  for (auto& [id, run] : method.TuneRuns) {
+    const auto same = read.TuneRuns.find(id);
+    if (same == read.TuneRuns.end())
+      throw std::runtime_error("its document lacks tune run " + std::to_string(id));
+    run.Records = same->second.Records;
+  }
+  return method;
+}
+
 std::string PlaceOf(std::uint32_t number) { return "scan " + std::to_string(number); }
 
 }  // namespace
@@ -121,6 +134,16 @@ void RunWriter::AddCalibration(std::uint32_t tuneId, const std::vector<TslBL::MZ
   }
 }
 
+void RunWriter::AddMethod(const TslBL::Method& method) {
+  database_->Execute("CREATE TABLE method(record BLOB NOT NULL, document TEXT NOT NULL)");
+  Statement insert(*database_, "INSERT INTO method VALUES (?, ?)");
+  const std::string record = TslBL::ToBytes(method);
+  const std::string document = TslCommon::ToUtf8(TslBL::ToXml(method));
+  insert.BindBlob(1, record);
+  insert.Bind(2, std::string_view(document));
+  insert.Run();
+}
+
 void RunWriter::AddScan(const TslBL::RawSpectrum& raw) {
   PackedCounts packed = PackCounts(raw.counts);
   AddScan({0, raw.info, static_cast<std::uint32_t>(raw.counts.size()), std::move(packed.encoding),
@@ -163,6 +186,7 @@ RunReader::RunReader(const std::string& file, const ScanFilter& filter)
   AtPlace(file, "", [this] { ReadHeader(); });
   AtPlace(file, "", [this] { ReadTunes(); });
   AtPlace(file, "table calibration", [this] { ReadCalibrations(); });
+  AtPlace(file, "table method", [this] { ReadMethod(); });
   AtPlace(file, "table scan", [&] {
     Statement count(*database_, "SELECT count(*) FROM scan");
     count.Next();
@@ -209,9 +233,23 @@ void RunReader::ReadTunes() {
   }
 }
 
+bool RunReader::HasTable(const std::string& name) const {
+  Statement tables(*database_, "SELECT 1 FROM sqlite_master WHERE type = 'table' AND name = ?");
+  tables.Bind(1, std::string_view(name));
+  return tables.Next();
+}
+
+void RunReader::ReadMethod() {
+  if (!HasTable("method")) return;
+  Statement rows(*database_, "SELECT record, document FROM method");
+  while (rows.Next()) {
+    if (method_) throw std::runtime_error("holds more than one method");
+    method_ = MethodOf(rows.Bytes(0), rows.Bytes(1));
+  }
+}
+
 void RunReader::ReadCalibrations() {
-  Statement tables(*database_, "SELECT 1 FROM sqlite_master WHERE type = 'table' AND name = 'calibration'");
-  if (!tables.Next()) return;
+  if (!HasTable("calibration")) return;
   Statement rows(*database_, "SELECT tune_id, name, mz, mass_dac FROM calibration ORDER BY tune_id, mz");
   while (rows.Next()) {
     const std::uint32_t id = Unsigned32(rows, 0, "tune id");

@@ -8,6 +8,8 @@
 //   tune(id INTEGER PRIMARY KEY, name, record, document)   the tune as binary record and XML
 //   calibration(tune_id INTEGER, name TEXT, mz REAL, mass_dac REAL)   only where the m/z axis of scans is not
 //                                                    that of their tune: the points that make it
+//   method(record, document)                         only where a method made it: one row, the method as
+//                                                    binary record and XML
 //   scan(number INTEGER PRIMARY KEY, id, time_stamp, tune_id, tic, points, encoding, counts)
 //
 // number counts from 1; id, time_stamp (milliseconds), tune_id and tic (counts) are those of
@@ -19,6 +21,7 @@
 
 #include <tool/io/Scan.h>
 #include <tool/io/Sqlite.h>
+#include <tslbl/method/Method.h>
 #include <tslbl/spectrum/RawSpectrum.h>
 #include <tslbl/tune/Tune.h>
 #include <cstdint>
@@ -46,6 +49,8 @@ class RunWriter {
   void AddTune(std::uint32_t id, const TslBL::Tune& tune);
   // The points that make the m/z axis of the scans of a tune, instead of its own.
   void AddCalibration(std::uint32_t tuneId, const std::vector<TslBL::MZCalPt>& points);
+  // The method that acquires the scans; at most one.
+  void AddMethod(const TslBL::Method& method);
   // Scans come in order; the first has number 1.
   void AddScan(const TslBL::RawSpectrum& raw);
   // One of another run as it is; its number there counts for nothing.
@@ -90,6 +95,8 @@ class RunReader {
   std::uint64_t Count() const { return count_; }  // scans in the file, wanted or not
   const std::string& Title() const { return title_; }
   const std::map<std::uint32_t, TslBL::Tune>& Tunes() const { return tunes_; }
+  // The method that acquired it; null for a run without one. Its tunes are those of the run, by their ids.
+  const TslBL::Method* AcquiredBy() const { return method_ ? &*method_ : nullptr; }
   // The points that make the m/z axis of the scans of a tune; null where these are the tune's own.
   const std::vector<TslBL::MZCalPt>* CalibrationOf(std::uint32_t tuneId) const;
   // The tune that acquired a scan. Throws InputError if the run lacks it.
@@ -99,6 +106,8 @@ class RunReader {
   void ReadHeader();
   void ReadTunes();
   void ReadCalibrations();
+  void ReadMethod();
+  bool HasTable(const std::string& name) const;
   bool NextRow(PackedScan& scan);
 
   std::unique_ptr<Database> database_;
@@ -106,6 +115,7 @@ class RunReader {
   std::uint64_t count_ = 0;
   std::map<std::uint32_t, TslBL::Tune> tunes_;
   std::map<std::uint32_t, std::vector<TslBL::MZCalPt>> calibrations_;
+  std::optional<TslBL::Method> method_;
   std::unique_ptr<Statement> scans_;
   std::uint32_t last_ = 0;  // number of the scan read last
   ScanFilter filter_;

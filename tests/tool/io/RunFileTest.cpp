@@ -8,9 +8,11 @@
 #include <string>
 #include <vector>
 
+#include <method/Samples.h>
 #include <tool/ToolRun.h>
 #include <tool/io/NoWaiting.h>
 #include <tool/io/RunMaker.h>
+#include <tslbl/records/RecordForms.h>
 
 namespace tests {
 namespace {
@@ -268,6 +270,76 @@ TEST(RunFile, ADamagedCalibrationIsAnErrorThatNamesItsTable) {
   run.Change("CREATE TABLE calibration(tune_id, name, mz, mass_dac)");
   run.Change("INSERT INTO calibration VALUES (1, 'a', 'x', 5)");
   EXPECT_THAT(ErrorOfRun(run.Path()), testing::HasSubstr("table calibration: "));
+}
+
+// A run with a method.
+class MethodRun {
+ public:
+  explicit MethodRun(const TslBL::Method& method) {
+    RunWriter writer(Path(), "");
+    writer.AddMethod(method);
+    writer.AddTune(1, DemoTune());
+    writer.AddScan(RawScan(1, {1, 2}));
+    writer.Finish();
+  }
+  std::string Path() const { return folder_.Folder() + "/method.run"; }
+  void Change(const std::string& sql) const { Database(Path(), Database::Mode::Create).Execute(sql); }
+
+ private:
+  TempFile folder_{"x", ""};
+};
+
+TEST(RunFile, MayHoldTheMethodThatAcquiredIt) {
+  const SmallRun without;
+  EXPECT_EQ(RunReader(without.Path()).AcquiredBy(), nullptr);
+  TslBL::Method method = SampleMethod();
+  method.Tunes[1].ControlData.MZLow = 100.123456789;
+  const MethodRun run(method);
+  const RunReader reader(run.Path());
+  ASSERT_NE(reader.AcquiredBy(), nullptr);
+  EXPECT_EQ(*reader.AcquiredBy(), method);
+}
+
+TEST(RunFile, AMethodKeepsItsNumbersOfRecords) {
+  TslBL::Method method = SampleMethod();
+  method.TuneRuns.at(2).Records = 7;
+  const MethodRun run(method);
+  EXPECT_EQ(RunReader(run.Path()).AcquiredBy()->TuneRuns.at(2).Records, 7U);
+}
+
+TEST(RunFile, OtherProgramsFindTheMethod) {
+  const MethodRun run(SampleMethod());
+  const Database database(run.Path(), Database::Mode::Read);
+  Statement rows(database, "SELECT record, document FROM method");
+  ASSERT_TRUE(rows.Next());
+  EXPECT_EQ(rows.Bytes(0), TslBL::ToBytes(SampleMethod()));
+  EXPECT_THAT(std::string(rows.Bytes(1)), HasSubstr("<TuneRunPair Id=\"7\">"));
+  EXPECT_FALSE(rows.Next());
+}
+
+TEST(RunFile, ADamagedMethodIsAnErrorThatNamesItsTable) {
+  const struct {
+    const char* sql;
+    const char* error;
+  } kCases[] = {
+      {"UPDATE method SET record = x'09000000'", "table method: Unknown Method version."},
+      {"UPDATE method SET record = substr(record, 1, 40)", "table method: Unknown IonSource version."},
+      {"UPDATE method SET record = CAST(record || x'00' AS BLOB)",
+       "table method: Bytes behind the record: 1."},
+      {"UPDATE method SET document = '<Method/>'", "table method: its document lacks tune run 2"},
+      {"INSERT INTO method SELECT * FROM method", "table method: holds more than one method"},
+      {"ALTER TABLE method RENAME COLUMN record TO bytes", "table method: no such column: record"},
+  };
+  for (const auto& [sql, error] : kCases) {
+    const MethodRun run(SampleMethod());
+    run.Change(sql);
+    EXPECT_EQ(ErrorOfRun(run.Path()), error) << sql;
+  }
+  for (const char* document : {"", "<Tune/>", "<Method"}) {
+    const MethodRun run(SampleMethod());
+    run.Change("UPDATE method SET document = '" + std::string(document) + "'");
+    EXPECT_THAT(ErrorOfRun(run.Path()), testing::StartsWith("table method: ")) << document;
+  }
 }
 
 }  // namespace

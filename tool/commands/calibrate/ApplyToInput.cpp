@@ -55,6 +55,7 @@ class RunCopy {
 
  private:
   void Write(RunWriter& writer) {
+    if (const auto* method = reader_.AcquiredBy()) writer.AddMethod(*method);
     for (const auto& [id, tune] : reader_.Tunes()) {
       writer.AddTune(id, tune);
       writer.AddCalibration(id, points_);

@@ -34,6 +34,7 @@ std::unique_ptr<ScanSource> Open(const std::string& file, FileHead& head) {
   head = {file, scans->Format(), true, run.Title(), run.Tunes()};
   for (const auto& [id, tune] : run.Tunes())
     if (const auto* points = run.CalibrationOf(id)) head.axes[id] = points->size();
+  if (const auto* method = run.AcquiredBy()) head.method = *method;
   return scans;
 }
 

@@ -81,6 +81,24 @@ std::string TuneRows(std::uint32_t id, const TslBL::Tune& tune) {
          Row("  calibration", fmt::format("{} points", tune.MZCalPts.size()));
 }
 
+// A description has lines; the first ends in ":" where others tell more.
+std::string OnOneLine(const std::wstring& description) {
+  std::string line;
+  for (const char c : TslCommon::ToUtf8(description)) {
+    if (c == '\r') continue;
+    line += c == '\n' ? ' ' : c;
+  }
+  return line.substr(0, line.find_last_not_of(' ') + 1);
+}
+
+std::string MethodRows(const TslBL::Method& method) {
+  std::size_t items = 0;
+  for (const TslBL::TimePeriod& period : method.TimePeriods) items += period.Sequence.size();
+  return Row("method", OnOneLine(method.Desc)) +
+         Row("  periods", fmt::format("{} with {} sequence items", method.TimePeriods.size(), items)) +
+         Row("  runs", fmt::format("{} of {} tunes", method.TuneRuns.size(), method.Tunes.size()));
+}
+
 class InfoTable final : public InfoWriter {
  public:
   using InfoWriter::InfoWriter;
@@ -92,6 +110,7 @@ class InfoTable final : public InfoWriter {
     text += Row("spectra", fmt::format("{}", f.spectra)) + SpectrumRows(tail);
     if (const auto& [count, points] = tail.chromatograms; count > 0)
       text += Row("chromatograms", fmt::format("{}, {} points in all", count, points));
+    if (About().method) text += MethodRows(*About().method);
     for (const auto& [id, tune] : About().tunes) text += TuneRows(id, tune) + AxisRow(About(), id);
     return text;
   }

@@ -135,6 +135,10 @@ class InfoJson final : public InfoWriter {
     if (About().isRun) json["title"] = About().title;
     for (const auto& [id, tune] : About().tunes)
       json["tunes"].push_back({{"id", id}, {"name", TslCommon::ToUtf8(tune.Info.Name)}});
+    if (const auto& method = About().method)
+      json["method"] = {{"description", TslCommon::ToUtf8(method->Desc)},
+                        {"time_periods", method->TimePeriods.size()},
+                        {"tune_runs", method->TuneRuns.size()}};
     std::string text = Dump(json);
     text.pop_back();
     return text + ",\"scans\":[\n";

@@ -2,9 +2,11 @@
 // What is told of a file as text: a head, a part for each spectrum as it is read, and a tail.
 
 #include <tool/commands/info/FileFacts.h>
+#include <tslbl/method/Method.h>
 #include <tslbl/tune/Tune.h>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -19,7 +21,8 @@ struct FileHead {
   std::string title = {};                           // of a run
   std::map<std::uint32_t, TslBL::Tune> tunes = {};  // likewise
   std::map<std::uint32_t, std::size_t> axes =
-      {};  // points of tunes whose scans have another axis than theirs
+      {};                                    // points of tunes whose scans have another axis than theirs
+  std::optional<TslBL::Method> method = {};  // of a run that a method acquired
 };
 
 // What is known behind the last one.

@@ -9,6 +9,7 @@
 
 #include <tool/commands/DemoRun.h>
 #include <tool/io/MzMLMaker.h>
+#include <tool/io/RunMaker.h>
 
 namespace tests {
 namespace {
@@ -42,6 +43,32 @@ TEST(Info, DescribesARunAndItsTune) {
                           "  duration    4007.8 ms a spectrum\n",
                           "  calibration 4 points\n"})
     EXPECT_THAT(outcome.out, HasSubstr(row));
+}
+
+TEST(Info, TellsOfTheMethodThatAcquiredARun) {
+  const TempFile folder("x", "");
+  const std::string file = folder.Folder() + "/a.run";
+  TslBL::Method method;
+  method.Desc = L"Ramping:\r\nSkimmer from 10 to 20 step 5\r\n";
+  method.Tunes = {{1, DemoTune()}};
+  method.TuneRuns = {{1, {1, 2}}, {2, {1, 2}}};
+  method.TimePeriods.resize(3);
+  method.TimePeriods[0].Sequence = {{1}, {2}};
+  method.TimePeriods[2].Sequence = {{1}};
+  {
+    TslTool::RunWriter writer(file, "");
+    writer.AddMethod(method);
+    writer.AddTune(1, DemoTune());
+    writer.AddScan(RawScan(1, {1, 2, 3}));
+    writer.Finish();
+  }
+  EXPECT_THAT(RunTool({"info", file}).out, HasSubstr("method        Ramping: Skimmer from 10 to 20 step 5\n"
+                                                     "  periods     3 with 3 sequence items\n"
+                                                     "  runs        2 of 1 tunes\n"
+                                                     "tune          1: Demonstration\n"));
+  const auto json = nlohmann::json::parse(RunTool({"info", file, "--format", "json"}).out);
+  EXPECT_EQ(json["method"], nlohmann::json::parse(R"({"description":
+      "Ramping:\r\nSkimmer from 10 to 20 step 5\r\n", "time_periods": 3, "tune_runs": 2})"));
 }
 
 TEST(Info, DescribesMzMLWithEmptyAndCentroidSpectra) {
