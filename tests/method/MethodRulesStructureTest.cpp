@@ -47,14 +47,14 @@ TEST(InsertTimePeriod, HasADefaultTuneOfTheMethodsProbe) {
     method.Tunes.at(1).Source.Type = probe;
     R rules(kSwitchTime, method);
     rules.InsertTimePeriod();
-    EXPECT_EQ(rules.QTRTune(1, 0, 0), DevTuneRules(probe)) << probe;
+    EXPECT_TRUE(IsDefaultTune(rules.QTRTune(1, 0, 0), probe)) << probe;
   }
 }
 
 TEST(InsertTimePeriod, OfAProbeHasItsDefaultTune) {
   R rules = RulesOf("+100-200");
   EXPECT_EQ(rules.InsertTimePeriod(Probes::APCI), 1u);
-  EXPECT_EQ(rules.QTRTune(1, 0, 0), DevTuneRules(Probes::APCI));
+  EXPECT_TRUE(IsDefaultTune(rules.QTRTune(1, 0, 0), Probes::APCI));
   EXPECT_EQ(rules.QTPTimeout(1), 60000u);
   EXPECT_TRUE(rules.IsModified());
 }
@@ -231,7 +231,7 @@ TEST(AddTuneRun, StandsInNoSequence) {
   EXPECT_EQ(rules.AddTuneRun(Probes::APCI), 2u);
   EXPECT_EQ(ShapeOf(rules), "1; 1 2; 1 2; 1 2");
   EXPECT_TRUE(rules.IsModified());
-  EXPECT_EQ(rules.Tunes.at(2), DevTuneRules(Probes::APCI));
+  EXPECT_TRUE(IsDefaultTune(rules.Tunes.at(2), Probes::APCI));
   EXPECT_EQ(rules.TuneRuns.at(2), TuneRun(2, 1));
 }
 
@@ -249,7 +249,7 @@ TEST(TuneChange, AppendsARunToChangeTo) {
   EXPECT_EQ(ShapeOf(rules), "1,3 2; 1 2 3; 1 2 3; 1 2 3");
   EXPECT_EQ(rules.QTRDDType(0, 0, 0), DDInfo::TuneChange);
   EXPECT_EQ(rules.TuneRuns.at(3), TuneRun(3, 1));
-  EXPECT_EQ(rules.QTRTune(0, 0, 1), DevTuneRules(Probes::ESI));
+  EXPECT_TRUE(IsDefaultTune(rules.QTRTune(0, 0, 1), Probes::ESI));
   EXPECT_TRUE(rules.IsModified());
 }
 
@@ -258,7 +258,7 @@ TEST(TuneChange, HasADefaultTuneOfTheMethodsProbe) {
   method.Tunes.at(1).Source.Type = Probes::APCI;
   R rules(kSwitchTime, method);
   rules.WTRDDType(0, 1, 0, DDInfo::TuneChange);
-  EXPECT_EQ(rules.QTRTune(0, 1, 1), DevTuneRules(Probes::APCI));
+  EXPECT_TRUE(IsDefaultTune(rules.QTRTune(0, 1, 1), Probes::APCI));
 }
 
 TEST(TuneChange, ToAnotherTypeRemovesWhatItChangedTo) {

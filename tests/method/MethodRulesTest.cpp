@@ -23,7 +23,7 @@ TEST(NewMethod, IsAMinuteOfTheDefaultTune) {
   const MethodRules rules(0.5);
   EXPECT_EQ(rules.Desc, L"New Method");
   EXPECT_EQ(KeysOf(rules.Tunes), "1");
-  EXPECT_EQ(rules.Tunes.at(1), DevTuneRules(Probes::ESI));
+  EXPECT_TRUE(IsDefaultTune(rules.Tunes.at(1), Probes::ESI));
   EXPECT_EQ(rules.TuneRuns.at(1), TuneRun(1, 1));
   EXPECT_EQ(SequencesOf(rules), "1");
   ASSERT_EQ(rules.QNumTimePeriods(), 1u);

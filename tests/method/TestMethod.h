@@ -23,6 +23,7 @@ inline Tune TuneOf(const std::string& text) {
   char sign = '+';
   char until = '-';
   Tune tune = DevTuneRules(Probes::ESI);
+  tune.Info.LastSave = 0;
   words >> sign >> tune.ControlData.MZLow >> until >> tune.ControlData.MZHi;
   EXPECT_TRUE(words && until == '-') << text;
   tune.ControlData.PolarityType = sign == '-' ? PolarityNegative : PolarityPositive;
@@ -50,6 +51,13 @@ inline Method MethodOf(const std::string& text) {
     period.Timeout = 60000;
   }
   return method;
+}
+
+// Whether it is the default tune of a probe. A new tune has the time at which it was made.
+inline bool IsDefaultTune(Tune tune, Probes::ProbeTypes probe) {
+  const DevTuneRules expected(probe);
+  tune.Info.LastSave = expected.Info.LastSave;
+  return tune == expected;
 }
 
 // Rules of such a method, without marks.
