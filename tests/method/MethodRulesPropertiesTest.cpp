@@ -264,6 +264,7 @@ TEST(AnyMethod, IsAcceptedIfItIsSound) {
     const std::wstring fault = rules.QLastError();
     ASSERT_EQ(valid, IsSound(rules)) << round << " " << testing::PrintToString(fault);
     ASSERT_EQ(valid, fault.empty()) << round;
+    ASSERT_EQ(valid, rules.QFaults().empty()) << round;
     accepted += valid ? 1 : 0;
   }
   EXPECT_GT(accepted, kRounds / 4);
