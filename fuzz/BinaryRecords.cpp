@@ -24,6 +24,7 @@
 #include <tslbl/spectrum/RawSpectrum.h>
 #include <tslbl/spectrum/Spectrum.h>
 #include <tslbl/tune/Tune.h>
+#include <tslbl/tune/ramp/RampMethod.h>
 #include <type_traits>
 
 using namespace TslBL;
@@ -138,6 +139,10 @@ constexpr Row kRows[] = {
     {"Method", Check<Method>},
     {"TimePeriod", Check<TimePeriod>},
     {"TuneRun", Check<TuneRun>},
+    {"RampAlgorithmParams", Check<RampAlgorithmParams>},
+    {"RampLens", Check<RampLens>},
+    {"RampMethod", Check<RampMethod>},
+    {"RampStep", Check<RampStep>},
 };
 
 }  // namespace

@@ -86,6 +86,9 @@
 #include <tslbl/tune/Settling.h>
 #include <tslbl/tune/SyringeList.h>
 #include <tslbl/tune/Tune.h>
+#include <tslbl/tune/ramp/RampMethod.h>
+#include <tslbl/tune/ramp/RampResults.h>
+#include <tslbl/tune/ramp/StepTable.h>
 #include <tslbl/tune/rules/DevTuneRules.h>
 
 #include <tslbl/method/CheckPeakMethod.h>

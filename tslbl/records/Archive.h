@@ -151,12 +151,13 @@ class Archive {
     NestedRecord(&record, {&DescribeAny<R>, &EqualAny<R>});
   }
   // A list: a count and the items in binary, an element with the items in it in XML.
-  // `describeItem(ar, item)` describes one item; reading makes each from its defaults.
-  template <class T, class DescribeItem>
-  void List(const wchar_t* name, std::vector<T>& items, DescribeItem describeItem);
-  template <class R>
-  void List(const wchar_t* name, std::vector<R>& records) {
-    List(name, records, [](Archive& ar, R& record) { ar.Nested(record); });
+  // `describeItem(ar, item)` describes one item; reading makes each from its defaults. Items are a vector or
+  // a deque.
+  template <class Items, class DescribeItem>
+  void List(const wchar_t* name, Items& items, DescribeItem describeItem);
+  template <class Items>
+  void List(const wchar_t* name, Items& records) {
+    List(name, records, [](Archive& ar, auto& record) { ar.Nested(record); });
   }
   // A list of records by their ids, in the order of the ids: in XML an element `item` with the
   // attribute "Id" for each. Of records read under one id the last stays.
@@ -233,8 +234,8 @@ class Archive {
 // For lists of the ids of other records.
 inline void DescribeId(Archive& ar, std::uint32_t& id) { ar(L"id", id); }
 
-template <class T, class DescribeItem>
-void Archive::List(const wchar_t* name, std::vector<T>& items, DescribeItem describeItem) {
+template <class Items, class DescribeItem>
+void Archive::List(const wchar_t* name, Items& items, DescribeItem describeItem) {
   auto count = static_cast<std::uint32_t>(items.size());
   if (!OpenList(name, count)) return;
   if (Reading()) {
@@ -246,7 +247,7 @@ void Archive::List(const wchar_t* name, std::vector<T>& items, DescribeItem desc
       if (Xml() && ElementsFound() == before) items.pop_back();
     }
   } else {
-    for (T& item : items) {
+    for (auto& item : items) {
       if (!MayContinue()) break;
       describeItem(*this, item);
     }
