@@ -58,6 +58,7 @@ template <class T>
 class WithInterfaces final : public frame::SerialAndXml {
  public:
   explicit WithInterfaces(T& value) : value_(value) {}
+  using frame::SerialAndXml::Serialize;
   void Serialize(BinaryReader& reader) override { value_.Serialize(reader); }
   void Serialize(BinaryWriter& writer) const override { value_.Serialize(writer); }
   void Serialize(XMLParser& parser) override { value_.Serialize(parser); }
