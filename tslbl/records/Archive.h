@@ -57,7 +57,6 @@ concept Described = requires(Archive& ar, R& r) {
 template <class T>
 class WithInterfaces final : public frame::SerialAndXml {
  public:
-  using frame::SerialAndXml::Serialize;
   explicit WithInterfaces(T& value) : value_(value) {}
   using frame::SerialAndXml::Serialize;
   void Serialize(BinaryReader& reader) override { value_.Serialize(reader); }
