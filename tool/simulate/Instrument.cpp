@@ -1,6 +1,7 @@
 #include <tool/simulate/Instrument.h>
 
 #include <tslbl/tune/MZConvert.h>
+#include <tslbl/tune/MassRange.h>
 #include <tslbl/tune/rules/DevTuneRules.h>
 #include <cstddef>
 #include <cstdint>
@@ -31,7 +32,7 @@ TslBL::Tune TuneOf(const Instrument& instrument) {
 
 std::vector<double> AxisOf(const TslBL::Tune& tune) {
   const TslBL::MZConvert convert(tune.MZCalPts);
-  const double start = convert.MZToDAC(tune.ControlData.MZLow);
+  const double start = convert.MZToDAC(TslBL::QMassRange(tune).first);
   const auto step =
       TslBL::DevTuneRules::TranslateField(TslBL::TuneField::MZStepSize, tune.ControlData.MZStepSize);
   std::vector<double> mz(TslBL::DevTuneRules::QNumPulses(tune));

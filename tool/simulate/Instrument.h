@@ -16,7 +16,7 @@ struct Instrument {
 
 TslBL::Tune TuneOf(const Instrument& instrument);
 
-// The m/z of each point of a scan, as the evaluation will have it.
+// The m/z of each step; those of a scan are its points, as the evaluation will have them.
 std::vector<double> AxisOf(const TslBL::Tune& tune);
 
 }  // namespace TslTool

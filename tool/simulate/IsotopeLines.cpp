@@ -41,11 +41,12 @@ std::vector<IsotopeMass> IsotopeMasses(const Compound& compound) {
   return masses;
 }
 
-std::vector<Line> IsotopeLines(const std::vector<IsotopeMass>& masses, std::uint32_t charge, double blur) {
+std::vector<Line> IsotopeLines(const std::vector<IsotopeMass>& masses, std::uint32_t charge, double blur,
+                               int polarity) {
   std::vector<Line> lines;
   double first = 0.0;  // of those that the last line stands for
   for (const IsotopeMass& isotope : masses) {
-    const Line line{isotope.mass / charge + kProton, isotope.share};
+    const Line line{isotope.mass / charge + polarity * kProton, isotope.share};
     if (lines.empty() || line.mz - first >= blur) {
       lines.push_back(line);
       first = line.mz;

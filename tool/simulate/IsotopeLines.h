@@ -22,8 +22,9 @@ struct Line {
   double height;
 };
 
-// Of molecules with this many protons: as high as the shares. Lines that lie within `blur` of one another are
-// drawn as one at their mean.
-std::vector<Line> IsotopeLines(const std::vector<IsotopeMass>& masses, std::uint32_t charge, double blur);
+// Of molecules with this many protons, or, of polarity -1, without so many: as high as the shares. Lines that
+// lie within `blur` of one another are drawn as one at their mean.
+std::vector<Line> IsotopeLines(const std::vector<IsotopeMass>& masses, std::uint32_t charge, double blur,
+                               int polarity = 1);
 
 }  // namespace TslTool

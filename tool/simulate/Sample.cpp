@@ -21,4 +21,16 @@ Sample DemonstrationSample() {
       }};
 }
 
+Sample CalibrantSample() {
+  const auto infused = [](const char* name, const char* formula) {
+    return Compound{name, formula, 0.0, {{1, 1.0}}, 6000.0, 0.0, 0.0};
+  };
+  return {.compounds = {
+              infused("betaine", "C5H11NO2"), infused("phosphazine 322", "C6H18N3O6P3"),
+              infused("phosphazine 622", "C12H18F12N3O6P3"), infused("phosphazine 922", "C18H18F24N3O6P3"),
+              infused("phosphazine 1222", "C24H18F36N3O6P3"), infused("phosphazine 1522", "C30H18F48N3O6P3"),
+              infused("phosphazine 2122", "C42H18F72N3O6P3"),
+              infused("phosphazine 2722", "C54H18F96N3O6P3")}};
+}
+
 }  // namespace TslTool

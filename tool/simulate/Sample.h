@@ -34,4 +34,8 @@ struct Sample {
 
 Sample DemonstrationSample();
 
+// A tuning mix by infusion: betaine and hexakis(fluoroalkoxy)phosphazines, protonated at m/z 118.0863,
+// 322.0481, 622.0290, 922.0098, 1221.9906, 1521.9715, 2121.9331 and 2721.8948.
+Sample CalibrantSample();
+
 }  // namespace TslTool

@@ -10,6 +10,18 @@ namespace {
 
 constexpr double kMostBackground = 1e6;
 
+struct NamedSample {
+  const char* name;
+  Sample (*make)();
+};
+constexpr NamedSample kSamples[] = {{"demo", DemonstrationSample}, {"calibrants", CalibrantSample}};
+
+std::vector<std::string> SampleNames() {
+  std::vector<std::string> names;
+  for (const NamedSample& sample : kSamples) names.emplace_back(sample.name);
+  return names;
+}
+
 std::vector<Compound> ProteinsOf(const std::vector<std::string>& texts, const Instrument& instrument) {
   std::vector<Compound> proteins;
   for (const std::string& text : texts) {
@@ -25,9 +37,11 @@ std::vector<Compound> ProteinsOf(const std::vector<std::string>& texts, const In
 }  // namespace
 
 void SampleOptions::Declare(Options& options) {
+  options.Choice("--sample NAME", sample_, SampleNames(),
+                 "What is measured: the demonstration sample, or a tuning mix that is infused");
   options.Repeated(
       "--protein NAME=MASS[:CHARGES[:COUNTS]]", proteins_,
-      fmt::format("Instead of the demonstration sample, this protein: average mass in Da, range of "
+      fmt::format("Instead of such a sample, this protein: average mass in Da, range of "
                   "charges [the usual ones that are scanned], counts a point of the highest [{}]; "
                   "may be given several times",
                   kUsualProteinCounts));
@@ -37,7 +51,10 @@ void SampleOptions::Declare(Options& options) {
 }
 
 Sample SampleOptions::Get(const Instrument& instrument) const {
-  Sample sample = proteins_.empty() ? DemonstrationSample() : Sample{ProteinsOf(proteins_, instrument)};
+  if (!proteins_.empty() && sample_ != kSamples[0].name)
+    throw UsageError("--protein: takes the place of a --sample, and both are given");
+  Sample sample = proteins_.empty() ? std::ranges::find(kSamples, sample_, &NamedSample::name)->make()
+                                    : Sample{ProteinsOf(proteins_, instrument)};
   sample.background = background_.value_or(sample.background);
   if (!(sample.background >= 0.0 && sample.background <= kMostBackground))
     throw UsageError(fmt::format("--background: {} is not from 0 to {}", sample.background, kMostBackground));

@@ -13,10 +13,11 @@ namespace TslTool {
 class SampleOptions {
  public:
   void Declare(Options& options);
-  // The proteins asked for, or else the demonstration sample. Throws UsageError.
+  // The proteins asked for, or else the sample of this name. Throws UsageError.
   Sample Get(const Instrument& instrument) const;
 
  private:
+  std::string sample_ = "demo";
   std::vector<std::string> proteins_;
   std::optional<double> background_;
 };

@@ -28,6 +28,11 @@ TEST(SampleOptions, ProteinsTakeThePlaceOfTheDemonstrationSample) {
   EXPECT_EQ(sample.background, 8.0);
 }
 
+TEST(SampleOptions, AreTheTuningMixIfItIsAskedFor) {
+  EXPECT_EQ(SampleOf({{"--sample", {"calibrants"}}}).compounds[1].name, "phosphazine 322");
+  EXPECT_EQ(SampleOf({{"--sample", {"demo"}}}).compounds[0].name, "tributylamine");
+}
+
 TEST(SampleOptions, TheBackgroundIsOfAnySample) {
   EXPECT_EQ(SampleOf({{"--background", {"0"}}}).background, 0.0);
   EXPECT_EQ(SampleOf({{"--protein", {"a=8000"}}, {"--background", {"2.5"}}}).background, 2.5);
@@ -37,6 +42,8 @@ TEST(SampleOptions, AreRefusedWithOptionAndValue) {
   const std::pair<GivenOptions, const char*> cases[] = {
       {{{"--protein", {"a=8000", "a=9000"}}}, "--protein: \"a=9000\": there is another a"},
       {{{"--protein", {"a=8000", "b"}}}, "--protein: \"b\": NAME=MASS is expected, as in myoglobin=16951.5"},
+      {{{"--sample", {"calibrants"}}, {"--protein", {"a=8000"}}},
+       "--protein: takes the place of a --sample, and both are given"},
       {{{"--background", {"-1"}}}, "--background: -1 is not from 0 to 1000000"},
       {{{"--background", {"1e7"}}}, "--background: 10000000 is not from 0 to 1000000"},
   };
