@@ -1,5 +1,4 @@
-// Tests: MethodRules.cpp, MethodRulesStructure.cpp, MethodRulesTiming.cpp, MethodRulesValidate.cpp,
-// MethodModel.h.
+// Tests: MethodRules.cpp, MethodRulesStructure.cpp, MethodRulesTiming.cpp, MethodRulesValidate.cpp.
 
 #include <tslbl/method/MethodRules.h>
 

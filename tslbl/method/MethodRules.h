@@ -34,6 +34,8 @@
 
 namespace TslBL {
 
+struct RampStep;
+
 class TSLBL_API MethodRules : public Method, public Rules {
  public:
   // The length of a time period without end, and the number of spectra of a method without end.
@@ -74,6 +76,18 @@ class TSLBL_API MethodRules : public Method, public Rules {
 #pragma GCC diagnostic ignored "-Wclass-conversion"
   operator Method() const;
 #pragma GCC diagnostic pop
+
+  // Makes the method that runs a ramp on copies of a tune: a time period without end for each value of
+  // the first lens, and in it an item for each value of the second one. The last value of a lens
+  // reaches its end or passes it, and is held at the limit of the field there; values are not checked
+  // otherwise. Without lenses it is a method of the tune alone. False, the method as it was, for
+  // lenses of which one may follow m/z and the other not, a field that no ramp can walk through, a
+  // step that is not above 0, and more than 200000 values; QLastError has the text.
+  //
+  // What is derived is not worked out: each tune settles for 2000 microseconds. Nor is the method
+  // marked as modified. Throws VexException for a number that names no field, and without lenses as
+  // DevTuneRules::QDuration does.
+  bool Create(const Tune& tune, const RampStep& step);
 
   // ---- Ids -----------------------------------------------------------------------------
 
