@@ -17,6 +17,7 @@ Command InfoCommand();
 Command AverageCommand();
 Command CalibrateCommand();
 Command TuneCommand();
+Command MethodCommand();
 Command ManualCommand();
 
 }  // namespace TslTool

@@ -11,7 +11,8 @@ Command Program() {
           .declare = {},
           .run = {},
           .family = {PeaksCommand(), OverlapCommand(), DeconCommand(), ChromCommand(), AverageCommand(),
-                     CalibrateCommand(), SimulateCommand(), InfoCommand(), TuneCommand(), ManualCommand()}};
+                     CalibrateCommand(), SimulateCommand(), InfoCommand(), TuneCommand(), MethodCommand(),
+                     ManualCommand()}};
 }
 
 }  // namespace TslTool

@@ -40,14 +40,15 @@ struct Seen {
 };
 
 // The next element of `taken` with the name of `child`. Entries that are kept in an order of
-// their own are found by their attribute "Name".
+// their own are found by their attribute "Name" or "Id".
 pugi::xml_node TwinOf(const pugi::xml_node& child, const pugi::xml_node& taken, Seen& seen) {
   seen.twin = ++seen.number == 1 ? taken.child(child.name()) : seen.twin.next_sibling(child.name());
-  const pugi::xml_node twin = seen.twin;
-  const char* name = child.attribute("Name").value();
-  if (*name == '\0' || std::string_view(twin.attribute("Name").value()) == name) return twin;
-  const pugi::xml_node same = taken.find_child_by_attribute(child.name(), "Name", name);
-  return same ? same : twin;
+  for (const char* key : {"Name", "Id"}) {
+    const char* name = child.attribute(key).value();
+    if (*name == '\0' || std::string_view(seen.twin.attribute(key).value()) == name) continue;
+    if (const pugi::xml_node same = taken.find_child_by_attribute(child.name(), key, name)) return same;
+  }
+  return seen.twin;
 }
 
 // With its number, if there are several of its name.

@@ -1,0 +1,16 @@
+#pragma once
+// The family of tslbl method, one file each.
+
+#include <tool/frame/CommandLine.h>
+
+namespace TslTool {
+
+Command MethodNewCommand();
+Command MethodShowCommand();
+Command MethodCheckCommand();
+Command MethodTimeCommand();
+Command MethodSetCommand();
+Command MethodConvertCommand();
+Command MethodCheckPeaksCommand();
+
+}  // namespace TslTool
