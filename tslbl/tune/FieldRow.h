@@ -82,12 +82,21 @@ struct NewCurve {
   double values[kPoints];
 };
 
+// Values within the limits that the field does not take, both ends included.
+struct Gap {
+  std::uint32_t from;
+  std::uint32_t to;
+
+  constexpr bool Holds(std::uint32_t value) const { return from <= value && value <= to; }
+};
+
 struct FieldTraits {
   FieldUse use = FieldUse::Set;
   AppliesTo appliesTo = AppliesTo::Every;
   const wchar_t* unit = L"";
   bool followsPolarity = false;  // turns with the sign of the ions
   ApciSign apciSign = ApciSign::Any;
+  std::optional<Gap> gap = {};
   // Of a field that may follow m/z.
   BeyondEnds beyondEnds = BeyondEnds::GoesOn;
   // The lens to whose absolute voltage this one is added; see FieldLimits::QMinMaxStep.

@@ -34,8 +34,9 @@ constexpr auto MakeFieldTable() {
       {F::EndPlateTemp, L"EndPlateTemp", &IonSource::EndPlateTemp, L::All(0, 3, 1), {.newValue = 0}},
       {F::DryGasTemp, L"DryGasTemp", &IonSource::DryGasTemp, L::All(25, 350, 5),
        {.use = Ramp, .unit = L"C", .newValue = NewValue(170, 25)}},
+      // Between off and hot the solvent would condense in the source.
       {F::ApciVapTemp, L"ApciVapTemp", &IonSource::ApciVapTemp, L::Apci(25, 350, 5),
-       {.use = Ramp, .appliesTo = Of::Apci, .unit = L"C", .newValue = NewValue(0, 25)}},
+       {.use = Ramp, .appliesTo = Of::Apci, .unit = L"C", .gap = Gap{26, 149}, .newValue = NewValue(0, 25)}},
       {F::DryGasFlow, L"DryGasFlow", &IonSource::DryGasFlow, L::All(2, 15, 0.1),
        {.use = Ramp, .unit = L"L/min", .newValue = NewValue(12, 5)}},
       {F::Neb1GasPres, L"Neb1GasPres", &IonSource::Neb1GasPres, L::Esi(0, 100, 5),
@@ -122,8 +123,9 @@ constexpr auto MakeFieldTable() {
       // What follows stands, under an APCI probe, in the place of an ESI field.
       {F::CoronaVoltage, nullptr, &IonSource::Cylinder, L::Apci(-6000, 6000, 1),
        {.appliesTo = Of::Apci, .unit = L"V", .apciSign = ApciSign::OfIons}},
+      // Below 15 psi the flow is not steady.
       {F::ApciAuxGas, nullptr, &IonSource::Neb1GasPres, L::Apci(0, 60, 5),
-       {.appliesTo = Of::Apci, .unit = L"psi"}},
+       {.appliesTo = Of::Apci, .unit = L"psi", .gap = Gap{1, 14}}},
       {F::ApciNebGas, nullptr, &IonSource::CalValveOn, L::None(), {.appliesTo = Of::Apci}},
   };
   return std::to_array(kRows);

@@ -157,6 +157,18 @@ TEST(NumPulses, RoundTheStepToCounts) {
   EXPECT_EQ(DevTuneRules::QNumPulses(tune), 667u);
 }
 
+TEST(StepDAC, IsTheStepInCountsOfTheInstrument) {
+  Tune tune = Range(100, 200, 0);
+  for (const auto& [step, counts] :
+       {std::pair(0.01, 1u), std::pair(0.05, 1u), std::pair(0.1, 2u), std::pair(0.124725, 2u),
+        std::pair(0.12525, 3u), std::pair(2995.0, 59900u)}) {
+    tune.ControlData.MZStepSize = step;
+    EXPECT_EQ(DevTuneRules::QStepDAC(tune), counts) << step;
+  }
+  tune.ControlData.MZStepSize = std::numeric_limits<double>::infinity();
+  EXPECT_THROW(DevTuneRules::QStepDAC(tune), std::runtime_error);
+}
+
 TEST(TranslateField, RoundsJustBelowHalfAUnitDown) {
   EXPECT_EQ(DevTuneRules::TranslateField(TuneField::CapExit, 160.495), 160);
   EXPECT_EQ(DevTuneRules::TranslateField(TuneField::CapExit, -160.495), -160);

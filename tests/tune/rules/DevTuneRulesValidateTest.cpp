@@ -1,6 +1,7 @@
 #include <tslbl/records/VexException.h>
 #include <tslbl/tune/FieldTable.h>
 #include <tslbl/tune/FieldTableChecks.h>
+#include <iterator>
 #include <limits>
 #include <set>
 #include <stdexcept>
@@ -209,6 +210,28 @@ TEST(Validate, NeedsAnMzCalibration) {
   Tune tune = Unmarked();
   tune.MZCalPts.clear();
   ExpectInvalid(tune, L"There must be at least two m/z calibration points.");
+}
+
+TEST(Validate, EndsWithTheFirstFaultOfACalibrationAndQFaultsDoesNot) {
+  Tune tune = Unmarked();
+  tune.MZCalPts = {{L"", 4000, 70000}, {L"", 4, -1}, {L"", 2, 3}};
+  const std::wstring mz = L" is invalid.  m/z is out of range.  Valid values are 5.00 to 3000.00.";
+  const std::wstring dac = L" is invalid.  Mass DAC is out of range.  Valid values are 0.00 to 65535.00.";
+  const std::wstring point = L"m/z calibration point ";
+  const std::wstring expected[] = {
+      point + L"0" + mz,
+      point + L"1" + mz,
+      point + L"1" + dac,
+      point + L"1 is invalid.  m/z and mass DAC values must be greater than previous m/z calibration point.",
+      point + L"2" + mz,
+      point + L"2" + dac};
+  const std::vector<DevTuneRules::Fault> faults = DevTuneRules(tune).QFaults();
+  ASSERT_EQ(faults.size(), std::size(expected));
+  for (std::size_t i = 0; i < faults.size(); ++i) {
+    EXPECT_EQ(faults[i].field, TuneField::MZCalPts);
+    EXPECT_EQ(faults[i].text, expected[i]);
+  }
+  ExpectInvalid(tune, expected[0]);
 }
 
 // ---- SIM -------------------------------------------------------------------------------

@@ -279,6 +279,8 @@ class TSLBL_API DevTuneRules : public Tune, public Rules {
   // with m/z. A step below 0.05 m/z counts as 0.05. Throws std::runtime_error if the step
   // is less than one unit of the instrument, or if a site has made that unit 0.
   static std::uint32_t QNumPulses(const Tune& tune);
+  // The mass DAC counts of one of these steps. Throws likewise.
+  static std::uint32_t QStepDAC(const Tune& tune);
   // The microseconds that a spectrum takes. Counted in 32 bits: a tune beyond them, which
   // the limits of its fields allow, wraps around. Throws as QNumPulses does.
   static double QDuration(const Tune& tune);
@@ -314,6 +316,7 @@ class TSLBL_API DevTuneRules : public Tune, public Rules {
   bool CapExitHolds(Faults& faults) const;
   bool DistancesHold(Faults& faults) const;
   bool MZCalibrationHolds(Faults& faults) const;
+  bool MZCalPtsHold(const std::vector<MZCalPt>& points, Faults& faults) const;
   bool Q1CalibrationHolds(Faults& faults) const;
 
   bool FindQ1CalPt(double mz, std::size_t& found) const;

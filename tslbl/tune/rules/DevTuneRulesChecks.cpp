@@ -3,7 +3,6 @@
 #include <tslbl/closed/common/Message.h>
 #include <tslbl/closed/common/Truncate.h>
 #include <tslbl/tune/LensCurve.h>
-#include <tslbl/tune/PointTable.h>
 #include <tslbl/tune/rules/DevTuneRules.h>
 #include <cmath>
 
@@ -79,24 +78,6 @@ ErrTypes DevTuneRules::CheckIOPoint(TuneField::Id field, const IOPoint& point) c
 ErrTypes DevTuneRules::CheckSimSpanRange(double span) const {
   const bool isOdd = Truncate<std::int32_t>(span * 10.0) % 2 != 0;
   return IsOutside(span, 0.0, 2.0) || isOdd ? Fail(kBadSpan) : NoError;
-}
-
-ErrTypes DevTuneRules::CheckMZCalPts(const std::vector<MZCalPt>& points) const {
-  if (points.size() < 2) return Fail(kTooFewMZCalPts);
-  PointTable sorted;
-  for (const MZCalPt& point : points) sorted.emplace_back(point.MZ, point.MassDAC);
-  SortByAbscissa(sorted);
-  for (std::size_t i = 0; i < sorted.size(); ++i) {
-    const auto& [mz, massDAC] = sorted[i];
-    ErrTypes result = CheckLimits(TuneField::MZ, mz);
-    if (result == NoError) result = CheckLimits(TuneField::MassDAC, massDAC);
-    const bool rises = i == 0 || (sorted[i - 1].first < mz && sorted[i - 1].second < massDAC);
-    if (result == NoError && !rises) result = Fail(kMZCalPtsNotRising);
-    if (result == NoError) continue;
-    LastError = FillMessage(kBadMZCalPt, i, LastError);
-    return Error;
-  }
-  return NoError;
 }
 
 ErrTypes DevTuneRules::CheckCapExitSkimmer() const {

@@ -5,6 +5,7 @@
 #include <tslbl/tune/MassRange.h>
 #include <tslbl/tune/Settling.h>
 #include <tslbl/tune/rules/DevTuneRules.h>
+#include <algorithm>
 #include <cmath>
 #include <stdexcept>
 
@@ -15,6 +16,9 @@ constexpr double kSmallestStep = 0.05;  // m/z
 
 // Wide, so that differences hold.
 std::int64_t Hundredths(double mz) { return Truncate<std::int32_t>(mz * 100 + 0.5); }
+
+// What the instrument can do of the step that is set.
+double StepOf(const Tune& tune) { return std::max(tune.ControlData.MZStepSize, kSmallestStep); }
 
 std::uint32_t WholeDAC(const MZConvert& convert, double mz) {
   return static_cast<std::uint32_t>(Truncate<std::int32_t>(convert.MZToDAC(mz)));
@@ -34,18 +38,20 @@ Count Duration(const Tune& tune) {
 
 std::uint32_t DevTuneRules::QNumPulses(const Tune& tune) {
   const auto [low, high] = QMassRange(tune);
-  const double wanted = tune.ControlData.MZStepSize;
-  const double step = wanted < kSmallestStep ? kSmallestStep : wanted;
-  if (Hundredths(high) - Hundredths(low) < Hundredths(step)) return 1;
+  if (Hundredths(high) - Hundredths(low) < Hundredths(StepOf(tune))) return 1;
 
   const MZConvert convert(tune.MZCalPts);
   const std::uint32_t lowDAC = WholeDAC(convert, low);
   const std::uint32_t highDAC = WholeDAC(convert, high);
+  return (highDAC - lowDAC) / QStepDAC(tune) + 1;
+}
+
+std::uint32_t DevTuneRules::QStepDAC(const Tune& tune) {
   const double unit = FieldLimits().QLimits(tune.Source.Type, TuneField::MZStepSize).Step;
-  const double units = step / unit + 0.5;
+  const double units = StepOf(tune) / unit + 0.5;
   const auto stepMDAC = std::isfinite(units) ? Truncate<std::int32_t>(units) : 0;
   if (stepMDAC < 1) throw std::runtime_error("Invalid stepMDAC in DevTuneRules.cpp NumPulses");
-  return (highDAC - lowDAC) / static_cast<std::uint32_t>(stepMDAC) + 1;
+  return static_cast<std::uint32_t>(stepMDAC);
 }
 
 double DevTuneRules::QDuration(const Tune& tune) { return Duration<std::uint32_t>(tune); }

@@ -6,6 +6,7 @@
 #include <tslbl/records/VexException.h>
 #include <tslbl/tune/FieldTable.h>
 #include <tslbl/tune/FieldTableChecks.h>
+#include <tslbl/tune/PointTable.h>
 #include <tslbl/tune/rules/DevTuneRules.h>
 #include <algorithm>
 #include <cstdlib>
@@ -161,9 +162,32 @@ bool DevTuneRules::DistancesHold(Faults& faults) const {
          faults.Holds(cylinder, Fail(kCylinderFarFromEndPlate));
 }
 
-bool DevTuneRules::MZCalibrationHolds(Faults& faults) const {
-  return faults.Holds(TuneField::MZCalPts, CheckMZCalPts(MZCalPts));
+bool DevTuneRules::MZCalPtsHold(const std::vector<MZCalPt>& points, Faults& faults) const {
+  if (points.size() < 2) return faults.Holds(TuneField::MZCalPts, Fail(kTooFewMZCalPts));
+  PointTable sorted;
+  for (const MZCalPt& point : points) sorted.emplace_back(point.MZ, point.MassDAC);
+  SortByAbscissa(sorted);
+  for (std::size_t i = 0; i < sorted.size(); ++i) {
+    const auto holds = [&](ErrTypes result) {
+      if (result == NoError) return true;
+      LastError = FillMessage(kBadMZCalPt, i, LastError);
+      return faults.Holds(TuneField::MZCalPts, Error);
+    };
+    const auto& [mz, massDAC] = sorted[i];
+    if (!holds(CheckLimits(TuneField::MZ, mz)) || !holds(CheckLimits(TuneField::MassDAC, massDAC)))
+      return false;
+    const bool rises = i == 0 || (sorted[i - 1].first < mz && sorted[i - 1].second < massDAC);
+    if (!rises && !holds(Fail(kMZCalPtsNotRising))) return false;
+  }
+  return true;
 }
+
+ErrTypes DevTuneRules::CheckMZCalPts(const std::vector<MZCalPt>& points) const {
+  Faults first(*this, nullptr);
+  return MZCalPtsHold(points, first) ? NoError : Error;
+}
+
+bool DevTuneRules::MZCalibrationHolds(Faults& faults) const { return MZCalPtsHold(MZCalPts, faults); }
 
 bool DevTuneRules::Q1CalibrationHolds(Faults& faults) const {
   const auto holds = [&](const Q1CalPt& point, TuneField::Id field, double value) {

@@ -112,13 +112,12 @@ ErrTypes DevTuneRules::WCoronaVoltage(std::int32_t volts) {
   return WriteVoltage<TuneField::CoronaVoltage>(volts);
 }
 
-// Between off and hot the solvent would condense in the source. A hot vaporizer needs gas that
-// carries the vapour off.
+// A hot vaporizer needs gas that carries the vapour off.
 ErrTypes DevTuneRules::WApciVapTemp(std::uint32_t degrees) {
   constexpr std::uint32_t kLeastAuxGas = 15;
   constexpr std::uint32_t kUsualAuxGas = 25;
   if (CheckLimits(TuneField::ApciVapTemp, degrees) == Error) return Error;
-  if (degrees > 25 && degrees < 150) return Fail(kBadVapTemp);
+  if (FindField(TuneField::ApciVapTemp)->traits.gap->Holds(degrees)) return Fail(kBadVapTemp);
   if (Source.ApciVapTemp == degrees) return NoError;
   Source.ApciVapTemp = degrees;
   Modified = true;
@@ -130,10 +129,9 @@ ErrTypes DevTuneRules::WApciVapTemp(std::uint32_t degrees) {
   return NoError;
 }
 
-// Below 15 psi the flow is not steady.
 ErrTypes DevTuneRules::WApciAuxGas(std::uint32_t pressure) {
   if (CheckLimits(TuneField::ApciAuxGas, pressure) == Error) return Error;
-  if (pressure > 0 && pressure < 15) return Fail(kBadAuxGas);
+  if (FindField(TuneField::ApciAuxGas)->traits.gap->Holds(pressure)) return Fail(kBadAuxGas);
   return Write(Source.Neb1GasPres, pressure);
 }
 
