@@ -16,6 +16,8 @@ namespace TslTool {
 inline constexpr int kDone = 0;
 inline constexpr int kFailed = 1;
 inline constexpr int kWrongUsage = 2;
+// Of a command whose kFailed is an answer, such as "they differ": a file could not be read.
+inline constexpr int kNotRead = 3;
 
 // A command, made afresh for each start of the program: it runs, or it is a family of commands, of which the
 // user names one after it. The program itself is such a family.

@@ -66,6 +66,8 @@ std::uint64_t ParseLongCount(const std::string& option, std::string_view text) {
   return Parse<std::uint64_t>(option, text, "a whole number from 0 to 18446744073709551615");
 }
 
+bool HasTwoEnds(std::string_view text) { return DashIn(text) != std::string_view::npos; }
+
 RealRange ParseRealRange(const std::string& option, std::string_view text) {
   return ParseRange<RealRange>(option, text, ParseReal);
 }

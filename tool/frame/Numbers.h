@@ -19,6 +19,8 @@ struct RealRange {
 };
 // "A-B", or "A" for both ends.
 RealRange ParseRealRange(const std::string& option, std::string_view text);
+// Of such a text, whether it is the first form.
+bool HasTwoEnds(std::string_view text);
 
 struct CountRange {
   std::uint32_t from;

@@ -70,6 +70,12 @@ TEST(Numbers, ARangeIsTwoNumbersOrOne) {
   EXPECT_EQ(ParseCountRange("--scan", "3-17").to, 17U);
 }
 
+TEST(Numbers, ARangeOfOneNumberIsToldFromOneOfTwo) {
+  for (const char* text : {"60-90", "-5-5", "-5--2", "1e-3-2e-3", "2-2"})
+    EXPECT_TRUE(TslTool::HasTwoEnds(text)) << text;
+  for (const char* text : {"5", "-7", "1E-3"}) EXPECT_FALSE(TslTool::HasTwoEnds(text)) << text;
+}
+
 TEST(Numbers, WhatIsNoRangeIsNamed) {
   EXPECT_EQ(ErrorOf([] { ParseRealRange("--rt", "90-60"); }), "--rt: \"90-60\" ends before it begins");
   EXPECT_EQ(ErrorOf([] { ParseRealRange("--rt", "1-2-3"); }), "--rt: \"2-3\" is not a number");

@@ -92,8 +92,11 @@ std::string Phrase(std::string summary) {
 constexpr const char* kEnd =
     ".SH EXIT STATUS\n"
     ".TP\n0\nDone.\n"
-    ".TP\n1\nIt could not be done; standard error has the reason.\n"
+    ".TP\n1\nIt could not be done; standard error has the reason. Of tune check: there are problems; of "
+    "tune\n"
+    "diff: the tunes differ.\n"
     ".TP\n2\nWrong usage.\n"
+    ".TP\n3\nOf tune check and tune diff: a tune could not be read.\n"
     ".PP\nCtrl-C, SIGTERM and SIGHUP end it by the signal itself when nothing is left half written; a shell\n"
     "shows 128 and the number of the signal, 130 after Ctrl-C.\n";
 

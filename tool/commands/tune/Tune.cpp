@@ -14,7 +14,7 @@ Command TuneCommand() {
           .declare = {},
           .run = {},
           .family = {TuneNewCommand(), TuneShowCommand(), TuneCheckCommand(), TuneSetCommand(),
-                     TuneDiffCommand(), TuneConvertCommand()}};
+                     TuneDiffCommand(), TuneConvertCommand(), TuneSyringesCommand()}};
 }
 
 }  // namespace TslTool

@@ -11,5 +11,6 @@ Command TuneCheckCommand();
 Command TuneSetCommand();
 Command TuneDiffCommand();
 Command TuneConvertCommand();
+Command TuneSyringesCommand();
 
 }  // namespace TslTool

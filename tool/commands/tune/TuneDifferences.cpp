@@ -4,6 +4,7 @@
 
 #include <tool/commands/tune/FieldText.h>
 #include <tool/commands/tune/FindUserField.h>
+#include <tool/commands/tune/PairRows.h>
 #include <tslbl/closed/common/Text.h>
 #include <algorithm>
 #include <map>
@@ -47,12 +48,10 @@ std::string ShownPoint(const TslBL::MZCalPt& point) {
 }
 
 void AddMZCalPts(const Tune& a, const Tune& b, std::vector<std::string>& lines) {
-  const auto shown = [](const Tune& tune, std::size_t i) {
-    return i < tune.MZCalPts.size() ? ShownPoint(tune.MZCalPts[i]) : "-";
-  };
-  for (std::size_t i = 0; i < std::max(a.MZCalPts.size(), b.MZCalPts.size()); ++i)
-    if (shown(a, i) != shown(b, i))
-      lines.push_back(Line(fmt::format("MZCalPts {}", i + 1), shown(a, i), shown(b, i)));
+  const auto shown = [](const TslBL::MZCalPt* point) { return point != nullptr ? ShownPoint(*point) : "-"; };
+  for (const auto& [ofA, ofB, number] : PairRows(a.MZCalPts, b.MZCalPts))
+    if (shown(ofA) != shown(ofB))
+      lines.push_back(Line(fmt::format("MZCalPts {}", number), shown(ofA), shown(ofB)));
 }
 
 std::string NameOf(TslBL::TuneField::Id id) {
@@ -70,12 +69,10 @@ std::map<std::string, std::string> Settings(const Q1CalPt* point) {
 }
 
 void AddQ1CalPts(const Tune& a, const Tune& b, std::vector<std::string>& lines) {
-  for (std::size_t i = 0; i < std::max(a.Q1CalPts.size(), b.Q1CalPts.size()); ++i) {
-    const Q1CalPt* ofA = i < a.Q1CalPts.size() ? &a.Q1CalPts[i] : nullptr;
-    const Q1CalPt* ofB = i < b.Q1CalPts.size() ? &b.Q1CalPts[i] : nullptr;
+  for (const auto& [ofA, ofB, number] : PairRows(a.Q1CalPts, b.Q1CalPts)) {
     auto inA = Settings(ofA);
     auto inB = Settings(ofB);
-    const std::string place = fmt::format("Q1CalPts {} (m/z {})", i + 1, (ofA != nullptr ? ofA : ofB)->MZ);
+    const std::string place = fmt::format("Q1CalPts {} (m/z {})", number, (ofA != nullptr ? ofA : ofB)->MZ);
     for (const auto& [name, value] : inB) inA.try_emplace(name, "-");
     for (const auto& [name, value] : inA) {
       const std::string other = inB.contains(name) ? inB[name] : "-";

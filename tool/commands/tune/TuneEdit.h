@@ -1,9 +1,8 @@
 #pragma once
-// One change of a tune, as a user types it: "FIELD=VALUE", or "LENS@MZ=VALUE" for a lens at a
-// calibrant.
+// One change of a tune, as a user types it.
 
-#include <tool/commands/tune/UserFields.h>
 #include <tslbl/tune/rules/DevTuneRules.h>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -14,31 +13,36 @@ struct EditResult {
   std::string text;  // the rule's message, or a warning; else empty
 };
 
-class TuneEdit {
- public:
-  // Throws UsageError for what is no change: no such field of the tune, or of any.
-  TuneEdit(const TslBL::Tune& tune, const std::string& text);
+// The tables of a tune whose rows have an m/z: the calibrants of the lenses, and the points of
+// the m/z axis.
+enum class CalTable { Calibrants, MZCalPts };
 
-  // Through the field's writer. Throws UsageError for a text that is no value of the field.
-  EditResult Apply(TslBL::DevTuneRules& rules) const;
-  // How the field stands.
-  std::string Shown(const TslBL::DevTuneRules& rules) const;
-  // As it was typed.
-  const std::string& Text() const { return text_; }
-
- private:
-  std::string Refusal(const TslBL::DevTuneRules& rules) const;
-  TslBL::DevTuneRules::ErrTypes Write(TslBL::DevTuneRules& rules) const;
-
-  std::string text_;
-  std::string name_;
-  std::string value_;
-  const UserField* field_;    // of a calibrant, its lens
-  std::optional<double> mz_;  // of a calibrant
+struct CalMove {
+  CalTable table;
+  double from;
+  double to;
 };
 
-// The forms of changes besides FIELD=VALUE, for a help.
-std::string CombinedForms();
-inline constexpr const char* kCalibrantForms = "LENS@MZ=VALUE LENS@MZ=none";
+class TuneEdit {
+ public:
+  virtual ~TuneEdit() = default;
+
+  // Under the rules. Throws UsageError for a text that is no value of what is changed.
+  virtual EditResult Apply(TslBL::DevTuneRules& rules) const = 0;
+  // How what it changes stands.
+  virtual std::string Shown(const TslBL::DevTuneRules& rules) const = 0;
+
+  // What is worked out from the rest of the tune has to wait for the other changes.
+  virtual bool IsLast() const { return false; }
+  // The row that it moves.
+  virtual std::optional<CalMove> Moves() const { return std::nullopt; }
+  // A row was moved, by this change or a later one; it may be the one that this is about.
+  virtual void Follow(const CalMove& /*move*/) {}
+  // Why it is without effect in this tune; empty if it has one.
+  virtual std::string Idle(const TslBL::DevTuneRules& /*rules*/) const { return ""; }
+};
+
+// Throws UsageError for what is no change: no such field of the tune, or of any.
+std::unique_ptr<TuneEdit> ReadTuneEdit(const TslBL::Tune& tune, const std::string& text);
 
 }  // namespace TslTool

@@ -3,24 +3,31 @@
 #include <fmt/format.h>
 
 #include <tool/commands/tune/FindUserField.h>
+#include <tool/commands/tune/LensCurves.h>
 #include <tslbl/closed/common/Text.h>
-#include <tslbl/tune/LensCurve.h>
 #include <algorithm>
+#include <optional>
 
 namespace TslTool {
 namespace {
 
 using TslBL::DevTuneRules;
 
+std::string OneLine(const std::wstring& text) {
+  std::string line = TslCommon::ToUtf8(text);
+  std::ranges::replace(line, '\n', ' ');
+  return line;
+}
+
 class Collector {
  public:
-  void Add(const std::string& field, const std::wstring& text) {
-    std::string shown = TslCommon::ToUtf8(text);
-    std::ranges::replace(shown, '\n', ' ');
-    // The same text under another name is the same fault.
-    if (std::ranges::find(texts_, shown) != texts_.end()) return;
-    texts_.push_back(shown);
-    lines_.push_back(fmt::format("{}: {}", field, shown));
+  void Add(const std::string& field, const std::string& text) {
+    texts_.push_back(text);
+    lines_.push_back(fmt::format("{}: {}", field, text));
+  }
+  // The same text under another name is the same fault.
+  void AddIfNew(const std::string& field, const std::string& text) {
+    if (std::ranges::find(texts_, text) == texts_.end()) Add(field, text);
   }
   std::vector<std::string> Lines() && { return std::move(lines_); }
 
@@ -37,22 +44,39 @@ void AddRefusals(const TslBL::Tune& tune, Collector& faults) {
       if (field.recheck == nullptr || !HasField(tune, field)) continue;
       DevTuneRules rules(tune);
       if (field.recheck(rules) != DevTuneRules::Error) continue;
-      std::wstring text;
-      rules.QLastError(text);
-      faults.Add(field.name, text);
+      faults.AddIfNew(field.name, OneLine(rules.QLastError()));
     }
   }
 }
 
 // Where two calibrants share one m/z the curve of a lens has no value.
 void AddOpenCurves(const TslBL::Tune& tune, Collector& faults) {
-  for (const TslBL::TuneField::Id id : TslBL::kSteppableFields) {
-    const TslBL::LensCurve lens(tune, id);
-    const auto open = lens.QCurve() != nullptr ? lens.QCurve()->QOpenMZ() : std::nullopt;
-    const std::string name = UserNameOf(tune, id);
-    if (open)
-      faults.Add(name, TslCommon::FromUtf8(fmt::format("{} has two calibrants at m/z {}", name, *open)));
+  for (const LensField& lens : LensFields()) {
+    const auto points = LensPoints(tune, lens);
+    std::optional<double> told;
+    for (std::size_t i = 1; i < points.size(); ++i) {
+      const double mz = points[i].first;
+      if (mz != points[i - 1].first || mz == told) continue;
+      faults.Add(lens.name, fmt::format("{} has two calibrants at m/z {}", lens.name, mz));
+      told = mz;
+    }
   }
+}
+
+// A tune may be without a syringe.
+void AddSyringe(const TslBL::Tune& tune, Collector& faults) {
+  if (tune.SyringeData == TslBL::Syringe()) return;
+  const DevTuneRules rules(tune);
+  const auto check = [&](const char* field, const TslBL::Syringe& syringe) {
+    if (rules.CheckSyringe(syringe) == DevTuneRules::Error) faults.Add(field, OneLine(rules.QLastError()));
+  };
+  TslBL::Syringe flow = tune.SyringeData;
+  double ignored = 0.0;
+  DevTuneRules::QLimitsSyringe(TslBL::TuneField::Diameter, flow.Model.Diameter, ignored);
+  TslBL::Syringe diameter = tune.SyringeData;
+  diameter.FlowRate = 0;
+  check("Diameter", diameter);
+  check("FlowRate", flow);
 }
 
 }  // namespace
@@ -61,15 +85,10 @@ std::vector<std::string> TuneFaults(const TslBL::Tune& tune) {
   Collector faults;
   DevTuneRules rules(tune);
   for (const DevTuneRules::Fault& fault : rules.QFaults())
-    faults.Add(UserNameOf(tune, fault.field), fault.text);
+    faults.Add(UserNameOf(tune, fault.field), OneLine(fault.text));
   AddRefusals(tune, faults);
   AddOpenCurves(tune, faults);
-  if (!(tune.SyringeData == TslBL::Syringe()) &&
-      rules.CheckSyringe(tune.SyringeData) == DevTuneRules::Error) {
-    std::wstring text;
-    rules.QLastError(text);
-    faults.Add("Diameter", text);
-  }
+  AddSyringe(tune, faults);
   return std::move(faults).Lines();
 }
 

@@ -4,16 +4,15 @@
 
 #include <tool/commands/tune/FieldText.h>
 #include <tool/commands/tune/LensCurves.h>
+#include <tool/commands/tune/LimitsText.h>
 #include <tool/commands/tune/TuneFaults.h>
+#include <tool/commands/tune/TuneTiming.h>
 #include <tool/commands/tune/UserFields.h>
 #include <tslbl/closed/common/Text.h>
 #include <tslbl/tune/LensCurve.h>
 #include <tslbl/tune/MassRange.h>
-#include <tslbl/tune/Settling.h>
 #include <algorithm>
-#include <functional>
 #include <iterator>
-#include <stdexcept>
 
 namespace TslTool {
 namespace {
@@ -21,12 +20,9 @@ namespace {
 using TslBL::DevTuneRules;
 using TslBL::Tune;
 
-std::string LimitsText(const DevTuneRules& rules, const UserField& field) {
+std::string LimitsOf(const DevTuneRules& rules, const UserField& field) {
   if (!field.valueNames().empty()) return "";
-  const TslBL::Limits limits = rules.QLimitsNow(field.id);
-  if (limits == TslBL::Limits{}) return "";
-  const std::string ends = fmt::format("{} to {}", limits.Min, limits.Max);
-  return limits.Step == 0.0 ? ends : fmt::format("{} by {}", ends, limits.Step);
+  return LimitsText(rules.QLimitsNow(field.id), TslBL::FindField(field.id)->traits.gap);
 }
 
 bool IsNumber(const std::string& text) {
@@ -42,7 +38,7 @@ std::string FieldLine(const DevTuneRules& rules, const UserField& field) {
   const std::string value = field.show(rules);
   const std::string unit = value.empty() || !IsNumber(value) ? "" : UnitOf(field);
   return Ended(fmt::format("  {:<19} {:<26} {:>10} {:<6} {}", field.name, DisplayName(field), value, unit,
-                           LimitsText(rules, field)));
+                           LimitsOf(rules, field)));
 }
 
 // A text for a user may be long: no columns behind it.
@@ -119,33 +115,6 @@ std::string Q1Calibration(const Tune& tune) {
   return text + "\n\n";
 }
 
-std::string TimingRow(const char* label, const std::function<std::string()>& value) {
-  std::string shown;
-  try {
-    shown = value();
-  } catch (const std::runtime_error& e) {
-    shown = fmt::format("unknown: {}", e.what());
-  }
-  return fmt::format("  {:<19} {}\n", label, shown);
-}
-
-// The instrument counts microseconds in 32 bits.
-std::string Duration(const Tune& tune) {
-  const double exact = DevTuneRules::QExactDuration(tune);
-  const double counted = DevTuneRules::QDuration(tune);
-  const std::string text = fmt::format("{} ms", exact / 1000.0);
-  return exact == counted ? text
-                          : fmt::format("{}, which the instrument counts as {} ms", text, counted / 1000.0);
-}
-
-std::string Timing(const Tune& tune) {
-  return "Timing\n" +
-         TimingRow("steps of a scan", [&] { return fmt::format("{}", DevTuneRules::QNumPulses(tune)); }) +
-         TimingRow("a spectrum", [&] { return Duration(tune); }) +
-         TimingRow("scan speed", [&] { return fmt::format("{} m/z per s", tune.QScanSpeed()); }) +
-         TimingRow("settling needed", [&] { return fmt::format("{} us", TslBL::SettlingDelay(tune)); });
-}
-
 std::string Rules(const Tune& tune) {
   const std::vector<std::string> faults = TuneFaults(tune);
   if (faults.empty()) return "\nThe rules accept it.\n";
@@ -157,7 +126,7 @@ std::string Rules(const Tune& tune) {
 }  // namespace
 
 std::string TuneSheet(const Tune& tune) {
-  return Fields(tune) + MZCalibration(tune) + Q1Calibration(tune) + LensesOverMZ(tune) + Timing(tune) +
+  return Fields(tune) + MZCalibration(tune) + Q1Calibration(tune) + LensesOverMZ(tune) + TuneTiming(tune) +
          Rules(tune);
 }
 

@@ -30,11 +30,13 @@ void Save(const Tune& tune, TuneForm form, const std::string& file) {
   if (!lost.empty()) Warn(fmt::format("{}: a document does not keep {}", file, fmt::join(lost, "; ")));
 }
 
-// What the rules find now and did not find before.
 void WarnOfFaults(const std::string& file, const std::vector<std::string>& before, const Tune& tune) {
-  for (const std::string& fault : TuneFaults(tune))
-    if (std::ranges::find(before, fault) == before.end())
-      Warn(fmt::format("{}: the rules do not accept this tune: {}", file, fault));
+  for (const std::string& fault : TuneFaults(tune)) {
+    const bool isNew = std::ranges::find(before, fault) == before.end();
+    Warn(fmt::format("{}: the rules {}: {}", file,
+                     isNew ? "do not accept this tune" : "did not accept this tune before, and do not now",
+                     fault));
+  }
 }
 
 void Print(const std::string& text) {

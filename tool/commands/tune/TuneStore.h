@@ -16,7 +16,7 @@ TslBL::Tune Load(const std::string& file);
 // With a warning of what this form does not keep. Throws as Output does.
 void Save(const TslBL::Tune& tune, TuneForm form, const std::string& file);
 
-// Of what the rules find that is not among `before`.
+// Of what the rules find; of what is among `before`, that they did so then.
 void WarnOfFaults(const std::string& file, const std::vector<std::string>& before, const TslBL::Tune& tune);
 
 // To standard output.

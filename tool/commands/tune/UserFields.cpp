@@ -4,6 +4,7 @@
 #include <fmt/ranges.h>
 
 #include <tool/commands/tune/FieldText.h>
+#include <tool/commands/tune/SyringeCatalogue.h>
 #include <tool/frame/Numbers.h>
 #include <tool/frame/UsageError.h>
 #include <tslbl/closed/common/Text.h>
@@ -54,6 +55,12 @@ constexpr UserField Row(const char* name, Id id) {
           ValueNamesOf<TypeOf<Query>>};
 }
 
+// The same place, under another name for some tunes.
+constexpr UserField Only(AppliesTo tunes, UserField field) {
+  field.appliesTo = tunes;
+  return field;
+}
+
 std::string NoNames() { return ""; }
 
 std::string ShowLastSave(const DevTuneRules& rules) {
@@ -68,22 +75,17 @@ std::string ShowLastSave(const DevTuneRules& rules) {
 // What came with a scan's high end is no span.
 std::string ShowSpan(const DevTuneRules& rules) {
   const bool isSpan = rules.QSimWithSpan() != Control::NoSpan || rules.ControlData.MZHi == 0.0;
-  return isSpan ? Shown(rules.QSimWithSpan()) : "no span: " + Shown(rules.ControlData.MZHi);
-}
-
-// "auto" is what the m/z range and the capillary exit need.
-ErrTypes SetInitSettleDelay(DevTuneRules& rules, const std::string& name, const std::string& text) {
-  if (!SameText(text, "auto"))
-    return Set<&DevTuneRules::QInitSettleDelay, &DevTuneRules::WInitSettleDelay>(rules, name, text);
-  rules.CalculateInitialSettlingDelay();
-  return DevTuneRules::NoError;
+  return isSpan ? Shown(rules.QSimWithSpan()) : "not a span: " + Shown(rules.ControlData.MZHi);
 }
 
 // Of the catalogue, as "MAKE/MODEL".
 ErrTypes SetModel(DevTuneRules& rules, const std::string& name, const std::string& text) {
+  if (const auto known = FindSyringe(text))
+    return rules.WSyringeModel(known->manufacturer, known->model.Name);
   const auto slash = text.find('/');
   if (slash == std::string::npos)
-    throw UsageError(name + ": \"" + text + "\" is not MAKE/MODEL, as the catalogue of syringes has them");
+    throw UsageError(name + ": \"" + text +
+                     "\" is not MAKE/MODEL; 'tslbl tune syringes' lists the catalogue");
   return rules.WSyringeModel(TslCommon::FromUtf8(text.substr(0, slash)),
                              TslCommon::FromUtf8(text.substr(slash + 1)));
 }
@@ -101,6 +103,7 @@ std::string ShowRange(const DevTuneRules& rules) {
 // In one call, since the range between two calls could be refused.
 ErrTypes SetRange(DevTuneRules& rules, const std::string& name, const std::string& text) {
   const RealRange range = ParseRealRange(name, text);
+  if (!HasTwoEnds(text)) throw UsageError(name + ": \"" + text + "\" is not LOW-HIGH");
   rules.QLastError();
   const ErrTypes high = rules.WMZRange(range.from, range.to);
   // The writer tells of a bad low end by its text alone.
@@ -147,13 +150,13 @@ constexpr UserField kSource[] = {
 constexpr UserField kAcquisition[] = {
     Row<&R::QControlType, &R::WControlType>("ControlType", Id::ControlType),
     Row<&R::QPolarityType, &R::WPolarityType>("PolarityType", Id::PolarityType),
-    Row<&R::QMZLow, &R::WMZLow>("MZLow", Id::MZLow),
+    Only(AppliesTo::Sim, Row<&R::QMZLow, &R::WMZLow>("MZ", Id::MZLow)),
+    Only(AppliesTo::Scan, Row<&R::QMZLow, &R::WMZLow>("MZLow", Id::MZLow)),
     Row<&R::QMZHi, &R::WMZHi>("MZHi", Id::MZHi),
     {"SimWithSpan", Id::MZHi, AppliesTo::Sim, ShowSpan, Set<&R::QSimWithSpan, &R::WSimWithSpan>, nullptr,
      ValueNamesOf<Control::SimWithSpanTypes>},
     Row<&R::QMZStepSize, &R::WMZStepSize>("MZStepSize", Id::MZStepSize),
-    {"InitSettleDelay", Id::InitSettleDelay, AppliesTo::Every, Show<&R::QInitSettleDelay>, SetInitSettleDelay,
-     Recheck<&R::QInitSettleDelay, &R::WInitSettleDelay>, NoNames},
+    Row<&R::QInitSettleDelay, &R::WInitSettleDelay>("InitSettleDelay", Id::InitSettleDelay),
     Row<&R::QStepSettleDelay, &R::WStepSettleDelay>("StepSettleDelay", Id::StepSettleDelay),
     Row<&R::QPulseCountDelay, &R::WPulseCountDelay>("PulseCountDelay", Id::PulseCountDelayScan),
     Row<&R::QPulseCountDelay, &R::WPulseCountDelay>("PulseCountDelay", Id::PulseCountDelaySim),
@@ -224,9 +227,11 @@ bool HasField(const TslBL::Tune& tune, const UserField& field) {
 }
 
 std::string DisplayName(const UserField& field) {
-  // A span stands in the place of the high end.
-  const bool isSpan = field.appliesTo == AppliesTo::Sim && field.id == Id::MZHi;
-  return isSpan ? "SIM Span" : TslCommon::ToUtf8(TslBL::TuneField::FieldToString(field.id));
+  // The m/z of a SIM stands in the place of a scan's low end, its span in that of the high end.
+  const bool isOfSim = field.appliesTo == AppliesTo::Sim;
+  if (isOfSim && field.id == Id::MZHi) return "SIM Span";
+  if (isOfSim && field.id == Id::MZLow) return "SIM m/z";
+  return TslCommon::ToUtf8(TslBL::TuneField::FieldToString(field.id));
 }
 
 std::string UnitOf(const UserField& field) {

@@ -56,8 +56,8 @@ TEST(BashCompletion, OffersEveryOptionOfEveryCommand) {
 TEST(BashCompletion, OffersCommandsMembersAndWhatMayBeChosen) {
   EXPECT_EQ(Tslbl({""}), Joined(NamesOfCommands()));
   EXPECT_EQ(Tslbl({"si"}), "simulate");
-  EXPECT_EQ(Tslbl({"tune", ""}), "new show check set diff convert");
-  EXPECT_EQ(Tslbl({"tune", "new", "--probe", ""}), "esi apci");
+  EXPECT_EQ(Tslbl({"tune", ""}), "new show check set diff convert syringes");
+  EXPECT_EQ(Tslbl({"tune", "new", "--probe", ""}), "esi apci low-flow-esi");
   EXPECT_EQ(Tslbl({"peaks", "--format", "t"}), "table tsv");
 }
 

@@ -87,6 +87,30 @@ TEST(TuneDifferences, ACalibrantOfOneTuneIsMissingInTheOther) {
                           "Q1CalPts 6 (m/z 2800) name: Extra -> -"));
 }
 
+TEST(TuneDifferences, CalibrantsAreHeldAgainstThoseOfTheirMzOrName) {
+  const Tune before = DevTuneRules(Probes::ESI);
+  DevTuneRules after = before;
+  for (auto& point : after.Q1CalPts) point.Fields.clear();
+  const Tune bare = after;
+  after.DelQ1CalPt(39);
+  after.ChangeQ1CalPtMZ(118, 119);
+  after.AddQ1CalPt(622, L"New");
+  EXPECT_THAT(TuneDifferences(bare, after),
+              ElementsAre("Q1CalPts 1 (m/z 39) m/z: 39 -> -", "Q1CalPts 1 (m/z 39) name: Fragment 2 -> -",
+                          "Q1CalPts 2 (m/z 118) m/z: 118 -> 119", "Q1CalPts 5 (m/z 622) m/z: - -> 622",
+                          "Q1CalPts 5 (m/z 622) name: - -> New"));
+}
+
+TEST(TuneDifferences, CalibrationPointsAreHeldAgainstThoseOfTheirMzOrName) {
+  const Tune before = DevTuneRules(Probes::ESI);
+  Tune after = before;
+  after.MZCalPts = {{L"Default High", 2721, 54420}, {L"", 118, 2360}};
+  EXPECT_THAT(TuneDifferences(before, after),
+              ElementsAre("MZCalPts 1: m/z 5 DAC 100 Default Low -> -",
+                          "MZCalPts 2: m/z 3000 DAC 60000 Default High -> m/z 2721 DAC 54420 Default High",
+                          "MZCalPts 2: - -> m/z 118 DAC 2360 "));
+}
+
 TEST(TuneDifferences, TheSpanOfASimIsOneLine) {
   DevTuneRules one(Probes::ESI);
   one.WControlType(TslBL::Control::Sim);
@@ -122,7 +146,7 @@ TEST(TuneDifferences, TheDwellOfAScanAndOfASimIsOneField) {
   sim.ControlData.PulseCountDelay = 20;
   EXPECT_THAT(TuneDifferences(scan, sim),
               testing::IsSupersetOf(
-                  {"PulseCountDelay: 1000 -> 20", "MZHi: 3000 -> -", "SimWithSpan: - -> no span: 3000"}));
+                  {"PulseCountDelay: 1000 -> 20", "MZHi: 3000 -> -", "SimWithSpan: - -> not a span: 3000"}));
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// Tests: FieldText.cpp, FindUserField.cpp, UserFields.cpp.
+// Tests: CalibrantEdit.cpp, FieldEdit.cpp, FieldText.cpp, FindUserField.cpp, MZCalEdit.cpp, UserFields.cpp.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -6,6 +6,8 @@
 #include <set>
 #include <string>
 
+#include <tool/commands/tune/FieldEdit.h>
+#include <tool/commands/tune/FieldText.h>
 #include <tool/commands/tune/FindUserField.h>
 #include <tool/commands/tune/TuneEdit.h>
 #include <tool/frame/CommandLine.h>
@@ -27,14 +29,14 @@ DevTuneRules Sim() {
 }
 
 TslTool::EditResult Edit(DevTuneRules& rules, const std::string& text) {
-  return TslTool::TuneEdit(rules, text).Apply(rules);
+  return TslTool::ReadTuneEdit(rules, text)->Apply(rules);
 }
 
 // The field's text afterwards, or the refusal.
 std::string After(DevTuneRules rules, const std::string& text) {
-  const TslTool::TuneEdit edit(rules, text);
-  const TslTool::EditResult result = edit.Apply(rules);
-  return result.refused ? "refused: " + result.text : edit.Shown(rules);
+  const auto edit = TslTool::ReadTuneEdit(rules, text);
+  const TslTool::EditResult result = edit->Apply(rules);
+  return result.refused ? "refused: " + result.text : edit->Shown(rules);
 }
 
 std::string UsageOf(const std::string& edit) {
@@ -84,6 +86,7 @@ TEST(TuneEdit, EveryFieldCanBeSet) {
       {esi, "PolarityType", "negative"},
       {esi, "MZLow", "100.5"},
       {esi, "MZHi", "1000"},
+      {sim, "MZ", "500"},
       {sim, "SimWithSpan", "0.4"},
       {esi, "MZStepSize", "0.05"},
       {esi, "InitSettleDelay", "650"},
@@ -130,7 +133,8 @@ TEST(TuneEdit, TheFlowOfASyringeNeedsASyringe) {
 }
 
 TEST(TuneEdit, AModelIsOneOfTheCatalogue) {
-  EXPECT_EQ(After(DevTuneRules(Probes::ESI), "Model=Nobody/None"), "refused: Invalid syringe model.");
+  EXPECT_EQ(After(DevTuneRules(Probes::ESI), "Model=Nobody/None"),
+            "refused: Invalid syringe model. 'tslbl tune syringes' lists them.");
 }
 
 TEST(TuneEdit, NamesAreTakenInAnyCase) { EXPECT_EQ(After(DevTuneRules(Probes::ESI), "mzlow=7"), "7"); }
@@ -217,7 +221,9 @@ TEST(TuneEdit, ALensIsSetAtACalibrant) {
   EXPECT_EQ(value, 95.0);
   EXPECT_FALSE(Edit(rules, "CapExit@118=none").refused);
   EXPECT_EQ(rules.QQ1CalPtField(118, TslBL::TuneField::CapExit, value), DevTuneRules::Error);
-  EXPECT_EQ(Edit(rules, "CapExit@119=95").text, "The specified calibrant could not be found.");
+  EXPECT_EQ(Edit(rules, "CapExit@119=95").text,
+            "The specified calibrant could not be found. By m/z, there are 39 (Fragment 2), 118 (Agilent 1), "
+            "322 (Agilent 2), 1521 (Agilent 5), 2721 (Agilent 7); Calibrant@119=NAME adds one.");
   EXPECT_EQ(Edit(rules, "CapExit@118=500").text,
             "Capillary Exit is out of range.  Valid values are -400.00 to 400.00.");
 }
@@ -234,10 +240,126 @@ TEST(TuneEdit, ShowsWhatItIsAbout) {
   DevTuneRules rules(Probes::ESI);
   EXPECT_EQ(After(rules, "mzrange=100-200"), "100-200");
   EXPECT_EQ(After(rules, "SamplesPerMass=5"), "5");
-  EXPECT_EQ(After(rules, "CapExit@118=95"), "[]") << "a lens of a single value has no curve";
+  EXPECT_EQ(After(rules, "CapExit@118=95"), "95") << "a lens of a single value has a curve that waits";
+  EXPECT_EQ(After(rules, "CapExit@118=none"), "none");
+  EXPECT_EQ(After(rules, "Calibrant@118=A"), "A");
+  EXPECT_EQ(After(rules, "Calibrant@118=none"), "none");
+  EXPECT_EQ(After(rules, "MZCal@5=120"), "120");
+  EXPECT_EQ(After(rules, "MZCal@5=none"), "none");
+  EXPECT_EQ(After(rules, "MZCalName@5=A"), "A");
+}
+
+std::string ShownCalibrants(const DevTuneRules& rules) {
+  std::string text;
+  for (const auto& [mz, name] : rules.QQ1CalPts())
+    text += (text.empty() ? "" : ", ") + TslTool::Shown(mz) + " " + TslTool::Shown(name);
+  return text;
+}
+
+TEST(TuneEdit, CalibrantsAreAddedRenamedMovedAndDeleted) {
+  DevTuneRules rules(Probes::ESI);
+  for (const char* edit : {"Calibrant@39=none", "Calibrant@1521=none", "Calibrant@2721=none"})
+    EXPECT_FALSE(Edit(rules, edit).refused) << edit;
+  EXPECT_EQ(ShownCalibrants(rules), "118 Agilent 1, 322 Agilent 2");
+  EXPECT_FALSE(Edit(rules, "calibrant@622.5=Agilent 3").refused);
+  EXPECT_EQ(ShownCalibrants(rules), "118 Agilent 1, 322 Agilent 2, 622.5 Agilent 3");
+  EXPECT_FALSE(Edit(rules, "Calibrant@118=Low").refused);
+  EXPECT_FALSE(Edit(rules, "Calibrant@322=@321.5").refused);
+  EXPECT_EQ(ShownCalibrants(rules), "118 Low, 321.5 Agilent 2, 622.5 Agilent 3");
+  double value = 0.0;
+  rules.QQ1CalPtField(321.5, TslBL::TuneField::CapExit, value);
+  EXPECT_EQ(value, 120.0) << "a calibrant takes its lenses with it";
+}
+
+TEST(TuneEdit, ACalibrantThatCannotBeIsToldOf) {
+  DevTuneRules rules(Probes::ESI);
+  EXPECT_EQ(Edit(rules, "Calibrant@4=A").text, "m/z is out of range.  Valid values are 5.00 to 3000.00.");
+  EXPECT_EQ(Edit(rules, "Calibrant@118=@3001").text,
+            "m/z is out of range.  Valid values are 5.00 to 3000.00.");
+  EXPECT_EQ(Edit(rules, "Calibrant@118=@322").text,
+            "There is already a calibrant with that name. At m/z 322 stands Agilent 2.");
+  rules.ClearQ1CalPts();
+  for (const char* edit : {"Calibrant@118=@119", "Calibrant@118=none", "CapExit@118=3", "CapExit@118=none"}) {
+    const TslTool::EditResult result = Edit(rules, edit);
+    EXPECT_TRUE(result.refused) << edit;
+    EXPECT_EQ(
+        result.text,
+        "The specified calibrant could not be found. By m/z, there are none; Calibrant@118=NAME adds one.")
+        << edit;
+  }
+}
+
+std::string ShownCalibration(const DevTuneRules& rules) {
+  std::string text;
+  for (const TslBL::MZCalPt& point : rules.QMZCalPts())
+    text += (text.empty() ? "" : ", ") + TslTool::Shown(point.MZ) + " " + TslTool::Shown(point.MassDAC) +
+            " " + TslTool::Shown(point.Name);
+  return text;
+}
+
+TEST(TuneEdit, CalibrationPointsAreAddedSetRenamedMovedAndDeleted) {
+  DevTuneRules rules(Probes::ESI);
+  EXPECT_FALSE(Edit(rules, "MZCal@118=2361.5").refused);
+  EXPECT_EQ(ShownCalibration(rules), "5 100 Default Low, 3000 60000 Default High, 118 2361.5 MZ 118.00");
+  EXPECT_FALSE(Edit(rules, "MZCal@5=101").refused);
+  EXPECT_FALSE(Edit(rules, "MZCalName@118=Low").refused);
+  EXPECT_FALSE(Edit(rules, "MZCal@3000=@2999").refused);
+  EXPECT_EQ(ShownCalibration(rules), "5 101 Default Low, 2999 60000 Default High, 118 2361.5 Low");
+  EXPECT_FALSE(Edit(rules, "mzcal@5=None").refused);
+  EXPECT_EQ(ShownCalibration(rules), "2999 60000 Default High, 118 2361.5 Low");
+}
+
+TEST(TuneEdit, ACalibrationPointThatCannotBeIsToldOf) {
+  struct Row {
+    const char* edit;
+    const char* reason;
+  };
+  const std::string before = ShownCalibration(DevTuneRules(Probes::ESI));
+  for (const auto& [edit, reason] :
+       {Row{"MZCal@4=5", "m/z is out of range.  Valid values are 5.00 to 3000.00."},
+        Row{"MZCal@5=-1", "Mass DAC is out of range.  Valid values are 0.00 to 65535.00."},
+        Row{"MZCal@118=65536", "Mass DAC is out of range.  Valid values are 0.00 to 65535.00."},
+        Row{"MZCal@5=@3001", "m/z is out of range.  Valid values are 5.00 to 3000.00."},
+        Row{"MZCal@5=@3000", "there is a calibration point at m/z 3000"},
+        Row{"MZCal@7=@8", "there is no such calibration point; there are m/z 5 DAC 100, m/z 3000 DAC 60000"},
+        Row{"MZCal@7=none",
+            "there is no such calibration point; there are m/z 5 DAC 100, m/z 3000 DAC 60000"},
+        Row{"MZCalName@7=A",
+            "there is no such calibration point; there are m/z 5 DAC 100, m/z 3000 DAC 60000"}}) {
+    DevTuneRules rules(Probes::ESI);
+    const TslTool::EditResult result = Edit(rules, edit);
+    EXPECT_TRUE(result.refused) << edit;
+    EXPECT_EQ(result.text, reason) << edit;
+    EXPECT_EQ(ShownCalibration(rules), before) << edit;
+  }
+}
+
+TEST(TuneEdit, ALensOfASingleValueDoesNotFollowItsCalibrants) {
+  DevTuneRules rules(Probes::ESI);
+  EXPECT_EQ(TslTool::ReadTuneEdit(rules, "CapExit@118=95")->Idle(rules),
+            "CapExit stands at 160 for every m/z; CapExit=calibrated lets it follow the calibrants");
+  EXPECT_EQ(TslTool::ReadTuneEdit(rules, "CapExit@118=none")->Idle(rules), "");
   rules.ControlData.CapExit.Type = IOPoint::CalibratedType;
-  rules.WFieldQ1CalPts(TslBL::TuneField::CapExit, {{118, 100}, {39, 90}});
-  EXPECT_EQ(After(rules, "CapExit@118=95"), "[(39, 90), (118, 95)]");
+  EXPECT_EQ(TslTool::ReadTuneEdit(rules, "CapExit@118=95")->Idle(rules), "");
+}
+
+TEST(TuneEdit, TheMzOfASimIsCalledSo) {
+  DevTuneRules sim = Sim();
+  EXPECT_EQ(After(sim, "MZ=500"), "500");
+  EXPECT_EQ(After(sim, "MZRange=100-200"),
+            "refused: the tune is a SIM, which has no range; MZ sets its m/z and SimWithSpan its span");
+  EXPECT_EQ(
+      After(DevTuneRules(Probes::ESI), "MZ=500"),
+      "refused: the tune is a scan, which has no such field; MZLow, MZHi or MZRange set what it covers");
+}
+
+TEST(TuneEdit, ASettlingDelayThatTheLimitsRefuseIsNoSuccess) {
+  DevTuneRules rules(Probes::ESI);
+  rules.ControlData.CapExit.Type = IOPoint::CalibratedType;
+  rules.ControlData.MZLow = 39;
+  rules.Q1CalPts[1].MZ = 39;
+  EXPECT_EQ(After(rules, "InitSettleDelay=auto"),
+            "refused: the capillary exit has no value at an end of the range: Divide by zero error");
 }
 
 TEST(TuneEdit, HasItsFormsInTheHelp) {
@@ -266,11 +388,18 @@ TEST(TuneEdit, WhatIsNoChangeIsWrongUsage) {
         Row{"Q1Enter=5", "Q1Enter cannot be set"},
         Row{"Nonsense=5", "there is no field \"Nonsense\"; 'tslbl tune set --help' lists them"},
         Row{"Syringe.FlowRate=5", "there is no field \"Syringe.FlowRate\"; is FlowRate meant?"},
-        Row{"MZ=5", "there is no field \"MZ\"; is MZLow or MZHi or MZStepSize or Q1MZType meant?"},
+        Row{"MZL=5", "there is no field \"MZL\"; is MZ or MZLow meant?"},
         Row{"HEDynode@118=5", "\"HEDynode\" is no lens that can follow m/z"},
         Row{"CapExit@x=5", "CapExit@x: \"x\" is not a number"},
         Row{"MZRange=900-500", "MZRange: \"900-500\" ends before it begins"},
-        Row{"Model=1725", "Model: \"1725\" is not MAKE/MODEL"}}) {
+        Row{"MZRange=100", "MZRange: \"100\" is not LOW-HIGH"},
+        Row{"Calibrant=A", "Calibrant: the m/z is missing, as in Calibrant@118"},
+        Row{"MZCal=5", "MZCal: the m/z is missing, as in MZCal@118"},
+        Row{"Calibrant@118=", "Calibrant@118: the name is empty"},
+        Row{"Calibrant@118=@x", "Calibrant@118: \"x\" is not a number"},
+        Row{"MZCal@118=x", "MZCal@118: \"x\" is not a number"},
+        Row{"Calibrant@118=\xff", "Calibrant@118: the text is not UTF-8"},
+        Row{"Model=1725", "Model: \"1725\" is not MAKE/MODEL; 'tslbl tune syringes' lists the catalogue"}}) {
     EXPECT_THAT(UsageOf(edit), HasSubstr(message));
   }
 }

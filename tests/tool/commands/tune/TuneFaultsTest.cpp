@@ -110,6 +110,49 @@ TEST(TuneFaults, ASyringeIsCheckedIfThereIsOne) {
   EXPECT_THAT(TuneFaults(tune), IsEmpty()) << "a tune may be without";
 }
 
+TEST(TuneFaults, EachFaultOfASyringeIsToldOf) {
+  Tune tune = Esi();
+  tune.SyringeData.Model.Diameter = 20;
+  tune.SyringeData.FlowRate = 1000;
+  EXPECT_THAT(TuneFaults(tune),
+              ElementsAre("Diameter: Syringe Diameter is out of range.  Valid values are 0.46 to 10.30.",
+                          "FlowRate: Syringe Flow Rate is out of range.  Valid values are 0.00 to 999.00."));
+  tune.SyringeData.Model.Diameter = 2;
+  EXPECT_THAT(TuneFaults(tune),
+              ElementsAre("FlowRate: Syringe Flow Rate is out of range.  Valid values are 0.00 to 999.00."));
+}
+
+TEST(TuneFaults, EachFaultOfEachCalibrationPointIsToldOf) {
+  Tune tune = Esi();
+  tune.MZCalPts = {{L"", 1, -5}, {L"", 100, 70000}, {L"", 200, 2000}, {L"", 4000, 1}};
+  const std::string point = "MZCalPts: m/z calibration point ";
+  const std::string mz = " is invalid.  m/z is out of range.  Valid values are 5.00 to 3000.00.";
+  const std::string dac = " is invalid.  Mass DAC is out of range.  Valid values are 0.00 to 65535.00.";
+  const std::string order =
+      " is invalid.  m/z and mass DAC values must be greater than previous m/z calibration point.";
+  EXPECT_THAT(TuneFaults(tune), ElementsAre(point + "0" + mz, point + "0" + dac, point + "1" + dac,
+                                            point + "2" + order, point + "3" + mz, point + "3" + order));
+}
+
+TEST(TuneFaults, EachMzThatCalibrantsShareIsToldOfOnce) {
+  Tune tune = Esi();
+  tune.ControlData.Skimmer.Type = IOPoint::CalibratedType;
+  tune.Q1CalPts[1].MZ = tune.Q1CalPts[0].MZ;
+  tune.Q1CalPts[3].MZ = tune.Q1CalPts[4].MZ = tune.Q1CalPts[2].MZ;
+  EXPECT_THAT(TuneFaults(tune), ElementsAre("Skimmer: Skimmer has two calibrants at m/z 39",
+                                            "Skimmer: Skimmer has two calibrants at m/z 322"));
+}
+
+TEST(TuneFaults, WhatIsSaidOfTwoFieldsAlikeIsToldOfBoth) {
+  Tune tune = Esi();
+  tune.MZCalPts = {{L"a", 100, 2000}, {L"b", 100, 2000}};
+  tune.ControlData.MZLow = 100;
+  tune.ControlData.CapExit.Type = IOPoint::CalibratedType;
+  tune.Q1CalPts[0].MZ = tune.Q1CalPts[1].MZ = 100;
+  EXPECT_THAT(TuneFaults(tune),
+              testing::IsSupersetOf({"MZCalPts: Divide by zero error", "CapExit: Divide by zero error"}));
+}
+
 TEST(TuneFaults, TwoCalibrantsOfOneMzLeaveACurveOpen) {
   Tune tune = Esi();
   tune.ControlData.Skimmer.Type = IOPoint::CalibratedType;

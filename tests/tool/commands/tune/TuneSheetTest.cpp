@@ -1,4 +1,4 @@
-// Tests: LensCurves.cpp.
+// Tests: LensCurves.cpp, TuneTiming.cpp.
 
 #include <tool/commands/tune/TuneSheet.h>
 
@@ -39,9 +39,9 @@ TEST(TuneSheet, HasTheFieldsOfItsProbeAndFunction) {
   rules.WControlType(Control::Sim);
   rules.WSimWithSpan(Control::Span0_4);
   const std::string sheet = TuneSheet(rules);
-  for (const char* name : {"CoronaVoltage", "ApciAuxGas", "ApciNebGas", "ApciVapTemp", "SimWithSpan"})
+  for (const char* name : {"CoronaVoltage", "ApciAuxGas", "ApciNebGas", "ApciVapTemp", "MZ", "SimWithSpan"})
     EXPECT_THAT(sheet, HasSubstr(std::string("\n  ") + name)) << name;
-  for (const char* name : {"Cylinder", "Neb1GasPres", "CalValveOn", "MZHi"})
+  for (const char* name : {"Cylinder", "Neb1GasPres", "CalValveOn", "MZLow", "MZHi"})
     EXPECT_THAT(sheet, Not(HasSubstr(std::string("\n  ") + name))) << name;
   EXPECT_THAT(sheet, HasSubstr("us     10 to 2000000 by 1\n")) << "the dwell of a SIM";
 }
@@ -75,8 +75,10 @@ TEST(TuneSheet, HasTheCalibrations) {
 
 TEST(TuneSheet, HasTheTiming) {
   const std::string sheet = TuneSheet(DevTuneRules(Probes::ESI));
-  for (const char* row : {"  steps of a scan     29951\n", "  a spectrum          29954.795 ms\n",
-                          "  scan speed          100 m/z per s\n", "  settling needed     3795 us\n"})
+  for (const char* row :
+       {"  steps of a scan     29951 of 0.1 m/z\n",
+        "  a spectrum          29954.795 ms: 1 x (3795 us + 29951 x 1000 us dwell + 29950 x 0 us settling)\n",
+        "  scan speed          100 m/z per s\n", "  settling needed     3795 us\n"})
     EXPECT_THAT(sheet, HasSubstr(row));
 }
 
@@ -107,7 +109,7 @@ TEST(TuneSheet, ASpectrumBeyondTheInstrumentsCountIsTold) {
   rules.WPulseCountDelay(2000000);
   EXPECT_THAT(
       TuneSheet(rules),
-      HasSubstr("  a spectrum          59902003.795 ms, which the instrument counts as 4067428.947 ms\n"));
+      HasSubstr("  a spectrum          59902003.795 ms, which the instrument counts as 4067428.947 ms: "));
 }
 
 TEST(TuneSheet, VoltagesOfAnApciSourceHaveTheLimitsOfTheirSign) {
@@ -128,7 +130,65 @@ TEST(TuneSheet, ASyringeHasLimits) {
 TEST(TuneSheet, ASpanThatIsNoneSaysWhatItIs) {
   DevTuneRules rules(Probes::ESI);
   rules.WControlType(Control::Sim);
-  EXPECT_THAT(TuneSheet(rules), HasSubstr("SIM Span                   no span: 3000\n"));
+  EXPECT_THAT(TuneSheet(rules), HasSubstr("SIM Span                   not a span: 3000\n"));
+}
+
+TEST(TuneSheet, ScanSpeedAgreesWithTheSteps) {
+  struct Row {
+    double step;
+    std::uint32_t dwell;
+    const char* text;
+  };
+  for (const auto& [step, dwell, text] :
+       {Row{0.1, 500, "  scan speed          200 m/z per s\n"},
+        Row{0.12, 1000,
+            "  scan speed          100 m/z per s by its steps; nominally 119 m/z per s, which counts with a "
+            "step "
+            "of 0.12 m/z; on the mass DAC it is 0.1\n"},
+        Row{0.1, 30000,
+            "  scan speed          3.33333 m/z per s by its steps; nominally 3 m/z per s, rounded down\n"}}) {
+    DevTuneRules rules(Probes::ESI);
+    rules.WMZRange(100, 200);
+    rules.WMZStepSize(step);
+    rules.WPulseCountDelay(dwell);
+    EXPECT_THAT(TuneSheet(rules), HasSubstr(text));
+    EXPECT_THAT(TuneSheet(rules), HasSubstr("  steps of a scan     1001 of 0.1 m/z\n"));
+  }
+}
+
+TEST(TuneSheet, StepsFollowTheCalibration) {
+  DevTuneRules rules(Probes::ESI);
+  rules.WMZRange(100, 200);
+  rules.MZCalPts = {{L"", 5, 50}, {L"", 3000, 30000}};
+  EXPECT_THAT(TuneSheet(rules), HasSubstr("  steps of a scan     501 of 0.2 m/z\n"));
+  EXPECT_THAT(
+      TuneSheet(rules),
+      HasSubstr("scan speed          200 m/z per s by its steps; nominally 100 m/z per s, which counts "
+                "with a step of 0.1 m/z; on the mass DAC it is 0.2\n"));
+}
+
+TEST(TuneSheet, ASimHasOneStepAndNoSpeed) {
+  DevTuneRules rules(Probes::ESI);
+  rules.WControlType(Control::Sim);
+  rules.WMZLow(500);
+  rules.WSimWithSpan(Control::NoSpan);
+  const std::string sheet = TuneSheet(rules);
+  EXPECT_THAT(sheet,
+              HasSubstr("  MZ                  SIM m/z                           500 m/z    5 to 3000"));
+  EXPECT_THAT(sheet, HasSubstr("  steps of a scan     1\n"));
+  EXPECT_THAT(sheet, HasSubstr("  scan speed          none: there is one step\n"));
+}
+
+TEST(TuneSheet, ASettlingDelayThatIsTooShortIsTold) {
+  DevTuneRules rules(Probes::ESI);
+  rules.WInitSettleDelay(3794);
+  EXPECT_THAT(TuneSheet(rules), HasSubstr("  settling needed     3795 us; 3794 are set\n"));
+}
+
+TEST(TuneSheet, LimitsWithAGapAreShownAsSuch) {
+  const std::string sheet = TuneSheet(DevTuneRules(Probes::APCI));
+  EXPECT_THAT(sheet, HasSubstr(" C      25 (off), or 150 to 350 by 5\n"));
+  EXPECT_THAT(sheet, HasSubstr(" psi    0 (off), or 15 to 60 by 5\n"));
 }
 
 TEST(TuneSheet, NamesCannotGarbleATerminal) {

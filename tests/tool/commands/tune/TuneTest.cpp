@@ -16,6 +16,7 @@
 namespace tests {
 namespace {
 
+using testing::ContainsRegex;
 using testing::EndsWith;
 using testing::HasSubstr;
 using testing::StartsWith;
@@ -108,13 +109,49 @@ TEST_F(TuneTest, CheckTellsEveryProblemOfEveryFile) {
   std::ofstream(Path("bad.xml")) << text;
   std::ofstream(Path("worse.xml")) << "<Tune><Control><MZLow>x</MZLow></Control></Tune>";
   const Outcome outcome = RunTool({"tune", "check", Path("worse.xml"), Path("bad.xml"), Path("esi.xml")});
-  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(outcome.status, 3) << "the file that cannot be read weighs more";
   EXPECT_EQ(outcome.out,
             Path("bad.xml") + ": MZLow: Low m/z is out of range.  Valid values are 5.00 to 3000.00.\n" +
                 Path("bad.xml") +
                 ": DetectorGain: Detector Gain is out of range.  Valid values are -3000.00 to 0.00.\n");
   EXPECT_EQ(outcome.err,
             "tslbl: " + Path("worse.xml") + ": Tune/Control/MZLow: \"x\" is not a value for it\n");
+}
+
+TEST_F(TuneTest, CheckIsStatus1IfThereAreProblems) {
+  RunTool({"tune", "set", Path("apci.tune"), "CoronaVoltage=5000"});
+  EXPECT_EQ(RunTool({"tune", "check", Path("apci.tune"), Path("esi.xml")}).status, 1);
+}
+
+TEST_F(TuneTest, CheckSaysThatItIsStricter) {
+  EXPECT_THAT(RunTool({"tune", "check", "--help"}).out, HasSubstr("This is stricter than"));
+}
+
+TEST_F(TuneTest, ShowPlotsNothingElseThanSvg) {
+  const Outcome outcome =
+      RunRefused({"tune", "show", Path("esi.xml"), "--plot", Path("p.png")}, 2, Path("esi.xml"));
+  EXPECT_THAT(outcome.err, HasSubstr("--plot: pictures are SVG, and " + Path("p.png") + " ends in .png"));
+}
+
+TEST_F(TuneTest, SetTellsWhatTheRulesDidNotAcceptBefore) {
+  RunTool({"tune", "set", Path("apci.tune"), "CoronaVoltage=5000"});
+  const std::string warning = "tslbl: warning: " + Path("apci.tune") +
+                              ": the rules did not accept this tune before, and do not now: CoronaVoltage: "
+                              "Endplate and cylinder can be "
+                              "at most 6000 volts apart.\n";
+  EXPECT_EQ(RunTool({"tune", "set", Path("apci.tune"), "Name=A"}).err, warning);
+  EXPECT_THAT(RunTool({"tune", "set", Path("apci.tune"), "Name=A"}).err, EndsWith(warning)) << "no change";
+  EXPECT_EQ(RunTool({"tune", "set", Path("apci.tune"), "CoronaVoltage=4000"}).err, "") << "mended";
+}
+
+TEST_F(TuneTest, NewTakesEachProbe) {
+  for (const auto& [word, name] :
+       {std::pair("esi", "ESI"), std::pair("apci", "APCI"), std::pair("low-flow-esi", "low-flow ESI")}) {
+    const std::string file = Path(std::string(word) + ".new");
+    EXPECT_EQ(RunTool({"tune", "new", "--probe", word, "--output", file}).status, 0);
+    EXPECT_THAT(RunTool({"tune", "show", file}).out,
+                ContainsRegex(std::string("SourceType .* ") + name + "\n"));
+  }
 }
 
 TEST_F(TuneTest, SetChangesFieldsInTheFormOfTheFile) {
@@ -303,7 +340,8 @@ TEST_F(TuneTest, WrongUsageTellsWhereTheHelpIs) {
   for (const auto& [arguments, message] :
        {Row{{"tune"}, "tslbl: a command is required\nRun 'tslbl tune --help' for more information.\n"},
         Row{{"tune", "polish"}, "was not expected: polish"}, Row{{"tune", "new"}, "--output is missing\n"},
-        Row{{"tune", "new", "--probe", "ei", "--output", "x"}, "--probe: \"ei\" is not one of esi, apci"},
+        Row{{"tune", "new", "--probe", "ei", "--output", "x"},
+            "--probe: \"ei\" is not one of esi, apci, low-flow-esi"},
         Row{{"tune", "new", "--output", "x", "--to", "json"}, "--to: \"json\" is not one of xml, binary"},
         Row{{"tune", "show"}, "FILE is missing"},
         Row{{"tune", "show", esi, esi, esi}, "FILE: one tune or two can be shown"},
@@ -318,13 +356,18 @@ TEST_F(TuneTest, WrongUsageTellsWhereTheHelpIs) {
 }
 
 TEST_F(TuneTest, AFileThatIsNoneIsNamed) {
-  for (const Arguments& arguments :
-       {Arguments{"tune", "show", Path("none.xml")}, Arguments{"tune", "check", Path("none.xml")},
-        Arguments{"tune", "set", Path("none.xml"), "MZLow=7"},
-        Arguments{"tune", "diff", Path("none.xml"), Path("esi.xml")},
-        Arguments{"tune", "convert", Path("none.xml"), "--output", Path("x")}}) {
+  struct Row {
+    Arguments arguments;
+    int status;
+  };
+  for (const auto& [arguments, status] :
+       {Row{{"tune", "show", Path("none.xml")}, 1}, Row{{"tune", "check", Path("none.xml")}, 3},
+        Row{{"tune", "set", Path("none.xml"), "MZLow=7"}, 1},
+        Row{{"tune", "diff", Path("none.xml"), Path("esi.xml")}, 3},
+        Row{{"tune", "diff", Path("esi.xml"), Path("none.xml")}, 3},
+        Row{{"tune", "convert", Path("none.xml"), "--output", Path("x")}, 1}}) {
     const Outcome outcome = RunTool(arguments);
-    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.status, status);
     EXPECT_THAT(outcome.err, HasSubstr(Path("none.xml")));
     EXPECT_FALSE(std::filesystem::exists(Path("x")));
   }
@@ -332,7 +375,7 @@ TEST_F(TuneTest, AFileThatIsNoneIsNamed) {
 
 TEST_F(TuneTest, TheHelpOfEachCommandHasAnExample) {
   EXPECT_THAT(RunTool({"tune", "--help"}).out, HasSubstr("Subcommands:"));
-  for (const char* verb : {"new", "show", "check", "set", "diff", "convert"}) {
+  for (const char* verb : {"new", "show", "check", "set", "diff", "convert", "syringes"}) {
     const Outcome outcome = RunTool({"tune", verb, "--help"});
     EXPECT_EQ(outcome.status, 0);
     EXPECT_THAT(outcome.out, HasSubstr(std::string("  tslbl tune ") + verb + " "));
