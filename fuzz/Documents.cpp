@@ -1,6 +1,7 @@
 // Everything that comes as text: each record as a document, the syringe catalogue, a chain file,
-// the rows of limits, sum formulas; and the rules of a tune that came so. The first byte picks the reader,
-// the rest is the text. What is read must be written as a document that reads as the same.
+// the rows of limits, sum formulas, documents of results; and the rules of a tune that came so. The first
+// byte picks the reader, the rest is the text. What is read must be written as a document that reads as the
+// same.
 
 #include <fuzz/AutoFindPrefs.h>
 #include <fuzz/Records.h>
@@ -16,6 +17,8 @@
 #include <tslbl/chromatogram/ICRange.h>
 #include <tslbl/closed/common/ModulePath.h>
 #include <tslbl/closed/common/Text.h>
+#include <tslbl/closed/common/XMLBuilder.h>
+#include <tslbl/closed/common/XMLParser.h>
 #include <tslbl/closed/engines/Formula.h>
 #include <tslbl/curve/Curve.h>
 #include <tslbl/detect/ThreadingParams.h>
@@ -23,10 +26,14 @@
 #include <tslbl/records/MZPeakField.h>
 #include <tslbl/records/MZRange.h>
 #include <tslbl/records/OPDParams.h>
+#include <tslbl/results/ResultCurve.h>
 #include <tslbl/tune/LimitOverrides.h>
 #include <tslbl/tune/SyringeList.h>
 #include <tslbl/tune/Tune.h>
 #include <cmath>
+#include <map>
+#include <utility>
+#include <vector>
 
 using namespace TslBL;
 using namespace fuzz;
@@ -120,6 +127,57 @@ void CheckRules(std::string_view text) {
   if (AcceptsXml(TslCommon::FromUtf8(text), tune)) CheckTuneRules(tune);
 }
 
+// The elements of a document of results, each by its reader, which leaves the parser where it was.
+struct Results {
+  std::map<std::uint32_t, std::wstring> definitions;
+  std::map<std::uint32_t, std::pair<wchar_t, MZPeakField>> basePeaks;
+  std::vector<MZRange> mzRanges;
+  std::vector<ICRange> icRanges;
+  std::vector<CurveEval> evals;
+  std::map<std::uint32_t, Tune> tunes;
+
+  void Load(XMLParser& parser) {
+    LoadCurveDefs(parser, definitions);
+    LoadBICCurve(parser, basePeaks);
+    LoadMZRange(parser, mzRanges);
+    LoadICRange(parser, icRanges);
+    LoadCurveEval(parser, evals);
+    LoadTune(parser, tunes);
+  }
+  std::wstring Written() const {
+    XMLBuilder builder;
+    builder.StartNode(L"Results");
+    for (const auto& [id, definition] : definitions) {
+      builder.StartNode(L"Curve");
+      builder.WAttribute(L"Id", TslCommon::ToText(id));
+      builder.WNode(L"CurveDef", definition);
+      builder.EndNode();
+    }
+    for (const auto& pair : tunes) TslBL::AddTune(builder, pair);
+    builder.EndNode();
+    return builder.QXML();
+  }
+};
+
+void CheckResults(std::string_view text) {
+  XMLParser parser;
+  if (!parser.LoadText(TslCommon::FromUtf8(text)) || !parser.StartNode(L"Results")) return;
+  std::wstring here;
+  const bool isMarked = parser.QAttribute(L"Here", here);
+  Results read;
+  for (int i = 0; i < 3; ++i) {
+    if (!Accepts([&] { read.Load(parser); })) return;
+    std::wstring still;
+    Require(parser.QAttribute(L"Here", still) == isMarked && still == here, "a reader leaves the parser");
+  }
+  XMLParser second;
+  Require(second.LoadText(read.Written()) && second.StartNode(L"Results"), "written results are read");
+  Results again;
+  for (std::size_t i = 0; i < read.definitions.size(); ++i) LoadCurveDefs(second, again.definitions);
+  for (std::size_t i = 0; i < read.tunes.size(); ++i) TslBL::LoadTune(second, again.tunes);
+  Require(again.Written() == read.Written(), "written results are read as the same");
+}
+
 struct Row {
   const char* name;
   void (*check)(std::string_view text);
@@ -169,6 +227,7 @@ constexpr Row kRows[] = {
     {"Method", CheckSettling<Method>},
     {"TimePeriod", Check<TimePeriod>},
     {"TuneRun", CheckSettling<TuneRun>},
+    {"Result documents", CheckResults},
 };
 
 }  // namespace

@@ -5,7 +5,8 @@
 // A program takes the headers that it needs. They stand here in the order in which data
 // goes: streams and documents, numerics, small records, curves and their evaluation, the
 // tune of the instrument and its methods, spectra and their peaks, their calibration,
-// overlapping peaks, chromatograms, sums and differences of spectra, charge states.
+// overlapping peaks, chromatograms, sums and differences of spectra, charge states, documents
+// of results.
 
 #include <tslbl/Version.h>
 
@@ -130,3 +131,6 @@
 #include <tslbl/chargestate/CSDeconEdit.h>
 #include <tslbl/chargestate/ChargeStateParams.h>
 #include <tslbl/chargestate/DeconSpectrum.h>
+
+#include <tslbl/results/ResultCurve.h>
+#include <tslbl/results/ResultSpectrum.h>
