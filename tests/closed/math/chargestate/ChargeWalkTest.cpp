@@ -20,12 +20,13 @@ class Walked {
         peaks_(rows_, kProton, kTolerance.window),
         places_(peaks_, kTolerance.window),
         owned_(peaks_.Count(), 0),
-        walk_(peaks_, places_, owned_, {kProton, maxGaps, 100}) {
+        walk_(peaks_, places_, owned_, {kProton, maxGaps}) {
     walk_.SetTolerance(kTolerance);
   }
 
   bool Follow(std::int32_t seed, double mass = 12000) { return walk_.Follow(mass, seed, run); }
   bool MayHave(std::size_t members, std::int32_t seed) const { return walk_.MayHave(members, 12000, seed); }
+  bool IsPartOf(std::int32_t parts) const { return walk_.IsPartOf(parts, 12000.0 / parts, run); }
   void WorkOutForAll() { walk_.SetToleranceOfMany(kTolerance); }
   void Own(int charge) {
     for (std::size_t i = 0; i < peaks_.Count(); ++i)
@@ -84,7 +85,7 @@ TEST(ChargeWalk, FindsNothingWithoutASeedOrASecondCharge) {
   EXPECT_FALSE(walked.Follow(12));
   EXPECT_FALSE(walked.Follow(10));
   EXPECT_FALSE(walked.Follow(0));
-  EXPECT_FALSE(walked.Follow(101));
+  EXPECT_FALSE(walked.Follow(200));
 }
 
 TEST(ChargeWalk, CountsNothingForPeaksOfOthers) {
@@ -112,6 +113,31 @@ TEST(ChargeWalk, ScoresAnEnvelopeHigherThanLeaps) {
   ASSERT_TRUE(envelope.Follow(12));
   ASSERT_TRUE(leaps.Follow(12));
   EXPECT_GT(envelope.run.score, leaps.run.score + 3);
+}
+
+// Charges 20 to 28, of which every second is a charge of half the mass.
+TEST(ChargeWalk, TellsThatARunIsEverySecondChargeOfAnother) {
+  Walked all({20, 21, 22, 23, 24, 25, 26, 27, 28});
+  ASSERT_TRUE(all.Follow(12, 6000));
+  EXPECT_EQ(all.Charges(), (std::vector<int>{10, 11, 12, 13, 14}));
+  EXPECT_TRUE(all.IsPartOf(2));
+  EXPECT_FALSE(all.IsPartOf(3));
+  Walked half({20, 22, 24, 26, 28});
+  ASSERT_TRUE(half.Follow(12, 6000));
+  EXPECT_FALSE(half.IsPartOf(2));
+}
+
+TEST(ChargeWalk, HasARunStandAloneWhereTheChargesBetweenAreFarWeaker) {
+  Walked walked({20, 21, 22, 23, 24, 25, 26, 27, 28}, 1, {100, 10, 100, 10, 100, 10, 100, 10, 100});
+  ASSERT_TRUE(walked.Follow(12, 6000));
+  EXPECT_FALSE(walked.IsPartOf(2));
+}
+
+TEST(ChargeWalk, TakesHigherChargesTheNarrowerTheWindow) {
+  EXPECT_EQ(ChargeWalk::MostCharge(1e-3), 199);
+  EXPECT_EQ(ChargeWalk::MostCharge(2e-3), 99);
+  EXPECT_EQ(ChargeWalk::MostCharge(1e-5), 400);
+  EXPECT_EQ(ChargeWalk::MostCharge(0.3), 1);
 }
 
 TEST(ChargeWalk, IsTheSameWorkedOutForAllPeaks) {

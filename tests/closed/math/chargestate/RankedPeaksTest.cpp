@@ -40,21 +40,18 @@ TEST(RankedPeaks, KeepTheStrongerOfTwoAtOnePlace) {
   EXPECT_EQ(peaks.PlaceOf(0), peaks.Count());
 }
 
-TEST(RankedPeaks, CountRivalsAsOneByOneDoes) {
+TEST(RankedPeaks, CountPeaksOfLikeStrengthAsOneByOneDoes) {
   const auto rows = RandomPeaks(300, 500, 2000);
   const RankedPeaks peaks(rows, 1, 1e-3);
   const double reach = 0.12 * (peaks.HighestMz() - peaks.LowestMz());
   for (std::size_t i = 0; i < peaks.Count(); ++i) {
     const double from = std::max(peaks.LowestMz(), peaks[i].mz - reach);
     const double to = std::min(peaks.HighestMz(), peaks[i].mz + reach);
-    double rivals = 0.5, all = 0;
-    for (std::size_t k = 0; k < peaks.Count(); ++k) {
-      if (peaks[k].mz < from || peaks[k].mz > to) continue;
-      ++all;
-      rivals += peaks[k].logIntensity >= peaks[i].logIntensity;
-    }
-    EXPECT_NEAR(peaks[i].logRivals, std::log(rivals / (to - from)), 1e-12);
-    EXPECT_NEAR(peaks[i].crowd, all / (to - from), 1e-12);
+    double alike = 0.5;
+    for (std::size_t k = 0; k < peaks.Count(); ++k)
+      alike += peaks[k].mz >= from && peaks[k].mz <= to &&
+               std::abs(peaks[k].logIntensity - peaks[i].logIntensity) < 0.7;
+    EXPECT_NEAR(peaks[i].logAlike, std::log(alike / (1.4 * (to - from))), 1e-12);
   }
 }
 

@@ -183,20 +183,70 @@ TEST(FindAllSeries, FindsNativeComplexesWhoseNeighboursDifferTwentyfold) {
   EXPECT_NEAR(series[0].mass, 801000, 100);
 }
 
-// Places nearer to each other than five windows fit any comb of ripples.
-TEST(FindAllSeries, TakesNoChargeWhosePlacesAreTooNear) {
+// As the steps of an overlaid oscillation make them.
+TEST(FindAllSeries, FindsNothingInRipplesAtEvenDistances) {
   UnresolvedPrefs prefs = Protons();
-  prefs.maxMass = 800000;
-  const auto highest = [&](const std::vector<IonPeak>& peaks) {
-    std::int32_t most = 0;
-    for (const ChargeSeries& series : FindAllSeries(peaks, prefs))
-      most = std::max(most, series.members.back().charge);
-    return most;
-  };
-  EXPECT_LE(highest(Ladder(600000, 300, 360, 0.0)), 199);
-  EXPECT_EQ(highest(Ladder(200000, 100, 160, 0.0)), 160);
-  prefs.accuracy = 400;
-  EXPECT_EQ(highest(Ladder(600000, 300, 360, 0.0)), 360);
+  prefs.maxMass = 1e6;
+  for (const double distance : {0.7, 1.0, 2.5, 6.0}) {
+    std::vector<IonPeak> peaks;
+    for (double mz = 700; mz < 700 + 80 * distance; mz += distance)
+      peaks.push_back({mz, 1000, 1000, 50, 1000});
+    EXPECT_EQ(CountFound(peaks, prefs), 0U) << distance;
+  }
+}
+
+TEST(FindAllSeries, FollowsASeriesToChargesThatItsOwnScatterTellsApart) {
+  UnresolvedPrefs prefs = Protons();
+  prefs.maxMass = 1e6;
+  for (const int highest : {160, 230, 290}) {
+    const auto series = FindAllSeries(Ladder(148050, highest - 90, highest, 0.01), prefs);
+    ASSERT_EQ(series.size(), 1U) << highest;
+    EXPECT_NEAR(series[0].mass, 148050, 10);
+    EXPECT_EQ(series[0].members.back().charge, highest);
+  }
+}
+
+// No charge is low enough for the wide window.
+TEST(FindAllSeries, FindsAMassBehindItsHalf) {
+  UnresolvedPrefs prefs = Protons();
+  prefs.maxMass = 1e6;
+  const auto series = FindAllSeries(Ladder(148050, 204, 276, 0.01), prefs);
+  ASSERT_EQ(series.size(), 1U);
+  EXPECT_NEAR(series[0].mass, 148050, 10);
+}
+
+// The dimer has three charges of its own, 11, 13 and 15, and the others may not be missing: they would be
+// seen among peaks as faint as these.
+TEST(FindAllSeries, FindsADimerThatSharesEverySecondChargeWithItsMonomer) {
+  const auto envelope = [](double off) { return std::exp(-0.5 * off * off / 1.44); };
+  std::vector<IonPeak> peaks;
+  for (int charge = 9; charge <= 22; ++charge) {
+    const bool isShared = charge % 2 == 0;
+    const double monomer = isShared ? 1e5 * envelope(charge / 2 - 8) : 0.0;
+    const double intensity = monomer + 4e4 * envelope(charge - 12.5);
+    if (intensity > 1000) peaks.push_back({34000.0 / charge + kProton, intensity, 0, 50, 0});
+  }
+  for (int k = 0; k < 20; ++k) peaks.push_back({500 + k * 171.3, 1000.0 + 40 * k, 0, 50, 0});
+  const auto series = FindAllSeries(peaks, Protons());
+  ASSERT_EQ(series.size(), 2U);
+  EXPECT_NEAR(series[0].mass, 17000, 5);
+  EXPECT_NEAR(series[1].mass, 34000, 10);
+}
+
+// Low resolution of small molecules: a peak at nearly each unit of m/z, strong ones among weak ones.
+TEST(FindAllSeries, FindsNothingWhereEachUnitOfMzHasAPeak) {
+  UnresolvedPrefs prefs = Protons();
+  prefs.maxMass = 1e6;
+  Random random(5);
+  std::normal_distribution<double> normal(0, 1);
+  std::size_t found = 0;
+  for (int list = 0; list < 10; ++list) {
+    std::vector<IonPeak> peaks;
+    for (int mz = 200; mz < 600; ++mz)
+      peaks.push_back({mz + 0.1 * normal(random), 2000 * std::exp(0.8 * normal(random)), 1, 50, 0});
+    found += CountFound(peaks, prefs);
+  }
+  EXPECT_EQ(found, 0U);
 }
 
 TEST(FindAllSeries, LeavesRowsOutThatSayNothing) {

@@ -16,7 +16,8 @@ constexpr double kLeastDistance = 0.01;     // m/z
 constexpr double kDistanceInWindow = 0.02;  // of the window
 constexpr double kLeastNeighbourhood = 50.0;
 constexpr double kNeighbourhoodInRange = 0.12;
-constexpr double kLeastSpan = 20.0;  // m/z, over which peaks are counted
+constexpr double kLeastSpan = 20.0;    // m/z, over which peaks are counted
+constexpr double kLikeStrength = 0.7;  // of the logarithms
 constexpr double kFaintShare = 0.05;
 
 bool IsUsable(const IonPeak& peak, double carrierMass) {
@@ -30,7 +31,7 @@ RankedPeaks::RankedPeaks(std::span<const IonPeak> peaks, double carrierMass, dou
   Take(peaks, carrierMass, window);
   if (peaks_.empty()) return;
   BuildIndex();
-  CountRivals();
+  CountAlike();
   std::vector<double> intensities;
   for (const RankedPeak& peak : peaks_) intensities.push_back(peak.logIntensity);
   logFaint_ = Quantile(std::move(intensities), kFaintShare);
@@ -43,7 +44,7 @@ void RankedPeaks::Take(std::span<const IonPeak> peaks, double carrierMass, doubl
   std::ranges::stable_sort(rows, {}, [&](std::size_t row) { return peaks[row].mz; });
   for (const std::size_t row : rows) {
     const IonPeak& peak = peaks[row];
-    const RankedPeak ranked{peak.mz, std::log(peak.mz), std::log(peak.intensity), 0.0, 0.0, row};
+    const RankedPeak ranked{peak.mz, std::log(peak.mz), std::log(peak.intensity), 0.0, row};
     const double least = std::max(kLeastDistance, kDistanceInWindow * window * peak.mz);
     if (peaks_.empty() || peak.mz - peaks_.back().mz >= least)
       peaks_.push_back(ranked);
@@ -73,24 +74,38 @@ std::size_t RankedPeaks::FirstFrom(double mz) const {
   return static_cast<std::size_t>(std::lower_bound(from, to, mz, below) - peaks_.begin());
 }
 
-void RankedPeaks::CountRivals() {
+RankedPeaks::Stretch RankedPeaks::NearBy(std::size_t i) const {
   const double reach = std::max(kLeastNeighbourhood, kNeighbourhoodInRange * (HighestMz() - LowestMz()));
-  const std::vector<std::size_t> order = Strongest(Count());
+  const double from = std::max(LowestMz(), peaks_[i].mz - reach);
+  const double to = std::min(HighestMz(), peaks_[i].mz + reach);
+  const auto above = [](double mz, const RankedPeak& other) { return mz < other.mz; };
+  const auto pastLast = std::upper_bound(peaks_.begin(), peaks_.end(), to, above) - peaks_.begin();
+  return {FirstFrom(from), static_cast<std::size_t>(pastLast), std::max(to - from, kLeastSpan)};
+}
+
+// For each peak those near by whose logarithm is at least its own and `strength`.
+std::vector<std::size_t> RankedPeaks::CountNearBy(const std::vector<std::size_t>& order,
+                                                  double strength) const {
   PlaceCounts entered(Count());
+  std::vector<std::size_t> counts(Count());
   std::size_t next = 0;
   for (const std::size_t i : order) {
-    RankedPeak& peak = peaks_[i];
-    for (; next < order.size() && peaks_[order[next]].logIntensity >= peak.logIntensity; ++next)
+    const double least = peaks_[i].logIntensity + strength;
+    for (; next < order.size() && peaks_[order[next]].logIntensity >= least; ++next)
       entered.Enter(order[next]);
-    const double from = std::max(LowestMz(), peak.mz - reach);
-    const double to = std::min(HighestMz(), peak.mz + reach);
-    const auto above = [](double mz, const RankedPeak& other) { return mz < other.mz; };
-    const std::size_t first = FirstFrom(from);
-    const auto pastLast =
-        static_cast<std::size_t>(std::upper_bound(peaks_.begin(), peaks_.end(), to, above) - peaks_.begin());
-    const double span = std::max(to - from, kLeastSpan);
-    peak.logRivals = std::log((static_cast<double>(entered.Between(first, pastLast)) + 0.5) / span);
-    peak.crowd = static_cast<double>(pastLast - first) / span;
+    const Stretch stretch = NearBy(i);
+    counts[i] = entered.Between(stretch.first, stretch.pastLast);
+  }
+  return counts;
+}
+
+void RankedPeaks::CountAlike() {
+  const std::vector<std::size_t> order = Strongest(Count());
+  const std::vector<std::size_t> upward = CountNearBy(order, -kLikeStrength);
+  const std::vector<std::size_t> stronger = CountNearBy(order, kLikeStrength);
+  for (std::size_t i = 0; i < Count(); ++i) {
+    const double alike = static_cast<double>(upward[i] - stronger[i]) + 0.5;
+    peaks_[i].logAlike = std::log(alike / (2.0 * kLikeStrength * NearBy(i).span));
   }
 }
 

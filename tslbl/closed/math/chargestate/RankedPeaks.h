@@ -12,15 +12,14 @@ struct RankedPeak {
   double mz;
   double logMz;
   double logIntensity;
-  double logRivals;  // logarithm of the peaks per m/z near by that are at least as strong
-  double crowd;      // all peaks per m/z near by
-  std::size_t row;   // in the caller's list
+  double logAlike;  // logarithm of the peaks near by of like strength, per m/z and per factor of e
+  std::size_t row;  // in the caller's list
 };
 
 // Peaks whose intensity is not finite and above 0, or whose place is not above 0 and the carrier's mass or
 // is beyond 1e6 are left out. So is one that has a stronger one within a fiftieth of the window, relative to
 // m/z: nothing is lost by it, and a window never holds more than a hundred peaks. Near by is up to 12 % of
-// the list's range, and at least 50 m/z. O(n log n).
+// the list's range, and at least 50 m/z; of like strength, within a factor of two. O(n log n).
 class RankedPeaks {
  public:
   RankedPeaks(std::span<const IonPeak> peaks, double carrierMass, double window);
@@ -39,8 +38,16 @@ class RankedPeaks {
   std::size_t PlaceOf(std::size_t row) const;
 
  private:
+  struct Stretch {
+    std::size_t first;
+    std::size_t pastLast;
+    double span;  // m/z
+  };
+
   void Take(std::span<const IonPeak> peaks, double carrierMass, double window);
-  void CountRivals();
+  void CountAlike();
+  std::vector<std::size_t> CountNearBy(const std::vector<std::size_t>& order, double strength) const;
+  Stretch NearBy(std::size_t i) const;
   void BuildIndex();
 
   std::vector<RankedPeak> peaks_;

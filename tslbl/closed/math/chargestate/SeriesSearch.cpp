@@ -10,8 +10,8 @@ namespace TslMath {
 namespace {
 
 constexpr std::size_t kMostSeeds = 400;
-constexpr std::int32_t kMostCharge = 400;
-constexpr double kWindowsBetweenPlaces = 5.0;
+constexpr std::int32_t kMostParts = 3;
+constexpr std::size_t kLeastBesidesPart = 3;
 constexpr double kScatterAtFirst = 1.0 / 3.0;  // of the window
 constexpr double kOfMedian = 1.4826;           // standard deviations in the median size of a normal number
 constexpr double kLeastRelativeScatter = 2e-5;
@@ -22,22 +22,17 @@ constexpr int kMostRounds = 4;
 constexpr double kPromiseOfMember = 2.0;
 constexpr double kMostPromise = 25.0;
 // Evidence beyond what the best of all tried masses has by chance.
-constexpr double kEvidence = 10.0;
+constexpr double kEvidence = 2.0;
 constexpr double kEvidenceOfGap = 3.0;
+constexpr double kEvidenceOfHighCharges = 20.0;
 constexpr double kCostOfMissedSeed = 10.0;
 constexpr double kWindowsOfSeeds = 2.0;  // from a whole charge
 constexpr std::size_t kLeastToRefine = 3;
 constexpr double kSameMass = 1.5e-4;
 constexpr double kSameMassErrors = 3.0;
 
-// Places nearer to each other would fit any peaks at even distances, such as ripples.
-std::int32_t MostCharge(double window) {
-  const double limit = 1.0 / (kWindowsBetweenPlaces * window) - 1.0;
-  return static_cast<std::int32_t>(std::clamp<double>(limit, 1.0, kMostCharge));
-}
-
 std::uint64_t KeyOf(std::size_t peak, std::int32_t charge) {
-  return peak * (kMostCharge + 1) + static_cast<std::uint64_t>(charge);
+  return peak * (ChargeWalk::kMostCharge + 1) + static_cast<std::uint64_t>(charge);
 }
 
 }  // namespace
@@ -49,8 +44,8 @@ SeriesSearch::SeriesSearch(std::span<const IonPeak> peaks, const UnresolvedPrefs
       peaks_(peaks, prefs.carrierMass, window_),
       places_(peaks_, window_),
       owned_(peaks_.Count(), 0),
-      coarse_(peaks_, places_, owned_, {prefs.carrierMass, prefs.maxGaps, MostCharge(window_)}),
-      fine_(peaks_, places_, owned_, {prefs.carrierMass, prefs.maxGaps, MostCharge(window_)}) {
+      coarse_(peaks_, places_, owned_, {prefs.carrierMass, prefs.maxGaps}),
+      fine_(peaks_, places_, owned_, {prefs.carrierMass, prefs.maxGaps}) {
   coarse_.SetToleranceOfMany({kScatterAtFirst * window_, window_});
 }
 
@@ -58,7 +53,7 @@ SeriesSearch::ChargeRange SeriesSearch::ChargesOf(double mz) const {
   const double massAtOne = mz - prefs_.carrierMass;
   const double least = std::ceil(prefs_.minMass / massAtOne);
   const double most = std::floor(prefs_.maxMass / massAtOne);
-  const double limit = MostCharge(window_);
+  const double limit = ChargeWalk::MostCharge(window_);
   return {static_cast<std::int32_t>(std::clamp(least, 1.0, limit + 1.0)),
           static_cast<std::int32_t>(std::min(most, limit))};
 }
@@ -70,6 +65,27 @@ double SeriesSearch::NeutralMass(std::size_t peak, std::int32_t charge) const {
 bool SeriesSearch::IsLargeEnough(const ChargeRun& run) const {
   return run.unowned >= static_cast<std::size_t>(prefs_.minSeriesSize) &&
          2 * run.unowned >= run.members.size();
+}
+
+// A complex of two or three of what was found shares every second or third charge with it.
+bool SeriesSearch::IsSharedWithPart(const ChargeSeries& series, const ChargeRun& run) const {
+  for (std::int32_t parts = 2; parts <= kMostParts; ++parts) {
+    const bool isShared = std::ranges::all_of(run.members, [&](const ChargedPeak& member) {
+      return owned_[member.peak] == 0 || member.charge % parts == 0;
+    });
+    const double part = series.mass / parts;
+    if (isShared && std::ranges::any_of(accepted_, [&](const ChargeSeries& other) {
+          return std::abs(other.mass - part) < kSameMass * part;
+        }))
+      return true;
+  }
+  return false;
+}
+
+bool SeriesSearch::IsLargeEnough(const Candidate& candidate) const {
+  const ChargeRun& run = candidate.run;
+  return IsLargeEnough(run) || (run.members.size() >= static_cast<std::size_t>(prefs_.minSeriesSize) &&
+                                run.unowned >= kLeastBesidesPart && IsSharedWithPart(candidate.series, run));
 }
 
 void SeriesSearch::CollectHypotheses() {
@@ -129,8 +145,28 @@ bool SeriesSearch::Refine(Candidate& candidate) {
 
 bool SeriesSearch::LookAt(double mass, std::int32_t charge, Candidate& candidate) {
   candidate.seedCharge = charge;
-  return coarse_.Follow(mass, charge, candidate.run) && IsLargeEnough(candidate.run) && Refine(candidate) &&
-         IsLargeEnough(candidate.run);
+  return coarse_.Follow(mass, charge, candidate.run) &&
+         candidate.run.members.size() >= static_cast<std::size_t>(prefs_.minSeriesSize) &&
+         Refine(candidate) && IsLargeEnough(candidate);
+}
+
+// How many times the mass is what the peaks fit; 0 if it is right itself.
+std::int32_t SeriesSearch::PartOf(const Candidate& candidate) {
+  fine_.SetTolerance(CloserTolerance(candidate.series));
+  for (std::int32_t parts = 2; parts <= kMostParts; ++parts)
+    if (fine_.IsPartOf(parts, candidate.series.mass, candidate.run)) return parts;
+  return 0;
+}
+
+// Its charges may be too high for the wide window of the first look. Where places lie so close chance fits
+// more.
+void SeriesSearch::LookAtMultiple(Candidate candidate, std::int32_t parts) {
+  candidate.seedCharge *= parts;
+  if (candidate.seedCharge <= ChargeWalk::MostCharge(window_)) return;
+  fine_.SetTolerance(CloserTolerance(candidate.series));
+  if (fine_.Follow(parts * candidate.series.mass, candidate.seedCharge, candidate.run) && Refine(candidate) &&
+      IsLargeEnough(candidate) && candidate.run.score > Threshold() + kEvidenceOfHighCharges)
+    candidates_.push(std::move(candidate));
 }
 
 // A member of a run that was looked at leads to the same run again.
@@ -158,7 +194,12 @@ std::optional<SeriesSearch::Candidate> SeriesSearch::Best() {
     const bool isCurrent = candidate.accepted == accepted_.size();
     const bool isUntouched = std::ranges::none_of(
         candidate.run.members, [&](const ChargedPeak& member) { return owned_[member.peak] != 0; });
-    if (isCurrent || isUntouched) return candidate;
+    if (isCurrent || isUntouched) {
+      const std::int32_t parts = PartOf(candidate);
+      if (parts == 0) return candidate;
+      LookAtMultiple(std::move(candidate), parts);
+      continue;
+    }
     if (LookAt(candidate.series.mass, candidate.seedCharge, candidate))
       candidates_.push(std::move(candidate));
   }
@@ -218,7 +259,7 @@ std::optional<double> SeriesSearch::CommonMass(std::span<const std::size_t> seed
   double sum = first;
   for (const std::size_t seed : seeds.subspan(1)) {
     const double nearest = std::round(first / NeutralMass(seed, 1));
-    if (!(nearest >= 1.0 && nearest <= kMostCharge)) return std::nullopt;
+    if (!(nearest >= 1.0 && nearest <= ChargeWalk::kMostCharge)) return std::nullopt;
     const auto other = static_cast<std::int32_t>(nearest);
     const double mass = NeutralMass(seed, other);
     if (std::abs(mass / first - 1.0) > kWindowsOfSeeds * window_) return std::nullopt;

@@ -41,12 +41,16 @@ class SeriesSearch {
   ChargeRange ChargesOf(double mz) const;
   double NeutralMass(std::size_t peak, std::int32_t charge) const;
   bool IsLargeEnough(const ChargeRun& run) const;
+  bool IsLargeEnough(const Candidate& candidate) const;
   void CollectHypotheses();
   double Threshold() const;
   ChargeSeries SeriesOf(const ChargeRun& run) const;
   Tolerance CloserTolerance(const ChargeSeries& series) const;
   bool Refine(Candidate& candidate);
   bool LookAt(double mass, std::int32_t charge, Candidate& candidate);
+  bool IsSharedWithPart(const ChargeSeries& series, const ChargeRun& run) const;
+  std::int32_t PartOf(const Candidate& candidate);
+  void LookAtMultiple(Candidate candidate, std::int32_t parts);
   bool LookFrom(double mass, std::int32_t charge, Candidate& candidate);
   void LookAtPromising();
   std::optional<Candidate> Best();

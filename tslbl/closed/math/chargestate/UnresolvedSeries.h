@@ -4,8 +4,8 @@
 //
 // A series is told from chance by likelihood, from the places and strengths of the peaks alone; foreign
 // peaks, missing charges, several molecules and their adducts in one list are what it is made for. The
-// scatter of the places is read from the series itself, so that `accuracy` is a limit and no estimate. Half,
-// twice and third masses explain fewer peaks or miss some, and then find their peaks taken.
+// scatter of the places is read from the series itself, so that `accuracy` is a limit and no estimate. A half
+// or third of a mass explains a part of the peaks; it is not taken where the charges between have peaks too.
 //
 // Sources: M. Mann, C. Meng, J. Fenn, Interpreting mass spectra of multiply charged ions, 1989; Z. Zhang,
 // A. Marshall, A universal algorithm for fast and automated charge state deconvolution of electrospray
@@ -31,9 +31,11 @@ struct UnresolvedPrefs {
   double accuracy = 1000.0;        // ppm of m/z: a peak farther off its place does not belong
 };
 
-// All series, those with most evidence first. Only charges count whose places are five times `accuracy` apart
-// or more (199 and less with 1000 ppm), at most 400; 400 peaks are tried as a start, the strongest. Rows
-// whose m/z or intensity is not finite and above 0 are left out. Indexes are those of `peaks`, in any order.
+// All series, those with most evidence first. They are looked for at charges whose places are five times
+// `accuracy` apart or more (199 and less with 1000 ppm), and followed to higher ones as far as their own
+// scatter tells places apart, at most 400; 400 peaks are tried as a start, the strongest. What has two or
+// three times the mass of a series found, and shares its charges, needs three peaks of its own. Rows whose
+// m/z or intensity is not finite and above 0 are left out. Indexes are those of `peaks`, in any order.
 //
 // Throws std::invalid_argument for preferences that say nothing: masses, carrier or accuracy that are not
 // finite, an accuracy or lowest mass that is not above 0, masses that cross, gaps below 0. Of any list the
