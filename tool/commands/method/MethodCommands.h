@@ -11,6 +11,7 @@ Command MethodCheckCommand();
 Command MethodTimeCommand();
 Command MethodSetCommand();
 Command MethodConvertCommand();
+Command MethodRampCommand();
 Command MethodCheckPeaksCommand();
 
 }  // namespace TslTool

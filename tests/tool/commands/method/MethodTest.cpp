@@ -1,5 +1,5 @@
 // Tests: MethodCheck.cpp, MethodCheckPeaks.cpp, MethodConvert.cpp, MethodEdit.cpp, MethodFaults.cpp,
-// MethodNew.cpp, MethodSet.cpp, MethodShow.cpp, MethodStore.cpp, MethodTime.cpp,
+// MethodNew.cpp, MethodRamp.cpp, MethodSet.cpp, MethodShow.cpp, MethodStore.cpp, MethodTime.cpp,
 // SwitchTime.cpp, TimeTable.cpp.
 
 #include <gmock/gmock.h>
@@ -300,6 +300,39 @@ TEST_F(MethodTest, CheckPeaksTakesNumbersAlone) {
     EXPECT_EQ(RunTool({"method", "check-peaks", Path("t.tune"), "--mz", list, "--output", Path("c")}).status,
               2)
         << list;
+}
+
+TEST_F(MethodTest, RampHasATimePeriodForEachValue) {
+  const Outcome outcome = RunTool({"method", "ramp", Path("t.tune"), "--lens", "CapExit=100:120:8",
+                                   "--records", "2", "--output", Path("r.xml")});
+  EXPECT_EQ(outcome.status, 0) << outcome.err;
+  const std::string shown = RunTool({"method", "show", Path("r.xml")}).out;
+  EXPECT_THAT(shown, HasSubstr(" from 100 to 120 step 8"));
+  EXPECT_THAT(shown, HasSubstr("P3  without end, 1 loop\n"));
+  EXPECT_THAT(shown, EndsWith("The rules accept it.\n"));
+}
+
+TEST_F(MethodTest, RampTellsWhatItCannotWalk) {
+  const std::pair<Arguments, const char*> kLenses[] = {
+      {{}, "--lens is missing"},
+      {{"--lens", "CapExit=1:2"}, "--lens: \"CapExit=1:2\" is not LENS=START:END:STEP"},
+      {{"--lens", "CapExit"}, "--lens: \"CapExit\" is not LENS=START:END:STEP"},
+      {{"--lens", "MZLow=5:10:1"}, "--lens: \"MZLow=5:10:1\" is of a field that no ramp can walk"},
+      {{"--lens", "CapExit=100:200:0"}, "--lens: \"CapExit=100:200:0\" has a step that is not above 0"},
+      {{"--lens", "CapExit=100:500:5"},
+       "--lens: \"CapExit=100:500:5\" is out of range: 500 is not from -400 to 400"},
+      {{"--lens", "CapExit=0:1:1e-9"}, "--lens: \"CapExit=0:1:1e-9\" has more than 10000 steps"},
+      {{"--lens", "CapExit=1:2:1", "--lens", "CapExit=1:2:1"}, "--lens: both are of one lens"},
+      {{"--lens", "CapExit=1:2:1", "--lens", "EndPlate=1:2:1"},
+       "--lens: You cannot mix steppable and non-steppable lenses."}};
+  for (const auto& [lenses, message] : kLenses) {
+    Arguments arguments = {"method", "ramp", Path("t.tune"), "--output", Path("r.xml")};
+    arguments.insert(arguments.end(), lenses.begin(), lenses.end());
+    const Outcome outcome = RunTool(arguments);
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_THAT(outcome.err, StartsWith(std::string("tslbl: ") + message));
+    EXPECT_FALSE(std::filesystem::exists(Path("r.xml")));
+  }
 }
 
 TEST_F(MethodTest, TakesNoTimeOfAPolarityChangeThatNoInstrumentHas) {
