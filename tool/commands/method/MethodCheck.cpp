@@ -15,9 +15,6 @@
 namespace TslTool {
 namespace {
 
-// A method that was not checked is another thing than one with problems.
-constexpr int kNotRead = 3;
-
 int RunCheck(const std::vector<std::string>& files) {
   if (files.empty()) throw UsageError("FILE is missing");
   int status = kDone;
