@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <iterator>
 #include <optional>
+#include <vector>
 
 namespace TslTool {
 namespace {
@@ -280,10 +281,14 @@ constexpr RunField kRunFields[] = {
 // Any other field of a run is one of its tune.
 EditResult EditTune(MethodRules& rules, const Edit& edit, const RunAt& at) {
   TslBL::DevTuneRules tune(rules.QTRTune(at.tp, at.si, at.tr));
-  const TuneEdit change(tune, edit.field + "=" + edit.value);
+  const auto change = ReadTuneEdit(tune, edit.field + "=" + edit.value);
   if (SameText(edit.field, "InitSettleDelay"))
     return Refused("in a method this delay follows from the tune before it in the sequence");
-  const EditResult result = change.Apply(tune);
+  const std::vector<TslBL::MZCalPt> calibration = tune.QMZCalPts();
+  const EditResult result = change->Apply(tune);
+  // A change of a point does not look at the points beside it.
+  if (tune.QMZCalPts() != calibration && tune.CheckMZCalPts(tune.QMZCalPts()) == TslBL::DevTuneRules::Error)
+    return Refused(TslCommon::ToUtf8(tune.QLastError()));
   if (!result.refused) rules.WTRTune(at.tp, at.si, at.tr, tune);
   return result;
 }
