@@ -3,6 +3,9 @@
 #include <tool/chain/SmoothFilter.h>
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
+#include <functional>
+#include <utility>
 #include <vector>
 
 namespace TslTool {
@@ -11,6 +14,7 @@ namespace {
 constexpr std::size_t kLeastPoints = 5;
 constexpr std::size_t kAroundEnd = 2;
 constexpr double kChance = 1.0;  // standard deviations
+constexpr double kFoot = 2.0;    // widths of a peak to either side of it, where its foot is
 
 // Of single points, from so many before the peak's top to so many behind it.
 double ScatterOf(const LoadedSpectrum& loaded, std::uint32_t top, std::size_t before, std::size_t behind) {
@@ -47,6 +51,51 @@ double RiseOf(const LoadedSpectrum& loaded, const TslBL::PeakInfo& peak, double 
          std::max(LevelAt(loaded, peak.startIdx, scatter), LevelAt(loaded, peak.endIdx, scatter));
 }
 
+using Peaks = std::vector<TslBL::PeakInfo>;
+using Marks = std::vector<bool>;
+
+bool AreTouching(const TslBL::PeakInfo& left, const TslBL::PeakInfo& right) {
+  return left.endIdx >= right.startIdx;
+}
+
+bool IsOnFootOf(const TslBL::PeakInfo& peak, std::uint32_t bump) {
+  const double width = peak.halfHeightRightIdx - peak.halfHeightLeftIdx;
+  return std::abs(peak.maxIdx - bump) <= kFoot * width;
+}
+
+// Gives a peak the stretches of the marked ones that touch it on one side, as long as the curve falls.
+// `next` goes to that side, `end` is the limit there.
+void TakeFoot(const std::vector<double>& y, Peaks& peaks, const Marks& isBump, std::size_t index,
+              std::ptrdiff_t next, std::uint32_t TslBL::PeakInfo::*end) {
+  TslBL::PeakInfo& peak = peaks[index];
+  for (auto i = static_cast<std::ptrdiff_t>(index) + next; 0 <= i && i < std::ssize(peaks); i += next) {
+    const auto at = static_cast<std::size_t>(i);
+    const TslBL::PeakInfo& bump = peaks[at];
+    const bool touches = next > 0 ? AreTouching(peak, bump) : AreTouching(bump, peak);
+    if (!isBump[at] || !touches || !IsOnFootOf(peak, bump.apexIdx) || y[bump.*end] > y[peak.*end]) return;
+    peak.*end = bump.*end;
+  }
+}
+
+// Noise that divides the foot of a wide peak divides its area no less.
+void GiveFeetBack(const std::vector<double>& y, Peaks& peaks, const Marks& isBump) {
+  for (std::size_t i = 0; i < peaks.size(); ++i) {
+    if (isBump[i]) continue;
+    TakeFoot(y, peaks, isBump, i, -1, &TslBL::PeakInfo::startIdx);
+    TakeFoot(y, peaks, isBump, i, 1, &TslBL::PeakInfo::endIdx);
+  }
+}
+
+std::size_t LeaveOut(Peaks& peaks, const Marks& isBump) {
+  Peaks kept;
+  kept.reserve(peaks.size());
+  for (std::size_t i = 0; i < peaks.size(); ++i)
+    if (!isBump[i]) kept.push_back(peaks[i]);
+  const std::size_t leftOut = peaks.size() - kept.size();
+  peaks = std::move(kept);
+  return leftOut;
+}
+
 }  // namespace
 
 std::size_t LeaveOutFlankPeaks(LoadedSpectrum& loaded, double least) {
@@ -58,10 +107,15 @@ std::size_t LeaveOutFlankPeaks(LoadedSpectrum& loaded, double least) {
   double squares = 0.0;
   for (const double weight : filter->weights) squares += weight * weight;
   const double part = least * std::sqrt(squares);
-  return std::erase_if(spectrum.peaks, [&](const TslBL::PeakInfo& peak) {
+  Marks isBump;
+  isBump.reserve(spectrum.peaks.size());
+  for (const TslBL::PeakInfo& peak : spectrum.peaks) {
     const double scatter = ScatterAbout(loaded, peak.apexIdx, filter->weights.size());
-    return RiseOf(loaded, peak, scatter) < part * scatter;
-  });
+    isBump.push_back(RiseOf(loaded, peak, scatter) < part * scatter);
+  }
+  if (std::ranges::none_of(isBump, std::identity())) return 0;
+  GiveFeetBack(spectrum.yAxis, spectrum.peaks, isBump);
+  return LeaveOut(spectrum.peaks, isBump);
 }
 
 }  // namespace TslTool

@@ -214,6 +214,58 @@ TEST(FlankPeaks, AreKnownWhereTheFilterSwingsBelowZero) {
   EXPECT_EQ(alone.spectrum->peaks.size(), 1U);
 }
 
+// A peak of 20 points whose foot, 60 high, is divided at `valley` by a bump that ends at 90.
+TslTool::LoadedSpectrum WithDividedFoot(std::uint32_t valley, std::uint32_t bump) {
+  TslTool::LoadedSpectrum loaded = WithSwing(0.0);
+  TslBL::Spectrum& spectrum = *loaded.spectrum;
+  for (std::uint32_t i = 0; i < 100; ++i) spectrum.yAxis[i] = Line(i, 40.0, 1000.0, 20.0);
+  for (std::uint32_t i = 55; i < 90; ++i) spectrum.yAxis[i] += 60.0;
+  loaded.measured = spectrum.yAxis;
+  for (std::uint32_t i = 50; i < 100; ++i) loaded.measured[i] += i % 2 == 0 ? 40.0 : -40.0;
+  TslBL::PeakInfo peak;
+  peak.startIdx = 5;
+  peak.apexIdx = 40;
+  peak.apexAmpl = 1000.0;
+  peak.maxIdx = 40.0;
+  peak.halfHeightLeftIdx = 30.0;
+  peak.halfHeightRightIdx = 50.0;
+  peak.endIdx = valley;
+  TslBL::PeakInfo other;
+  other.startIdx = valley;
+  other.apexIdx = bump;
+  other.apexAmpl = spectrum.yAxis[bump] + 1.0;
+  other.endIdx = 90;
+  spectrum.peaks = {peak, other};
+  return loaded;
+}
+
+TEST(FlankPeaks, GiveTheFootOfAPeakBackToIt) {
+  TslTool::LoadedSpectrum onFoot = WithDividedFoot(60, 65);
+  ASSERT_EQ(TslTool::LeaveOutFlankPeaks(onFoot, 2.5), 1U);
+  EXPECT_EQ(onFoot.spectrum->peaks[0].endIdx, 90U);
+  TslTool::LoadedSpectrum farOff = WithDividedFoot(79, 83);
+  ASSERT_EQ(TslTool::LeaveOutFlankPeaks(farOff, 2.5), 1U);
+  EXPECT_EQ(farOff.spectrum->peaks[0].endIdx, 79U);
+}
+
+TEST(FlankPeaks, DoNotDivideTheAreaOfAWideLine) {
+  const auto front = [](double mz, double centre) {
+    return Line(mz, centre, 600.0, mz < centre ? 2.25 : 0.75);
+  };
+  const auto mean = [&](double mz) {
+    return 5.0 + front(std::remainder(mz, 10.0), 0.0) +
+           Line(std::remainder(mz - 5.0, 10.0), 0.0, 500.0, 0.25);
+  };
+  const double area = 600.0 * 1.5 * 1.0645;
+  int wide = 0;
+  for (const auto& row : RowsOf(Evaluate(Counted(mean)))) {
+    if (std::abs(std::remainder(row[3], 10.0)) > 1.0) continue;
+    EXPECT_NEAR(row[5], area, 0.035 * area) << row[3];
+    ++wide;
+  }
+  EXPECT_EQ(wide, 29);
+}
+
 TEST(StillBackground, IsToldWhereAThresholdHasTakenTheNoise) {
   std::mt19937_64 random(1);
   std::string text;
