@@ -4,7 +4,9 @@
 #include <tool/chain/SmoothFilter.h>
 #include <tool/commands/peaks/CutNoise.h>
 #include <tool/commands/peaks/FlankPeaks.h>
+#include <tool/commands/peaks/RoundedNoise.h>
 #include <tool/commands/peaks/ShotLimit.h>
+#include <tool/commands/peaks/Spikes.h>
 #include <tool/commands/peaks/Windows.h>
 #include <tool/frame/InputError.h>
 #include <tslbl/closed/common/Text.h>
@@ -42,7 +44,10 @@ std::size_t RunChain(const Evaluation& evaluation, LoadedSpectrum& loaded) {
   RunSteps(evaluation, {chain.begin(), search}, loaded);
   const auto filter = FilterOf(*loaded.spectrum);
   const std::size_t lowered = filter ? LimitToShots(loaded, filter->weights, evaluation.noiseLimit) : 0;
-  if (filter) RaiseToCutNoise(loaded, filter->weights);
+  if (filter) {
+    RaiseToCutNoise(loaded, filter->weights);
+    RaiseToRounding(loaded, filter->weights);
+  }
   RunSteps(evaluation, {search, chain.end()}, loaded);
   return lowered;
 }
@@ -58,6 +63,7 @@ Findings Evaluation::Run(LoadedSpectrum& loaded) const {
   if (findings.lift > 0.0) Lower(*loaded.spectrum, -findings.lift);
   findings.lowered = RunChain(*this, loaded);
   if (findings.lift > 0.0) Lower(*loaded.spectrum, findings.lift);
+  if (leastRise > 0.0) findings.spikes = LeaveOutSpikes(loaded);
   findings.leftOut = LeaveOutFlankPeaks(loaded, leastRise);
   findings.shortWindow = EndPeaksWithTheirWindows(*loaded.spectrum);
   return findings;

@@ -14,6 +14,7 @@ namespace TslTool {
 struct Findings {
   double lift = 0.0;                  // that was on the amplitudes while the chain ran
   std::size_t leftOut = 0;            // peaks that do not rise from where they stand
+  std::size_t spikes = 0;             // peaks of a single point, which are left out likewise
   std::size_t lowered = 0;            // points whose noise is more than counts make
   std::optional<double> shortWindow;  // m/z of a peak whose window of points is too short for it
 };
@@ -23,7 +24,7 @@ struct Evaluation {
   std::vector<TslBL::CurveEval> chain;
   double scale = 1.0;       // of the amplitudes
   bool isLifted = false;    // negative amplitudes, for a chain that tolerates it
-  double leastRise = 0.0;   // see FlankPeaks.h
+  double leastRise = 0.0;   // see FlankPeaks.h; 0 keeps spikes, too
   double noiseLimit = 0.0;  // see ShotLimit.h
 
   // Leaves the amplitudes as they were before in loaded.measured. On any number of threads. Throws InputError

@@ -5,6 +5,7 @@
 #include <tool/chain/FlatTop.h>
 #include <tool/commands/peaks/LostHeight.h>
 #include <tool/commands/peaks/NoiseOfPeaks.h>
+#include <tool/commands/peaks/Spikes.h>
 #include <tool/commands/peaks/StillBackground.h>
 #include <algorithm>
 #include <optional>
@@ -77,6 +78,15 @@ bool IsTooShortForPeaks(const TslBL::Spectrum& spectrum) {
   return spectrum.peaks.empty() && kHandful <= points && points < kLeastPoints;
 }
 
+// Of the points; beside a wider peak the background is too short to tell its level.
+constexpr double kWidestPart = 0.2;
+
+const TslBL::PeakInfo* PeakWithoutBackground(const TslBL::Spectrum& spectrum) {
+  const auto widest = std::ranges::max_element(spectrum.peaks, {}, WidthOf);
+  if (widest == spectrum.peaks.end()) return nullptr;
+  return WidthOf(*widest) > kWidestPart * static_cast<double>(spectrum.xAxis.size()) ? &*widest : nullptr;
+}
+
 std::string Place(double mz) { return fmt::format("m/z {:.2f}", mz); }
 
 std::string Counted(std::uint64_t count, const std::string& what) {
@@ -100,6 +110,7 @@ std::string Troubled::Text(const std::string& trouble, const std::string& wayOut
 
 void EvaluationRemarks::Look(const LoadedSpectrum& loaded, const Findings& findings) {
   leftOut_ += findings.leftOut;
+  spikes_ += findings.spikes;
   if (kCrowdedOf * findings.lowered > loaded.measured.size()) ++crowded_;
   if (findings.shortWindow) cutOff_.Add(loaded.scan, Place(*findings.shortWindow));
   if (LosesAmplitudes(loaded, findings.lift)) ++cut_;
@@ -117,7 +128,10 @@ void EvaluationRemarks::LookAtPeaks(const LoadedSpectrum& loaded) {
   if (IsBackgroundStill(loaded)) still_.Add(loaded.scan);
   if (const TslBL::PeakInfo* hump = HumpOf(spectrum))
     wide_.Add(loaded.scan, Place(spectrum.xAxis[hump->apexIdx]));
+  if (const auto spike = SpikeAmongPeaks(loaded)) spiky_.Add(loaded.scan, Place(*spike));
   if (IsNoiseOfPeaks(loaded)) loud_.Add(loaded.scan);
+  if (const TslBL::PeakInfo* peak = PeakWithoutBackground(spectrum))
+    narrow_.Add(loaded.scan, Place(spectrum.xAxis[peak->apexIdx]));
   if (IsTooShortForPeaks(spectrum)) few_.Add(loaded.scan);
 }
 
@@ -127,6 +141,9 @@ std::vector<std::string> EvaluationRemarks::Notes() const {
     notes.push_back(fmt::format(
         "{} peak{} left out that rise{} no higher than noise does there; --min-rise 0 keeps {}",
         leftOut_.load(), leftOut_ == 1 ? "" : "s", leftOut_ == 1 ? "s" : "", leftOut_ == 1 ? "it" : "them"));
+  if (spikes_ > 0)
+    notes.push_back(fmt::format("{} spike{} of a single point left out; --min-rise 0 keeps {}",
+                                spikes_.load(), spikes_ == 1 ? "" : "s", spikes_ == 1 ? "it" : "them"));
   if (crowded_ > 0)
     notes.push_back(Counted(crowded_,
                             "with lines so close that the noise was taken from the counts between them; "
@@ -159,10 +176,14 @@ std::vector<std::string> EvaluationRemarks::Texts() const {
                   "; --threshold or --min-area keeps the larger ones"));
   texts.push_back(wide_.Text("with peaks ten times as wide as the others, which may be background",
                              "; --max-width leaves them out"));
+  texts.push_back(spiky_.Text("with peaks of a single point among wider ones, as spikes are",
+                              "; --smooth median:5, or --aerosol, takes spikes off"));
   texts.push_back(cutOff_.Text("with peaks in windows of points that are too short for them or the smoothing",
                                "; places, widths and areas are unsure"));
   texts.push_back(loud_.Text("with noise far larger than neighbouring points scatter",
                              ", as where peaks leave no background; weak peaks may be missed"));
+  texts.push_back(narrow_.Text("with a peak wider than a fifth of its points, which leaves little background",
+                               "; heights and areas may be too low"));
   texts.push_back(few_.Text(fmt::format("without a peak and shorter than {} points", kLeastPoints),
                             ", which may be too few to tell a peak from its background"));
   std::erase(texts, "");

@@ -39,6 +39,7 @@ class EvaluationRemarks {
   void LookAtPeaks(const LoadedSpectrum& loaded);
 
   std::atomic<std::uint64_t> leftOut_ = 0;    // peaks
+  std::atomic<std::uint64_t> spikes_ = 0;     // peaks of a single point that were left out
   std::atomic<std::uint64_t> crowded_ = 0;    // a tenth of the points with less noise than was found
   std::atomic<std::uint64_t> cut_ = 0;        // amplitudes below 0 are lost
   std::atomic<std::uint64_t> noiseless_ = 0;  // peaks whose noise is too small for a ratio
@@ -49,7 +50,9 @@ class EvaluationRemarks {
   Troubled still_;                            // a background without scatter
   Troubled wide_;                             // background that passes for peaks
   Troubled cutOff_;                           // windows of points are too short for their peaks
+  Troubled spiky_;                            // peaks of a single point that were not
   Troubled loud_;                             // the noise is that of peaks
+  Troubled narrow_;                           // spectra, hardly wider than a peak
   Troubled few_;                              // points, too few to tell a peak from its background
 };
 

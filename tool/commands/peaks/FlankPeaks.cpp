@@ -15,6 +15,7 @@ constexpr std::size_t kLeastPoints = 5;
 constexpr std::size_t kAroundEnd = 2;
 constexpr double kChance = 1.0;  // standard deviations
 constexpr double kFoot = 2.0;    // widths of a peak to either side of it, where its foot is
+constexpr double kFootHeight = 0.5;
 
 // Of single points, from so many before the peak's top to so many behind it.
 double ScatterOf(const LoadedSpectrum& loaded, std::uint32_t top, std::size_t before, std::size_t behind) {
@@ -58,9 +59,10 @@ bool AreTouching(const TslBL::PeakInfo& left, const TslBL::PeakInfo& right) {
   return left.endIdx >= right.startIdx;
 }
 
-bool IsOnFootOf(const TslBL::PeakInfo& peak, std::uint32_t bump) {
+bool IsOnFootOf(const TslBL::PeakInfo& peak, const TslBL::PeakInfo& bump) {
   const double width = peak.halfHeightRightIdx - peak.halfHeightLeftIdx;
-  return std::abs(peak.maxIdx - bump) <= kFoot * width;
+  return std::abs(peak.maxIdx - bump.apexIdx) <= kFoot * width &&
+         bump.apexAmpl - bump.baselineAmpl <= kFootHeight * (peak.apexAmpl - peak.baselineAmpl);
 }
 
 // Gives a peak the stretches of the marked ones that touch it on one side, as long as the curve falls.
@@ -72,7 +74,7 @@ void TakeFoot(const std::vector<double>& y, Peaks& peaks, const Marks& isBump, s
     const auto at = static_cast<std::size_t>(i);
     const TslBL::PeakInfo& bump = peaks[at];
     const bool touches = next > 0 ? AreTouching(peak, bump) : AreTouching(bump, peak);
-    if (!isBump[at] || !touches || !IsOnFootOf(peak, bump.apexIdx) || y[bump.*end] > y[peak.*end]) return;
+    if (!isBump[at] || !touches || !IsOnFootOf(peak, bump) || y[bump.*end] > y[peak.*end]) return;
     peak.*end = bump.*end;
   }
 }

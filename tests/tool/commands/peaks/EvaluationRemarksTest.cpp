@@ -144,6 +144,22 @@ TEST(EvaluationRemarks, AWindowTooShortForAPeakIsTold) {
                 "too few to tell a peak from its background\n"));
 }
 
+TEST(EvaluationRemarks, APeakThatLeavesLittleBackgroundIsTold) {
+  const auto spectrum = [](int points) {
+    std::string text;
+    for (int i = 0; i < points; ++i)
+      text += fmt::format("{:.1f} {:.0f}\n", 100.0 + 0.1 * i,
+                          20.0 + i * 7919 % 11 + 3000.0 * std::exp(-0.0433 * std::pow(i - points / 2, 2.0)));
+    return text;
+  };
+  const std::string told =
+      "1 spectrum with a peak wider than a fifth of its points, which leaves little background (first at "
+      "scan 1, "
+      "m/z 101.50); heights and areas may be too low\n";
+  EXPECT_THAT(Evaluate(spectrum(30), {}).err, HasSubstr(told));
+  EXPECT_EQ(Evaluate(spectrum(60), {}).err, "");
+}
+
 TEST(Troubled, NamesTheFirstWhateverTheOrder) {
   TslTool::Troubled troubled;
   EXPECT_EQ(troubled.Text("with x", "; y"), "");
