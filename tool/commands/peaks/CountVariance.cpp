@@ -1,6 +1,7 @@
 #include <tool/commands/peaks/CountVariance.h>
 
 #include <tool/commands/peaks/CountStep.h>
+#include <tool/commands/peaks/CutNoise.h>
 #include <tool/commands/peaks/SignalNoise.h>
 #include <tslbl/closed/math/Median.h>
 #include <algorithm>
@@ -18,6 +19,7 @@ constexpr double kCloseAgreement = 1.33;
 constexpr std::size_t kMostAveraged = 9;
 // Points beside a peak on which its spline depends.
 constexpr std::size_t kAroundPeak = 12;
+constexpr double kLeastOfFound = 0.25;
 
 double SumOfSquares(std::span<const double> filter) {
   double sum = 0.0;
@@ -130,14 +132,21 @@ std::vector<double> OfCounts(const LoadedSpectrum& loaded, double count, std::si
   return variance;
 }
 
+// The noise that peaks must exceed beside a threshold is that of its bumps; that of a point is less.
+double VarianceOfPoint(double found, double ofCut) {
+  if (ofCut == 0.0) return found;
+  return std::clamp(ofCut * ofCut, kLeastOfFound * found, found);
+}
+
 std::vector<double> OfNoise(const LoadedSpectrum& loaded, std::span<const double> filter) {
   const TslBL::Spectrum& spectrum = *loaded.spectrum;
   std::vector<double> variance(spectrum.noise.size());
   const double squares = SumOfSquares(filter);
   const double ofSignal = SignalNoiseOf(loaded, squares);
+  const double ofCut = CutNoiseOf(loaded.measured);
   const std::size_t half = HalfAveraged(filter.size());
   ForEachPointOfPeaks(spectrum, filter.size(), [&](std::size_t i) {
-    variance[i] = spectrum.noise[i] * spectrum.noise[i] / squares;
+    variance[i] = VarianceOfPoint(spectrum.noise[i] * spectrum.noise[i] / squares, ofCut);
     if (ofSignal > 0.0)
       variance[i] += ofSignal * std::max(MeanAround(loaded.measured, i, half) - spectrum.baseline[i], 0.0);
   });

@@ -16,6 +16,7 @@ constexpr std::size_t kAroundEnd = 2;
 constexpr double kChance = 1.0;  // standard deviations
 constexpr double kFoot = 2.0;    // widths of a peak to either side of it, where its foot is
 constexpr double kFootHeight = 0.5;
+constexpr double kWide = 1.5;  // windows of the filter; what stands beside a narrower peak is no noise
 
 // Of single points, from so many before the peak's top to so many behind it.
 double ScatterOf(const LoadedSpectrum& loaded, std::uint32_t top, std::size_t before, std::size_t behind) {
@@ -80,9 +81,10 @@ void TakeFoot(const std::vector<double>& y, Peaks& peaks, const Marks& isBump, s
 }
 
 // Noise that divides the foot of a wide peak divides its area no less.
-void GiveFeetBack(const std::vector<double>& y, Peaks& peaks, const Marks& isBump) {
+void GiveFeetBack(const std::vector<double>& y, Peaks& peaks, const Marks& isBump, std::size_t filter) {
   for (std::size_t i = 0; i < peaks.size(); ++i) {
-    if (isBump[i]) continue;
+    const double width = peaks[i].halfHeightRightIdx - peaks[i].halfHeightLeftIdx;
+    if (isBump[i] || width < kWide * static_cast<double>(filter)) continue;
     TakeFoot(y, peaks, isBump, i, -1, &TslBL::PeakInfo::startIdx);
     TakeFoot(y, peaks, isBump, i, 1, &TslBL::PeakInfo::endIdx);
   }
@@ -116,7 +118,7 @@ std::size_t LeaveOutFlankPeaks(LoadedSpectrum& loaded, double least) {
     isBump.push_back(RiseOf(loaded, peak, scatter) < part * scatter);
   }
   if (std::ranges::none_of(isBump, std::identity())) return 0;
-  GiveFeetBack(spectrum.yAxis, spectrum.peaks, isBump);
+  GiveFeetBack(spectrum.yAxis, spectrum.peaks, isBump, filter->weights.size());
   return LeaveOut(spectrum.peaks, isBump);
 }
 

@@ -30,8 +30,10 @@ void DeclareBeside(Options& options, PeaksArguments& arguments, const std::strin
   options.Value("--plot-dir DIR", arguments.plotDir,
                 "Draw each spectrum that is evaluated into this folder, as NAME.scanN.svg");
   options.Value("--view A-B", arguments.view, "Range of m/z that the pictures show [all]");
-  options.Flag("--resume", arguments.resume,
-               "Continue an --output FILE that was interrupted, from its FILE.part");
+  options.Flag(
+      "--resume", arguments.resume,
+      "Continue an --output FILE that was interrupted, from its FILE.part, if the last whole scan there "
+      "is what this input and chain give; earlier scans are taken as they are");
   options.Flag("-q,--quiet", arguments.quiet, "Do not tell what was taken from the data");
   options.Value("--threads N", arguments.threads, "Number of threads [as many as the computer has]");
 }

@@ -122,6 +122,33 @@ TEST(ErrorBars, WithoutCountsAreThoseOfWhatPointsScatterBy) {
   EXPECT_NEAR(variance[150], 16.0 * 420.0, 0.2 * 16.0 * 420.0);
 }
 
+// Normal noise of 7, cut at 2.5 of these, of which the chain has found `found`.
+double VarianceBesideAThreshold(double found) {
+  std::mt19937_64 random(1);
+  std::normal_distribution noise(0.0, 7.0);
+  LoadedSpectrum loaded{1, 0.0, std::make_unique<TslBL::Spectrum>()};
+  loaded.measured.resize(50000);
+  for (double& y : loaded.measured) y = std::max(noise(random), 17.5);
+  for (double& y : loaded.measured)
+    if (y == 17.5) y = 0.0;
+  for (std::size_t i = 25000; i < 25010; ++i) loaded.measured[i] = 1e5;
+  TslBL::Spectrum& spectrum = *loaded.spectrum;
+  spectrum.yAxis = loaded.measured;
+  spectrum.baseline.assign(loaded.measured.size(), 0.0);
+  spectrum.noise.assign(loaded.measured.size(), found);
+  TslBL::PeakInfo peak;
+  peak.startIdx = 24998;
+  peak.endIdx = 25012;
+  spectrum.peaks.push_back(peak);
+  return TslTool::VarianceOf(loaded, kFilter).values[25005];
+}
+
+TEST(ErrorBars, BesideAThresholdAreThoseOfItsNoise) {
+  EXPECT_NEAR(VarianceBesideAThreshold(12.0), 49.0, 15.0);
+  EXPECT_DOUBLE_EQ(VarianceBesideAThreshold(3.0), 9.0);
+  EXPECT_DOUBLE_EQ(VarianceBesideAThreshold(100.0), 2500.0);
+}
+
 TEST(ErrorBars, TellWhetherTheyComeFromCounts) {
   EXPECT_TRUE(TslTool::VarianceOf(Evaluated(1.0), kFilter).isOfCounts);
   EXPECT_FALSE(TslTool::VarianceOf(Evaluated(1.0, 4.0), kFilter).isOfCounts);

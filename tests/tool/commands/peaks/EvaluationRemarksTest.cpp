@@ -80,6 +80,17 @@ TEST(EvaluationRemarks, NoiseThatIsTooSmallForARatioIsTold) {
   EXPECT_THAT(tiny.err, HasSubstr("--scale 1e12"));
 }
 
+TEST(EvaluationRemarks, AmplitudesThatAreTooLargeForTheirSquaresAreTold) {
+  const std::string told =
+      "1 spectrum with amplitudes above 1e150, whose noise is not found; --scale 1e-200 or the like divides "
+      "them\n";
+  EXPECT_THAT(Evaluate(Spectrum(20.0, 1e200), {}).err, HasSubstr(told));
+  EXPECT_EQ(Evaluate(Spectrum(20.0, 1e140), {}).err, "");
+  const Outcome divided = Evaluate(Spectrum(20.0, 1e200), {"--scale", "1e-200"});
+  EXPECT_EQ(divided.err, "");
+  EXPECT_EQ(RowsOf(divided), 3U);
+}
+
 TEST(EvaluationRemarks, AWindowThatIsNotTakenAsItStandsIsTold) {
   const std::string text = Spectrum(20.0, 1.0);
   for (const char* how : {"savgol:4", "median:4"})

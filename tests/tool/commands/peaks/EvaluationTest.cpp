@@ -246,6 +246,10 @@ TEST(FlankPeaks, GiveTheFootOfAPeakBackToIt) {
   TslTool::LoadedSpectrum farOff = WithDividedFoot(79, 83);
   ASSERT_EQ(TslTool::LeaveOutFlankPeaks(farOff, 2.5), 1U);
   EXPECT_EQ(farOff.spectrum->peaks[0].endIdx, 79U);
+  TslTool::LoadedSpectrum narrow = WithDividedFoot(60, 65);
+  narrow.spectrum->peaks[0].halfHeightRightIdx = 49.0;
+  ASSERT_EQ(TslTool::LeaveOutFlankPeaks(narrow, 2.5), 1U);
+  EXPECT_EQ(narrow.spectrum->peaks[0].endIdx, 60U);
 }
 
 TEST(FlankPeaks, DoNotDivideTheAreaOfAWideLine) {
