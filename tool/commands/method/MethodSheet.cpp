@@ -6,11 +6,15 @@
 #include <tool/commands/method/MethodPlace.h>
 #include <tool/commands/method/MethodTimeline.h>
 #include <tool/commands/tune/FieldText.h>
+#include <tool/commands/tune/FindUserField.h>
 #include <tool/frame/TimeText.h>
 #include <tslbl/closed/common/Text.h>
+#include <tslbl/tune/FieldTable.h>
 #include <tslbl/tune/MassRange.h>
 #include <tslbl/tune/rules/DevTuneRules.h>
+#include <algorithm>
 #include <stdexcept>
+#include <vector>
 
 namespace TslTool {
 namespace {
@@ -47,33 +51,65 @@ std::string EachText(const Tune& tune) {
   }
 }
 
-std::string RunLine(const MethodRules& rules, const std::string& place, std::uint32_t id) {
-  const auto run = rules.TuneRuns.find(id);
-  if (run == rules.TuneRuns.end())
+// The fields by which the tunes of a ramp can be told apart; none of tunes that differ in more.
+std::vector<TslBL::TuneField::Id> WalkedFields(const MethodRules& rules) {
+  constexpr std::size_t kMost = 2;
+  std::vector<TslBL::TuneField::Id> fields;
+  for (const TslBL::FieldRow& row : TslBL::kFieldTable) {
+    if (!row.IsRampable()) continue;
+    const bool differs = std::ranges::any_of(rules.Tunes, [&](const auto& entry) {
+      return TslBL::FieldValue(entry.second, row.id) !=
+             TslBL::FieldValue(rules.Tunes.begin()->second, row.id);
+    });
+    if (differs) fields.push_back(row.id);
+  }
+  return fields.size() <= kMost ? fields : std::vector<TslBL::TuneField::Id>();
+}
+
+// What all lines of a sheet stand on, worked out once.
+struct Sheet {
+  explicit Sheet(const MethodRules& of)
+      : rules(of), stored(of.operator TslBL::Method()), walked(WalkedFields(of)) {}
+
+  const MethodRules& rules;
+  TslBL::Method stored;  // with its loops as they follow from the rest
+  std::vector<TslBL::TuneField::Id> walked;
+};
+
+std::string TuneText(const Sheet& sheet, const Tune& tune) {
+  std::string text = OnOneLine(ToUtf8(tune.Info.Name));
+  for (const TslBL::TuneField::Id id : sheet.walked)
+    text += fmt::format(", {} {}", UserNameOf(tune, id), TslBL::FieldValue(tune, id).value());
+  return text;
+}
+
+std::string RunLine(const Sheet& sheet, const std::string& place, std::uint32_t id) {
+  const auto run = sheet.rules.TuneRuns.find(id);
+  if (run == sheet.rules.TuneRuns.end())
     return fmt::format("  {:<9} run {}, which the method has not\n", place, id);
-  const auto tune = rules.Tunes.find(run->second.TuneId);
-  if (tune == rules.Tunes.end())
+  const auto tune = sheet.rules.Tunes.find(run->second.TuneId);
+  if (tune == sheet.rules.Tunes.end())
     return fmt::format("  {:<9} tune {}, which the method has not\n", place, run->second.TuneId);
   const Tune& t = tune->second;
-  std::string line =
-      fmt::format("  {:<9} {:<4} {:<4} {:<14} {:>7} {:>12} {:>12}  {}\n", place, Shown(t.ControlData.Type),
-                  t.ControlData.PolarityType == TslCommon::PolarityPositive ? "+" : "-", RangeText(t),
-                  run->second.Records, EachText(t), Delay(run->second.SettleDelay * 1e-6),
-                  OnOneLine(ToUtf8(t.Info.Name)));
+  std::string line = fmt::format(
+      "  {:<9} {:<4} {:<4} {:<14} {:>7} {:>12} {:>12}  {}\n", place, Shown(t.ControlData.Type),
+      t.ControlData.PolarityType == TslCommon::PolarityPositive ? "+" : "-", RangeText(t),
+      run->second.Records, EachText(t), Delay(run->second.SettleDelay * 1e-6), TuneText(sheet, t));
   if (const std::string action = ActionText(run->second.Info); !action.empty())
     line += fmt::format("  {:<9} {}\n", "", action);
   return line;
 }
 
-std::string LengthText(const MethodRules& rules, std::uint32_t tp) {
-  const std::uint32_t timeout = rules.QTPTimeout(tp);
-  const std::uint32_t loops = rules.operator TslBL::Method().TimePeriods[tp].Loops;
+std::string LengthText(const Sheet& sheet, std::uint32_t tp) {
+  const std::uint32_t timeout = sheet.rules.QTPTimeout(tp);
+  const std::uint32_t loops = sheet.stored.TimePeriods[tp].Loops;
   const std::string length = timeout == MethodRules::FreeRun ? "without end" : ShownMilliseconds(timeout);
   return fmt::format("{}, {} {}", length, loops, loops == 1 ? "loop" : "loops");
 }
 
-std::string PeriodText(const MethodRules& rules, std::uint32_t tp) {
-  std::string text = fmt::format("{}  {}{}", PlaceName(tp), LengthText(rules, tp),
+std::string PeriodText(const Sheet& sheet, std::uint32_t tp) {
+  const MethodRules& rules = sheet.rules;
+  std::string text = fmt::format("{}  {}{}", PlaceName(tp), LengthText(sheet, tp),
                                  rules.QTPSave(tp) ? "" : ", its data are not kept");
   if (const std::uint32_t delay = rules.QTPSettleDelay(tp); delay > 0)
     text += fmt::format(", after {} for the polarity", ShownSeconds(delay * 1e-6));
@@ -84,7 +120,7 @@ std::string PeriodText(const MethodRules& rules, std::uint32_t tp) {
   for (std::size_t si = 0; si < sequence.size(); ++si) {
     if (sequence[si].empty()) text += fmt::format("  {:<9} no run\n", PlaceName(tp, si));
     for (std::size_t tr = 0; tr < sequence[si].size(); ++tr)
-      text += RunLine(rules, PlaceName(tp, si, tr), sequence[si][tr]);
+      text += RunLine(sheet, PlaceName(tp, si, tr), sequence[si][tr]);
   }
   return text + '\n';
 }
@@ -147,8 +183,9 @@ std::string Head(const MethodRules& rules) {
 }  // namespace
 
 std::string MethodSheet(const MethodRules& rules) {
+  const Sheet sheet(rules);
   std::string text = Head(rules) + Timeline(rules);
-  for (std::uint32_t tp = 0; tp < rules.QNumTimePeriods(); ++tp) text += PeriodText(rules, tp);
+  for (std::uint32_t tp = 0; tp < rules.QNumTimePeriods(); ++tp) text += PeriodText(sheet, tp);
   return text + ValveText(rules.QValveMethod()) + FiltersText("Inclusions", rules.QInclusionList()) +
          FiltersText("Exclusions", rules.QExclusionList()) + RulesText(rules);
 }

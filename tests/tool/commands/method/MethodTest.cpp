@@ -309,6 +309,7 @@ TEST_F(MethodTest, RampHasATimePeriodForEachValue) {
   const std::string shown = RunTool({"method", "show", Path("r.xml")}).out;
   EXPECT_THAT(shown, HasSubstr(" from 100 to 120 step 8"));
   EXPECT_THAT(shown, HasSubstr("P3  without end, 1 loop\n"));
+  EXPECT_THAT(shown, HasSubstr("New Tune, CapExit 124\n"));
   EXPECT_THAT(shown, EndsWith("The rules accept it.\n"));
 }
 
