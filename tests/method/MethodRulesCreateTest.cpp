@@ -313,6 +313,10 @@ TEST(Ramp, OfAsManyValuesAsThereMayBeIsMade) {
       500u);
 }
 
+TEST(MethodOfARamp, HasMoreValuesThan65536) {
+  EXPECT_EQ(Created(Ramp({Lens(F::Skimmer, 0, 70, 0.001)}), Tune()).TimePeriods.size(), 70001u);
+}
+
 TEST(Ramp, OfANumberThatNamesNoFieldThrows) {
   R rules = RulesOf("+100-200");
   const Method before = rules;

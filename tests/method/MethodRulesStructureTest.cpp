@@ -383,6 +383,26 @@ TEST(Sort, OfASortedMethodMarks) {
   EXPECT_TRUE(rules.IsModified());
 }
 
+// A file may hold more than the instrument takes.
+TEST(Sort, KnowsMoreItemsThan65536) {
+  Method method = MethodOf("+100-200 +50-60");
+  method.TimePeriods[0].Sequence.assign(70000, {1});
+  method.TimePeriods[0].Sequence.push_back({2});
+  R rules(kSwitchTime, method);
+  rules.Sort();
+  EXPECT_EQ(rules.TimePeriods[0].Sequence[0][0], 2u);
+  EXPECT_EQ(rules.TimePeriods[0].Sequence[70000][0], 1u);
+}
+
+TEST(RemoveSeqItem, TakesMoreRunsThan65536) {
+  Method method = MethodOf("+100-200 +50-60");
+  method.TimePeriods[0].Sequence[0].assign(70000, 99);
+  method.TimePeriods[0].Sequence[0].push_back(1);
+  R rules(kSwitchTime, method);
+  rules.RemoveSeqItem(0, 0);
+  EXPECT_EQ(ShapeOf(rules), "2; 2; 2; 2");
+}
+
 // ---- What names nothing ----------------------------------------------------------------------
 
 TEST(StructureOfAMethod, BeyondItsIndexesThrowsAndChangesNothing) {

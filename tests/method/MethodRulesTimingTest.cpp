@@ -296,6 +296,12 @@ TEST(DelayOfATimePeriod, MarksTheMethodIfItWasAnother) {
   EXPECT_TRUE(R(kSwitchTime, method).IsModified());
 }
 
+TEST(DelayOfATimePeriod, KnowsMoreOfThemThan65536) {
+  Method method = MethodOf("+100-200 | -5-50");
+  method.TimePeriods.insert(method.TimePeriods.begin(), 70000, method.TimePeriods[0]);
+  EXPECT_EQ(R(kSwitchTime, method).QTPSettleDelay(70001), kSwitch);
+}
+
 TEST(PolarityOfATimePeriod, IsThatOfItsItems) {
   const R rules = RulesOf("+100-200 +5-50 | -100-200 -5-50 | +100-200 +5-50 -5-50 | -5-50 +100-200");
   const R::TimePeriodPolarity expected[] = {R::AllPositive, R::AllNegative, R::Mixed, R::Mixed};

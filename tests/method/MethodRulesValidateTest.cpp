@@ -172,6 +172,19 @@ TEST(InvalidMethod, OfATimePeriodNamesIt) {
   });
 }
 
+TEST(InvalidMethod, OfMoreThan65536TimePeriodsAndItemsNamesThem) {
+  Method method = ValidMethod();
+  TimePeriod last = method.TimePeriods[1];
+  last.Sequence.assign(70000, {3});
+  last.Sequence.push_back({99});
+  method.TimePeriods.insert(method.TimePeriods.end(), 70000, method.TimePeriods[1]);
+  method.TimePeriods.push_back(last);
+  const R rules(kSwitchTime, method);
+  EXPECT_FALSE(rules.Validate());
+  EXPECT_EQ(rules.QLastError(),
+            L"Time period 70002 is invalid.  Sequence item 70000 contains invalid tune run id.  " + kNoRun);
+}
+
 TEST(TimePeriodOfNoTime, HasNoLoops) {
   R rules = RulesOf("+100-200");
   rules.WTPTimeout(0, 0);

@@ -69,7 +69,6 @@ std::uint32_t MethodRules::AppendTimePeriod(std::uint32_t tuneRunId) {
   period.Timeout = 60000;
   period.Sequence.push_back({tuneRunId});
   TimePeriods.push_back(std::move(period));
-  Modified = true;
   return QNumTimePeriods() - 1;
 }
 
@@ -95,7 +94,6 @@ void MethodRules::MoveTimePeriod(std::uint32_t tp, Direction direction) {
 std::uint32_t MethodRules::AppendSeqItem(TimePeriod& period, std::uint32_t tuneRunId) {
   period.Sequence.push_back({tuneRunId});
   CleanupTunes();
-  Modified = true;
   return static_cast<std::uint32_t>(period.Sequence.size()) - 1;
 }
 
