@@ -12,6 +12,7 @@ Command PeaksCommand();
 Command OverlapCommand();
 Command DeconCommand();
 Command ChromCommand();
+Command RampCommand();
 Command SimulateCommand();
 Command InfoCommand();
 Command AverageCommand();

@@ -12,7 +12,7 @@ Command Program() {
           .run = {},
           .family = {PeaksCommand(), OverlapCommand(), DeconCommand(), ChromCommand(), AverageCommand(),
                      CalibrateCommand(), SimulateCommand(), InfoCommand(), TuneCommand(), MethodCommand(),
-                     ManualCommand()}};
+                     RampCommand(), ManualCommand()}};
 }
 
 }  // namespace TslTool

@@ -23,7 +23,7 @@ Sample DemonstrationSample() {
 
 Sample CalibrantSample() {
   const auto infused = [](const char* name, const char* formula) {
-    return Compound{name, formula, 0.0, {{1, 1.0}}, 6000.0, 0.0, 0.0};
+    return Compound{name, formula, 0.0, {{1, 1.0}}, 20000.0, 0.0, 0.0};
   };
   return {.compounds = {
               infused("betaine", "C5H11NO2"), infused("phosphazine 322", "C6H18N3O6P3"),

@@ -2,9 +2,9 @@
 
 #include <fmt/format.h>
 
+#include <tool/commands/method/MethodStore.h>
 #include <tool/frame/InputError.h>
 #include <tool/frame/Warning.h>
-#include <tool/io/RecordFile.h>
 #include <tool/simulate/Acquisition.h>
 #include <tslbl/closed/common/Text.h>
 #include <tslbl/tune/MassRange.h>
@@ -16,14 +16,6 @@ namespace TslTool {
 namespace {
 
 using TslBL::MethodRules;
-
-constexpr RecordKind kMethod = {"method", 64U << 20U};
-
-TslBL::Method LoadMethodOf(const std::string& file) {
-  const std::string bytes = ReadRecordFile(file, kMethod);
-  if (!IsDocument(bytes)) return RecordOfBytes<TslBL::Method>(file, bytes, kMethod);
-  return RecordOfDocument<TslBL::Method>(file, WrittenDocument(bytes));
-}
 
 // What the tunes of a method scan between them.
 Instrument RangeOf(const TslBL::Method& method, double width) {
@@ -72,7 +64,7 @@ std::shared_ptr<Acquisition> Acquire(const MethodArguments& arguments, const Met
 }  // namespace
 
 Measurement MeasureMethod(const MethodArguments& arguments, const SampleOptions& sample) {
-  const MethodRules rules(arguments.switchTime, LoadMethodOf(arguments.file));
+  const MethodRules rules(arguments.switchTime, LoadMethodWithWarning(arguments.file).method);
   RequireMeasurable(arguments.file, rules);
   const TslBL::Method method = rules.operator TslBL::Method();
   const auto acquisition = Acquire(arguments, rules, sample.Get(RangeOf(method, arguments.width)));
