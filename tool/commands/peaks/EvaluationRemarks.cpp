@@ -19,8 +19,6 @@ namespace {
 constexpr std::size_t kCrowdedOf = 10;
 // Below it QSignalToNoise knows no ratio.
 constexpr double kLeastNoise = 1e-8;
-// The sum of many squares of larger ones is infinite, and so would be their noise.
-constexpr double kMostAmplitude = 1e150;
 
 bool LosesAmplitudes(const LoadedSpectrum& loaded, double lift) {
   return loaded.spectrum->CheckAllStatus(TslBL::Curve::STATUS_SMOOTHED) &&
@@ -32,9 +30,9 @@ bool HasNoiselessPeak(const TslBL::Spectrum& spectrum) {
                              [](const TslBL::PeakInfo& peak) { return peak.noiseAmpl < kLeastNoise; });
 }
 
-bool HasHugeAmplitude(const LoadedSpectrum& loaded) {
-  return std::ranges::any_of(loaded.measured,
-                             [](double amplitude) { return std::abs(amplitude) > kMostAmplitude; });
+bool HasNoiseWithoutNumber(const TslBL::Spectrum& spectrum) {
+  return std::ranges::any_of(spectrum.peaks,
+                             [](const TslBL::PeakInfo& peak) { return !std::isfinite(peak.noiseAmpl); });
 }
 
 // Of a handful of points, which any usual window exceeds, nobody expects a smooth curve.
@@ -123,7 +121,7 @@ void EvaluationRemarks::Look(const LoadedSpectrum& loaded, const Findings& findi
   if (findings.shortWindow) cutOff_.Add(loaded.scan, Place(*findings.shortWindow));
   if (LosesAmplitudes(loaded, findings.lift)) ++cut_;
   if (HasNoiselessPeak(*loaded.spectrum)) ++noiseless_;
-  if (HasHugeAmplitude(loaded)) ++huge_;
+  if (HasNoiseWithoutNumber(*loaded.spectrum)) ++huge_;
   if (IsShorterThanItsWindow(*loaded.spectrum)) ++short_;
   if (const std::uint32_t width = EvenWidth(*loaded.spectrum)) evenWidth_ = width;
   LookAtPeaks(loaded);
@@ -172,9 +170,10 @@ std::vector<std::string> EvaluationRemarks::Texts() const {
                 "or --min-area keeps the larger ones, --scale 1e12 or the like multiplies all where they are "
                 "so small"));
   if (huge_ > 0)
-    texts.push_back(Counted(huge_,
-                            "with amplitudes above 1e150, whose noise is not found; --scale 1e-200 or the "
-                            "like divides them"));
+    texts.push_back(
+        Counted(huge_,
+                "with peaks whose noise is no number, as of amplitudes above 1e150; --scale 1e-200 or the "
+                "like divides them"));
   if (short_ > 0)
     texts.push_back(
         Counted(short_, "shorter than the window of the smoothing, which is cut to their length"));

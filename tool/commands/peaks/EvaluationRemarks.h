@@ -43,7 +43,7 @@ class EvaluationRemarks {
   std::atomic<std::uint64_t> crowded_ = 0;    // a tenth of the points with less noise than was found
   std::atomic<std::uint64_t> cut_ = 0;        // amplitudes below 0 are lost
   std::atomic<std::uint64_t> noiseless_ = 0;  // peaks whose noise is too small for a ratio
-  std::atomic<std::uint64_t> huge_ = 0;       // amplitudes whose squares are too large
+  std::atomic<std::uint64_t> huge_ = 0;       // peaks whose noise is too large for its square
   std::atomic<std::uint64_t> short_ = 0;      // fewer points than the smoothing's window
   std::atomic<std::uint32_t> evenWidth_ = 0;  // of a window that must be odd; 0: it is
   Troubled flat_;                             // the detector was at its end

@@ -8,7 +8,7 @@
 namespace TslTool {
 
 // The step of the amplitudes if three in five neighbours or more share a value that is not the lowest one, as
-// where it is more than some three standard deviations of the noise; else 0. O(n).
+// where it is more than some three standard deviations of the noise; else 0.
 double CoarseStepOf(const std::vector<double>& measured);
 
 // Raises the noise of each point to what a single such step leaves behind the weights of the smoothing: what

@@ -21,20 +21,21 @@ constexpr double kWide = 4.0;  // points
 
 class SpikeMeasure {
  public:
-  SpikeMeasure(const LoadedSpectrum& loaded, std::span<const double> filter) : y_(loaded.measured) {
+  SpikeMeasure(const LoadedSpectrum& loaded, std::span<const double> filter)
+      : y_(loaded.measured), ion_(loaded.countAmpl) {
     gain_ = std::inner_product(filter.begin(), filter.end(), filter.begin(), 0.0);
-    ion_ = loaded.countAmpl > 0.0 ? loaded.countAmpl : TslMath::SmallestStep(y_.data(), y_.size());
-    for (const double amplitude : y_)
-      if (amplitude > 0.0) lowest_ = std::min(lowest_, amplitude);
   }
 
-  bool IsSpike(const TslBL::PeakInfo& peak) const {
+  bool IsSpike(const TslBL::PeakInfo& peak) {
     const std::size_t top = TopOf(peak.apexIdx);
     if (top == 0 || top + 1 >= y_.size()) return false;
     const double height = y_[top] - peak.baselineAmpl;
+    const double beside = std::max(y_[top - 1], y_[top + 1]);
+    if (!(y_[top] - beside > kPart * height)) return false;
+    LookAtAll();
     const double variance = peak.noiseAmpl * peak.noiseAmpl / gain_ + ion_ * std::max(y_[top], 0.0);
-    const double beside = std::max(Level(y_[top - 1]), Level(y_[top + 1]));
-    return y_[top] - beside > kPart * height && height > kCertain * std::sqrt(variance);
+    return y_[top] - (beside == 0.0 ? lowest_ : beside) > kPart * height &&
+           height > kCertain * std::sqrt(variance);
   }
 
  private:
@@ -47,12 +48,19 @@ class SpikeMeasure {
                                     first);
   }
 
-  double Level(double amplitude) const { return amplitude == 0.0 ? lowest_ : amplitude; }
+  // Seldom needed, and longer than all else.
+  void LookAtAll() {
+    if (lowest_ > 0.0) return;
+    if (ion_ == 0.0) ion_ = TslMath::SmallestStep(y_.data(), y_.size());
+    lowest_ = std::numeric_limits<double>::infinity();
+    for (const double amplitude : y_)
+      if (amplitude > 0.0) lowest_ = std::min(lowest_, amplitude);
+  }
 
   const std::vector<double>& y_;
   double gain_ = 1.0;
-  double ion_ = 0.0;
-  double lowest_ = std::numeric_limits<double>::infinity();  // above 0
+  double ion_;
+  double lowest_ = 0.0;  // above 0, once it is known
 };
 
 double WidthOf(const TslBL::PeakInfo& peak) { return peak.halfHeightRightIdx - peak.halfHeightLeftIdx; }
@@ -65,7 +73,7 @@ std::size_t LeaveOutSpikes(LoadedSpectrum& loaded) {
   if (!filter || filter->weights.size() < kLeastPoints || spectrum.peaks.empty() ||
       loaded.measured.size() != spectrum.yAxis.size())
     return 0;
-  const SpikeMeasure measure(loaded, filter->weights);
+  SpikeMeasure measure(loaded, filter->weights);
   return std::erase_if(spectrum.peaks, [&](const TslBL::PeakInfo& peak) { return measure.IsSpike(peak); });
 }
 
@@ -74,7 +82,7 @@ std::optional<double> SpikeAmongPeaks(const LoadedSpectrum& loaded) {
   const auto filter = FilterOf(spectrum);
   if (!filter || spectrum.peaks.size() <= kSpikes || loaded.measured.size() != spectrum.yAxis.size())
     return std::nullopt;
-  const SpikeMeasure measure(loaded, filter->weights);
+  SpikeMeasure measure(loaded, filter->weights);
   const TslBL::PeakInfo* highest = nullptr;
   std::size_t spikes = 0;
   bool hasWide = false;

@@ -82,7 +82,8 @@ TEST(EvaluationRemarks, NoiseThatIsTooSmallForARatioIsTold) {
 
 TEST(EvaluationRemarks, AmplitudesThatAreTooLargeForTheirSquaresAreTold) {
   const std::string told =
-      "1 spectrum with amplitudes above 1e150, whose noise is not found; --scale 1e-200 or the like divides "
+      "1 spectrum with peaks whose noise is no number, as of amplitudes above 1e150; --scale 1e-200 or the "
+      "like divides "
       "them\n";
   EXPECT_THAT(Evaluate(Spectrum(20.0, 1e200), {}).err, HasSubstr(told));
   EXPECT_EQ(Evaluate(Spectrum(20.0, 1e140), {}).err, "");
