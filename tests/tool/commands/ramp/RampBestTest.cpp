@@ -1,4 +1,4 @@
-// Tests: Ramp.cpp, RampBest.cpp, EvaluateRamp.cpp, RampTable.cpp, WriteRampResults.cpp, StepCurve.cpp.
+// Tests: RampBest.cpp, EvaluateRamp.cpp, RampTable.cpp, WriteRampResults.cpp, StepCurve.cpp.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
