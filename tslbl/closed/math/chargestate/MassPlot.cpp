@@ -8,8 +8,8 @@
 namespace TslMath {
 namespace {
 
-constexpr double kMostPlaces = 4'194'304.0;
-constexpr double kLeastRelativeStep = 0x1p-50;  // places are whole numbers of steps, exactly
+constexpr double kMostPlaces = 32768.0;
+constexpr double kLeastRelativeStep = 0x1p-22;  // a quarter of the width of the sharpest peaks that there are
 constexpr double kStepRounding = 1.0 + 1e-9;    // of steps that are meant to be a power of two
 
 double LatticeStep(const std::vector<MassProfile>& profiles, double lowest, double highest) {

@@ -30,8 +30,9 @@ struct ChargedProfile {
 
 // The sum of the peaks of one series. Masses are whole multiples of a step, the largest power of two that is
 // not above the smallest median step of a peak, in mass; a zero stands on either side of what is not 0. Where
-// that would be more than four million masses, the step is larger. A profile of less than two places, of a
-// charge below 1, or with a point beyond 1e12 Da or 1e100 is left out. O(points + masses).
+// that would be more than 32 768 masses, or finer than 2^-22 of the mass, the step is larger. A profile of
+// less than two places, of a charge below 1, or with a point beyond 1e12 Da or 1e100 is left out. O(points +
+// masses).
 TSLBL_API MassCurve SumOfPeaks(std::span<const ChargedProfile> peaks);
 
 // The sum of curves: at each mass of any of them, ascending. Areas stay. O(n log n).
