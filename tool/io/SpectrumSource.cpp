@@ -15,6 +15,7 @@
 #include <tslbl/closed/common/Truncate.h>
 #include <tslbl/spectrum/CountRate.h>
 #include <tslbl/spectrum/CreateSpectrum.h>
+#include <algorithm>
 #include <atomic>
 #include <cmath>
 
@@ -107,6 +108,7 @@ class ForeignSpectra final : public SpectrumSource {
       }
       if (choice_.withPeakLists && IsPeakList(*scan)) {
         skipped_.CountTaken();
+        CountFaint(*scan);
         return [scan] { return LoadPeaks(*scan); };
       }
       if (const std::string reason = ReasonToSkip(*scan); !reason.empty()) {
@@ -136,6 +138,9 @@ class ForeignSpectra final : public SpectrumSource {
   std::vector<std::string> Warnings() const override {
     std::vector<std::string> texts = scans_->Warnings();
     for (std::string& text : odd_.Texts()) texts.push_back(std::move(text));
+    if (faint_ > 0)
+      texts.push_back(fmt::format("{} left out of lists of peaks, the intensity not being above 0",
+                                  faint_ == 1 ? "1 peak" : fmt::format("{} peaks", faint_)));
     return texts;
   }
 
@@ -157,9 +162,15 @@ class ForeignSpectra final : public SpectrumSource {
     return "";
   }
 
+  void CountFaint(const Scan& scan) {
+    faint_ += static_cast<std::uint64_t>(
+        std::ranges::count_if(scan.amplitude, [](double intensity) { return !(intensity > 0.0); }));
+  }
+
   bool IsPeakList(const Scan& scan) const {
+    if (scan.mz.empty()) return false;
     if (choice_.takenAs != Scan::Unknown) return choice_.takenAs == Scan::Centroid;
-    return !scan.mz.empty() && JudgedRepresentation(scan) == Scan::Centroid;
+    return JudgedRepresentation(scan) == Scan::Centroid;
   }
 
   static LoadedSpectrum Loaded(const Scan& scan) {
@@ -196,6 +207,7 @@ class ForeignSpectra final : public SpectrumSource {
   SkipCounts skipped_;
   bool skippedCentroids_ = false;
   std::atomic<std::uint64_t> filled_ = 0;  // spectra, by all threads
+  std::uint64_t faint_ = 0;                // peaks
   WarningCounts odd_;
 };
 

@@ -325,5 +325,25 @@ TEST(SpectrumSource, HandsOutCentroidDataAsPeaksIfThatIsWanted) {
   EXPECT_FALSE(LoadAll(file.Path(), choice)[0].isPeakList);
 }
 
+TEST(SpectrumSource, CountsPeaksThatAListHasWithoutIntensity) {
+  const TempFile file("list.txt", "500.5 10\n600.25 0\n611.5 -5\n700 7\n");
+  SpectrumChoice choice;
+  choice.withPeakLists = true;
+  choice.takenAs = Scan::Centroid;
+  const auto source = OpenSpectra(file.Path(), choice);
+  EXPECT_EQ(source->Next()().spectrum->QNumPeaks(), 2U);
+  EXPECT_THAT(source->Warnings(),
+              testing::Contains("2 peaks left out of lists of peaks, the intensity not being above 0"));
+}
+
+TEST(SpectrumSource, SkipsAnEmptySpectrumThoughAllAreTakenAsPeaks) {
+  const TempFile file("mixed.mzML", MixedMzML());
+  SpectrumChoice choice;
+  choice.withPeakLists = true;
+  choice.takenAs = Scan::Centroid;
+  EXPECT_THAT(ScansOf(file.Path(), choice), ElementsAre(1, 2, 3, 5));
+  EXPECT_THAT(SkippedOf(file.Path(), choice), HasSubstr("of less than two points"));
+}
+
 }  // namespace
 }  // namespace tests

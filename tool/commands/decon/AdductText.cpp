@@ -29,10 +29,18 @@ void SetCustom(const AdductIonInfo& ion, ChargeStateParams& params) {
   params.CustomAdductIon = ion;
 }
 
+bool IsNumber(const std::string& text) {
+  return !text.empty() && text.find_first_not_of("+-.0123456789eE") == std::string::npos;
+}
+
 double MassOf(const std::string& option, const std::string& text) {
+  if (!IsNumber(text))
+    throw UsageError(fmt::format(
+        "{}: \"{}\" is not one of proton, ammonium, sodium, potassium, loss, nor a mass", option, text));
   const double mass = ParseReal(option, text);
   if (!(std::abs(mass) <= kHeaviest))
     throw UsageError(fmt::format("{}: {} Da is not from {} to {}", option, mass, -kHeaviest, kHeaviest));
+  if (mass == 0.0) throw UsageError(fmt::format("{}: an ion of {} Da carries no charge", option, text));
   return mass;
 }
 

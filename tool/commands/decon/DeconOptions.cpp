@@ -4,6 +4,7 @@
 
 #include <tool/commands/decon/AdductText.h>
 #include <tool/commands/decon/MoleculeText.h>
+#include <charconv>
 #include <cmath>
 #include <limits>
 #include <utility>
@@ -28,15 +29,33 @@ constexpr std::uint32_t kSpecies = 1000;
 constexpr std::uint32_t kMostSpecies = 10000;
 constexpr std::uint32_t kAnyResolution = std::numeric_limits<std::int32_t>::max();
 
-template <class Value, class Limits>
-void Set(const char* option, const std::optional<Value>& given, Limits limits, Value& value) {
+void Set(const char* option, const std::optional<double>& given, RealLimits limits, double& value) {
   if (!given) return;
-  Value min{};
-  Value max{};
+  double min = 0.0;
+  double max = 0.0;
   limits(min, max);
   if (*given < min || *given > max)
     throw UsageError(fmt::format("{}: {} is not from {} to {}", option, *given, min, max));
   value = *given;
+}
+
+// What is no count at all is told the option's limits too.
+void Set(const char* option, const std::string& given, CountLimits limits, std::uint32_t& value) {
+  if (given.empty()) return;
+  std::uint32_t min = 0;
+  std::uint32_t max = 0;
+  limits(min, max);
+  std::uint32_t count = 0;
+  const char* last = given.data() + given.size();
+  const auto [end, error] = std::from_chars(given.data(), last, count);
+  if (error != std::errc() || end != last || count < min || count > max)
+    throw UsageError(fmt::format("{}: {} is not a whole number from {} to {}", option, given, min, max));
+  value = count;
+}
+
+void GetSpeciesLimits(std::uint32_t& min, std::uint32_t& max) {
+  min = 1;
+  max = kMostSpecies;
 }
 
 template <class Value>
@@ -46,6 +65,8 @@ std::string Default(const std::string& text, const Value& value) {
 
 RealRange RangeOf(const char* option, const std::string& text, double least, double most) {
   const RealRange range = ParseRealRange(option, text);
+  if (!HasTwoEnds(text))
+    throw UsageError(fmt::format("{}: {} is one number where a range LOW-HIGH is wanted", option, text));
   if (range.from < least || range.to > most || !(range.from < range.to))
     throw UsageError(fmt::format("{}: {} is no range within {} to {}", option, text, least, most));
   return range;
@@ -126,9 +147,9 @@ DeconWishes DeconOptions::Wishes() const {
   SetUnresolved(wishes);
   if (!adduct_.empty()) SetAdduct("--adduct", adduct_, params);
   wishes.hasAdduct = !adduct_.empty();
-  wishes.hasMaxCharge = maxCharge_.has_value();
-  wishes.hasIsotopeAccuracy = isotopeAccuracy_.has_value();
-  wishes.hasChargeAccuracy = chargeAccuracy_.has_value();
+  wishes.hasMaxCharge = !maxCharge_.empty();
+  wishes.hasIsotopeAccuracy = !isotopeAccuracy_.empty();
+  wishes.hasChargeAccuracy = !chargeAccuracy_.empty();
   params.UseOPD = overlap_;
   return wishes;
 }
@@ -139,9 +160,8 @@ void DeconOptions::SetMethod(ChargeStateParams& params) const {
   if (resolved_) params.Method = ChargeStateParams::ResolvedOnly;
   if (unresolved_) params.Method = ChargeStateParams::UnresolvedOnly;
   Set("--max-gaps", maxGaps_, ChargeStateParams::GetMaxChargeStateGapsLimits, params.MaxCSGaps);
-  params.MaxSpecies = maxSpecies_.value_or(kSpecies);
-  if (params.MaxSpecies < 1 || params.MaxSpecies > kMostSpecies)
-    throw UsageError(fmt::format("--max-species: {} is not from 1 to {}", params.MaxSpecies, kMostSpecies));
+  params.MaxSpecies = kSpecies;
+  Set("--max-species", maxSpecies_, GetSpeciesLimits, params.MaxSpecies);
 }
 
 void DeconOptions::SetPeaks(ChargeStateParams& params) const {

@@ -42,25 +42,25 @@ class DeconOptions {
   std::string mass_;
   std::string range_;
   std::string adduct_;
-  std::optional<std::uint32_t> maxGaps_;
-  std::optional<std::uint32_t> maxSpecies_;
+  std::string maxGaps_;
+  std::string maxSpecies_;
   std::string mzOf_ = "centroid";
   std::string intensity_ = "area";
   bool overlap_ = false;
-  std::optional<std::uint32_t> maxCharge_;
-  std::optional<std::uint32_t> isotopeAccuracy_;
-  std::optional<std::uint32_t> chargeAccuracy_;
+  std::string maxCharge_;
+  std::string isotopeAccuracy_;
+  std::string chargeAccuracy_;
   std::optional<double> minScore_;
   std::string score_ = "deviations";
   std::string mono_ = "weighted";
   std::string molecule_ = "averagine";
   std::optional<double> atomThreshold_;
   std::optional<double> moleculeThreshold_;
-  std::optional<std::uint32_t> isotopeGaps_;
+  std::string isotopeGaps_;
   std::string resolution_;
-  std::optional<std::uint32_t> isotopeSn_;
-  std::optional<std::uint32_t> minCharges_;
-  std::optional<std::uint32_t> seriesAccuracy_;
+  std::string isotopeSn_;
+  std::string minCharges_;
+  std::string seriesAccuracy_;
 };
 
 }  // namespace TslTool

@@ -65,7 +65,12 @@ void RequireMembers(const DeconSpectrum& spectrum, const CSSeries& series, const
 bool Make(DeconSpectrum& spectrum, const SeriesEdit& edit, std::wstring& error) {
   if (edit.kind == SeriesEdit::AddSeries) {
     const CSSeries::Types type = edit.series == "resolved" ? CSSeries::Resolved : CSSeries::Unresolved;
-    return TslBL::CSDeconAddSeries(spectrum, type, PeaksAt(spectrum, edit.mz), error);
+    const std::size_t before = spectrum.Series.size();
+    const bool isDone = TslBL::CSDeconAddSeries(spectrum, type, PeaksAt(spectrum, edit.mz), error);
+    // The library drops one that is too small without a word.
+    if (isDone && spectrum.Series.size() == before)
+      throw std::runtime_error("these peaks make none; an unresolved series has two peaks or more");
+    return isDone;
   }
   const CSSeries series = SeriesOf(spectrum, edit.series);
   if (edit.kind == SeriesEdit::RemoveSeries) return TslBL::CSDeconDeleteSeries(spectrum, {series}, error);

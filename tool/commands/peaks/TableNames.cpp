@@ -32,7 +32,7 @@ std::optional<FileId> IdOf(const std::string& file) {
 
 void MakeFolder(const std::string& folder) {
   std::error_code failure;
-  fs::create_directories(folder, failure);
+  fs::create_directory(folder, failure);
   if (failure) throw InputError(folder, "", "cannot be made a folder: " + failure.message());
 }
 

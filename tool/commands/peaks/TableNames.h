@@ -11,7 +11,7 @@ struct NamedTable {
   std::string table;
 };
 
-// Makes a folder, and those that it lies in, unless it is there. Throws InputError.
+// Makes a folder unless it is there. Throws InputError, as where the folder that it should lie in is missing.
 void MakeFolder(const std::string& folder);
 
 // FOLDER/STEM.EXTENSION for each input; the format "table" has the extension txt, "mzml" mzML, the others

@@ -45,8 +45,13 @@ TEST(AdductText, MayBeAMassOrTwo) {
 }
 
 TEST(AdductText, NamesWhatIsNoIon) {
-  EXPECT_EQ(Failure("lithium"), "--adduct: \"lithium\" is not a number");
-  EXPECT_EQ(Failure("7,x"), "--adduct: \"x\" is not a number");
+  EXPECT_EQ(Failure("lithium"),
+            "--adduct: \"lithium\" is not one of proton, ammonium, sodium, potassium, loss, nor a mass");
+  EXPECT_EQ(Failure("7,x"),
+            "--adduct: \"x\" is not one of proton, ammonium, sodium, potassium, loss, nor a mass");
+  EXPECT_EQ(Failure("1-2"), "--adduct: \"1-2\" is not a number");
+  EXPECT_EQ(Failure("0"), "--adduct: an ion of 0 Da carries no charge");
+  EXPECT_EQ(Failure("7,0.0"), "--adduct: an ion of 0.0 Da carries no charge");
   EXPECT_EQ(Failure("1001"), "--adduct: 1001 Da is not from -1000 to 1000");
 }
 

@@ -98,18 +98,26 @@ TEST(DeconOptions, NameWhatIsWrongAndWhatIsAllowed) {
             "--resolved, --unresolved and --both exclude each other");
   EXPECT_EQ(Failure({{"--mass", {"30000-20000"}}}), "--mass: \"30000-20000\" ends before it begins");
   EXPECT_EQ(Failure({{"--mass", {"50-2000"}}}), "--mass: 50-2000 is no range within 100 to 100000000");
-  EXPECT_EQ(Failure({{"--max-gaps", {"11"}}}), "--max-gaps: 11 is not from 0 to 10");
-  EXPECT_EQ(Failure({{"--max-species", {"0"}}}), "--max-species: 0 is not from 1 to 10000");
-  EXPECT_EQ(Failure({{"--max-charge", {"101"}}}), "--max-charge: 101 is not from 1 to 100");
-  EXPECT_EQ(Failure({{"--isotope-accuracy", {"0"}}}), "--isotope-accuracy: 0 is not from 1 to 10000");
-  EXPECT_EQ(Failure({{"--charge-accuracy", {"0"}}}), "--charge-accuracy: 0 is not from 1 to 10000");
+  EXPECT_EQ(Failure({{"--max-gaps", {"11"}}}), "--max-gaps: 11 is not a whole number from 0 to 10");
+  EXPECT_EQ(Failure({{"--max-gaps", {"-1"}}}), "--max-gaps: -1 is not a whole number from 0 to 10");
+  EXPECT_EQ(Failure({{"--max-gaps", {"two"}}}), "--max-gaps: two is not a whole number from 0 to 10");
+  EXPECT_EQ(Failure({{"--mass", {"5"}}}), "--mass: 5 is one number where a range LOW-HIGH is wanted");
+  EXPECT_EQ(Failure({{"--resolution", {"5"}}}),
+            "--resolution: 5 is one number where a range LOW-HIGH is wanted");
+  EXPECT_EQ(Failure({{"--max-species", {"0"}}}), "--max-species: 0 is not a whole number from 1 to 10000");
+  EXPECT_EQ(Failure({{"--max-charge", {"101"}}}), "--max-charge: 101 is not a whole number from 1 to 100");
+  EXPECT_EQ(Failure({{"--isotope-accuracy", {"0"}}}),
+            "--isotope-accuracy: 0 is not a whole number from 1 to 10000");
+  EXPECT_EQ(Failure({{"--charge-accuracy", {"0"}}}),
+            "--charge-accuracy: 0 is not a whole number from 1 to 10000");
   EXPECT_EQ(Failure({{"--min-score", {"1.5"}}}), "--min-score: 1.5 is not from 0 to 1");
   EXPECT_EQ(Failure({{"--atom-threshold", {"-1"}}}), "--atom-threshold: -1 is not from 0 to 1");
   EXPECT_EQ(Failure({{"--molecule-threshold", {"2"}}}), "--molecule-threshold: 2 is not from 0 to 1");
-  EXPECT_EQ(Failure({{"--isotope-gaps", {"4"}}}), "--isotope-gaps: 4 is not from 0 to 3");
-  EXPECT_EQ(Failure({{"--isotope-sn", {"0"}}}), "--isotope-sn: 0 is not from 1 to 100");
-  EXPECT_EQ(Failure({{"--min-charges", {"1"}}}), "--min-charges: 1 is not from 2 to 10");
-  EXPECT_EQ(Failure({{"--series-accuracy", {"0"}}}), "--series-accuracy: 0 is not from 1 to 10000");
+  EXPECT_EQ(Failure({{"--isotope-gaps", {"4"}}}), "--isotope-gaps: 4 is not a whole number from 0 to 3");
+  EXPECT_EQ(Failure({{"--isotope-sn", {"0"}}}), "--isotope-sn: 0 is not a whole number from 1 to 100");
+  EXPECT_EQ(Failure({{"--min-charges", {"1"}}}), "--min-charges: 1 is not a whole number from 2 to 10");
+  EXPECT_EQ(Failure({{"--series-accuracy", {"0"}}}),
+            "--series-accuracy: 0 is not a whole number from 1 to 10000");
 }
 
 }  // namespace

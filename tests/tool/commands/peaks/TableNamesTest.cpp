@@ -6,6 +6,7 @@
 
 #include <tool/TempFile.h>
 #include <tool/commands/peaks/TableNames.h>
+#include <tool/frame/InputError.h>
 #include <tool/frame/UsageError.h>
 
 namespace tests {
@@ -66,6 +67,18 @@ TEST(TableNames, MustNotBeWhatIsRead) {
               }),
               "--output-dir: " + written + end);
   EXPECT_EQ(ErrorOf([&] { RequireNoneRead({{"x", input.Folder() + "/c.txt"}}, {input.Path()}); }), "");
+}
+
+// A name that is mistyped higher up makes no tree of folders, as with any other file that is written.
+TEST(MakeFolder, MakesTheLastFolderAlone) {
+  const TempFile file("a.txt", "");
+  const std::string folder = file.Path() + ".folder";
+  TslTool::MakeFolder(folder);
+  TslTool::MakeFolder(folder);
+  EXPECT_TRUE(std::filesystem::is_directory(folder));
+  std::filesystem::remove(folder);
+  EXPECT_THROW(TslTool::MakeFolder(folder + "/deeper"), TslTool::InputError);
+  EXPECT_THROW(TslTool::MakeFolder(file.Path()), TslTool::InputError);
 }
 
 }  // namespace
