@@ -43,7 +43,7 @@ class SomeFiles {
 
 TEST(EvaluateSeveral, HaveATableEachAndOneFailureDoesNotEndTheOthers) {
   const SomeFiles files;
-  const Outcome outcome = files.Peaks("a.txt b.mzML c.mzML --format tsv --output-dir new/D");
+  const Outcome outcome = files.Peaks("a.txt b.mzML c.mzML --format tsv --output-dir D");
   EXPECT_EQ(outcome.status, 1);
   EXPECT_EQ(outcome.out, "");
   const std::vector<std::string> lines = LinesOf(outcome.err);
@@ -52,9 +52,9 @@ TEST(EvaluateSeveral, HaveATableEachAndOneFailureDoesNotEndTheOthers) {
   EXPECT_THAT(lines[1], StartsWith("tslbl: b.mzML: line "));
   EXPECT_THAT(lines[2], StartsWith("tslbl: c.mzML: --smooth "));
   EXPECT_EQ(lines[3], "tslbl: 2 of 3 files evaluated; 1 failed: b.mzML");
-  EXPECT_THAT(NamesIn(files.Path("new/D")), ElementsAre("a.tsv", "c.tsv"));
+  EXPECT_THAT(NamesIn(files.Path("D")), ElementsAre("a.tsv", "c.tsv"));
   for (const char* name : {"a.txt", "c.mzML"})
-    EXPECT_EQ(ReadFile(files.Path("new/D/") + name[0] + ".tsv"),
+    EXPECT_EQ(ReadFile(files.Path("D/") + name[0] + ".tsv"),
               files.Peaks(std::string(name) + " --format tsv").out);
 }
 

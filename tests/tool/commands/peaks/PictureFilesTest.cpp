@@ -28,7 +28,7 @@ TEST(PictureFiles, WithoutAFileAndAFolderNoneAreWanted) {
 
 TEST(PictureFiles, OfAFolderAreNamedAfterTheInputAndTheScan) {
   const TempFile input("sample.mzML.gz", "");
-  const std::string folder = input.Folder() + "/new/pictures";
+  const std::string folder = input.Folder() + "/pictures";
   PictureFiles pictures(input.Path(), "", folder);
   EXPECT_TRUE(pictures.AreWanted());
   EXPECT_FALSE(std::filesystem::exists(folder)) << "before there is anything to draw";
