@@ -285,7 +285,7 @@ EditResult EditTune(MethodRules& rules, const Edit& edit, const RunAt& at) {
   if (SameText(edit.field, "InitSettleDelay"))
     return Refused("in a method this delay follows from the tune before it in the sequence");
   const std::vector<TslBL::MZCalPt> calibration = tune.QMZCalPts();
-  const EditResult result = change->Apply(tune);
+  EditResult result = change->Apply(tune);
   // A change of a point does not look at the points beside it.
   if (tune.QMZCalPts() != calibration && tune.CheckMZCalPts(tune.QMZCalPts()) == TslBL::DevTuneRules::Error)
     return Refused(TslCommon::ToUtf8(tune.QLastError()));

@@ -20,6 +20,7 @@ struct RowPair {
 template <class Row>
 std::vector<RowPair<Row>> PairRows(const std::vector<Row>& a, const std::vector<Row>& b) {
   std::vector<RowPair<Row>> pairs;
+  pairs.reserve(a.size() + b.size());
   for (const Row& row : a) pairs.push_back({&row, nullptr, pairs.size() + 1});
   std::vector<bool> taken(b.size(), false);
   const auto pairBy = [&](auto key) {

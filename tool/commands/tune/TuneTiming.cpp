@@ -62,7 +62,7 @@ std::string WhyAnotherSpeed(const Tune& tune, double step) {
 std::string ScanSpeed(const Tune& tune) {
   const double speed = tune.QScanSpeed();
   if (DevTuneRules::QNumPulses(tune) == 1) return "none: there is one step";
-  const std::string text = fmt::format("{} m/z per s", speed);
+  std::string text = fmt::format("{} m/z per s", speed);
   const TslBL::Control& control = tune.ControlData;
   const double delays = static_cast<double>(control.StepSettleDelay) + control.PulseCountDelay;
   const double step = StepOnDAC(tune);
