@@ -139,7 +139,7 @@ std::optional<ProgrammedSpectrum> MethodProgram::Next() {
   next.index = index_++;
   next.period = static_cast<std::uint32_t>(period_);
   next.tuneId = item.tuneId;
-  next.milliseconds = static_cast<std::uint32_t>(at_ / kMicrosecondsAMillisecond + 0.5);
+  next.milliseconds = static_cast<std::uint32_t>(std::floor(at_ / kMicrosecondsAMillisecond + 0.5));
   next.fraction = (at_ + 0.5 * item.duration) / end_;
   next.isSaved = period.isSaved;
   next.isToWaste = IsToWaste(at_);

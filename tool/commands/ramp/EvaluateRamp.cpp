@@ -23,6 +23,7 @@ std::vector<TslBL::MZPeak> BasePeaks(const TslBL::Spectrum& spectrum, const std:
   std::vector<TslBL::MZPeak> table = TslBL::CreateMZPeakTable(spectrum);
   std::ranges::sort(table, {}, &TslBL::MZPeak::Mass);
   std::vector<TslBL::MZPeak> peaks;
+  peaks.reserve(mz.size());
   for (const double at : mz)
     peaks.push_back(TslBL::FindBasePeak(table, {TslBL::MZRange::Partial, at - window, at + window}));
   return peaks;

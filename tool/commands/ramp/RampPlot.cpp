@@ -78,6 +78,8 @@ class Panel {
       if (IsBeside(response_.steps, step, response_.best[i], lens_))
         curve[response_.steps.values[step][lens_]] = 100.0 * ValueOf(peaks[step].Peak, quantity_) / highest;
     std::vector<double> x, y;
+    x.reserve(curve.size());
+    y.reserve(curve.size());
     for (const auto& [value, percent] : curve) {
       x.push_back(value);
       y.push_back(percent);
@@ -100,8 +102,10 @@ std::string RampPlot(const RampResponse& response, const TslBL::Tune& tune, cons
   const std::size_t lenses = response.steps.lenses.size();
   Svg svg(kWidth, kHeader + static_cast<double>(lenses) * kPanel);
   std::vector<std::string> names;
+  names.reserve(response.mz.size());
   for (const double mz : response.mz) names.push_back(fmt::format("m/z {}", mz));
   std::vector<NamedStroke> strokes;
+  strokes.reserve(names.size() + 1);
   for (std::size_t i = 0; i < names.size(); ++i) strokes.push_back({StrokeOf(i), names[i]});
   strokes.push_back({kOverall, "overall"});
   DrawHeader(svg, title, strokes);

@@ -43,6 +43,7 @@ std::vector<SpectrumBasePeak> MeansAt(std::size_t range, const RampSteps& steps,
   std::vector<Sums> sums(steps.values.size());
   for (const auto& [number, spectrum] : spectra) sums[spectrum.step].Add(spectrum.peaks[range]);
   std::vector<SpectrumBasePeak> means;
+  means.reserve(sums.size());
   for (const Sums& sum : sums) means.push_back(sum.Mean());
   return means;
 }

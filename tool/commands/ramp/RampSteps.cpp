@@ -34,6 +34,7 @@ std::vector<Field::Id> DifferingLenses(const Tunes& tunes) {
 
 std::string NamesOf(const Tunes& tunes, const std::vector<Field::Id>& lenses) {
   std::vector<std::string> names;
+  names.reserve(lenses.size());
   for (const Field::Id lens : lenses) names.push_back(LensName(FirstOf(tunes), lens));
   return fmt::format("{}", fmt::join(names, ", "));
 }
@@ -93,6 +94,7 @@ RampSteps FindRampSteps(const Tunes& tunes, const std::vector<std::string>& name
     if (std::ranges::count(steps.lenses, field) == 0) steps.beside.push_back(LensName(FirstOf(tunes), field));
   for (const auto& [id, tune] : tunes) {
     std::vector<double> values;
+    values.reserve(steps.lenses.size());
     for (const Field::Id field : steps.lenses) values.push_back(TslBL::QRampLensValue(tune, field));
     const auto known = std::ranges::find(steps.values, values);
     steps.ofTune[id] = static_cast<std::size_t>(known - steps.values.begin());

@@ -23,6 +23,7 @@ Curve CurveOf(const RampResponse& response, std::size_t lens, const std::vector<
 
 std::vector<LensResult> LensResults(const RampResponse& response, const std::vector<TslBL::Q1CalPt>& table) {
   std::vector<LensResult> results;
+  results.reserve(response.steps.lenses.size());
   for (std::size_t lens = 0; lens < response.steps.lenses.size(); ++lens) {
     const TslBL::TuneField::Id field = response.steps.lenses[lens];
     results.push_back({field, response.steps.values[response.overall][lens],

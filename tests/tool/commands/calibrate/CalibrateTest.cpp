@@ -258,6 +258,26 @@ TEST(Calibrate, ARunKeepsItsCountsAndItsTuneOnANewAxis) {
             TslTool::RunReader(wrong.Path("demo.run")).Tunes());
 }
 
+TEST(Calibrate, ARunKeepsTheMethodThatAcquiredIt) {
+  const WrongRun wrong;
+  TslBL::Method method;
+  method.Desc = L"Night";
+  {
+    TslTool::RunWriter writer(wrong.Path("method.run"), "");
+    writer.AddMethod(method);
+    writer.AddTune(1, DemoTune());
+    writer.Finish();
+  }
+  ASSERT_EQ(wrong.Calibrate("demo.run", {"-o", wrong.Path("a.cal")}).status, 0);
+  ASSERT_EQ(RunTool({"calibrate", wrong.Path("method.run"), "--apply", wrong.Path("a.cal"), "-o",
+                     wrong.Path("b.run")})
+                .status,
+            0);
+  const TslTool::RunReader copy(wrong.Path("b.run"));
+  ASSERT_NE(copy.AcquiredBy(), nullptr);
+  EXPECT_EQ(*copy.AcquiredBy(), method);
+}
+
 TEST(Calibrate, ACalibrationOfAnotherKindOfAxisIsRefused) {
   const WrongRun run;
   const WrongAxis text;
