@@ -7,6 +7,8 @@
 #include <fuzz/Records.h>
 #include <fuzz/TuneRules.h>
 #include <tool/chain/ChainFile.h>
+#include <tool/commands/chrom/CurveChoice.h>
+#include <tool/commands/chrom/CurvesFile.h>
 #include <tool/commands/tune/TuneDifferences.h>
 #include <tool/commands/tune/TuneFaults.h>
 #include <tool/commands/tune/TuneFile.h>
@@ -178,6 +180,17 @@ void CheckResults(std::string_view text) {
   Require(again.Written() == read.Written(), "written results are read as the same");
 }
 
+void CheckCurvesFile(std::string_view text) {
+  const std::string file = FileWith("curves.xml", text);
+  try {
+    const TslTool::CurveDefinitions read = TslTool::LoadCurvesFile(file);
+    const TslTool::CurveChoice choice(read.ranges, read.definitions);
+    Require(choice.Count() == read.definitions.size() && choice.Count() > 0, "what is read are curves");
+  } catch (const TslTool::InputError& error) {
+    Require(error.File() == file && !error.Reason().empty(), "a refusal names the file and a reason");
+  }
+}
+
 struct Row {
   const char* name;
   void (*check)(std::string_view text);
@@ -228,6 +241,7 @@ constexpr Row kRows[] = {
     {"TimePeriod", Check<TimePeriod>},
     {"TuneRun", CheckSettling<TuneRun>},
     {"Result documents", CheckResults},
+    {"Curves file", CheckCurvesFile},
 };
 
 }  // namespace

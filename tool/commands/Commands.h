@@ -13,6 +13,7 @@ Command OverlapCommand();
 Command DeconCommand();
 Command ChromCommand();
 Command RampCommand();
+Command ResultsCommand();
 Command SimulateCommand();
 Command InfoCommand();
 Command AverageCommand();

@@ -10,9 +10,9 @@ Command Program() {
           .examples = "'tslbl COMMAND --help' describes a command in full.",
           .declare = {},
           .run = {},
-          .family = {PeaksCommand(), OverlapCommand(), DeconCommand(), ChromCommand(), AverageCommand(),
-                     CalibrateCommand(), SimulateCommand(), InfoCommand(), TuneCommand(), MethodCommand(),
-                     RampCommand(), ManualCommand()}};
+          .family = {PeaksCommand(), OverlapCommand(), DeconCommand(), ChromCommand(), ResultsCommand(),
+                     AverageCommand(), CalibrateCommand(), SimulateCommand(), InfoCommand(), TuneCommand(),
+                     MethodCommand(), RampCommand(), ManualCommand()}};
 }
 
 }  // namespace TslTool

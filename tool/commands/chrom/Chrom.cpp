@@ -8,6 +8,7 @@
 #include <tool/commands/chrom/ChromPlot.h>
 #include <tool/commands/chrom/ChromWriter.h>
 #include <tool/commands/chrom/CurveRemarks.h>
+#include <tool/commands/chrom/CurvesFile.h>
 #include <tool/commands/chrom/EvaluateCurve.h>
 #include <tool/commands/chrom/PointsText.h>
 #include <tool/commands/chrom/ReadCurves.h>
@@ -33,6 +34,20 @@ void RequireSafeFiles(const ChromArguments& arguments) {
   for (const auto& [option, file] : {std::pair{"--points", arguments.points}, {"--plot", arguments.plot}})
     if (file == "-" && IsStandardOutput(arguments.output))
       throw UsageError(fmt::format("{}: standard output has the table; give that an --output FILE", option));
+}
+
+// The definitions of a document stand where the user's own would.
+void TakeCurvesFile(ChromArguments& arguments) {
+  const std::string& file = arguments.curvesFrom;
+  if (file.empty()) return;
+  if (!arguments.ranges.empty() || !arguments.definitions.empty())
+    throw UsageError("--curves-from excludes --range and --curve");
+  RequireDistinct("--output", arguments.output, file, "the --curves-from as well");
+  RequireDistinct("--points", arguments.points, file, "the --curves-from as well");
+  RequireDistinct("--plot", arguments.plot, file, "the --curves-from as well");
+  CurveDefinitions read = LoadCurvesFile(file);
+  arguments.ranges = std::move(read.ranges);
+  arguments.definitions = std::move(read.definitions);
 }
 
 void WriteTo(const std::string& file, const std::string& text, std::vector<std::unique_ptr<Output>>& open) {
@@ -69,6 +84,7 @@ int RunChrom(ChromArguments arguments, const Options& options) {
   if (arguments.threads) UseThreads(*arguments.threads);
   arguments.input = PeaksInputPath(arguments.input, "tslbl chrom");
   RequireSafeFiles(arguments);
+  TakeCurvesFile(arguments);
   NamingStandardInput([&] { Evaluate(arguments, options); });
   return kDone;
 }
@@ -84,6 +100,7 @@ constexpr const char* kExamples =
     "  tslbl chrom sample.run                        total ion current and base peak\n"
     "  tslbl chrom sample.mzML --range A=500-501     and an extracted ion chromatogram\n"
     "  tslbl chrom sample.mzML --range A=500-501 --range B=502-503 --curve A-B\n"
+    "  tslbl chrom sample.run --curves-from results.xml   the curves of a document of results\n"
     "  tslbl chrom sample.mzML --range A=508.2+-0.05 --rt 3400-3600 --plot peak.svg\n"
     "  tslbl chrom sample.mzML --range A=508.2+-0.05 --integrate 3487-3551\n"
     "  tslbl chrom srm.mzML --stored --id \"SRM 500.1,300.2\" --format tsv\n"
@@ -120,6 +137,8 @@ Command ChromCommand() {
                              "A curve made of the ranges, such as A-B or A+B-C, or of curves before it by "
                              "their number among those of --curve, from 1, such as 1-C [each range]. May be "
                              "given several times");
+            options.Value("--curves-from FILE", arguments->curvesFrom,
+                          "Take ranges and definitions from this document, as tslbl results writes it");
             options.Flag("--mean", arguments->isMean,
                          "Take the mean of the points in a range, not their sum");
             arguments->scans.DeclareFilter(options);

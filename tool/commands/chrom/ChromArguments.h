@@ -14,6 +14,7 @@ struct ChromArguments {
   std::string input;
   std::vector<std::string> ranges;
   std::vector<std::string> definitions;
+  std::string curvesFrom;  // a document with both
   bool isMean = false;
   bool isStored = false;
   std::string only;  // which of several curves of a file, by name or number

@@ -32,6 +32,9 @@ class CurveChoice {
   // What it means, as in "500 to 501-600 to 601".
   std::string Title(std::size_t curve) const;
 
+  // The formula as the library takes it: the first range is A, the second B.
+  const std::wstring& Definition(std::size_t curve) const { return definitions_[curve]; }
+
   // The points of the curves for a value of each range.
   void Points(const std::vector<double>& values, std::vector<double>& points) const;
   // How often each range counts in a curve: 1 and -1 in "A-B". Its points are cut at 0, which these do not

@@ -19,6 +19,7 @@ namespace {
 // What the user gave that only scans have.
 std::string GivenForScans(const ChromArguments& arguments) {
   const SpectrumChoice all;
+  if (!arguments.curvesFrom.empty()) return "--curves-from";
   if (!arguments.ranges.empty()) return "--range";
   if (arguments.isMean) return "--mean";
   if (!(arguments.scans.Choice().filter == all.filter)) return "--scan, --rt, --ms-level or --polarity";

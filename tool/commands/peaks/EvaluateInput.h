@@ -15,7 +15,7 @@ namespace TslTool {
 
 // What a command makes of evaluated spectra. Any number of threads may call these.
 struct SpectrumProduct {
-  std::unique_ptr<SpectrumWriter> (*makeWriter)(const std::string& format);
+  std::function<std::unique_ptr<SpectrumWriter>(const std::string& format)> makeWriter;
   // An SVG document of a spectrum; `view` is the range of m/z, all without one.
   std::string (*plot)(const LoadedSpectrum& loaded, const std::string& title,
                       const std::optional<RealRange>& view);
