@@ -68,6 +68,9 @@ TEST(DDEvent, WritesPeaksWithSixDigits) {
   EXPECT_NE(Added({DDEvent::Start, 0, 0, {1234.5678}}).find(L">1234.57<"), std::wstring::npos);
 }
 
-TEST(DDEvent, HasNoDump) { EXPECT_EQ(DumpOf(SampleDDEvent()), L""); }
+TEST(DDEvent, IsDumpedFieldByField) {
+  EXPECT_EQ(DumpOf(SampleDDEvent()),
+            L"  Boundary:\tStop\r\n  TimeStamp:\t61000\r\n  SpecId:\t123\r\n  MZPeaks:\t2 values\r\n");
+}
 
 }  // namespace

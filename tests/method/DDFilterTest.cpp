@@ -29,6 +29,12 @@ TEST(DDFilter, IsAnElementOfAttributes) {
             L"<DDFilter MZStart=\"499.5\" MZEnd=\"500.25\" TimeStart=\"1000\" TimeEnd=\"4294967295\" />\n");
 }
 
+TEST(DDFilter, KeepsWhatTheDocumentLacks) {
+  DDFilter expected = SampleDDFilter();
+  expected.TimeEnd = 7;
+  EXPECT_EQ(FromXml(L"<DDFilter TimeEnd=\"7\" />", SampleDDFilter()), expected);
+}
+
 TEST(DDFilter, HasNoDump) { EXPECT_EQ(DumpOf(SampleDDFilter()), L""); }
 
 }  // namespace

@@ -98,10 +98,23 @@ TEST(DDInfo, OfNoTypeIsItsTypeAlone) {
   EXPECT_EQ(FromXml<DDInfo>(ToXml(info)).ExclDuration, 0u);
 }
 
-TEST(DDInfo, OfAnUnknownNumberIsWrittenAsNone) {
+TEST(DDInfo, OfAnUnknownNumberIsWrittenAsNoneWithAllThatItHolds) {
   DDInfo info = SampleDDInfo();
   info.Type = static_cast<DDInfo::Types>(9);
-  EXPECT_EQ(ToXml(info), L"<DDInfo Type=\"None\" />\n");
+  const std::wstring xml = ToXml(info);
+  EXPECT_TRUE(xml.starts_with(L"<DDInfo Type=\"None\">\n  <StartTrig ")) << xml.c_str();
+  EXPECT_EQ(FromXml<DDInfo>(xml), DDInfo());
+}
+
+TEST(DDInfo, TakesATriggerThatItDoesNotKnowForTheLast) {
+  const auto info =
+      FromXml<DDInfo>(L"<DDInfo Type=\"PeakPark\"><StartTrig Type=\"x\">7</StartTrig></DDInfo>");
+  EXPECT_EQ(info.StartTrigger, DDInfo::TICAboveThres);
+  EXPECT_EQ(info.StartTriggerValue, 7.0);
+}
+
+TEST(DDInfo, StaysAsItWasWithoutItsElement) {
+  EXPECT_EQ(FromXml(L"<Other />", SampleDDInfo()), SampleDDInfo());
 }
 
 TEST(DDInfo, KeepsItsDefaultsWhereTheDocumentHasNothing) {
@@ -111,7 +124,8 @@ TEST(DDInfo, KeepsItsDefaultsWhereTheDocumentHasNothing) {
 }
 
 TEST(DDInfo, HasNoCommandsWhereTheDocumentHasNoList) {
-  EXPECT_TRUE(FromXml(L"<DDInfo Type=\"PeakPark\" />", SampleDDInfo()).CurveEvals.empty());
+  for (const wchar_t* document : {L"<DDInfo Type=\"PeakPark\" />", L"<DDInfo Type=\"None\" />"})
+    EXPECT_TRUE(FromXml(document, SampleDDInfo()).CurveEvals.empty());
 }
 
 TEST(DDInfo, HasNoDump) { EXPECT_EQ(DumpOf(SampleDDInfo()), L""); }

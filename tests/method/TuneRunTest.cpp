@@ -62,6 +62,11 @@ TEST(TuneRun, IsAnElementOfAttributesWithItsDataDependentBehaviour) {
             L"</TuneRun>\n");
 }
 
+TEST(TuneRun, KeepsWhatTheDocumentLacks) {
+  EXPECT_EQ(FromXml(L"<TuneRun />", SampleTuneRun()), SampleTuneRun());
+  EXPECT_EQ(FromXml(L"<Other />", SampleTuneRun()), SampleTuneRun());
+}
+
 TEST(TuneRun, IsMadeWithoutADelay) {
   EXPECT_EQ(TuneRun(3, 7).SettleDelay, 0u);
   EXPECT_EQ(TuneRun(3, 7).Info, DDInfo());

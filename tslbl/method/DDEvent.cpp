@@ -23,7 +23,6 @@ DDEvent::Boundaries DDEvent::CvtBoundary(const std::wstring& text) {
 
 void Describe(Archive& ar, DDEvent& event) {
   ar.Version(1, "Unknown DDEvent version.");
-  if (ar.Dumping()) return;
   ar.Enum(L"Boundary", event.Boundary, kBoundaries);
   ar(L"TimeStamp", event.TimeStamp);
   ar(L"SpecId", event.SpecId);

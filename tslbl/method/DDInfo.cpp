@@ -53,10 +53,10 @@ void Describe(Archive& ar, DDInfo& info) {
   if (ar.Dumping()) return;
   if (const auto element = ar.Element(L"DDInfo")) {
     ar.EnumAttribute(L"Type", info.Type, kStoredTypes);
-    // Whoever writes a document of such a run leaves out what it would never use.
-    if (ar.Xml() && DDInfo::CvtType(info.Type) == DDInfo::CvtType(DDInfo::None)) return;
-    DescribeTrigger(ar, L"StartTrig", info.StartTrigger, info.StartTriggerValue);
     if (ar.Reading()) info.CurveEvals.clear();
+    // Whoever writes a document of such a run leaves out what it would never use.
+    if (ar.Xml() && info.Type == DDInfo::None) return;
+    DescribeTrigger(ar, L"StartTrig", info.StartTrigger, info.StartTriggerValue);
     ar.List(L"CurveEvals", info.CurveEvals);
     DescribeTrigger(ar, L"EndTrig", info.EndTrigger, info.EndTriggerValue);
     ar(L"ExclDuration", info.ExclDuration);

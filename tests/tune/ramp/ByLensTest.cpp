@@ -81,13 +81,30 @@ TEST(ByLensFct, KeepsNothingOfNoMass) {
   EXPECT_TRUE(MZs(lens).empty());
 }
 
-TEST(ByLensFct, TakesAnyMZ) {
-  for (const double mz : {std::nan(""), std::numeric_limits<double>::infinity(), -1e300, 1e300}) {
-    ByLensFct lens = LensAt({100.0, mz});
+TEST(ByLensFct, AddsAPointBesideThoseFurtherAway) {
+  ByLensFct lens = LensAt({497.0, 503.5, 504.5});
+  lens.AddMassValue(500.0, 7.0);
+  EXPECT_EQ(lens.QByLens().Values, (Values{{500.0, 7.0}, {504.5, 5045.0}}));
+  lens = LensAt({503.5});
+  lens.AddMassValue(500.0, 7.0);
+  EXPECT_EQ(lens.QByLens().Values, (Values{{500.0, 7.0}, {503.5, 5035.0}}));
+}
+
+TEST(ByLensFct, IsNotChangedByAnMZThatIsNone) {
+  ByLensFct lens = LensAt({100.0});
+  lens.AddMassValue(std::nan(""), 7.0);
+  lens.RemoveNearbyPoints(std::nan(""));
+  EXPECT_EQ(MZs(lens), List{100.0});
+}
+
+TEST(ByLensFct, TakesPointsAtAnyMZ) {
+  for (const double mz : {std::numeric_limits<double>::infinity(), -1e300, 1e300}) {
+    ByLensFct lens = LensAt({100.0});
     lens.AddMassValue(mz, 1.0);
+    EXPECT_EQ(lens.QByLens().Values.size(), 2u);
     lens.RemoveNominalMass(std::numeric_limits<std::int32_t>::max());
     lens.KeepNominalMasses({100});
-    EXPECT_LE(MZs(lens).size(), 1u);
+    EXPECT_EQ(MZs(lens), List{100.0});
   }
 }
 

@@ -125,6 +125,19 @@ TEST(OverallBestStep, IsTheBestOfTheSumWhereNoneReachesTheThreshold) {
   EXPECT_EQ(OverallBest({{{10, 0}, {1, 0}}, {{1, 0}, {9, 0}}}, 0, 1), 0u);
 }
 
+TEST(OverallBestStep, IsTheFirstOfEqualOnes) {
+  EXPECT_EQ(OverallBest({{{5, 9}, {5, 9}}, {{5, 9}, {5, 9}}}, 3), 0u);
+}
+
+TEST(OverallBestStep, IsTheBestOfTheSumWhereNoShareIsLeft) {
+  EXPECT_EQ(OverallBest({{{10, 0}, {12, 0}}, {{1, 0}, {1, 0}}}, 0, 101), 1u);
+}
+
+TEST(OverallBestStep, IsNeverOneWithoutANumber) {
+  const double nan = std::nan("");
+  EXPECT_EQ(OverallBest({{{nan, nan}, {5, 9}}, {{7, 7}, {6, 6}}}, 0, 50), 1u);
+}
+
 TEST(RampResults, OfRangesOfDifferentLengthAreRefused) {
   const std::vector<Range> peaks = {RangeOf(kSteps), RangeOf({{1, 1}})};
   EXPECT_THROW(RampCalcMZRangeBestIndexes(peaks, Params(0)), std::invalid_argument);

@@ -29,6 +29,11 @@ TEST(StepTableFct, ExtractsTheCurveOfALens) {
   EXPECT_EQ(table.ExtractByLens(TuneField::Q0Offset).Values.size(), 0u);
 }
 
+TEST(StepTableFct, ExtractsTheFirstOfTwoRowsOfOneMZ) {
+  const StepTableFct table({Row(118.1, {{TuneField::Skimmer, 20}}), Row(118.1, {{TuneField::Skimmer, 30}})});
+  EXPECT_EQ(table.ExtractByLens(TuneField::Skimmer), Skimmer({{118.1, 20}}));
+}
+
 TEST(StepTableFct, WritesAPointIntoTheRowOfItsWholeMass) {
   EXPECT_EQ(Updated({Row(322.1, {{TuneField::CapExit, 99}}, L"c")}, Skimmer({{322.4, 30}})),
             (std::vector<Q1CalPt>{Row(322.1, {{TuneField::CapExit, 99}, {TuneField::Skimmer, 30}}, L"c")}));

@@ -6,11 +6,13 @@
 namespace TslBL {
 
 void ByLensFct::AddMassValue(double mz, double value) {
+  if (std::isnan(mz)) return;
   RemoveNearbyPoints(mz);
   lens_.Values.insert({mz, value});
 }
 
 void ByLensFct::RemoveNearbyPoints(double mz) {
+  if (std::isnan(mz)) return;
   auto& values = lens_.Values;
   const auto first = values.lower_bound(mz - kTolerance);
   if (first == values.end() || std::abs(first->first - mz) > kTolerance) return;

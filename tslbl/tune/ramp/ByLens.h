@@ -16,7 +16,7 @@ struct TSLBL_API ByLens {
   bool operator==(const ByLens&) const = default;
 };
 
-// Points near to one another in m/z are one calibrant.
+// Points near to one another in m/z are one calibrant. An m/z that is NaN changes nothing.
 class TSLBL_API ByLensFct {
  public:
   explicit ByLensFct(const ByLens& lens) : lens_(lens) {}
