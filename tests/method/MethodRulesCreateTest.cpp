@@ -201,7 +201,9 @@ TEST(MethodOfARamp, CutsWholeNumbersTowardsZero) {
   const Method method = Created(Ramp({Lens(F::HEDynode, -2.5, 2.5, 1.25)}));
   EXPECT_EQ(ValuesOf(method, [](const Tune& tune) { return tune.ControlData.HEDynode; }), "-2 -1 0 1 2");
   const Method below = Created(Ramp({Lens(F::SignalThreshold, -2.5, 2.5, 2.5)}));
-  EXPECT_EQ(ValuesOf(below, [](const Tune& tune) { return tune.ControlData.SignalThreshold; }), "0 0 2");
+  EXPECT_EQ(ValuesOf(below, [](const Tune& tune) { return tune.ControlData.SignalThreshold; }),
+            "4.29497e+09 0 2")
+      << "what is below 0 must not turn into a number that the limits take";
 }
 
 // The limits are those of the source: an APCI probe has no cylinder, and the end plate goes to 5000.
@@ -293,10 +295,11 @@ TEST(Ramp, WhoseStepLeadsNowhereIsRefused) {
   constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
   constexpr double kInfinity = std::numeric_limits<double>::infinity();
   const RampLens lenses[] = {
-      Lens(F::Skimmer, 1, 2, 0),    Lens(F::Skimmer, 2, 1, 0),        Lens(F::Skimmer, 1, 1, 0),
-      Lens(F::Skimmer, 1, 2, -1),   Lens(F::Skimmer, 1, 2, -100),     Lens(F::Skimmer, 1, 2, kNaN),
-      Lens(F::Skimmer, kNaN, 2, 1), Lens(F::Skimmer, 1, kNaN, 1),     Lens(F::Skimmer, 1, kInfinity, 1),
-      Lens(F::Skimmer, 1, 2, 1e-9), Lens(F::Skimmer, 0, 2000000, 10), Lens(F::Skimmer, 2, 1, 1e-300),
+      Lens(F::Skimmer, 1, 2, 0),         Lens(F::Skimmer, 2, 1, 0),        Lens(F::Skimmer, 1, 1, 0),
+      Lens(F::Skimmer, 1, 2, -1),        Lens(F::Skimmer, 1, 2, -100),     Lens(F::Skimmer, 1, 2, kNaN),
+      Lens(F::Skimmer, kNaN, 2, 1),      Lens(F::Skimmer, 1, kNaN, 1),     Lens(F::Skimmer, 1, kInfinity, 1),
+      Lens(F::Skimmer, 1, 2, 1e-9),      Lens(F::Skimmer, 0, 2000000, 10), Lens(F::Skimmer, 2, 1, 1e-300),
+      Lens(F::Skimmer, 1, 2, kInfinity), Lens(F::Skimmer, 1, 1, -1),       Lens(F::Skimmer, 1, 2, -1e17),
   };
   for (const RampLens& lens : lenses) {
     ExpectRefused(Ramp({lens}), L"Skimmer" + text);

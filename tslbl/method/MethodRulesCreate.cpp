@@ -2,10 +2,10 @@
 
 #include <tslbl/closed/common/Message.h>
 #include <tslbl/closed/common/Text.h>
-#include <tslbl/closed/common/Truncate.h>
 #include <tslbl/method/MethodRules.h>
 #include <tslbl/tune/FieldTable.h>
 #include <tslbl/tune/ramp/RampStep.h>
+#include <tslbl/tune/rules/RampNumbers.h>
 #include <algorithm>
 #include <cmath>
 #include <type_traits>
@@ -19,15 +19,14 @@ constexpr std::size_t kMostLenses = 2;
 constexpr std::uint32_t kMostValues = 200000;
 constexpr std::uint32_t kInitSettleDelay = 2000;  // microseconds, enough for a step of any lens
 
-// A whole number is cut off, as everywhere where a ramp is stored.
 template <class T>
 T ValueAs(double value) {
   if constexpr (std::is_same_v<T, double>) {
     return value;
   } else if constexpr (std::is_same_v<T, std::int32_t>) {
-    return Truncate<std::int32_t>(value);
+    return WholeOfRamp(value);
   } else {
-    return static_cast<T>(Truncate<std::uint32_t>(value));
+    return static_cast<T>(UnsignedOfRamp(value));
   }
 }
 
@@ -57,12 +56,13 @@ class Walk {
   Walk(const RampLens& lens, Probes::ProbeTypes probe) : lens_(lens), falls_(lens.Start > lens.End) {
     const Limits limits = FieldLimits().QLimits(probe, static_cast<int>(lens.Field));
     limit_ = falls_ ? limits.Min : limits.Max;
+    if (!(lens.Step > 0.0 && std::isfinite(lens.Step))) return;
     count_ = std::floor(std::abs(lens.End - lens.Start) / lens.Step + 1.0);
     const double last = At(count_ - 1.0);
     if (falls_ ? last > lens.End : last < lens.End) ++count_;
   }
 
-  // Not a number, or below 1, for a step that leads nowhere.
+  // Below 1 for a step that leads nowhere, and not a number between ends that are none.
   double Count() const { return count_; }
   void Write(std::uint32_t step, Tune& tune) const {
     const double value = falls_ ? std::max(At(step), limit_) : std::min(At(step), limit_);

@@ -1,13 +1,12 @@
 // The Q1 step calibration of a tune, by calibrant and by field.
 
 #include <tslbl/closed/common/Message.h>
-#include <tslbl/closed/common/Truncate.h>
 #include <tslbl/tune/FieldTable.h>
 #include <tslbl/tune/rules/DevTuneRules.h>
+#include <tslbl/tune/rules/RampNumbers.h>
 #include <algorithm>
 #include <cmath>
 #include <iterator>
-#include <limits>
 #include <variant>
 
 namespace TslBL {
@@ -18,15 +17,6 @@ using ErrTypes = DevTuneRules::ErrTypes;
 bool IsSameMZ(double a, double b) { return std::abs(a - b) <= 1e-6; }
 
 std::wstring NameOfMZ(double mz) { return FillText(L"MZ %.2f", mz); }
-
-// A ramp without a result, or below zero where nothing is, must be refused by the limits:
-// no such number may turn into a good one.
-std::int32_t Whole(double value) {
-  return std::isnan(value) ? std::numeric_limits<std::int32_t>::min() : Truncate<std::int32_t>(value);
-}
-std::uint32_t Unsigned(double value) {
-  return value > -1.0 ? Truncate<std::uint32_t>(value) : std::numeric_limits<std::uint32_t>::max();
-}
 
 // A field's writer takes a ramp's result, and its own type of it. A lens keeps its type: one
 // that follows m/z has a single value that nothing uses.
@@ -40,8 +30,10 @@ struct WriteRamped {
   double value;
 
   ErrTypes operator()(ErrTypes (R::*write)(double)) const { return (rules.*write)(value); }
-  ErrTypes operator()(ErrTypes (R::*write)(std::int32_t)) const { return (rules.*write)(Whole(value)); }
-  ErrTypes operator()(ErrTypes (R::*write)(std::uint32_t)) const { return (rules.*write)(Unsigned(value)); }
+  ErrTypes operator()(ErrTypes (R::*write)(std::int32_t)) const { return (rules.*write)(WholeOfRamp(value)); }
+  ErrTypes operator()(ErrTypes (R::*write)(std::uint32_t)) const {
+    return (rules.*write)(UnsignedOfRamp(value));
+  }
   ErrTypes operator()(ErrTypes (R::*write)(const IOPoint&)) const {
     IOPoint lens = rules.ControlData.*FindField(field)->Lens();
     lens.Single = value;
