@@ -69,8 +69,8 @@ void CheckDDInfos(const std::string& file, const pugi::xml_node& runs) {
 std::string IdsOnly(std::string text) {
   std::ranges::replace_if(
       text, [](char c) { return c == '\t' || c == '\r' || c == '\n'; }, ' ');
-  const auto [first, last] = std::ranges::unique(text, [](char a, char b) { return a == ' ' && b == ' '; });
-  text.erase(first, last);
+  const auto end = std::unique(text.begin(), text.end(), [](char a, char b) { return a == ' ' && b == ' '; });
+  text.erase(end, text.end());
   return text;
 }
 
