@@ -49,6 +49,7 @@ void AddValve(TslBL::DiverterValveMethod program, Contents& contents) {
 
 std::string ShownChain(const std::vector<TslBL::CurveEval>& chain) {
   std::vector<std::string> commands;
+  commands.reserve(chain.size());
   for (const TslBL::CurveEval& eval : chain) commands.push_back(ToUtf8(eval.TypeText()));
   return commands.empty() ? "none" : fmt::format("{}", fmt::join(commands, " > "));
 }
@@ -140,7 +141,7 @@ std::vector<std::string> MethodDifferences(const Method& a, const Method& b) {
   for (const auto& [place, tune] : inA.tunes) {
     const auto twin = twins.find(place);
     if (twin == twins.end()) continue;
-    for (const std::string& line : TuneDifferences(*tune, *twin->second)) lines.push_back(place + "." + line);
+    for (const std::string& line : TuneDifferences(*tune, *twin->second)) lines.push_back(fmt::format("{}.{}", place, line));
   }
   return lines;
 }

@@ -22,7 +22,6 @@ namespace {
 using TslBL::DDInfo;
 using TslBL::MethodRules;
 using TslBL::Tune;
-using TslBL::TuneRun;
 using TslCommon::ToUtf8;
 
 std::string Delay(double seconds) { return seconds > 0.0 ? ShownSeconds(seconds) : "-"; }
