@@ -141,7 +141,8 @@ std::vector<std::string> MethodDifferences(const Method& a, const Method& b) {
   for (const auto& [place, tune] : inA.tunes) {
     const auto twin = twins.find(place);
     if (twin == twins.end()) continue;
-    for (const std::string& line : TuneDifferences(*tune, *twin->second)) lines.push_back(fmt::format("{}.{}", place, line));
+    for (const std::string& line : TuneDifferences(*tune, *twin->second))
+      lines.push_back(fmt::format("{}.{}", place, line));
   }
   return lines;
 }
