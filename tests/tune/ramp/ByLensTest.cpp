@@ -4,13 +4,14 @@
 
 #include <cmath>
 #include <limits>
+#include <vector>
 
 namespace {
 
 using namespace TslBL;
 using Values = std::map<double, double>;
 
-ByLensFct LensAt(std::initializer_list<double> mzs) {
+ByLensFct LensAt(const std::vector<double>& mzs) {
   ByLens lens{.Field = TuneField::Skimmer, .Values = {}};
   for (const double mz : mzs) lens.Values[mz] = 10.0 * mz;
   return ByLensFct(lens);
@@ -39,7 +40,7 @@ TEST(ByLensFct, ReplacesAPointOfItsMZ) {
 }
 
 TEST(ByLensFct, RemovesPointsNearby) {
-  const std::tuple<std::initializer_list<double>, List, const char*> kCases[] = {
+  const std::tuple<List, List, const char*> kCases[] = {
       {{497.0, 503.5, 504.5}, {504.5}, "from 3 below to 4 above"},
       {{497.0, 504.0}, {}, "both ends included"},
       {{503.5}, {503.5}, "one more than 3 above stays alone"},
@@ -56,11 +57,11 @@ TEST(ByLensFct, RemovesPointsNearby) {
 }
 
 TEST(ByLensFct, RemovesTheFirstPointAboveAWholeMass) {
-  const std::pair<std::initializer_list<double>, List> kCases[] = {{{100.0, 100.4}, {100.0}},
-                                                                   {{100.0}, {100.0}},
-                                                                   {{100.4, 100.6}, {100.6}},
-                                                                   {{99.9, 101.0}, {99.9, 101.0}},
-                                                                   {{}, {}}};
+  const std::pair<List, List> kCases[] = {{{100.0, 100.4}, {100.0}},
+                                          {{100.0}, {100.0}},
+                                          {{100.4, 100.6}, {100.6}},
+                                          {{99.9, 101.0}, {99.9, 101.0}},
+                                          {{}, {}}};
   for (const auto& [before, after] : kCases) {
     ByLensFct lens = LensAt(before);
     lens.RemoveNominalMass(100);
