@@ -2,34 +2,22 @@
 
 #include <tool/commands/method/MethodCommands.h>
 #include <tool/commands/method/MethodStore.h>
-#include <tool/commands/tune/FormOption.h>
-#include <tool/frame/Output.h>
-#include <tool/frame/UsageError.h>
+#include <tool/commands/tune/ConvertOptions.h>
 #include <memory>
 
 namespace TslTool {
 namespace {
 
-struct ConvertArguments {
-  std::string input;
-  std::string output;
-  std::string to;
-};
-
-int RunConvert(const ConvertArguments& arguments) {
-  if (arguments.input.empty()) throw UsageError("FILE is missing");
-  if (arguments.output.empty()) throw UsageError("--output is missing");
-  if (SameFile(arguments.input, arguments.output))
-    throw UsageError("--output: " + arguments.output + " is the method to be converted");
-  SaveMethod(LoadMethodWithWarning(arguments.input).method, FormFor(arguments.to, arguments.output),
-             arguments.output);
+int RunConvert(const ConvertOptions& arguments) {
+  arguments.Require();
+  SaveMethod(LoadMethodWithWarning(arguments.Input()).method, arguments.Form(), arguments.Output());
   return kDone;
 }
 
 }  // namespace
 
 Command MethodConvertCommand() {
-  auto arguments = std::make_shared<ConvertArguments>();
+  auto arguments = std::make_shared<ConvertOptions>("method");
   return {
       .name = "convert",
       .summary = "Turns a method into a document or a binary file",
@@ -40,12 +28,7 @@ Command MethodConvertCommand() {
           "Examples:\n"
           "  tslbl method convert old.method --output method.xml\n"
           "  tslbl method convert method.xml --output method.bin --to binary\n",
-      .declare =
-          [arguments](Options& options) {
-            options.Value("FILE", arguments->input, "The method to convert");
-            options.Value("-o,--output FILE", arguments->output, "Where it goes");
-            DeclareForm(options, arguments->to);
-          },
+      .declare = [arguments](Options& options) { arguments->Declare(options); },
       .run = [arguments](const Options&) { return RunConvert(*arguments); }};
 }
 

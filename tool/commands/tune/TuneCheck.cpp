@@ -1,40 +1,12 @@
 // tslbl tune check: what the rules find in tunes.
 
-#include <fmt/format.h>
-
+#include <tool/commands/tune/CheckFiles.h>
 #include <tool/commands/tune/TuneCommands.h>
 #include <tool/commands/tune/TuneFaults.h>
 #include <tool/commands/tune/TuneStore.h>
-#include <tool/frame/InputError.h>
-#include <tool/frame/UsageError.h>
-#include <tool/frame/Warning.h>
-#include <algorithm>
 #include <memory>
 
 namespace TslTool {
-namespace {
-
-// A file that cannot be read does not keep the others from being checked, and weighs more than
-// what is found in them.
-int RunCheck(const std::vector<std::string>& files) {
-  if (files.empty()) throw UsageError("FILE is missing");
-  int status = kDone;
-  for (const std::string& file : files) {
-    try {
-      for (const std::string& fault : TuneFaults(Load(file))) {
-        Print(fmt::format("{}: {}\n", file, fault));
-        status = std::max(status, kFailed);
-      }
-    } catch (const InputError& e) {
-      Tell(e.what());
-      status = kNotRead;
-    }
-  }
-  return status;
-}
-
-}  // namespace
-
 Command TuneCheckCommand() {
   auto files = std::make_shared<std::vector<std::string>>();
   return {.name = "check",
@@ -47,7 +19,10 @@ Command TuneCheckCommand() {
               "and gases of an APCI source.\n\n"
               "Example:\n  tslbl tune check *.xml\n",
           .declare = [files](Options& options) { options.Values("FILE", *files, "Tunes"); },
-          .run = [files](const Options&) { return RunCheck(*files); }};
+          .run =
+              [files](const Options&) {
+                return CheckFiles(*files, [](const std::string& file) { return TuneFaults(Load(file)); });
+              }};
 }
 
 }  // namespace TslTool

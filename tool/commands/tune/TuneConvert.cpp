@@ -1,34 +1,23 @@
 // tslbl tune convert: a tune in another form.
 
-#include <tool/commands/tune/FormOption.h>
+#include <tool/commands/tune/ConvertOptions.h>
 #include <tool/commands/tune/TuneCommands.h>
 #include <tool/commands/tune/TuneStore.h>
-#include <tool/frame/Output.h>
-#include <tool/frame/UsageError.h>
 #include <memory>
 
 namespace TslTool {
 namespace {
 
-struct ConvertArguments {
-  std::string input;
-  std::string output;
-  std::string to;
-};
-
-int RunConvert(const ConvertArguments& arguments) {
-  if (arguments.input.empty()) throw UsageError("FILE is missing");
-  if (arguments.output.empty()) throw UsageError("--output is missing");
-  if (SameFile(arguments.input, arguments.output))
-    throw UsageError("--output: " + arguments.output + " is the tune to be converted");
-  Save(Load(arguments.input), FormFor(arguments.to, arguments.output), arguments.output);
+int RunConvert(const ConvertOptions& arguments) {
+  arguments.Require();
+  Save(Load(arguments.Input()), arguments.Form(), arguments.Output());
   return kDone;
 }
 
 }  // namespace
 
 Command TuneConvertCommand() {
-  auto arguments = std::make_shared<ConvertArguments>();
+  auto arguments = std::make_shared<ConvertOptions>("tune");
   return {.name = "convert",
           .summary = "Turns a tune into a document or a binary file",
           .examples =
@@ -37,12 +26,7 @@ Command TuneConvertCommand() {
               "Examples:\n"
               "  tslbl tune convert old.tune --output tune.xml\n"
               "  tslbl tune convert tune.xml --output tune.bin --to binary\n",
-          .declare =
-              [arguments](Options& options) {
-                options.Value("FILE", arguments->input, "The tune to convert");
-                options.Value("-o,--output FILE", arguments->output, "Where it goes");
-                DeclareForm(options, arguments->to);
-              },
+          .declare = [arguments](Options& options) { arguments->Declare(options); },
           .run = [arguments](const Options&) { return RunConvert(*arguments); }};
 }
 

@@ -1,5 +1,5 @@
-// Tests: FormOption.cpp, TuneCheck.cpp, TuneConvert.cpp, TuneDiff.cpp, TuneNew.cpp, TuneSet.cpp,
-// TuneShow.cpp, TuneStore.cpp, tool/frame/FileLock.cpp.
+// Tests: CheckFiles.cpp, ConvertOptions.cpp, FormOption.cpp, TuneCheck.cpp, TuneConvert.cpp, TuneDiff.cpp,
+// TuneNew.cpp, TuneSet.cpp, TuneShow.cpp, TuneStore.cpp, tool/frame/FileLock.cpp.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
