@@ -214,6 +214,15 @@ TEST_F(TunePairs, ReplaceATuneOfTheirId) {
   EXPECT_EQ(Loaded(Added(7, Tune()), {{7, SampleTune()}}), (std::map<std::uint32_t, Tune>{{7, Tune()}}));
 }
 
+TEST_F(TunePairs, WithoutATuneAreRefused) {
+  std::map<std::uint32_t, Tune> tunes = {{7, SampleTune()}};
+  const std::map<std::uint32_t, Tune> before = tunes;
+  XMLParser parser;
+  ASSERT_TRUE(parser.LoadText(L"<TunePair Id=\"7\" />"));
+  EXPECT_THROW(LoadTune(parser, tunes), XMLResultException);
+  EXPECT_EQ(tunes, before);
+}
+
 TEST_F(TunePairs, HaveTheId0WithoutOne) {
   EXPECT_TRUE(Loaded(L"<TunePair><Tune /></TunePair>").contains(0));
   EXPECT_TRUE(Loaded(L"<TunePair Id=\"x\"><Tune /></TunePair>").contains(0));

@@ -42,7 +42,8 @@ struct TSLBL_API Method : Record<Method> {
 TSLBL_API void Describe(Archive& ar, Method& method);
 
 // One element "TunePair", its id as the attribute "Id", with the tune in it. Reading puts the tune
-// under its id in the map, 0 without one, and changes nothing where no such element follows.
+// under its id in the map, 0 without one, and changes nothing where no such element follows; it throws
+// XMLResultException, the map as it was, for one without a tune.
 TSLBL_API void AddTune(XMLBuilder& builder, const std::pair<const std::uint32_t, Tune>& tune);
 TSLBL_API void LoadTune(XMLParser& parser, std::map<std::uint32_t, Tune>& tunes);
 

@@ -92,6 +92,15 @@ TEST(IsotopePattern, WithoutThresholdsIsTheFullProduct) {
   }
 }
 
+// The full product of a million Da has 155 000 places.
+TEST(IsotopePattern, WithoutThresholdsEndsWhereASumOfDoublesTellsNothing) {
+  const IsotopePattern pattern = MakeIsotopePattern(ScaleToMass(ParseFormula(kAveragine), 1e6), {0, 0});
+  const double top = pattern.probability[pattern.Top()];
+  EXPECT_LT(pattern.probability.front(), 1e-25 * top);
+  EXPECT_LT(pattern.probability.back(), 1e-25 * top);
+  EXPECT_LT(pattern.probability.size(), 1000U);
+}
+
 TEST(IsotopePattern, SumsToOne) {
   for (const double mass : {20.0, 500.0, 2000.0, 20000.0, 60000.0}) {
     const IsotopePattern pattern = AveragineAt(mass);

@@ -11,7 +11,8 @@ namespace TslMath {
 
 namespace {
 
-constexpr double kOnTheWay = 1e-3;  // of the molecule threshold
+constexpr double kOnTheWay = 1e-3;        // of the molecule threshold
+constexpr double kLeastOnTheWay = 1e-30;  // far below what a sum of doubles near 1 can tell
 constexpr double kBinOfLogMass = 0.004;
 
 // Mean masses stand relative to the main isotopes: small numbers, which lose nothing in large molecules.
@@ -101,7 +102,7 @@ double IsotopePattern::Mean() const {
 }
 
 IsotopePattern MakeIsotopePattern(const Composition& composition, const IsotopeThresholds& thresholds) {
-  const double limit = thresholds.molecule * kOnTheWay;
+  const double limit = std::max(thresholds.molecule * kOnTheWay, kLeastOnTheWay);
   Distribution molecule;
   for (std::size_t i = 0; i < composition.counts.size(); ++i) {
     if (composition.counts[i] <= 0) continue;

@@ -36,8 +36,8 @@ struct TSLBL_API IsotopePattern {
 //   atom      isotopes rarer than this are left out and the element's others renormalised; the
 //             most abundant isotope always stays.
 //   molecule  leading and trailing places less probable than this are left out at the end, and
-//             those less probable than a thousandth of it on the way; the most probable place
-//             always stays, and nothing inside goes.
+//             those less probable than a thousandth of it, or than 1e-30, on the way; the most
+//             probable place always stays, and nothing inside goes.
 //
 // With 1e-6 each, probabilities above 1e-3 are within 1e-5 (relative) and masses within 1e-7 Da of the full
 // pattern.
@@ -46,8 +46,8 @@ struct IsotopeThresholds {
   double molecule = 1e-6;
 };
 
-// Cost: microseconds up to 60 kDa with the thresholds above. The empty composition gives one place of
-// offset 0.
+// Cost: microseconds up to 60 kDa with the thresholds above, linear in the mass. The empty composition gives
+// one place of offset 0.
 TSLBL_API IsotopePattern MakeIsotopePattern(const Composition& composition,
                                             const IsotopeThresholds& thresholds = {});
 

@@ -27,9 +27,24 @@ TEST(VisiblePatterns, HoldWhatIsAHundredthOfTheTop) {
   }
 }
 
+TEST(VisiblePatterns, AreTheSameWithoutAThresholdOfTheMolecule) {
+  const Composition unit = ParseFormula("C117 H184 N32 O35 S1");
+  VisiblePatterns all(unit, {1e-6, 0});
+  VisiblePatterns most(unit, {1e-6, 1e-6});
+  for (const double mass : {300.0, 20000.0, 1e6}) {
+    const VisiblePattern& expected = all.At(std::log(mass));
+    const VisiblePattern& pattern = most.At(std::log(mass));
+    EXPECT_EQ(pattern.firstIsotope, expected.firstIsotope) << mass;
+    ASSERT_EQ(pattern.Size(), expected.Size()) << mass;
+    for (std::size_t i = 0; i < pattern.Size(); ++i)
+      EXPECT_NEAR(pattern.probability[i], expected.probability[i], 1e-4 * expected.probability[i]) << mass;
+  }
+}
+
 TEST(VisiblePatterns, ServeMassesBeyondTheirRange) {
   VisiblePatterns patterns(ParseFormula("C117 H184 N32 O35 S1"), {});
   EXPECT_EQ(&patterns.At(-50), &patterns.At(std::log(50.0)));
+  EXPECT_EQ(&patterns.At(50), &patterns.At(std::log(1e6)));
   EXPECT_GE(patterns.At(std::log(1.0)).Size(), 1U);
 }
 

@@ -8,8 +8,9 @@ namespace {
 
 constexpr double kBin = 0.004;                       // of the logarithm
 constexpr double kLeastLogMass = 3.912023005428146;  // of 50 Da
-constexpr double kMostLogMass = 16.118095650958319;  // of 10 000 000 Da
+constexpr double kMostLogMass = 13.815510557964274;  // of 1 000 000 Da
 constexpr double kLeastSeenOfTop = 0.01;
+constexpr double kLeastOfMolecule = 1e-9;  // rarer places change no place that is seen
 
 VisiblePattern Seen(const IsotopePattern& full) {
   const std::size_t top = full.Top();
@@ -29,7 +30,7 @@ VisiblePattern Seen(const IsotopePattern& full) {
 }  // namespace
 
 VisiblePatterns::VisiblePatterns(const Composition& unit, const IsotopeThresholds& thresholds)
-    : full_(unit, thresholds),
+    : full_(unit, {thresholds.atom, std::max(thresholds.molecule, kLeastOfMolecule)}),
       visible_(static_cast<std::size_t>((kMostLogMass - kLeastLogMass) / kBin) + 1) {}
 
 const VisiblePattern& VisiblePatterns::At(double logMass) {

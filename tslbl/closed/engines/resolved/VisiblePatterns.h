@@ -23,7 +23,7 @@ class VisiblePatterns {
  public:
   VisiblePatterns(const Composition& unit, const IsotopeThresholds& thresholds);
 
-  // For 50 to 10 000 000 Da, beyond which the last ones serve.
+  // For 50 to 1 000 000 Da, beyond which the last ones serve.
   const VisiblePattern& At(double logMass);
 
  private:
