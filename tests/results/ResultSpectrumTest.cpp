@@ -212,3 +212,23 @@ TEST(FormatPartialCentroid, WritesNothingWherePeaksCannotBeFound) {
   Spectrum empty;
   EXPECT_EQ(PeaksOf(empty), L"");
 }
+
+TEST(FormatPartialCentroid, WritesTheOldTableOfAFrozenSpectrum) {
+  const auto spectrum = Created(RawWithPeaks());
+  const std::wstring found = PeaksOf(*spectrum);
+  ASSERT_EQ(spectrum->peaks.size(), 2U);
+  spectrum->peaks.pop_back();
+  spectrum->status |= Spectrum::STATUS_OPD;
+  const std::wstring written = PeaksOf(*spectrum);
+  EXPECT_EQ(spectrum->peaks.size(), 1U);
+  XMLBuilder expected;
+  AddCurvePeaks(*spectrum, expected);
+  EXPECT_EQ(written, expected.QXML());
+  EXPECT_NE(written, found);
+}
+
+TEST(FormatPartialCentroid, WritesNothingOfAFrozenSpectrumWithoutATable) {
+  const auto spectrum = Created(RawWithPeaks());
+  spectrum->status |= Spectrum::STATUS_CSDECON;
+  EXPECT_EQ(PeaksOf(*spectrum), L"");
+}

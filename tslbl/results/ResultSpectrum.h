@@ -16,13 +16,15 @@ struct Tune;
 // m/z by the tune's own calibration, and `writeCentroid` the peaks, found with the parameters of a new
 // spectrum; the amplitudes are the counts as they are. With neither the calibration is not looked at.
 //
-// Throws what CreateSpectrum does; "RawSpec" is then still open.
+// Throws what CreateSpectrum and the detection of peaks do; "RawSpec" is then still open.
 TSLBL_API void AddRawSpectrum(XMLBuilder& builder, std::uint32_t tuneId, const Tune& tune,
                               const RawSpectrum& raw, bool writeProfile, bool writeCentroid);
 
-// Finds the peaks with the parameters that the spectrum holds, running baseline and noise first if they have
-// not run, and writes them as AddCurvePeaks does: an empty "Peaks" where there are none. Where peaks cannot
-// be found, as on a spectrum without points, nothing is written.
+// Finds the peaks with the parameters that the spectrum holds and writes its table of peaks as AddCurvePeaks
+// does: an empty "Peaks" where there are none. Baseline and noise, and the threshold where it is in use, run
+// first if they have not run. Where the detection fails, the table that the spectrum has stays and is
+// written: the old one of a frozen spectrum (STATUS_FROZEN), and nothing without STATUS_PEAKS, as of no
+// points. Throws what the detection does, before anything is written.
 TSLBL_API void FormatPartialCentroid(Spectrum& spectrum, XMLBuilder& builder);
 
 }  // namespace TslBL

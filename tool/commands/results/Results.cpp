@@ -11,6 +11,7 @@
 #include <tool/commands/peaks/RefuseNothing.h>
 #include <tool/commands/peaks/SharedOptions.h>
 #include <tool/commands/results/ResultWriter.h>
+#include <tool/commands/results/RunGrowth.h>
 #include <tool/commands/results/RunSections.h>
 #include <tool/frame/InputError.h>
 #include <tool/frame/Progress.h>
@@ -86,6 +87,7 @@ std::vector<std::string> RangesOfDocument(const CurveChoice& choice, std::vector
 // What stands before the spectra, and what is to be said of it.
 struct RunPart {
   std::string sections;
+  RunGrowth growth;
   std::vector<std::string> notes;
   std::vector<std::string> warnings;
 };
@@ -104,10 +106,10 @@ MeasuredCurves CurvesOf(const ChromArguments& arguments) {
 }
 
 RunPart DescribeRun(const ResultArguments& arguments) {
-  RunPart part;
-  part.sections = RunSection(arguments.peaks.input);
+  const std::string& input = arguments.peaks.input;
+  RunPart part{RunSection(input), RunGrowth(input), {}, {}};
   ChromArguments curves;
-  curves.input = arguments.peaks.input;
+  curves.input = input;
   curves.ranges = RangesOfDocument({arguments.ranges, arguments.definitions}, part.notes);
   curves.definitions = arguments.definitions;
   curves.isMean = arguments.isMean;
@@ -157,6 +159,7 @@ void WriteResults(const ResultArguments& arguments, const Options& options) {
   }
   if (!arguments.peaks.quiet) Tell(name, run.notes);
   Warn(name, run.warnings);
+  Warn(name, run.growth.Warnings());
 }
 
 int RunResults(ResultArguments arguments, const Options& options) {
