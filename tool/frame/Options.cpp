@@ -3,6 +3,7 @@
 #include <fmt/ranges.h>
 
 #include <tool/frame/Numbers.h>
+#include <tslbl/closed/common/Text.h>
 #include <algorithm>
 #include <sstream>
 
@@ -76,7 +77,10 @@ void Options::Choice(const std::string& names, std::string& value, const std::ve
                      const std::string& help) {
   const std::string all = fmt::format("{}", fmt::join(choices, ", "));
   const auto parse = [choices, all](const std::string& name, const std::string& text) {
-    if (std::ranges::find(choices, text) != choices.end()) return text;
+    const auto found = std::ranges::find_if(choices, [&](const std::string& choice) {
+      return TslCommon::EqualsIgnoreCase(TslCommon::FromUtf8(choice), TslCommon::FromUtf8(text));
+    });
+    if (found != choices.end()) return *found;
     throw UsageError(name + ": \"" + text + "\" is not one of " + all);
   };
   AddValue(names, value, help + ": " + all + (value.empty() ? "" : " [" + value + "]"), parse);

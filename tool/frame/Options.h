@@ -45,6 +45,7 @@ class Options {
   void Value(const std::string& names, std::optional<std::uint32_t>& value, const std::string& help);
   void Value(const std::string& names, std::optional<std::uint64_t>& value, const std::string& help);
   // The help ends with the choices and, unless it is empty, what `value` is without the option.
+  // Letters count without their case; `value` is one of the choices as it stands there.
   void Choice(const std::string& names, std::string& value, const std::vector<std::string>& choices,
               const std::string& help);
 

@@ -46,6 +46,15 @@ TEST(Options, AChoiceListsWhatItMayBe) {
   EXPECT_EQ(options.List()[1].help, "A colour: red, green");
 }
 
+TEST(Options, AChoiceIsTakenInAnyCase) {
+  Options options;
+  std::string probe;
+  options.Choice("--probe P", probe, {"esi", "apci"}, "");
+  options.List().front().take({"APCI"});
+  EXPECT_EQ(probe, "apci");
+  EXPECT_THROW(options.List().front().take({"apc"}), UsageError);
+}
+
 TEST(Options, TakeSetsTheValueOrNamesTheOption) {
   Options options;
   std::optional<double> real;
