@@ -22,12 +22,14 @@ Command MethodConvertCommand() {
       .name = "convert",
       .summary = "Turns a method into a document or a binary file",
       .examples =
-          "The method stays as it is, older binary ones are made current. What a form does not keep is\n"
-          "shown: a document holds six digits of a number, a binary method one spectrum a run. A file that\n"
-          "is there already is replaced.\n\n"
+          "The method stays as it is, older binary ones are made current; of a run it is the method that\n"
+          "acquired it. What a form does not keep is shown: a document holds six digits of a number, a "
+          "binary\n"
+          "method one spectrum a run. A file that is there already is replaced.\n\n"
           "Examples:\n"
           "  tslbl method convert old.method --output method.xml\n"
-          "  tslbl method convert method.xml --output method.bin --to binary\n",
+          "  tslbl method convert method.xml --output method.bin --to binary\n"
+          "  tslbl method convert ramp.run --output ramp.xml\n",
       .declare = [arguments](Options& options) { arguments->Declare(options); },
       .run = [arguments](const Options&) { return RunConvert(*arguments); }};
 }

@@ -38,6 +38,7 @@ int RunSet(const SetArguments& arguments) {
   const std::vector<std::string> edits(arguments.words.begin() + 1, arguments.words.end());
   if (edits.empty()) throw UsageError("FIELD=VALUE is missing");
   const double switchTime = arguments.switchTime.Get();
+  RequireNoRun(file);
   const FileLock lock(file);
   const MethodFile loaded = LoadMethodWithWarning(file);
   MethodRules rules(switchTime, loaded.method);

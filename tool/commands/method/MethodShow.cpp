@@ -45,8 +45,11 @@ Command MethodShowCommand() {
       .summary = "Shows a method as a sheet or as a picture",
       .examples =
           "The sheet has the program over time, the time periods with the items of their sequences, the\n"
-          "valve, and what the rules find. The picture, an SVG file, has the time periods, one loop of each\n"
-          "with its scans over m/z, and the valve. Delays are shown as the rules work them out.\n\n"
+          "valve, and what the rules find; over time + and - are the polarity of a time period, m is both "
+          "in\n"
+          "turn, and the valve leads to S, the source, or W, waste. The picture, an SVG file, has the time\n"
+          "periods, one loop of each with its scans over m/z, and the valve. Delays are shown as the rules\n"
+          "work them out.\n\n"
           "Examples:\n"
           "  tslbl method show survey.xml\n"
           "  tslbl method show survey.xml --plot survey.svg\n",

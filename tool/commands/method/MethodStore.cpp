@@ -8,6 +8,8 @@
 #include <tool/frame/FileLock.h>
 #include <tool/frame/Output.h>
 #include <tool/frame/Warning.h>
+#include <tool/io/OpenScans.h>
+#include <tool/io/RunFile.h>
 #include <algorithm>
 #include <filesystem>
 #include <map>
@@ -32,14 +34,27 @@ std::vector<std::string> ByField(const std::vector<std::string>& differences) {
   return lines;
 }
 
+TslBL::Method MethodOfRun(const std::string& run) {
+  const RunReader reader(run);
+  if (!reader.AcquiredBy()) throw InputError(run, "", "is a run that holds no method");
+  return *reader.AcquiredBy();
+}
+
 }  // namespace
 
 MethodFile LoadMethodWithWarning(const std::string& file) {
+  if (IsDatabase(file)) return {MethodOfRun(file), RecordForm::Binary, {}};
   MethodFile loaded = LoadMethod(file);
   if (!loaded.missing.empty())
     Warn(fmt::format("{}: the document lacks {}, which count as 0 or empty", file,
                      fmt::join(loaded.missing, ", ")));
   return loaded;
+}
+
+void RequireNoRun(const std::string& file) {
+  if (IsDatabase(file))
+    throw InputError(file, "",
+                     "is a run, whose method stays as it was acquired; 'tslbl method convert' takes it out");
 }
 
 void SaveMethod(const TslBL::Method& method, RecordForm form, const std::string& file) {

@@ -7,8 +7,11 @@
 
 namespace TslTool {
 
-// As LoadMethod, with a warning of what the tunes of a document lack.
+// As LoadMethod, with a warning of what the tunes of a document lack. Of a run, the method that acquired it.
 MethodFile LoadMethodWithWarning(const std::string& file);
+
+// Throws InputError for a run, in which nothing is changed.
+void RequireNoRun(const std::string& file);
 
 // With a warning of what this form does not keep. Throws as Output does.
 void SaveMethod(const TslBL::Method& method, RecordForm form, const std::string& file);

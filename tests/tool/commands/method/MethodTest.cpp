@@ -277,6 +277,31 @@ TEST_F(MethodTest, ConvertKeepsTheMethod) {
   EXPECT_EQ(RunTool({"method", "convert", Path("m"), "--output", Path("m")}).status, 2);
 }
 
+TEST_F(MethodTest, OfARunIsTheOneThatAcquiredIt) {
+  ASSERT_EQ(RunTool({"simulate", "--method", Path("m"), "--output", Path("a.run")}).status, 0);
+  EXPECT_EQ(RunTool({"method", "show", Path("a.run")}).out, Shown());
+  ASSERT_EQ(RunTool({"method", "convert", Path("a.run"), "--output", Path("taken")}).status, 0);
+  EXPECT_EQ(ReadFile(Path("taken")), ReadFile(Path("m")));
+}
+
+TEST_F(MethodTest, OfARunIsNotChanged) {
+  ASSERT_EQ(RunTool({"simulate", "--method", Path("m"), "--output", Path("a.run")}).status, 0);
+  const std::string before = ReadFile(Path("a.run"));
+  const Outcome outcome = RunTool({"method", "set", Path("a.run"), "Desc=Other"});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(outcome.err,
+            "tslbl: " + Path("a.run") +
+                ": is a run, whose method stays as it was acquired; 'tslbl method convert' takes it out\n");
+  EXPECT_EQ(ReadFile(Path("a.run")), before);
+}
+
+TEST_F(MethodTest, OfARunWithoutOneIsRefused) {
+  ASSERT_EQ(RunTool({"simulate", "--scans", "1", "--output", Path("a.run")}).status, 0);
+  const Outcome outcome = RunTool({"method", "show", Path("a.run")});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(outcome.err, "tslbl: " + Path("a.run") + ": is a run that holds no method\n");
+}
+
 TEST_F(MethodTest, ShowDrawsAPicture) {
   Set({"P0.Item=esi", "P0/1.PolarityType=negative", "Period=esi", "Valve@5=waste"});
   const Outcome outcome = RunTool({"method", "show", Path("m"), "--plot", Path("p.svg")});
