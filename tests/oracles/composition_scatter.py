@@ -13,6 +13,7 @@ import numpy as np
 
 SCORE = pathlib.Path(__file__).resolve().parents[2] / "scripts/score-decon"
 SEQUENCES = 300
+LARGE_SEQUENCES = 3000
 AVERAGE = np.array([117, 184, 32, 35, 1])  # C, H, N, O, S
 LIGHTEST = np.array([12.0, 1.00782503207, 14.0030740048, 15.99491461956, 31.972071])
 
@@ -48,6 +49,14 @@ def main():
             differences.append((real - real[0] - average + average[0])[1:7])
         print(mass, "mean", np.round(1e3 * np.mean(differences, axis=0), 2), "deviation",
               np.round(1e3 * np.std(differences, axis=0), 2))
+    heavier = np.array([np.arange(len(share)) @ share for share, _ in score.ISOTOPES.values()])  # isotopes an atom
+    for mass in (5000, 10000, 14000, 20000, 29000):
+        off = []
+        for _ in range(LARGE_SEQUENCES):
+            real = random_sequence(score, random, mass)
+            off.append((real - AVERAGE * (real @ LIGHTEST) / (AVERAGE @ LIGHTEST)) @ heavier)
+        print(f"{mass} pattern off by {np.mean(off):+.3f}, deviation {np.std(off):.3f}, "
+              f"over root {np.std(off) / np.sqrt(mass):.5f}, more than half {np.mean(np.abs(off) > 0.5):.3f}")
 
 
 main()

@@ -1,9 +1,11 @@
 #include <tool/commands/decon/SeriesRows.h>
 
+#include <tool/commands/decon/CountErrors.h>
 #include <tool/commands/decon/MassErrors.h>
 #include <tool/commands/peaks/ReportedPeak.h>
 #include <tslbl/closed/common/Text.h>
 #include <algorithm>
+#include <cmath>
 #include <functional>
 #include <limits>
 
@@ -45,12 +47,13 @@ std::vector<SeriesRow> SeriesRows(const LoadedSpectrum& loaded) {
   const DeconSpectrum& spectrum = DeconvolvedOf(loaded);
   const std::vector<ReportedPeak> peaks = ReportedPeaks(loaded);
   const MassErrors errors(spectrum, peaks);
+  const std::vector<double> countErrors = CountErrors(spectrum, peaks);
   std::vector<SeriesRow> rows;
   rows.reserve(spectrum.Series.size());
   for (std::uint32_t i = 0; i < spectrum.Series.size(); ++i) {
     const CSSeriesInfo& series = spectrum.Series[i];
     if (series.Peaks.empty()) continue;
-    SeriesRow& row = rows.emplace_back(RowOf(spectrum, i, errors.Of(series)));
+    SeriesRow& row = rows.emplace_back(RowOf(spectrum, i, std::hypot(errors.Of(series), countErrors[i])));
     for (const CSSeriesPeakInfo& member : series.Peaks) {
       const double intensity = IntensityOf(spectrum, peaks.at(member.PeakId), loaded.isPeakList);
       row.peaks.push_back({member.Charge, std::size_t{member.PeakId} + 1, member.MZ, intensity});

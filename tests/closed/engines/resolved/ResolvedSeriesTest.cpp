@@ -1,4 +1,5 @@
-// Tests: ResolvedSeries.cpp, EnvelopeSearch.cpp, PatternMatch.cpp, SpeciesMaker.cpp, IsotopeList.cpp.
+// Tests: ResolvedSeries.cpp, EnvelopeSearch.cpp, PatternMatch.cpp, SpeciesMaker.cpp, IsotopeList.cpp,
+// JointAlignment.cpp.
 #include <tslbl/closed/engines/resolved/ResolvedSeries.h>
 
 #include <gtest/gtest.h>
@@ -100,6 +101,49 @@ TEST(FindAllSpecies, HasNoMonoisotopicPeakWhereNoneCanBeSeen) {
   ASSERT_EQ(species.size(), 1U);
   EXPECT_NEAR(species[0].monoMass, MonoMassAt(14000), 0.02);
   EXPECT_FALSE(species[0].states[0].MonoPeak());
+}
+
+ResolvedPrefs PrefsForProteins() {
+  ResolvedPrefs prefs = Prefs();
+  prefs.maxCharge = 20;
+  prefs.accuracy = 20;
+  return prefs;
+}
+
+// A protein whose pattern stands so many isotopes lower than that of the average molecule.
+std::vector<IonPeak> Lower(double isotopes, double mass, int charge, double area) {
+  std::vector<IonPeak> peaks = Pattern(mass, charge, area);
+  for (std::size_t k = 0; k + 1 < peaks.size(); ++k)
+    peaks[k].intensity = std::lerp(peaks[k].intensity, peaks[k + 1].intensity, isotopes);
+  return peaks;
+}
+
+std::vector<IonPeak> ThreeLower(double isotopes, double mass, double area) {
+  return Lower(isotopes, mass, 14, area) + Lower(isotopes, mass, 15, area) + Lower(isotopes, mass, 16, area);
+}
+
+TEST(FindAllSpecies, CountsIsotopesByAllCharges) {
+  const auto distorted = Lower(0.9, 14000, 17, 2e5);
+  const auto alone = FindAllSpecies(distorted, PrefsForProteins());
+  ASSERT_EQ(alone.size(), 1U);
+  EXPECT_NEAR(alone[0].monoMass, MonoMassAt(14000) - 1.00235, 0.02);
+  const auto species = FindAllSpecies(distorted + ThreeLower(0, 14000, 1e5), PrefsForProteins());
+  ASSERT_EQ(species.size(), 1U);
+  EXPECT_EQ(Charges(species[0]), (std::vector<int>{14, 15, 16, 17}));
+  EXPECT_NEAR(species[0].monoMass, MonoMassAt(14000), 0.02);
+}
+
+// The methylated form alone stands nearer to the next isotope.
+TEST(FindAllSpecies, CountsFormsOfOneProteinAlike) {
+  const double mass = MonoMassAt(14000) + 14.01565;
+  const auto form = ThreeLower(0.6, mass, 3e5);
+  const auto alone = FindAllSpecies(form, PrefsForProteins());
+  ASSERT_EQ(alone.size(), 1U);
+  EXPECT_NEAR(alone[0].monoMass, MonoMassAt(mass) - 1.00235, 0.02);
+  const auto both = FindAllSpecies(ThreeLower(0.4, 14000, 1e6) + form, PrefsForProteins());
+  ASSERT_EQ(both.size(), 2U);
+  EXPECT_NEAR(both[0].monoMass, MonoMassAt(14000), 0.02);
+  EXPECT_NEAR(both[1].monoMass, MonoMassAt(mass), 0.02);
 }
 
 // ---- What each preference does
@@ -382,6 +426,36 @@ TEST(RecalculateSpecies, GivesNothingWithoutPeaksOrMass) {
   EXPECT_FALSE(RecalculateSpecies(peaks, Prefs(), 1500, {}));
   for (const double mass : {0.0, -5.0, kNaN, kInfinity, 1e300})
     EXPECT_FALSE(RecalculateSpecies(peaks, Prefs(), mass, members)) << mass;
+}
+
+// ---- How surely isotopes are counted
+
+double CountErrorOf(const std::vector<IonPeak>& peaks) {
+  const auto species = FindAllSpecies(peaks, PrefsForProteins());
+  const auto errors = CountErrors(peaks, PrefsForProteins(), species);
+  return errors.size() == species.size() && !errors.empty() ? errors[0] : kNaN;
+}
+
+TEST(CountErrors, AreNoneWhereTheFirstIsotopesAreSeen) { EXPECT_EQ(CountErrorOf(Pattern(1500, 2)), 0); }
+
+TEST(CountErrors, AreLargestWhereThePatternStandsBetweenTwoCounts) {
+  EXPECT_LT(CountErrorOf(ThreeLower(0, 14000, 1e5)), 0.01);
+  EXPECT_NEAR(CountErrorOf(ThreeLower(0.5, 14000, 1e5)), std::sqrt(0.5), 0.1);
+}
+
+TEST(CountErrors, GrowWithTheNoise) {
+  auto peaks = Pattern(14000, 16, 1e5);
+  const double noise = std::ranges::max_element(peaks, {}, &IonPeak::intensity)->intensity / 6;
+  for (IonPeak& peak : peaks) peak.signalToNoise = peak.intensity / noise;
+  EXPECT_GT(CountErrorOf(peaks), 0.1);
+}
+
+TEST(CountErrors, OfSpeciesThatTheListHasNotAreNone) {
+  Species none;
+  none.states.push_back({16, 14000, 0, 0, {{8, 99}}});
+  EXPECT_EQ(CountErrors(Pattern(1500, 1), Prefs(), std::vector{none, Species()}),
+            (std::vector<double>{0, 0}));
+  EXPECT_TRUE(CountErrors({}, Prefs(), {}).empty());
 }
 
 }  // namespace

@@ -68,6 +68,12 @@ std::size_t PatternMatch::StrongestNear(double mz, double reach, std::size_t fro
   return best;
 }
 
+std::optional<std::size_t> PatternMatch::PeakNear(double mz, std::int32_t charge) const {
+  const double reach = HalfWindow(mz, charge);
+  const std::size_t peak = StrongestNear(mz, reach, list_.FirstFrom(mz - reach), +1);
+  return peak == kNone ? std::nullopt : std::optional(peak);
+}
+
 // Whether a second isotope may be there at all; quicker than laying a pattern.
 bool PatternMatch::HasNeighbour(std::size_t anchor, std::int32_t charge) const {
   const double mz = list_[anchor].mz;

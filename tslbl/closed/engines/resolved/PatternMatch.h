@@ -50,6 +50,8 @@ class PatternMatch {
   double MassOf(std::size_t anchor, std::int32_t charge) const { return charge * list_[anchor].massAtOne; }
   const VisiblePattern& PatternOf(std::size_t anchor, std::int32_t charge);
   double HalfWindow(double mz, std::int32_t charge) const;
+  // The peak in this window that is strongest and nearest.
+  std::optional<std::size_t> PeakNear(double mz, std::int32_t charge) const;
 
  private:
   static constexpr std::size_t kNone = static_cast<std::size_t>(-1);

@@ -1,6 +1,7 @@
 #include <tslbl/closed/engines/resolved/ResolvedSeries.h>
 
 #include <tslbl/closed/engines/resolved/EnvelopeSearch.h>
+#include <tslbl/closed/engines/resolved/JointAlignment.h>
 #include <tslbl/closed/engines/resolved/SpeciesMaker.h>
 
 #include <algorithm>
@@ -133,6 +134,19 @@ Envelope StateAround(Workplace& work, std::size_t peak, std::int32_t charge, dou
   return Alone(work, peak, charge, mass, work.match.PatternOf(peak, charge));
 }
 
+// Its peaks that the list has.
+std::vector<Envelope> FamilyOf(const IsotopeList& list, const Species& species) {
+  std::vector<Envelope> family;
+  for (const IsotopeState& state : species.states) {
+    Envelope envelope{state.charge, state.monoMass, state.score, 0.0, {}};
+    for (const MatchedIsotope& isotope : state.isotopes)
+      if (const std::size_t place = list.PlaceOf(isotope.peak); place < list.Count())
+        envelope.peaks.push_back({isotope.isotope, place, 0.0});
+    if (!envelope.peaks.empty()) family.push_back(std::move(envelope));
+  }
+  return family;
+}
+
 }  // namespace
 
 std::optional<std::size_t> IsotopeState::MonoPeak() const {
@@ -175,6 +189,24 @@ std::optional<Species> RecalculateSpecies(std::span<const IonPeak> peaks, const 
   }
   if (family.empty()) return std::nullopt;
   return work.maker.Make(std::move(family));
+}
+
+std::vector<double> CountErrors(std::span<const IonPeak> peaks, const ResolvedPrefs& prefs,
+                                std::span<const Species> species) {
+  Workplace work(peaks, prefs);
+  std::vector<std::vector<Envelope>> families;
+  std::vector<std::size_t> owners;
+  for (std::size_t i = 0; i < species.size(); ++i) {
+    std::vector<Envelope> family = FamilyOf(work.list, species[i]);
+    if (family.empty()) continue;
+    families.push_back(std::move(family));
+    owners.push_back(i);
+  }
+  const std::vector<double> found =
+      JointAlignment(work.list, work.checked, work.match, work.remaining, families).Errors();
+  std::vector<double> errors(species.size(), 0.0);
+  for (std::size_t i = 0; i < found.size(); ++i) errors[owners[i]] = found[i];
+  return errors;
 }
 
 }  // namespace TslMath

@@ -1,5 +1,7 @@
 #include <tslbl/closed/engines/resolved/SpeciesMaker.h>
 
+#include <tslbl/closed/engines/resolved/JointAlignment.h>
+
 #include <algorithm>
 #include <cmath>
 #include <functional>
@@ -219,6 +221,7 @@ std::vector<Species> SpeciesMaker::Group(std::vector<Envelope> envelopes) {
   for (Family& family : families) Agree(family, others);
   std::ranges::move(others, std::back_inserter(families));
   JoinShifted(families);
+  if (JointAlignment(list_, prefs_, match_, remaining_, families).Align()) JoinShifted(families);
   std::vector<Species> all;
   all.reserve(families.size());
   for (Family& family : families) all.push_back(Make(std::move(family)));

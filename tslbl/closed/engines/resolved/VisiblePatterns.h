@@ -15,6 +15,7 @@ struct VisiblePattern {
   std::vector<double> probability;  // of each place
   std::vector<double> mass;         // Da more than the monoisotopic form has
 
+  std::int32_t TopIsotope() const { return firstIsotope + static_cast<std::int32_t>(top); }
   std::size_t Size() const { return probability.size(); }
 };
 
