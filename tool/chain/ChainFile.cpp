@@ -11,6 +11,7 @@
 #include <tslbl/closed/common/XMLParser.h>
 #include <cstdlib>
 #include <limits>
+#include <sstream>
 #include <string_view>
 
 namespace TslTool {
@@ -39,8 +40,19 @@ std::string WithoutNumbers(std::string place) {
   return place;
 }
 
-// Older names of a value are taken as their present ones, and the range of charge states is written by
-// another word than it is read by.
+// The range of charge states is written by another word than it is read by.
+void SpellRanges(pugi::xml_document& document) {
+  constexpr const char* kRanges = "/CurveEvals/CurveEval/ChargeState/Range[normalize-space(.)='true']";
+  for (const pugi::xpath_node& range : document.select_nodes(kRanges)) range.node().text().set("Full");
+}
+
+void Parse(const pugi::xml_document& document, TslCommon::XMLParser& parser) {
+  std::ostringstream text;
+  document.save(text, "", pugi::format_raw);
+  parser.LoadText(TslCommon::FromUtf8(text.str()));
+}
+
+// Older names of a value are taken as their present ones.
 bool IsOtherWord(const DocumentValue& value) {
   if (value.place.ends_with("/ChargeState/Range")) return value.written == "Full" && value.taken == "true";
   return value.written == "APB Morph" && value.taken == "Adaptive";
@@ -86,14 +98,27 @@ std::vector<TslBL::CurveEval> LoadChain(const std::string& file) {
   TslCommon::XMLParser parser;
   if (!parser.LoadFile(TslCommon::FromUtf8(file)))
     throw InputError(file, "", TslCommon::ToUtf8(parser.QLoadError()));
-  std::vector<TslBL::CurveEval> chain = ReadList(parser, file);
-
   pugi::xml_document written;
   pugi::xml_document taken;
   written.load_file(file.c_str());
+  SpellRanges(written);
+  Parse(written, parser);
+  std::vector<TslBL::CurveEval> chain = ReadList(parser, file);
   taken.load_string(ChainToXml(chain).c_str());
   CheckDocument(file, written.document_element(), taken.document_element(), Refuse);
   return chain;
+}
+
+TslBL::ChargeStateParams ChargeStatesOf(const TslBL::CurveEval& command) {
+  pugi::xml_document document;
+  document.load_string(ChainToXml({command}).c_str());
+  SpellRanges(document);
+  TslCommon::XMLParser parser;
+  Parse(document, parser);
+  int count = 0;
+  TslBL::ChargeStateParams params;
+  if (parser.StartList(kList, count) && parser.StartNode(L"CurveEval")) params.Serialize(parser);
+  return params;
 }
 
 }  // namespace TslTool

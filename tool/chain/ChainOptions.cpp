@@ -168,12 +168,16 @@ void DeclareOne(Options& options, const std::string& names, T& value, const std:
   options.Value(names, value, help);
 }
 
-// It needs a spectrum of its own kind, and its result has a table of its own.
-void RefuseChargeStates(const std::string& file, const std::vector<CurveEval>& chain) {
+bool EndsWithChargeStates(const std::vector<CurveEval>& chain) {
+  return !chain.empty() && chain.back().Type() == TslBL::EvalType::CSDecon;
+}
+
+void RefuseChargeStates(const std::string& file, const std::vector<CurveEval>& chain,
+                        const std::string& reason) {
   const auto found = std::ranges::find(chain, TslBL::EvalType::CSDecon, &CurveEval::Type);
   if (found != chain.end())
     throw InputError(file, fmt::format("command {}", found - chain.begin() + 1),
-                     "Charge State Deconvolution is done by tslbl decon, behind a chain without it");
+                     "Charge State Deconvolution " + reason);
 }
 
 }  // namespace
@@ -248,8 +252,18 @@ std::vector<CurveEval> ChainOptions::Chain(const Options& options, const ChainDe
   for (const Switch& each : Switches())
     if (options.Given(each.Name())) throw UsageError(each.Name() + " and --chain exclude each other");
   std::vector<CurveEval> chain = LoadChain(file_);
-  RefuseChargeStates(file_, chain);
+  if (takesChargeStates_ && EndsWithChargeStates(chain)) chain.pop_back();
+  // It needs a spectrum of its own kind, and its result has a table of its own.
+  RefuseChargeStates(file_, chain,
+                     takesChargeStates_ ? "must be the last command" : "is done by tslbl decon --chain");
   return chain;
+}
+
+std::optional<TslBL::ChargeStateParams> ChainOptions::ChargeStates() const {
+  if (file_.empty()) return std::nullopt;
+  const std::vector<CurveEval> chain = LoadChain(file_);
+  if (!EndsWithChargeStates(chain)) return std::nullopt;
+  return ChargeStatesOf(chain.back());
 }
 
 std::optional<RealRange> ChainOptions::NoiseStretch() const {

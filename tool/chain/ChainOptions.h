@@ -6,6 +6,7 @@
 #include <tool/chain/ChainPresets.h>
 #include <tool/frame/Numbers.h>
 #include <tool/frame/Options.h>
+#include <tslbl/chargestate/ChargeStateParams.h>
 #include <tslbl/curve/CurveEval.h>
 #include <tslbl/curve/PeakDetectParams.h>
 #include <cstdint>
@@ -20,9 +21,13 @@ class ChainOptions {
   explicit ChainOptions(ChainPresets presets = PresetsForSpectra());
 
   void Declare(Options& options);
+  // For a command that looks for charge states itself: the file's chain may end with that.
+  void TakeChargeStates() { takesChargeStates_ = true; }
   // The chain that the switches, or the file of --chain, ask for, with `defaults` where the user gives no
-  // number. Throws UsageError and InputError.
+  // number; without charge states. Throws UsageError and InputError.
   std::vector<TslBL::CurveEval> Chain(const Options& options, const ChainDefaults& defaults) const;
+  // What the file's chain ends with, if it is charge states. Throws InputError.
+  std::optional<TslBL::ChargeStateParams> ChargeStates() const;
   // Whether any number is left to the defaults.
   bool NeedsDefaults() const;
   // Whether the chain smooths, and a constant on all amplitudes changes nothing but their level: it has no
@@ -48,6 +53,7 @@ class ChainOptions {
 
   ChainPresets presets_;
   std::string file_;
+  bool takesChargeStates_ = false;
   bool aerosol_ = false;
   std::string smooth_ = "auto";
   std::string baseline_;

@@ -167,14 +167,30 @@ TEST(ChainFile, AnUnknownCommandIsNamedWithItsPlace) {
             "CurveEvals/CurveEval[2]@Type: \"PeakDetect\" is not a value for it");
 }
 
-TEST(ChainFile, ARangeOfChargeStatesIsFullOrFalse) {
+TEST(ChainFile, ARangeOfChargeStatesIsFullTrueOrFalse) {
   const auto withRange = [](const std::string& text) {
     return ErrorOf("<CurveEvals><CurveEval Type=\"Charge State Deconvolution\"><ChargeState><Range>" + text +
                    "</Range></ChargeState></CurveEval></CurveEvals>");
   };
   EXPECT_EQ(withRange("Full"), "");
   EXPECT_EQ(withRange("false"), "");
-  EXPECT_THAT(withRange("true"), HasSubstr("ChargeState/Range: \"true\" is not a value for it"));
+  EXPECT_EQ(withRange("true"), "");
+  EXPECT_THAT(withRange("TRUE"), HasSubstr("ChargeState/Range: \"TRUE\" is not a value for it"));
+}
+
+TEST(ChainFile, ChargeStatesThatTheLibraryWroteComeBackAsTheyWere) {
+  for (const bool isFull : {true, false}) {
+    TslBL::ChargeStateParams params;
+    params.FullRange = isFull;
+    params.StartMz = 700;
+    params.EndMz = 900;
+    params.MaxCSGaps = 2;
+    params.Resolved.MaxCS = 17;
+    const Chain chain = {CurveEval(TslBL::PeakDetectParams()), CurveEval(params)};
+    const Chain loaded = Load(ChainToXml(chain));
+    EXPECT_EQ(loaded, chain) << isFull;
+    EXPECT_EQ(TslTool::ChargeStatesOf(loaded.back()), params) << isFull;
+  }
 }
 
 TEST(ChainFile, WhatIsNoChainIsRefused) {

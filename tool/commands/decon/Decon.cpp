@@ -50,7 +50,7 @@ void Evaluate(const DeconArguments& arguments, const Options& options) {
   ScanEdits<SeriesEdit> edits(
       name, arguments.edits.empty() ? SeriesEditsByScan() : ReadSeriesEdits(arguments.edits),
       EditsOfOne(arguments), "--add-series and the like");
-  ChargeStates states(name, arguments.decon.Wishes(), edits);
+  ChargeStates states(name, arguments.decon.Wishes(options, arguments.peaks.chain.ChargeStates()), edits);
   EvaluateInput(arguments.peaks, options,
                 {.makeWriter = MakeDeconWriter,
                  .plot = DeconPlot,
@@ -65,7 +65,7 @@ void Evaluate(const DeconArguments& arguments, const Options& options) {
 
 int RunDecon(DeconArguments arguments, const Options& options) {
   RequireSoundValues(arguments.peaks);
-  arguments.decon.Wishes();  // refuses what is wrong before anything is read
+  arguments.decon.Wishes(options, {});  // refuses what is wrong before anything is read
   if (arguments.peaks.threads) UseThreads(*arguments.peaks.threads);
   arguments.peaks.input = PeaksInputPath(arguments.input, "tslbl decon");
   RequireSafeFiles(arguments.peaks);
@@ -95,6 +95,8 @@ constexpr const char* kExamples =
     "with the kind resolved or unresolved. Peaks are named by their m/z. They are made in this\n"
     "order; a file of --edits is followed line by line, with blanks in the place of colon and\n"
     "commas: 12 add-series unresolved 893.2 942.8\n\n"
+    "A file of --chain may end with the command Charge State Deconvolution. Its parameters hold as\n"
+    "they stand then, and the switches of charge states are refused.\n\n"
     "Columns:\n"
     "  series     label: R or U for resolved and unresolved, and a letter, A for the first\n"
     "  mass       neutral, Da; of a resolved molecule monoisotopic, of an unresolved one average\n"
@@ -124,6 +126,7 @@ void DeclareDecon(Options& options, DeconArguments& arguments) {
   options.Value("INPUT", arguments.input, "Run, mzML file or text with columns; - is standard input");
   peaks.scans.Declare(options);
   peaks.chain.Declare(options);
+  peaks.chain.TakeChargeStates();
   DeclareEvaluation(options, peaks);
   arguments.decon.Declare(options);
   DeclareEdits(options, arguments);

@@ -138,7 +138,22 @@ void DeconOptions::DeclareUnresolved(Options& options) {
       Default("How far a peak may lie off its place in an unresolved series, ppm of m/z", preset.MzAccuracy));
 }
 
-DeconWishes DeconOptions::Wishes() const {
+DeconWishes DeconOptions::Wishes(const Options& options,
+                                 const std::optional<ChargeStateParams>& ofChain) const {
+  if (!ofChain) return OfSwitches();
+  Options own;
+  DeconOptions().Declare(own);
+  for (const Option& each : own.List())
+    if (options.Given(each.names.front()))
+      throw UsageError(each.names.front() + " and a --chain with charge states exclude each other");
+  return {.params = *ofChain,
+          .hasAdduct = true,
+          .hasMaxCharge = true,
+          .hasIsotopeAccuracy = true,
+          .hasChargeAccuracy = true};
+}
+
+DeconWishes DeconOptions::OfSwitches() const {
   DeconWishes wishes;
   ChargeStateParams& params = wishes.params;
   SetMethod(params);

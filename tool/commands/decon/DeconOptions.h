@@ -25,10 +25,12 @@ struct DeconWishes {
 class DeconOptions {
  public:
   void Declare(Options& options);
-  // Throws UsageError.
-  DeconWishes Wishes() const;
+  // Those of a chain, if it has charge states; they exclude the switches, which are among `options`. Throws
+  // UsageError.
+  DeconWishes Wishes(const Options& options, const std::optional<TslBL::ChargeStateParams>& ofChain) const;
 
  private:
+  DeconWishes OfSwitches() const;
   void DeclareResolved(Options& options);
   void DeclareUnresolved(Options& options);
   void SetMethod(TslBL::ChargeStateParams& params) const;

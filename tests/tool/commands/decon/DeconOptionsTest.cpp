@@ -15,14 +15,17 @@ using TslTool::DeconWishes;
 
 using Given = std::vector<std::pair<std::string, std::vector<std::string>>>;
 
-DeconWishes WishesOf(const Given& given) {
+DeconWishes WishesOf(const Given& given, const std::optional<ChargeStateParams>& ofChain = {}) {
   TslTool::DeconOptions decon;
   TslTool::Options options;
   decon.Declare(options);
   for (const auto& [name, values] : given)
     for (TslTool::Option& option : options.List())
-      if (std::ranges::count(option.names, name) > 0) option.take(values);
-  return decon.Wishes();
+      if (std::ranges::count(option.names, name) > 0) {
+        option.take(values);
+        option.given = true;
+      }
+  return decon.Wishes(options, ofChain);
 }
 
 std::string Failure(const Given& given) {
@@ -47,6 +50,27 @@ TEST(DeconOptions, AreThePresetOfTheLibraryButForWhatSuitsAnySpectrum) {
   EXPECT_EQ(wishes.params, expected);
   EXPECT_FALSE(wishes.hasAdduct || wishes.hasMaxCharge || wishes.hasIsotopeAccuracy ||
                wishes.hasChargeAccuracy || wishes.mass);
+}
+
+TEST(DeconOptions, AreThoseOfAChainAsTheyStand) {
+  ChargeStateParams params;
+  params.MaxSpecies = 3;
+  const DeconWishes wishes = WishesOf({}, params);
+  EXPECT_EQ(wishes.params, params);
+  EXPECT_TRUE(wishes.hasAdduct && wishes.hasMaxCharge && wishes.hasIsotopeAccuracy &&
+              wishes.hasChargeAccuracy);
+}
+
+TEST(DeconOptions, ExcludeChargeStatesOfAChain) {
+  for (const auto& [name, value] :
+       {std::pair{"--mass", "5000-9000"}, {"--max-charge", "3"}, {"--min-charges", "4"}}) {
+    try {
+      WishesOf({{name, {value}}}, ChargeStateParams());
+      ADD_FAILURE() << name;
+    } catch (const TslTool::UsageError& e) {
+      EXPECT_EQ(e.what(), std::string(name) + " and a --chain with charge states exclude each other");
+    }
+  }
 }
 
 TEST(DeconOptions, SetEachParameter) {

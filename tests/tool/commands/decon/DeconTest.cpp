@@ -4,9 +4,11 @@
 #include <string>
 
 #include <tool/ToolRun.h>
+#include <tool/chain/ChainFile.h>
 #include <tool/commands/DemoRun.h>
 #include <tool/commands/decon/Proteins.h>
 #include <tool/plot/SvgReading.h>
+#include <tslbl/curve/PeakDetectParams.h>
 
 namespace tests {
 namespace {
@@ -70,6 +72,41 @@ TEST_F(Decon, ContinuesATableThatWasInterrupted) {
   ASSERT_EQ(On(DemoRun::Get().Run(), {"--format", "tsv", "--quiet", "--resume", "--output", resumed}).status,
             0);
   EXPECT_EQ(ReadFile(resumed), text);
+}
+
+// The library writes the whole range by a word that it reads as another one.
+TEST_F(Decon, TakesAChainThatTheLibraryWrote) {
+  TslBL::ChargeStateParams params;
+  params.Method = TslBL::ChargeStateParams::UnresolvedOnly;
+  params.MZAssign = TslBL::ChargeStateParams::Centroid;
+  params.PkIntensity = TslBL::ChargeStateParams::Area;
+  const std::string shown = RunTool({"peaks", file_.Path(), "--show-chain"}).out;
+  const TempFile peaks("peaks.xml", shown);
+  std::vector<TslBL::CurveEval> chain = TslTool::LoadChain(peaks.Path());
+  chain.emplace_back(params);
+  const TempFile written("chain.xml", TslTool::ChainToXml(chain));
+  const Outcome outcome = Run({"--format", "tsv", "--chain", written.Path()});
+  ASSERT_EQ(outcome.status, 0) << outcome.err;
+  EXPECT_EQ(outcome.out, Run({"--format", "tsv", "--chain", peaks.Path(), "--unresolved", "--mass",
+                              "1000-20000", "--max-species", "10"})
+                             .out);
+  EXPECT_EQ(RowsOf(outcome.out).size(), 2U);
+}
+
+TEST_F(Decon, RefusesSwitchesBesideAChainWithChargeStates) {
+  const TempFile written("chain.xml", TslTool::ChainToXml({TslBL::CurveEval(TslBL::ChargeStateParams())}));
+  const Outcome outcome = Run({"--chain", written.Path(), "--unresolved"});
+  EXPECT_EQ(outcome.status, 2);
+  EXPECT_THAT(outcome.err, HasSubstr("--unresolved and a --chain with charge states exclude each other"));
+}
+
+TEST_F(Decon, RefusesAChainThatGoesOnBehindChargeStates) {
+  const TempFile written("chain.xml", TslTool::ChainToXml({TslBL::CurveEval(TslBL::ChargeStateParams()),
+                                                           TslBL::CurveEval(TslBL::PeakDetectParams())}));
+  const Outcome outcome = Run({"--chain", written.Path()});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_THAT(outcome.err,
+              HasSubstr(written.Path() + ": command 1: Charge State Deconvolution must be the last command"));
 }
 
 TEST_F(Decon, WritesCurveAndPicture) {

@@ -106,7 +106,7 @@ inline TslTool::LoadedSpectrum PeptideList(const std::vector<Peptide>& peptides 
   return loaded;
 }
 
-inline TslTool::DeconWishes DefaultWishes() { return TslTool::DeconOptions().Wishes(); }
+inline TslTool::DeconWishes DefaultWishes() { return TslTool::DeconOptions().Wishes({}, {}); }
 
 inline TslTool::LoadedSpectrum WithSeries(TslTool::LoadedSpectrum loaded = WithProteinPeaks(),
                                           const TslTool::DeconWishes& wishes = DefaultWishes(),

@@ -155,8 +155,7 @@ TEST(Peaks, AChainWithChargeStatesIsForAnotherCommand) {
   const Outcome outcome = RunTool({"peaks", DemoRun::Get().Run(), "--chain", chain.Path()});
   EXPECT_EQ(outcome.status, 1);
   EXPECT_EQ(outcome.err, "tslbl: " + chain.Path() +
-                             ": command 1: Charge State Deconvolution is done by tslbl decon, behind a chain "
-                             "without it\n");
+                             ": command 1: Charge State Deconvolution is done by tslbl decon --chain\n");
 }
 
 TEST(Peaks, SubtractingTheBaselineFindsThePeaksOfTheSpectrum) {

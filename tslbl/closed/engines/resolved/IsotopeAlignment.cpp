@@ -82,8 +82,8 @@ PatternPlace PlaceOfPattern(std::span<const SeenState> states, const VisiblePatt
   if (CountSeen(states) < kLeastSeen) return kNotTold;
   constexpr std::int32_t kEnd = kMostShift + 1;
   std::array<double, 2 * kEnd + 1> squares{};
-  for (std::int32_t shift = -kEnd; shift <= kEnd; ++shift)
-    squares[static_cast<std::size_t>(shift + kEnd)] = SquaresOf(states, pattern, shift);
+  for (std::size_t i = 0; i < squares.size(); ++i)
+    squares[i] = SquaresOf(states, pattern, static_cast<std::int32_t>(i) - kEnd);
   const auto least = std::ranges::min_element(squares.begin() + 1, squares.end() - 1);
   const double opening = least[-1] + least[1] - 2.0 * *least;
   if (!(opening > 0.0)) return kNotTold;
@@ -99,9 +99,9 @@ CountChances::CountChances(const PatternPlace& place, double mass, const std::op
   const double error = std::min(place.error, kMostError);
   const double alone = std::hypot(error, kCompositionScatter * std::sqrt(mass));
   const double withKin = kin ? std::hypot(error, kin->error, kKinScatter) : 0.0;
-  for (std::int32_t shift = -kFarthest; shift <= kFarthest; ++shift) {
-    double& chance = chances_[static_cast<std::size_t>(shift + kFarthest)];
-    const double off = shift - place.shift;
+  for (std::size_t i = 0; i < chances_.size(); ++i) {
+    const double off = ShiftOf(i) - place.shift;
+    double& chance = chances_[i];
     chance = LogDensity(off, alone);
     if (kin)
       chance = LogOfSum(std::log(1.0 - kIsOfKin) + chance,
@@ -116,19 +116,20 @@ CountChances::CountChances(const PatternPlace& place, double mass, const std::op
 std::int32_t CountChances::Best() const {
   std::int32_t best = 0;
   double most = chances_[kFarthest];
-  for (std::int32_t shift = -kFarthest; shift <= kFarthest; ++shift) {
-    const double chance = chances_[static_cast<std::size_t>(shift + kFarthest)];
-    if (chance <= most) continue;
-    most = chance;
-    best = shift;
+  for (std::size_t i = 0; i < chances_.size(); ++i) {
+    if (chances_[i] <= most) continue;
+    most = chances_[i];
+    best = ShiftOf(i);
   }
   return best;
 }
 
 double CountChances::ErrorOf(std::int32_t shift) const {
   double squares = 0.0;
-  for (std::int32_t other = -kFarthest; other <= kFarthest; ++other)
-    squares += chances_[static_cast<std::size_t>(other + kFarthest)] * (other - shift) * (other - shift);
+  for (std::size_t i = 0; i < chances_.size(); ++i) {
+    const double off = ShiftOf(i) - shift;
+    squares += chances_[i] * off * off;
+  }
   return std::sqrt(squares);
 }
 

@@ -14,6 +14,7 @@
 #include <tslbl/closed/engines/resolved/VisiblePatterns.h>
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -48,6 +49,8 @@ class CountChances {
   double ErrorOf(std::int32_t shift) const;
 
  private:
+  static std::int32_t ShiftOf(std::size_t i) { return static_cast<std::int32_t>(i) - kFarthest; }
+
   std::array<double, 2 * kFarthest + 1> chances_;
 };
 
