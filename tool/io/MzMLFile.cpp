@@ -22,6 +22,7 @@ namespace TslTool {
 
 namespace {
 
+constexpr std::string_view kCalibrationSpectrum = "MS:1000928";
 constexpr std::string_view kMzArray = "MS:1000514";
 constexpr std::string_view kIntensityArray = "MS:1000515";
 constexpr std::string_view kWavelengthArray = "MS:1000617";
@@ -179,7 +180,11 @@ bool MzMLFile::Impl::DecodeSpectrum(std::string_view element, const ScanFilter& 
   ParseElement(element, document);
   const pugi::xml_node spectrum = document.document_element();
   TakeHead(spectrum, scan);
-  if (!filter.Wants(scan)) return false;
+  if (!filter.Wants(scan)) {
+    if (scan.isOfCalibration && !filter.takesCalibrations)
+      counts.Add("of calibration, which are not of the sample, left out", place);
+    return false;
+  }
   const auto announces = ToNumber<std::uint64_t>(spectrum.attribute("defaultArrayLength").value());
   if (!announces) throw std::runtime_error("no defaultArrayLength that is a number");
   points = *announces;
@@ -197,6 +202,7 @@ void MzMLFile::Impl::TakeHead(const pugi::xml_node& spectrum, Scan& scan) {
   scan.defect.reset();
   scan.id = IdOf(spectrum);
   if (!IsUtf8(scan.id)) throw std::runtime_error("the id is not UTF-8");
+  scan.function = FunctionInId(scan.id);
   scan.number = NumberInId(scan.id).value_or(static_cast<std::uint32_t>(seen));
   const pugi::xml_node description = ChildOf(spectrum, "spectrumDescription");  // of mzML 1.0
   MzMLTerms terms = groups.TermsOf(spectrum);
@@ -207,6 +213,7 @@ void MzMLFile::Impl::TakeHead(const pugi::xml_node& spectrum, Scan& scan) {
   scan.representation = RepresentationOf(terms);
   scan.rtSeconds = StartTime(scanTerms);
   scan.polarity = PolarityOf(terms);
+  scan.isOfCalibration = terms.Find(kCalibrationSpectrum) != nullptr;
   // Some writers tell it of the scan.
   if (scan.polarity == 0) scan.polarity = PolarityOf(scanTerms);
 }

@@ -7,12 +7,25 @@
 
 namespace TslTool {
 
-std::optional<std::uint32_t> NumberInId(std::string_view id) {
-  constexpr std::string_view kKey = "scan=";
-  const std::size_t at = id.starts_with(kKey) ? 0 : id.find(" scan=");
-  if (at == std::string_view::npos) return std::nullopt;
-  const std::string_view rest = id.substr(id.find('=', at) + 1);
-  return ToNumber<std::uint32_t>(rest.substr(0, rest.find(' ')));
+namespace {
+
+// N of "... KEY=N ..." in an id.
+std::optional<std::uint32_t> NumberOf(std::string_view key, std::string_view id) {
+  for (std::size_t at = id.find(key); at != std::string_view::npos; at = id.find(key, at + 1)) {
+    if (at > 0 && id[at - 1] != ' ') continue;
+    const std::string_view rest = id.substr(at + key.size());
+    return ToNumber<std::uint32_t>(rest.substr(0, rest.find(' ')));
+  }
+  return std::nullopt;
+}
+
+}  // namespace
+
+std::optional<std::uint32_t> NumberInId(std::string_view id) { return NumberOf("scan=", id); }
+
+std::uint32_t FunctionInId(std::string_view id) {
+  const auto function = NumberOf("function=", id);
+  return function ? *function : NumberOf("experiment=", id).value_or(0);
 }
 
 Scan::Representation RepresentationOf(const MzMLTerms& terms) {

@@ -22,6 +22,10 @@ std::optional<Number> ToNumber(std::string_view text) {
 // N of "... scan=N ..." in an id, if it fits the type.
 std::optional<std::uint32_t> NumberInId(std::string_view id);
 
+// N of "function=N" or "experiment=N", which count the kinds of scans that an instrument takes in turn; 0
+// without one.
+std::uint32_t FunctionInId(std::string_view id);
+
 Scan::Representation RepresentationOf(const MzMLTerms& terms);
 
 // 0 if none is told. Throws std::runtime_error for what is no level.

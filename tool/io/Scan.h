@@ -31,14 +31,17 @@ struct Scan {
   double rtSeconds = std::numeric_limits<double>::quiet_NaN();  // NaN: the file gives no time
   int msLevel = 0;                                              // 0: the file gives no level
   int polarity = 0;                                             // +1 or -1; 0: the file does not tell
+  // One of several kinds of scans that the instrument takes in turn, as the id tells; 0: it does not.
+  std::uint32_t function = 0;
+  bool isOfCalibration = false;  // of a lock mass, say, and not of the sample
   Representation representation = Unknown;
   std::vector<double> mz;
   std::vector<double> amplitude;
   std::optional<Defect> defect;  // both arrays are empty then
 };
 
-// Which scans are wanted: all ranges include their ends. A scan without a time, level or polarity is wanted
-// only where every one is. And which columns of a text.
+// Which scans are wanted: all ranges include their ends. A scan without a time, level, polarity or function
+// is wanted only where every one is. And which columns of a text.
 struct ScanFilter {
   std::uint32_t firstNumber = 0;
   std::uint32_t lastNumber = std::numeric_limits<std::uint32_t>::max();
@@ -47,11 +50,14 @@ struct ScanFilter {
   std::vector<CountRange> numbers = {};  // within the first and the last; empty: every one
   int msLevel = 0;                       // 0: every one
   int polarity = 0;                      // +1 or -1; 0: every one
+  std::uint32_t function = 0;            // 0: every one
+  bool takesCalibrations = true;
   ColumnChoice columns = {};
 
   bool WantsAll() const {
     ScanFilter all;
     all.columns = columns;
+    all.takesCalibrations = takesCalibrations;
     return *this == all;
   }
   bool WantsNumber(std::uint32_t number) const {
@@ -62,7 +68,8 @@ struct ScanFilter {
   bool Wants(const Scan& scan) const {
     const bool everyTime = rtFrom == ScanFilter().rtFrom && rtTo == ScanFilter().rtTo;
     return WantsNumber(scan.number) && (everyTime || (rtFrom <= scan.rtSeconds && scan.rtSeconds <= rtTo)) &&
-           (msLevel == 0 || msLevel == scan.msLevel) && (polarity == 0 || polarity == scan.polarity);
+           (msLevel == 0 || msLevel == scan.msLevel) && (polarity == 0 || polarity == scan.polarity) &&
+           (function == 0 || function == scan.function) && (takesCalibrations || !scan.isOfCalibration);
   }
   bool operator==(const ScanFilter&) const = default;
 };

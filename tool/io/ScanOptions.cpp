@@ -25,6 +25,8 @@ void ScanOptions::DeclareFilter(Options& options) {
   options.Value("--rt A-B", rt, "Only scans from A to B seconds of retention time");
   options.Value("--ms-level N", msLevel, "Only scans of this MS level");
   options.Choice("--polarity SIGN", polarity, {"positive", "negative"}, "Only scans of this polarity");
+  options.Value("--function N", function,
+                "Only scans of this function or experiment, as ids have it that count such");
 }
 
 void ScanOptions::DeclareColumns(Options& options) {
@@ -45,10 +47,18 @@ SpectrumChoice ScanOptions::Choice() const {
     choice.filter.rtTo = range.to;
   }
   if (msLevel) choice.filter.msLevel = static_cast<int>(*msLevel);
+  if (function == 0) throw UsageError("--function: counts from 1");
+  choice.filter.function = function.value_or(0);
   if (!polarity.empty()) choice.filter.polarity = polarity == "positive" ? 1 : -1;
   if (profile) choice.takenAs = Scan::Profile;
   if (centroid) choice.takenAs = Scan::Centroid;
   choice.strict = strict;
+  return choice;
+}
+
+SpectrumChoice ScanOptions::ChoiceOfSample() const {
+  SpectrumChoice choice = Choice();
+  choice.filter.takesCalibrations = choice.filter.function != 0;
   return choice;
 }
 

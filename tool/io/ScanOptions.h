@@ -14,6 +14,7 @@ struct ScanOptions {
   std::string columns;
   std::optional<std::uint32_t> msLevel;
   std::string polarity;
+  std::optional<std::uint32_t> function;
   bool profile = false;
   bool centroid = false;
   bool strict = false;
@@ -24,6 +25,9 @@ struct ScanOptions {
   void DeclareColumns(Options& options);
   // Throws UsageError.
   SpectrumChoice Choice() const;
+  // The same for what is made of many spectra: those of a calibration are no part of it unless their function
+  // was asked for.
+  SpectrumChoice ChoiceOfSample() const;
 };
 
 }  // namespace TslTool

@@ -177,6 +177,7 @@ class ForeignSpectra final : public SpectrumSource {
     LoadedSpectrum loaded{scan.number, scan.rtSeconds, nullptr, scan.id};
     loaded.msLevel = scan.msLevel;
     loaded.polarity = scan.polarity;
+    loaded.function = scan.function;
     return loaded;
   }
 

@@ -22,8 +22,9 @@ struct LoadedSpectrum {
   double countAmpl = 0.0;
   // The amplitudes before the chain ran, if they are kept.
   std::vector<double> measured = {};
-  int msLevel = 0;   // 0: the file gives no level
-  int polarity = 0;  // +1 or -1; 0: the file does not tell
+  int msLevel = 0;             // 0: the file gives no level
+  int polarity = 0;            // +1 or -1; 0: the file does not tell
+  std::uint32_t function = 0;  // as of Scan
   // It came as a list of peaks, which stand in the peak table already (PeakListSpectrum.h).
   bool isPeakList = false;
 };

@@ -101,6 +101,27 @@ TEST(MzMLFile, NumbersByPositionWhereTheScanNumberDoesNotFit) {
   EXPECT_EQ(ReadText(MzML(PlainSpectrum("scan=99999999999", kAxis, kCounts))).at(0).number, 1u);
 }
 
+TEST(MzMLFile, FunctionsAreThoseThatIdsCount) {
+  const auto functionOf = [](const std::string& id) {
+    return ReadText(MzML(PlainSpectrum(id, kAxis, kCounts))).at(0).function;
+  };
+  EXPECT_EQ(functionOf("function=2 process=0 scan=1"), 2u);
+  EXPECT_EQ(functionOf("sample=1 period=1 cycle=9 experiment=3"), 3u);
+  EXPECT_EQ(functionOf("controllerType=0 controllerNumber=1 scan=4"), 0u);
+  EXPECT_EQ(functionOf("malfunction=2 scan=4"), 0u);
+  EXPECT_EQ(functionOf("function=two scan=4"), 0u);
+}
+
+TEST(MzMLFile, SpectraOfACalibrationAreTold) {
+  const std::string arrays =
+      ArrayOf(kMz, BytesOf<double>(kAxis)) + ArrayOf(kIntensity, BytesOf<double>(kCounts));
+  const std::string text = MzML(SpectrumOf("scan=1", kAxis.size(), arrays, Term("MS:1000928")) +
+                                    PlainSpectrum("scan=2", kAxis, kCounts),
+                                2);
+  EXPECT_TRUE(ReadText(text).at(0).isOfCalibration);
+  EXPECT_FALSE(ReadText(text).at(1).isOfCalibration);
+}
+
 TEST(MzMLFile, LeavesOpenWhatTheSpectrumDoesNotTell) {
   const std::string bare = "<spectrum index=\"0\" id=\"a\" defaultArrayLength=\"0\"/>";
   const Scan scan = ReadText(MzML(bare)).at(0);

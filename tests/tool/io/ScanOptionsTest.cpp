@@ -30,8 +30,26 @@ TEST(ScanOptions, EachIsAWish) {
   EXPECT_EQ(choice.filter.msLevel, 2);
   EXPECT_EQ(choice.filter.polarity, -1);
   EXPECT_TRUE(choice.strict);
+  EXPECT_EQ(choice.filter.function, 0U);
+  options.function = 3;
+  EXPECT_EQ(options.Choice().filter.function, 3U);
   options.polarity = "positive";
   EXPECT_EQ(options.Choice().filter.polarity, 1);
+}
+
+TEST(ScanOptions, CalibrationsAreNoPartOfTheSampleUnlessTheirFunctionIsAskedFor) {
+  ScanOptions options;
+  EXPECT_TRUE(options.Choice().filter.takesCalibrations);
+  EXPECT_FALSE(options.ChoiceOfSample().filter.takesCalibrations);
+  EXPECT_TRUE(options.ChoiceOfSample().filter.WantsAll());
+  options.function = 3;
+  EXPECT_TRUE(options.ChoiceOfSample().filter.takesCalibrations);
+}
+
+TEST(ScanOptions, FunctionsCountFrom1) {
+  ScanOptions options;
+  options.function = 0;
+  EXPECT_THROW(options.Choice(), UsageError);
 }
 
 TEST(ScanOptions, OneMayBeTakenAsProfileOrCentroid) {

@@ -35,7 +35,7 @@ SpectrumChoice BackgroundOf(const AverageArguments& arguments) {
   ScanOptions background = arguments.scans;
   background.scan = arguments.minusScan;
   background.rt = arguments.minus;
-  return background.Choice();
+  return background.ChoiceOfSample();
 }
 
 // What the user chose scans by, as in "--rt 60-90".
@@ -86,7 +86,7 @@ void SubtractBackground(const AverageArguments& arguments, Averaged& averaged) {
 void WriteAverageOf(const AverageArguments& arguments) {
   if (HasBackground(arguments) && !CanBeReadAgain(arguments.input))
     throw UsageError("--minus: the input is read twice, and this can be read once; give the name of a file");
-  Averaged averaged = AverageOf(arguments.input, arguments.scans.Choice());
+  Averaged averaged = AverageOf(arguments.input, arguments.scans.ChoiceOfSample());
   if (HasBackground(arguments)) SubtractBackground(arguments, averaged);
   const AverageOrigin origin = {arguments.input,
                                 ChosenBy("--scan", arguments.scans.scan, "--rt", arguments.scans.rt),

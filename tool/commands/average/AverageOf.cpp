@@ -26,19 +26,27 @@ class CommonHead {
  public:
   explicit CommonHead(std::string file) : file_(std::move(file)) {}
 
-  void Add(std::uint32_t scan, double rtSeconds, int msLevel, int polarity) {
+  template <class Head>
+  void Add(std::uint32_t scan, const Head& head) {
     if (count_++ == 0) {
       first_.scan = scan;
-      first_.msLevel = msLevel;
-      first_.polarity = polarity;
+      first_.msLevel = head.msLevel;
+      first_.polarity = head.polarity;
+      first_.function = head.function;
     }
-    if (msLevel != first_.msLevel)
+    if (head.msLevel != first_.msLevel)
       Refuse(scan,
-             fmt::format("is of MS level {}, and scan {} of level {}", msLevel, first_.scan, first_.msLevel),
+             fmt::format("is of MS level {}, and scan {} of level {}", head.msLevel, first_.scan,
+                         first_.msLevel),
              "--ms-level");
-    if (polarity != first_.polarity)
+    if (head.polarity != first_.polarity)
       Refuse(scan, fmt::format("is of another polarity than scan {}", first_.scan), "--polarity");
-    times_ += rtSeconds;
+    if (head.function != first_.function && head.msLevel <= 1)
+      Refuse(scan,
+             fmt::format("is of function {}, and scan {} of function {}", head.function, first_.scan,
+                         first_.function),
+             "--function");
+    times_ += head.rtSeconds;
   }
   LoadedSpectrum Take() {
     first_.rtSeconds = times_ / count_;
@@ -88,7 +96,7 @@ Averaged AverageOfRun(const std::string& input, const SpectrumChoice& choice) {
     }
     reader.Unpack(packed, raw);
     reader.TuneOf(scan.number, raw);
-    head.Add(scan.number, scan.rtSeconds, scan.msLevel, scan.polarity);
+    head.Add(scan.number, scan);
     skipped.CountTaken();
     sum.Add(raw);
     progress.Step();
@@ -126,7 +134,7 @@ Averaged AverageOfProfiles(const std::string& input, const SpectrumChoice& choic
   while (const auto load = source->Next()) {
     ThrowIfInterrupted();
     const LoadedSpectrum loaded = load();
-    head.Add(loaded.scan, loaded.rtSeconds, loaded.msLevel, loaded.polarity);
+    head.Add(loaded.scan, loaded);
     sum.Add(loaded.spectrum->xAxis, loaded.spectrum->yAxis);
     countAmpl = loaded.countAmpl;
     progress.Step();

@@ -22,9 +22,16 @@ std::string PolarityText(int polarity) {
   return polarity > 0 ? "positive" : "negative";
 }
 
+// Of higher levels a function has no meaning of its own: what it isolates follows the sample.
+bool HasOwnFunctions(int level) { return level <= 1; }
+
 std::string Counted(std::uint64_t count) { return fmt::format("{} scan{}", count, count == 1 ? "" : "s"); }
 
 }  // namespace
+
+GatherScans::Kind GatherScans::KindOf(const ScanPoint& point) {
+  return {point.msLevel, point.polarity, point.tune, HasOwnFunctions(point.msLevel) ? point.function : 0};
+}
 
 GatherScans::GatherScans(std::string file, const CurveChoice& choice, bool isMean, bool isOneLevel)
     : file_(std::move(file)),
@@ -38,7 +45,7 @@ void GatherScans::Add(const ScanPoint& point) {
   if (std::isnan(point.rtSeconds))
     throw InputError(file_, PlaceOf(point.scan),
                      "has no retention time, so that it is no point of a chromatogram");
-  Group& group = groups_[{point.msLevel, point.polarity, point.tune}];
+  Group& group = groups_[KindOf(point)];
   if (!group.seconds.empty() && !(point.rtSeconds > group.seconds.back()))
     throw InputError(
         file_, PlaceOf(point.scan),
@@ -97,14 +104,18 @@ bool GatherScans::IsTaken(const Kind& kind) const { return isOneLevel_ || kind.l
 std::string GatherScans::SuffixOf(const Kind& kind) const {
   std::set<int> polarities;
   std::set<std::uint32_t> tunes;
+  std::set<std::uint32_t> functions;
   for (const auto& [other, group] : groups_) {
     if (!IsTaken(other)) continue;
     polarities.insert(other.polarity);
     tunes.insert(other.tune);
+    functions.insert(other.function);
   }
   std::string suffix;
   if (polarities.size() > 1) suffix += fmt::format(" ({})", PolarityText(kind.polarity));
   if (tunes.size() > 1) suffix += fmt::format(" (tune {})", kind.tune);
+  if (functions.size() > 1)
+    suffix += kind.function == 0 ? " (no function)" : fmt::format(" (function {})", kind.function);
   return suffix;
 }
 
@@ -171,8 +182,8 @@ std::vector<std::string> GatherScans::Warnings() const {
       warnings.push_back(fmt::format("one scan {} left out, as it makes no chromatogram", TextOf(kind)));
   }
   if (kinds > 1)
-    warnings.push_back(
-        fmt::format("scans of {} polarities or tunes are not mixed: each has curves of its own", kinds));
+    warnings.push_back(fmt::format(
+        "scans of {} polarities, tunes or functions are not mixed: each has curves of its own", kinds));
   for (std::size_t i = 0; i < pointsIn_.size(); ++i) {
     if (pointsIn_[i] > 0) continue;
     const ExtractedRange& range = choice_.Ranges()[i];

@@ -12,8 +12,8 @@
 
 namespace TslTool {
 
-// Scans of one MS level, polarity and tune make chromatograms of their own, as their amplitudes cannot be
-// compared. Holds a few numbers a scan.
+// Scans of one MS level, polarity, tune and, of level 1, function make chromatograms of their own, as their
+// amplitudes cannot be compared. Holds a few numbers a scan.
 class GatherScans {
  public:
   // `file` is how messages call the input. `isMean`: a range gives the mean of its points, not their sum.
@@ -39,6 +39,7 @@ class GatherScans {
     int level = 0;
     int polarity = 0;
     std::uint32_t tune = 0;
+    std::uint32_t function = 0;
 
     auto operator<=>(const Kind&) const = default;
   };
@@ -53,6 +54,7 @@ class GatherScans {
     bool isCounted = true;
   };
 
+  static Kind KindOf(const ScanPoint& point);
   void AddPoint(const ScanPoint& point, Group& group);
   double RangeVariance(const ScanPoint& point, std::size_t curve) const;
   int LevelTaken() const;

@@ -22,7 +22,8 @@ std::string GivenForScans(const ChromArguments& arguments) {
   if (!arguments.curvesFrom.empty()) return "--curves-from";
   if (!arguments.ranges.empty()) return "--range";
   if (arguments.isMean) return "--mean";
-  if (!(arguments.scans.Choice().filter == all.filter)) return "--scan, --rt, --ms-level or --polarity";
+  if (!(arguments.scans.Choice().filter == all.filter))
+    return "--scan, --rt, --ms-level, --polarity or --function";
   return "";
 }
 
@@ -112,7 +113,7 @@ MeasuredCurves FromStored(const ChromArguments& arguments, ForeignFile file) {
 MeasuredCurves FromMzML(const ChromArguments& arguments, const CurveChoice& choice, ForeignFile file) {
   RefuseTextOptions(arguments);
   if (WantsStored(arguments)) return FromStored(arguments, std::move(file));
-  const auto source = OpenMzMLPoints(std::move(file), arguments.scans.Choice(), choice.Ranges());
+  const auto source = OpenMzMLPoints(std::move(file), arguments.scans.ChoiceOfSample(), choice.Ranges());
   MeasuredCurves read = FromScans(arguments, choice, *source);
   if (!read.curves.empty()) return read;
   const bool mayBeStored = source->PassedOver().count > 0 && source->Skipped().empty() &&

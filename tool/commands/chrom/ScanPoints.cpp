@@ -67,6 +67,7 @@ class MzMLPoints final : public PointSource {
       skipped_.CountTaken();
       return [this, scan] {
         ScanPoint point{scan->number, scan->rtSeconds, scan->msLevel, scan->polarity};
+        point.function = scan->function;
         TakeValues(ranges_, scan->mz, scan->amplitude, point);
         return point;
       };

@@ -27,13 +27,14 @@ RangeValue ValueOf(const ExtractedRange& range, std::span<const double> mz,
 
 struct ScanPoint {
   std::uint32_t scan = 0;
-  double rtSeconds = 0.0;  // NaN: the file gives no time
-  int msLevel = 0;         // 0: the file gives no level
-  int polarity = 0;        // +1 or -1; 0: the file does not tell
-  std::uint32_t tune = 0;  // that acquired it; 0 where there are none
-  double tic = 0.0;        // sum of all amplitudes
-  double basePeak = 0.0;   // the largest of them, 0 if there is none
-  double mzFrom = 0.0;     // of its points; both 0 if there is none
+  double rtSeconds = 0.0;      // NaN: the file gives no time
+  int msLevel = 0;             // 0: the file gives no level
+  int polarity = 0;            // +1 or -1; 0: the file does not tell
+  std::uint32_t tune = 0;      // that acquired it; 0 where there are none
+  std::uint32_t function = 0;  // as of Scan
+  double tic = 0.0;            // sum of all amplitudes
+  double basePeak = 0.0;       // the largest of them, 0 if there is none
+  double mzFrom = 0.0;         // of its points; both 0 if there is none
   double mzTo = 0.0;
   double countAmpl = 0.0;  // the amplitude of one count where the instrument counts; 0: not known
   std::vector<RangeValue> ranges = {};

@@ -10,6 +10,7 @@ void FileFacts::Add(const ScanFacts& scan) {
   lastNumber = scan.number;
   ++msLevels[scan.msLevel];
   ++polarities[scan.polarity];
+  if (scan.function != 0) ++functions[scan.function];
   ++marked[scan.marked];
   if (scan.judged) ++judged[*scan.judged];
   if (scan.Differs() && differing++ == 0) firstDiffering = scan.number;

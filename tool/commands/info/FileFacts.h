@@ -28,6 +28,7 @@ struct FileFacts {
   bool ascends = true;  // each number is higher than the one before it
   std::map<int, std::uint64_t> msLevels;
   std::map<int, std::uint64_t> polarities;
+  std::map<std::uint32_t, std::uint64_t> functions;  // of the spectra that tell one
   std::map<Scan::Representation, std::uint64_t> marked;
   std::map<Scan::Representation, std::uint64_t> judged;  // of those with 3 points or more
   std::uint64_t differing = 0;                           // whose points speak against their mark

@@ -31,6 +31,12 @@ std::string NumberRow(const FileFacts& f) {
              fmt::format("{} to {}{}", f.firstNumber, f.lastNumber, f.ascends ? "" : ", not ascending"));
 }
 
+std::string FunctionRow(const FileFacts& f) {
+  if (f.functions.empty()) return "";
+  const auto name = [](std::uint32_t function) { return fmt::format("of function {}", function); };
+  return Row("functions", Listed(f.functions, name));
+}
+
 std::string KindRows(const FileHead& head, const FileFacts& f) {
   if (head.isRun) return Row("kind", "profile");
   std::string text = Row("kind", Listed(f.marked, NameOfRepresentation));
@@ -124,7 +130,7 @@ class InfoTable final : public InfoWriter {
         tail.pointsAcross > 0.0 ? fmt::format("{:.1f} points", tail.pointsAcross) : "unknown";
     return empty + PointRows(About(), f) + KindRows(About(), f) + Row("peak width", width) + NumberRow(f) +
            Row("MS levels", Listed(f.msLevels, NameOfLevel)) +
-           Row("polarity", Listed(f.polarities, NameOfPolarity)) + AmplitudeRows(About(), f);
+           Row("polarity", Listed(f.polarities, NameOfPolarity)) + FunctionRow(f) + AmplitudeRows(About(), f);
   }
 };
 

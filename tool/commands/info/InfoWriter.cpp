@@ -108,6 +108,8 @@ Json JsonOf(const FileTail& tail) {
   json["ascending"] = f.ascends;
   json["ms_levels"] = JsonOf(f.msLevels, NameOfLevel);
   json["polarities"] = JsonOf(f.polarities, NameOfPolarity);
+  if (!f.functions.empty())
+    json["functions"] = JsonOf(f.functions, [](std::uint32_t function) { return std::to_string(function); });
   json["marked"] = JsonOf(f.marked, NameOfRepresentation);
   json["judged"] = JsonOf(f.judged, NameOfRepresentation);
   json["not_as_marked"] = f.differing;

@@ -14,6 +14,7 @@ ScanFacts FactsOf(const Scan& scan) {
   facts.rtSeconds = scan.rtSeconds;
   facts.msLevel = scan.msLevel;
   facts.polarity = scan.polarity;
+  facts.function = scan.function;
   facts.marked = scan.representation;
   facts.points = scan.amplitude.size();
   if (facts.points >= kLeastToJudge) facts.judged = JudgedRepresentation(scan);

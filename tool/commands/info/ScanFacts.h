@@ -13,10 +13,11 @@ struct ScanFacts {
   static constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
 
   std::uint32_t number = 0;
-  std::string id;            // the file's own name for it; empty if it has none
-  double rtSeconds = kNone;  // NaN: not told
-  int msLevel = 0;           // 0: not told
-  int polarity = 0;          // +1 or -1; 0: not told
+  std::string id;              // the file's own name for it; empty if it has none
+  double rtSeconds = kNone;    // NaN: not told
+  int msLevel = 0;             // 0: not told
+  int polarity = 0;            // +1 or -1; 0: not told
+  std::uint32_t function = 0;  // 0: not told
   Scan::Representation marked = Scan::Unknown;
   std::optional<Scan::Representation> judged;  // by the points; nothing of less than 3
   std::uint64_t points = 0;

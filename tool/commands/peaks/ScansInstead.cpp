@@ -90,6 +90,21 @@ class Polarities final : public Property {
   int polarity_ = 0;
 };
 
+class Functions final : public Property {
+ public:
+  void Add(const Scan& scan) override {
+    if (scan.function != 0) functions_.insert(scan.function);
+  }
+  std::string Text() const override {
+    if (functions_.empty()) return "its ids count no functions";
+    return fmt::format("its function{} {}", functions_.size() == 1 ? " is" : "s are",
+                       fmt::join(functions_, ", "));
+  }
+
+ private:
+  std::set<std::uint32_t> functions_;
+};
+
 struct Wish {
   ScanFilter filter;  // of one property alone
   std::unique_ptr<Property> property;
@@ -105,6 +120,7 @@ std::vector<Wish> WishesOf(const ScanFilter& all) {
   add({.rtFrom = all.rtFrom, .rtTo = all.rtTo}, std::make_unique<Times>());
   add({.msLevel = all.msLevel}, std::make_unique<Levels>());
   add({.polarity = all.polarity}, std::make_unique<Polarities>());
+  add({.function = all.function}, std::make_unique<Functions>());
   return wishes;
 }
 

@@ -52,9 +52,9 @@ ResultContent ContentOf(const ResultArguments& arguments) {
 
 // What does nothing to a header must not seem to.
 void RequireNoEvaluation(const Options& options) {
-  constexpr std::array<std::string_view, 11> kOfHeaders = {
-      "RUN",     "--scan", "--rt",          "--ms-level", "--polarity", "--range",
-      "--curve", "--mean", "--header-only", "--output",   "--quiet"};
+  constexpr std::array<std::string_view, 12> kOfHeaders = {
+      "RUN",     "--scan",  "--rt",   "--ms-level",    "--polarity", "--function",
+      "--range", "--curve", "--mean", "--header-only", "--output",   "--quiet"};
   for (const Option& option : options.List()) {
     const std::string& name = option.names.back();
     if (option.given && name != "--threads" && name != "--strict" &&

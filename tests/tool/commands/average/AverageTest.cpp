@@ -21,12 +21,26 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Not;
 
+const Values kAxis = {100, 101, 102, 103};
+
+std::string ProfileOf(const std::string& id, const Values& mz, const Values& counts,
+                      const std::string& terms) {
+  return SpectrumOf(id, mz.size(),
+                    ArrayOf(kMz, BytesOf<double>(mz)) + ArrayOf(kIntensity, BytesOf<double>(counts)),
+                    Term(kProfile) + terms);
+}
+
 // A profile of two points each scan at a second.
 std::string Profile(int scan, const Values& mz, const Values& counts, int level = 1,
                     const std::string& polarity = "MS:1000130") {
-  return SpectrumOf(fmt::format("scan={}", scan), mz.size(),
-                    ArrayOf(kMz, BytesOf<double>(mz)) + ArrayOf(kIntensity, BytesOf<double>(counts)),
-                    Term("MS:1000511", fmt::format("value=\"{}\"", level)) + Term(kProfile) + Term(polarity));
+  return ProfileOf(fmt::format("scan={}", scan), mz, counts,
+                   Term("MS:1000511", fmt::format("value=\"{}\"", level)) + Term(polarity));
+}
+
+// One of a function, as some instruments count their kinds of scans.
+std::string OfFunction(int function, const Values& counts, const std::string& more = "") {
+  return ProfileOf(fmt::format("function={} process=0 scan=1", function), kAxis, counts,
+                   Term("MS:1000511", "value=\"1\"") + more);
 }
 
 // The scans of an mzML file in a folder of its own.
@@ -48,8 +62,6 @@ class Scans {
  private:
   std::unique_ptr<TempFile> file_;
 };
-
-const Values kAxis = {100, 101, 102, 103};
 
 TEST(Average, OfScansOnOneAxisIsTheirMeanPointByPoint) {
   const Scans scans({Profile(1, kAxis, {1, 2, 3, 4}), Profile(2, kAxis, {3, 2, 1, 0.5})});
@@ -97,6 +109,29 @@ TEST(Average, OfSeveralLevelsOrOfBothPolaritiesIsRefused) {
   const Scans signs({Profile(1, kAxis, {1, 2, 3, 4}), Profile(2, kAxis, {1, 2, 3, 4}, 1, "MS:1000129")});
   EXPECT_THAT(signs.Average().err, HasSubstr("scan 2: is of another polarity than scan 1"));
   EXPECT_EQ(signs.Average({"--polarity", "negative"}).status, 0);
+}
+
+TEST(Average, OfSeveralFunctionsIsRefused) {
+  const Scans scans({OfFunction(1, {1, 2, 3, 4}), OfFunction(2, {5, 6, 7, 8})});
+  EXPECT_EQ(scans.Average().status, 1);
+  EXPECT_THAT(scans.Average().err,
+              HasSubstr("is of function 2, and scan 1 of function 1: scans of different kinds "
+                        "are not averaged; --function chooses"));
+  EXPECT_EQ(scans.Average({"--function", "2", "-q"}).out, "mz\tamplitude\n100\t5\n101\t6\n102\t7\n103\t8\n");
+}
+
+TEST(Average, LeavesSpectraOfACalibrationOut) {
+  const std::string lockMass = OfFunction(3, {9, 9, 9, 9}, Term("MS:1000928"));
+  const Scans scans({OfFunction(1, {1, 2, 3, 4}), lockMass});
+  EXPECT_EQ(scans.Average().out, "mz\tamplitude\n100\t1\n101\t2\n102\t3\n103\t4\n");
+  EXPECT_THAT(scans.Average().err, HasSubstr("of calibration, which are not of the sample, left out"));
+  EXPECT_EQ(scans.Average({"--function", "3", "-q"}).out, "mz\tamplitude\n100\t9\n101\t9\n102\t9\n103\t9\n");
+}
+
+TEST(Average, OfAFunctionThatThereIsNotNamesThoseThatThereAre) {
+  const Scans scans({OfFunction(1, {1, 2, 3, 4}), OfFunction(2, {5, 6, 7, 8})});
+  EXPECT_THAT(scans.Average({"--function", "4"}).err,
+              HasSubstr("holds no spectrum that was asked for: its functions are 1, 2"));
 }
 
 // What each form holds of the demonstration run is evaluated.

@@ -120,6 +120,24 @@ TEST(GatherScans, NeverMixesTunes) {
                           "A-B (tune 6)"));
 }
 
+TEST(GatherScans, NeverMixesFunctionsOfTheFirstLevel) {
+  std::vector<ScanPoint> points = {PointAt(1, 1.0), PointAt(1, 1.5), PointAt(2, 2.0), PointAt(2, 2.5)};
+  for (std::size_t i = 0; i < points.size(); ++i) points[i].function = 1 + i % 2;
+  EXPECT_THAT(NamesOf(Gathered(points).Curves()),
+              ElementsAre("TIC (function 1)", "BPC (function 1)", "A-B (function 1)", "TIC (function 2)",
+                          "BPC (function 2)", "A-B (function 2)"));
+}
+
+// What they isolate follows the sample.
+TEST(GatherScans, FunctionsOfHigherLevelsMakeOneChromatogram) {
+  std::vector<ScanPoint> points = {PointAt(1, 1.0), PointAt(2, 2.0)};
+  for (std::size_t i = 0; i < points.size(); ++i) {
+    points[i].msLevel = 2;
+    points[i].function = 2 + static_cast<std::uint32_t>(i);
+  }
+  EXPECT_THAT(NamesOf(Gathered(points).Curves()), ElementsAre("TIC", "BPC", "A-B"));
+}
+
 TEST(GatherScans, WarnsOfAScanThatIsAloneOfItsKind) {
   std::vector<ScanPoint> points = {PointAt(1, 1.0), PointAt(2, 2.0), PointAt(3, 3.0)};
   points[2].tune = 2;

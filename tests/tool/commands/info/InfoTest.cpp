@@ -133,6 +133,7 @@ TEST(Info, TellsNumbersLevelsPolaritiesAndWhatIsNotAsMarked) {
                                              "numbers       5 to 9, not ascending\n"
                                              "MS levels     1 unknown, 1 of level 1, 1 of level 2\n"
                                              "polarity      1 negative, 2 unknown\n"
+                                             "functions     1 of function 1, 1 of function 2\n"
                                              "zeros         25.4 % of the amplitudes\n"
                                              "TIC           8 to 1350\n"
                                              "chromatograms 2, 300 points in all\n"));
@@ -161,6 +162,7 @@ TEST(Info, JsonIsOneObjectWithTheFactsOfTheFile) {
   EXPECT_TRUE(json["scans"][2]["mz_from"].is_null());
   const auto expected = nlohmann::json::parse(R"({"spectra": 3, "empty": 1, "first": 5, "last": 9,
     "ascending": false, "ms_levels": {"unknown": 1, "1": 1, "2": 1}, "polarities": {"negative": 1, "unknown": 2},
+    "functions": {"1": 1, "2": 1},
     "marked": {"profile": 1, "centroid": 1, "unknown": 1}, "judged": {"profile": 2}, "not_as_marked": 1,
     "points": 63, "zeros": 16, "fewest_points": 0, "most_points": 60, "mz": {"from": 99, "to": 107.375},
     "rt_s": {"from": 120, "to": 120}, "tic": {"from": 8, "to": 1350}, "base_peak": {"from": 7, "to": 59},
