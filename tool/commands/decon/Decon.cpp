@@ -49,7 +49,7 @@ void Evaluate(const DeconArguments& arguments, const Options& options) {
   const std::string name = InputName(arguments.peaks.input);
   ScanEdits<SeriesEdit> edits(
       name, arguments.edits.empty() ? SeriesEditsByScan() : ReadSeriesEdits(arguments.edits),
-      EditsOfOne(arguments), "--add-series and the like");
+      EditsOfOne(arguments), "--add-series and the like", arguments.peaks.resume);
   ChargeStates states(name, arguments.decon.Wishes(options, arguments.peaks.chain.ChargeStates()), edits);
   EvaluateInput(arguments.peaks, options,
                 {.makeWriter = MakeDeconWriter,

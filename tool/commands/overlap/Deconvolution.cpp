@@ -45,10 +45,10 @@ void Deconvolution::DeconvolveAndEdit(LoadedSpectrum& loaded, const std::vector<
 }
 
 Deconvolution::Deconvolution(std::string input, const OverlapOptions& options, EditsByScan edits,
-                             std::vector<GroupEdit> editsOfOne)
+                             std::vector<GroupEdit> editsOfOne, bool isResumed)
     : input_(std::move(input)),
       options_(options),
-      edits_(input_, std::move(edits), std::move(editsOfOne), "--refit-add and --refit-remove") {}
+      edits_(input_, std::move(edits), std::move(editsOfOne), "--refit-add and --refit-remove", isResumed) {}
 
 void Deconvolution::Run(LoadedSpectrum& loaded) {
   const std::vector<GroupEdit>& edits = edits_.Of(loaded.scan);

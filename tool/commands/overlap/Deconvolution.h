@@ -19,7 +19,7 @@ class Deconvolution {
  public:
   // `input` is how errors name it. `edits` are by scan; `editsOfOne` go to the one spectrum that there is.
   Deconvolution(std::string input, const OverlapOptions& options, EditsByScan edits,
-                std::vector<GroupEdit> editsOfOne);
+                std::vector<GroupEdit> editsOfOne, bool isResumed = false);
 
   // On any number of threads. Throws InputError that names the scan.
   void Run(LoadedSpectrum& loaded);

@@ -50,7 +50,7 @@ void Evaluate(const OverlapArguments& arguments, const Options& options) {
   const std::string name = InputName(arguments.peaks.input);
   Deconvolution deconvolution(name, arguments.overlap,
                               arguments.edits.empty() ? EditsByScan() : ReadEdits(arguments.edits),
-                              EditsOfOne(arguments));
+                              EditsOfOne(arguments), arguments.peaks.resume);
   EvaluateInput(arguments.peaks, options,
                 {.makeWriter = MakeOverlapWriter, .plot = OverlapPlot, .finish = [&](LoadedSpectrum& loaded) {
                    deconvolution.Run(loaded);

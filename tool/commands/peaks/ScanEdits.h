@@ -22,11 +22,14 @@ class ScanEdits {
   using ByScan = std::map<std::uint32_t, std::vector<Edit>>;
 
   // `ofOne` go to the one spectrum that there is; `options` is how messages call the options that give them.
-  ScanEdits(std::string input, ByScan byScan, std::vector<Edit> ofOne, std::string options)
+  // `isResumed`: a table is continued, which may have scans with edits already.
+  ScanEdits(std::string input, ByScan byScan, std::vector<Edit> ofOne, std::string options,
+            bool isResumed = false)
       : input_(std::move(input)),
         byScan_(std::move(byScan)),
         ofOne_(std::move(ofOne)),
-        options_(std::move(options)) {}
+        options_(std::move(options)),
+        isResumed_(isResumed) {}
 
   // In the order in which they are made. Throws InputError for a second spectrum with edits of one.
   const std::vector<Edit>& Of(std::uint32_t scan) {
@@ -51,7 +54,8 @@ class ScanEdits {
     std::vector<std::string> warnings;
     for (const auto& [scan, edits] : byScan_)
       if (!seen_.contains(scan))
-        warnings.push_back(fmt::format("scan {} has edits and was not evaluated", scan));
+        warnings.push_back(fmt::format("scan {} has edits and was not evaluated{}", scan,
+                                       isResumed_ ? "; rows that the table had of it are as they were" : ""));
     return warnings;
   }
 
@@ -60,6 +64,7 @@ class ScanEdits {
   ByScan byScan_;
   std::vector<Edit> ofOne_;
   std::string options_;
+  bool isResumed_;
   std::atomic<bool> isOneEdited_ = false;
   std::mutex mutex_;  // of what follows
   std::set<std::uint32_t> seen_;

@@ -74,6 +74,58 @@ TEST_F(Decon, ContinuesATableThatWasInterrupted) {
   EXPECT_EQ(ReadFile(resumed), text);
 }
 
+class DeconWithEdits : public Decon {
+ protected:
+  Outcome Table(const std::string& output, const Arguments& more) const {
+    Arguments words = {"--format", "tsv", "--unresolved", "--output", output};
+    words.insert(words.end(), more.begin(), more.end());
+    return On(DemoRun::Get().Run(), words);
+  }
+  // The table up to a number of lines, and half the next one.
+  static std::string Beginning(const std::string& text, std::size_t lines) {
+    std::size_t end = 0;
+    for (; lines > 0; --lines) end = text.find('\n', end) + 1;
+    return text.substr(0, end + 20);
+  }
+  std::string Whole() const {
+    const Outcome outcome = Table(In("whole.tsv"), {"--edits", edits_.Path()});
+    EXPECT_EQ(outcome.status, 0) << outcome.err;
+    return ReadFile(In("whole.tsv"));
+  }
+
+  TempFile edits_{"edits.tsv", "2 remove-series UA\n9 remove-series UA\n15 remove-series UA\n"};
+};
+
+TEST_F(DeconWithEdits, ContinuesATableThatWasInterrupted) {
+  const std::string whole = Whole();
+  EXPECT_EQ(LinesOf(whole).size(), 18U);
+  // Behind the last scan before an edited one, and in the middle.
+  for (const std::size_t lines : {2U, 6U, 8U, 13U}) {
+    const std::string resumed = In("resumed" + std::to_string(lines) + ".tsv");
+    std::ofstream(resumed + ".part") << Beginning(whole, lines);
+    const Outcome outcome = Table(resumed, {"--edits", edits_.Path(), "--resume"});
+    ASSERT_EQ(outcome.status, 0) << outcome.err;
+    EXPECT_EQ(ReadFile(resumed), whole) << lines;
+  }
+}
+
+TEST_F(DeconWithEdits, TellsThatRowsOfEditedScansMayStandInTheTableAlready) {
+  const std::string resumed = In("resumed.tsv");
+  std::ofstream(resumed + ".part") << Beginning(Whole(), 6);
+  EXPECT_THAT(
+      Table(resumed, {"--edits", edits_.Path(), "--resume"}).err,
+      HasSubstr("scan 2 has edits and was not evaluated; rows that the table had of it are as they were"));
+}
+
+TEST_F(DeconWithEdits, ContinueNoTableWhoseLastScanIsWithoutThem) {
+  ASSERT_EQ(Table(In("plain.tsv"), {}).status, 0);
+  const std::string resumed = In("resumed.tsv");
+  std::ofstream(resumed + ".part") << Beginning(ReadFile(In("plain.tsv")), 4);
+  const Outcome outcome = Table(resumed, {"--edits", edits_.Path(), "--resume"});
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_THAT(outcome.err, HasSubstr("scan 2: holds other peaks than this input and chain give"));
+}
+
 // The library writes the whole range by a word that it reads as another one.
 TEST_F(Decon, TakesAChainThatTheLibraryWrote) {
   TslBL::ChargeStateParams params;

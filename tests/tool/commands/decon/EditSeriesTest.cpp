@@ -79,6 +79,35 @@ TEST(EditSeries, SaysWhatCannotBeDoneAndWhy) {
             "peaks cannot be removed from series UA: the peak at m/z 1030.97 is not in it");
 }
 
+TEST(EditSeries, SaysThatASeriesToBeAddedIsNone) {
+  EXPECT_EQ(Failure({SeriesEdit::AddSeries, "resolved", {kLarge.Mz(16)}}),
+            "the resolved series cannot be added: No Charge State Deconvolution results found with current "
+            "settings.");
+}
+
+// A peak far from all others.
+TEST(EditSeries, SaysThatPeaksMakeNoSeriesBesideOthers) {
+  std::vector<double> mz = {400.0};
+  for (int charge = kLarge.highCharge; charge >= kLarge.lowCharge; --charge) mz.push_back(kLarge.Mz(charge));
+  TslTool::LoadedSpectrum loaded;
+  loaded.isPeakList = true;
+  loaded.spectrum = TslTool::PeakListSpectrum(mz, std::vector<double>(mz.size(), 100.0));
+  const TslTool::LoadedSpectrum found = WithSeries(std::move(loaded));
+  DeconSpectrum spectrum = TslTool::DeconvolvedOf(found);
+  const std::size_t before = spectrum.Series.size();
+  ASSERT_GT(before, 0U);
+  try {
+    TslTool::EditSeries(spectrum, {SeriesEdit::AddSeries, "unresolved", {400.0}});
+    ADD_FAILURE();
+  } catch (const std::runtime_error& e) {
+    EXPECT_STREQ(
+        e.what(),
+        "the unresolved series cannot be added: No Charge State Deconvolution results found with current "
+        "settings.");
+  }
+  EXPECT_EQ(spectrum.Series.size(), before);
+}
+
 TEST(EditSeries, FindsNoPeakWhereThereIsNone) {
   DeconSpectrum spectrum(*TslTool::PeakListSpectrum({}, {}));
   spectrum.AddStatus(TslBL::Curve::STATUS_CSDECON);

@@ -21,6 +21,13 @@ TEST(ScanEdits, AreThoseOfTheScan) {
   EXPECT_THAT(edits.Unused(), ElementsAre("scan 7 has edits and was not evaluated"));
 }
 
+TEST(ScanEdits, OfAContinuedTableMayHaveBeenMadeBefore) {
+  const Edits edits("in", {{3, {1}}}, {}, "--do", true);
+  EXPECT_THAT(
+      edits.Unused(),
+      ElementsAre("scan 3 has edits and was not evaluated; rows that the table had of it are as they were"));
+}
+
 TEST(ScanEdits, OfOneSpectrumAreForNoSecond) {
   Edits edits("in", {}, {9}, "--do and --undo");
   EXPECT_THAT(edits.Of(12), ElementsAre(9));
