@@ -10,6 +10,23 @@ namespace TslTool {
 
 namespace {
 
+// A segment begins and ends with zeros.
+void DropZeros(std::vector<double>& mz, std::vector<double>& amplitude, AxisRepair& repair) {
+  std::size_t out = 0;
+  for (std::size_t i = 0; i < mz.size(); ++i) {
+    const bool stepsBack = out > 0 && mz[i] < mz[out - 1] && (out < 2 || mz[i] >= mz[out - 2]);
+    if (stepsBack && amplitude[i] == 0.0 && amplitude[out - 1] != 0.0) {
+      ++repair.dropped;
+      if (!repair.first) repair.first = i;
+      continue;
+    }
+    mz[out] = mz[i];
+    amplitude[out++] = amplitude[i];
+  }
+  mz.resize(out);
+  amplitude.resize(out);
+}
+
 void ExchangeNeighbours(std::vector<double>& mz, std::vector<double>& amplitude, AxisRepair& repair) {
   std::optional<std::size_t> moved;  // where the larger point of the last exchange stands now
   for (std::size_t i = 1; i < mz.size(); ++i) {
@@ -61,6 +78,7 @@ AxisRepair RepairAxis(std::vector<double>& mz, std::vector<double>& amplitude) {
   AxisRepair repair;
   const auto notAscending = std::adjacent_find(mz.begin(), mz.end(), std::greater_equal<>());
   if (notAscending == mz.end()) return repair;
+  DropZeros(mz, amplitude, repair);
   ExchangeNeighbours(mz, amplitude, repair);
   if (!repair.disorder) MergeEquals(mz, amplitude, repair);
   return repair;
@@ -71,7 +89,10 @@ std::string DescribeRepair(const AxisRepair& repair, const std::string& firstPla
   std::string text = "m/z does not ascend everywhere (first at " + firstPlace + "): ";
   if (repair.exchanged)
     text += Number(repair.exchanged, "pair", "pairs") + " of neighbouring points put in order";
-  if (repair.exchanged && repair.merged) text += ", ";
+  if (repair.dropped)
+    text += std::string(repair.exchanged ? ", " : "") + Number(repair.dropped, "zero", "zeros") +
+            " that stepped back left out";
+  if ((repair.exchanged || repair.dropped) && repair.merged) text += ", ";
   if (repair.merged) text += Number(repair.merged, "point", "points") + " with a repeated m/z averaged";
   return text;
 }

@@ -10,13 +10,15 @@ namespace TslTool {
 
 // Instruments that join segments of a spectrum write places where the next segment's first point falls just
 // before the last segment's last one. Such a point is a valid reading in the wrong place. The rule:
+// - a zero that steps back behind a point that is none only frames its segment, and goes;
 // - two neighbouring points in the wrong order change places, if the pair then fits its other neighbours;
 // - points with the same m/z become one point with their mean amplitude: the same place was read twice;
 // - anything wilder is no spectrum axis and stays as it is.
 struct AxisRepair {
   std::size_t exchanged = 0;            // pairs that changed places
+  std::size_t dropped = 0;              // zeros that stepped back
   std::size_t merged = 0;               // points that went into their equal neighbour
-  std::optional<std::size_t> first;     // index of the first point that one of the two happened to
+  std::optional<std::size_t> first;     // index of the first point that one of these happened to
   std::optional<std::size_t> disorder;  // index of the first point with no place in the order; if set, both
                                         // arrays are useless to the caller, who reports it
 };

@@ -322,6 +322,7 @@ void MzMLFile::Impl::SettleAxis(Scan& scan) {
     repair = RepairAxis(scan.mz, scan.amplitude);
   }
   if (repair.exchanged) counts.Add("with neighbouring points in the wrong order, put in order", place);
+  if (repair.dropped) counts.Add("with zeros that step back in m/z, left out", place);
   if (repair.merged) counts.Add("with repeated m/z values, averaged", place);
 }
 

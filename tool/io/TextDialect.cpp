@@ -7,6 +7,7 @@
 #include <tool/io/Fields.h>
 #include <tool/io/TextNumber.h>
 #include <tool/io/TextRow.h>
+#include <tool/io/TimeNames.h>
 
 #include <algorithm>
 #include <array>
@@ -129,6 +130,9 @@ void Take(TextDialect& dialect, const ColumnPair& pair, const Fields& names) {
   dialect.pair = pair;
   dialect.columns = std::max(dialect.columns, names.size());
   dialect.scan = FindScanColumn(names);
+  const auto time = std::ranges::find_if(names, IsTimeName);
+  const auto place = static_cast<std::size_t>(time - names.begin());
+  if (time != names.end() && place != pair.mz && place != pair.amplitude) dialect.time = place;
   if (std::max(pair.mz, pair.amplitude) >= names.size()) return;
   dialect.mzName = names[pair.mz];
   dialect.amplitudeName = names[pair.amplitude];
@@ -189,6 +193,10 @@ class ColumnFinder {
       const bool isOther = names.size() == 2 ? IsNoMz(names.front()) && FindColumnsOfTwo(names)
                                              : std::ranges::any_of(names, IsNoMz) &&
                                                    std::ranges::any_of(names, IsAmplitudeName);
+      if (isOther && std::ranges::any_of(names, IsTimeName))
+        throw InputError(
+            file_, PlaceOf(firstRow_),
+            fmt::format("{}: a table over time is no spectrum; 'tslbl chrom' reads it", ListColumns(names)));
       if (isOther) Refuse(dialect, ListColumns(names));
       return false;
     });
@@ -237,6 +245,23 @@ class ColumnFinder {
   const ColumnChoice& choice_;
 };
 
+// Whether m/z goes on from pair to pair in a row, and from row to row.
+bool HoldsPairs(const std::vector<TextLine>& rows, const TextDialect& dialect) {
+  constexpr std::size_t kRows = 10;
+  if (rows.size() < 2 || dialect.columns < 4 || dialect.columns % 2 != 0) return false;
+  double last = -1.0;
+  for (std::size_t i = 0; i < std::min(kRows, rows.size()); ++i) {
+    const Fields fields = FieldsOf(rows[i].text, dialect.separator);
+    if (fields.size() % 2 != 0) return false;
+    for (std::size_t k = 0; k < fields.size(); k += 2) {
+      const char mark = IsNumber(fields[k], '.') ? '.' : ',';
+      if (!IsNumber(fields[k], mark) || !(ToNumber(fields[k], mark) > last)) return false;
+      last = ToNumber(fields[k], mark);
+    }
+  }
+  return true;
+}
+
 std::string NameOf(char separator) {
   if (separator == '\t') return "tab";
   if (separator == ';') return "semicolon";
@@ -266,6 +291,10 @@ TextDialect JudgeDialect(const std::string& file, const TextHead& head, const Co
   dialect.isPlain = std::ranges::all_of(rows, [](const TextLine& row) { return IsPlainRow(row.text); });
   if (!dialect.isPlain) dialect.columns = MostFrequentCount(rows, dialect.separator);
   if (dialect.columns < 2) throw InputError(file, PlaceOf(rows.front()), OneColumn(rows.front().text));
+  if (HoldsPairs(rows, dialect))
+    throw InputError(
+        file, PlaceOf(rows.front()),
+        fmt::format("{} pairs of m/z and amplitude in a line; write one a line", dialect.columns / 2));
   ColumnFinder(file, head, rows.front(), choice).Find(dialect);
   if (dialect.columns > 2) dialect.isPlain = false;
   if (!dialect.isPlain) dialect.decimal = MostFrequentMark(rows, dialect);

@@ -19,6 +19,7 @@ struct TextDialect {
   std::size_t columns = 2;  // that a row may have
   ColumnPair pair;
   std::optional<std::size_t> scan;    // the column that numbers spectra
+  std::optional<std::size_t> time;    // that of times, which of flight are those of points
   std::string mzName, amplitudeName;  // as the file gives them; empty: it does not
   // Whether a column is taken for what its name does not tell.
   bool isMzGuessed = false, isAmplitudeGuessed = false;

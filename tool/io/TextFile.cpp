@@ -43,6 +43,9 @@ class TextParser {
     for (std::string& warning : SettleTextAxis(file_, lineOf_, dialect.pair, scan))
       warnings.push_back(std::move(warning));
     if (const std::string note = DescribeDialect(dialect, head_); !note.empty()) notes.push_back(note);
+    if (head_.multiplier != 1.0)
+      notes.push_back(
+          fmt::format("amplitudes times {}, the multiplier that the file tells", head_.multiplier));
     return dialect.columns;
   }
 
@@ -64,7 +67,7 @@ class TextParser {
       const auto point = rows_->Read(WithoutComment(line));
       if (!point) return;
       scan.mz.push_back(point->mz);
-      scan.amplitude.push_back(point->amplitude);
+      scan.amplitude.push_back(point->amplitude * head_.multiplier);
       lineOf_.push_back(number);
     } catch (const std::runtime_error& error) {
       throw InputError(file_, PlaceOf(number), IsHeadAgain(line) ? NewHead(line) : error.what());

@@ -55,7 +55,8 @@ int CountNumbers(std::string_view line, const Table& table) {
 
 class HeadReader {
  public:
-  HeadReader(LineReader& lines, const ColumnChoice& choice) : lines_(lines), choice_(choice) {}
+  HeadReader(LineReader& lines, const ColumnChoice& choice, const FindNames& find)
+      : lines_(lines), choice_(choice), find_(find) {}
 
   TextHead Read() {
     for (std::string_view line; lines_.Next(line);) {
@@ -90,6 +91,17 @@ class HeadReader {
     if (head_.last.size() == kLastLines) head_.last.erase(head_.last.begin());
     head_.last.push_back({lines_.Number(), std::string(line)});
     NoteNames(line);
+    NoteMultiplier(line);
+  }
+
+  // Amplitudes may be written as whole multiples of it.
+  void NoteMultiplier(std::string_view line) {
+    constexpr std::string_view kName = "Intensity Multiplier";
+    if (!line.starts_with(kName)) return;
+    line.remove_prefix(std::min(line.find_first_not_of(" \t,;:=", kName.size()), line.size()));
+    const std::string_view value = Trim(line);
+    for (const char decimal : {'.', ','})
+      if (IsNumber(value, decimal)) head_.multiplier = ToNumber(value, decimal);
   }
 
   // Names are good for the next lines only.
@@ -99,7 +111,7 @@ class HeadReader {
     std::vector<std::string_view> fields;
     for (const char separator : kCellSeparators) {
       SplitFields(line, separator, fields);
-      const auto pair = FindColumns(fields, choice_);
+      const auto pair = find_(fields);
       if (!pair) continue;
       named_ = Table{separator, *pair};
       namedAge_ = 0;
@@ -117,6 +129,7 @@ class HeadReader {
 
   LineReader& lines_;
   const ColumnChoice& choice_;
+  const FindNames& find_;
   TextHead head_;
   std::optional<Table> named_;
   std::size_t namedAge_ = 0;
@@ -133,6 +146,13 @@ bool IsComment(std::string_view line, char separator) {
 
 std::string_view WithoutComment(std::string_view line) { return line.substr(0, line.find('#')); }
 
-TextHead ReadHead(LineReader& lines, const ColumnChoice& choice) { return HeadReader(lines, choice).Read(); }
+TextHead ReadHead(LineReader& lines, const ColumnChoice& choice, const FindNames& find) {
+  return HeadReader(lines, choice, find).Read();
+}
+
+TextHead ReadHead(LineReader& lines, const ColumnChoice& choice) {
+  return ReadHead(lines, choice,
+                  [&](const std::vector<std::string_view>& names) { return FindColumns(names, choice); });
+}
 
 }  // namespace TslTool

@@ -117,6 +117,7 @@ TextPoint RowReader::ReadTable(std::string_view row) {
   if (fields_.size() < needed || fields_.size() > dialect_.columns)
     RefuseCount(row, fields_.size(), dialect_);
   RequireSameScan();
+  RequireSameTime();
   const std::string_view text = fields_[dialect_.pair.mz];
   const double mz = Number(text, true);
   RequireMz(mz, text);
@@ -131,6 +132,20 @@ void RowReader::RequireSameScan() {
     throw std::runtime_error("spectrum \"" + Printable(scan) + "\" behind \"" + Printable(*scan_) +
                              "\": a text holds one spectrum");
   }
+}
+
+// Each point has a time of flight of its own, where points of one spectrum share their retention time.
+void RowReader::RequireSameTime() {
+  if (!dialect_.time || *dialect_.time >= fields_.size()) return;
+  const std::string_view time = fields_[*dialect_.time];
+  if (time_ && *time_ != time) {
+    if (isOfSeveral_)
+      throw std::runtime_error("time \"" + Printable(time) + "\" behind \"" + Printable(*time_) +
+                               "\": a text holds one spectrum");
+    dialect_.time.reset();
+  }
+  isOfSeveral_ = time_ == time;
+  time_ = time;
 }
 
 double RowReader::Number(std::string_view field, bool isMz) {

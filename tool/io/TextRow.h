@@ -45,6 +45,7 @@ class RowReader {
  private:
   TextPoint ReadTable(std::string_view row);
   void RequireSameScan();
+  void RequireSameTime();
   double Number(std::string_view field, bool isMz);
 
   TextDialect dialect_;
@@ -52,6 +53,8 @@ class RowReader {
   std::string unclear_;
   bool isClear_ = false;
   std::optional<std::string> scan_;
+  std::optional<std::string> time_;
+  bool isOfSeveral_ = false;  // whether a time is that of several points
 };
 
 }  // namespace TslTool

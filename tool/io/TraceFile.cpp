@@ -10,6 +10,7 @@
 #include <tool/io/TextHead.h>
 #include <tool/io/TextNumber.h>
 #include <tool/io/TextRow.h>
+#include <tool/io/TimeNames.h>
 #include <tool/io/TraceAxis.h>
 #include <algorithm>
 #include <stdexcept>
@@ -22,31 +23,9 @@ using Fields = std::vector<std::string_view>;
 
 constexpr const char* kTell = "--columns tells which hold time and signal, as in --columns 1,2";
 
-// As letters, small, without what stands in brackets.
-constexpr std::string_view kTimeWords =
-    " t rt tr time times zeit zeiten retentionszeit temps tiempo tempo tijd czas rtime retentiontime rettime "
-    "elapsedtime timestamp ";
 constexpr std::size_t kNone = static_cast<std::size_t>(-1);
 
 std::string PlaceOf(std::uint64_t line) { return "line " + std::to_string(line); }
-
-// "retentiontime" for "Retention Time (min)"; a unit behind the name goes, too.
-std::string PlainName(std::string_view name) {
-  std::string plain;
-  for (const char c : name.substr(0, name.find_first_of("([/")))
-    if (std::isalnum(static_cast<unsigned char>(c))) plain += static_cast<char>(std::tolower(c));
-  return plain;
-}
-
-bool IsTimeName(std::string_view name) {
-  const std::string plain = PlainName(name);
-  if (plain.empty()) return false;
-  if (kTimeWords.find(" " + plain + " ") != std::string_view::npos || SecondsInWord(plain)) return true;
-  // "rt_s", "time_min": a word of time and then a unit.
-  const std::size_t cut = name.find_last_of("_ .-");
-  return cut != std::string_view::npos && SecondsInWord(name.substr(cut + 1)) &&
-         kTimeWords.find(" " + PlainName(name.substr(0, cut)) + " ") != std::string_view::npos;
-}
 
 class TraceParser {
  public:
@@ -55,11 +34,13 @@ class TraceParser {
 
   Traces Read(std::vector<std::string> warnings) {
     traces_.warnings = std::move(warnings);
-    head_ = ReadHead(lines_, choice_.columns);
+    head_ = ReadHead(lines_, choice_.columns, [&](const Fields& names) { return NamedColumns(names); });
     if (head_.sample.empty()) RefuseWords();
+    EndAtSection();
     JudgeColumns();
     for (const TextLine& line : head_.sample) TakeLine(line.text, line.number);
-    for (std::string_view line; lines_.Next(line);) TakeLine(line, lines_.Number());
+    for (std::string_view line; !hasEnded_ && lines_.Next(line);)
+      if (!EndsBefore(line, lines_.Number())) TakeLine(line, lines_.Number());
     RequireClearNumbers();
     SettleAll();
     RequirePoints();
@@ -67,6 +48,34 @@ class TraceParser {
   }
 
  private:
+  // Below names, columns may hold words beside the numbers.
+  std::optional<ColumnPair> NamedColumns(const Fields& names) const {
+    if (choice_.columns.IsGiven()) return TslTool::FindColumns(names, choice_.columns);
+    const bool areWords = std::ranges::none_of(
+        names, [](std::string_view name) { return name.empty() || LooksLikeNumber(name); });
+    const auto time = std::ranges::find_if(names, IsTimeName);
+    if (names.size() < 2 || !areWords || time == names.end()) return std::nullopt;
+    const auto place = static_cast<std::size_t>(time - names.begin());
+    return ColumnPair{place, place == 0 ? std::size_t{1} : 0};
+  }
+
+  // Programs that write several tables into one text head each with "[NAME]".
+  bool EndsBefore(std::string_view line, std::uint64_t number) {
+    const std::string_view text = Trim(line);
+    hasEnded_ = text.starts_with('[') && text.ends_with(']');
+    if (hasEnded_)
+      traces_.warnings.push_back(
+          fmt::format("{} \"{}\" begins another section, which is left out with all behind it",
+                      PlaceOf(number), Shown(text)));
+    return hasEnded_;
+  }
+
+  void EndAtSection() {
+    const auto end = std::ranges::find_if(
+        head_.sample, [&](const TextLine& line) { return EndsBefore(line.text, line.number); });
+    head_.sample.erase(end, head_.sample.end());
+  }
+
   [[noreturn]] void RefuseWords() const {
     const std::string reason = "holds no line with a time and a signal";
     if (head_.words == 0) throw InputError(file_, "", reason);
@@ -138,8 +147,23 @@ class TraceParser {
     if (time_ == kNone)
       throw InputError(file_, PlaceOf(row.number),
                        fmt::format("no column of times among {}: {}", ListColumns(names), kTell));
-    for (std::size_t i = 0; i < dialect_.columns; ++i)
-      if (i != time_) AddSignal(i);
+    AddSignals(fields);
+    if (signals_.empty())
+      throw InputError(file_, PlaceOf(row.number),
+                       fmt::format("no column of a signal among {}: {}", ListColumns(names), kTell));
+  }
+
+  // Every column but that of times, and but those of words.
+  void AddSignals(const Fields& row) {
+    for (std::size_t i = 0; i < dialect_.columns; ++i) {
+      if (i == time_) continue;
+      if (i < row.size() && !row[i].empty() && !LooksLikeNumber(row[i])) {
+        traces_.notes.push_back(
+            fmt::format("column \"{}\" ({}) holds words, left out", Printable(NameOf(i)), i + 1));
+      } else {
+        AddSignal(i);
+      }
+    }
   }
 
   void TakeChoice(const TextLine& row, const Fields& names) {
@@ -186,6 +210,9 @@ class TraceParser {
   }
 
   void TellColumns() {
+    if (head_.multiplier != 1.0)
+      traces_.notes.push_back(
+          fmt::format("signals times {}, the multiplier that the file tells", head_.multiplier));
     if (names_.empty()) return;
     std::string text = fmt::format("time is column \"{}\" ({})", Printable(NameOf(time_)), time_ + 1);
     if (unit_ == 60.0) text += ", minutes";
@@ -219,7 +246,7 @@ class TraceParser {
 
   void Add(std::size_t index, double seconds, double value, std::uint64_t line) {
     traces_.all[index].seconds.push_back(seconds);
-    traces_.all[index].values.push_back(value);
+    traces_.all[index].values.push_back(value * head_.multiplier);
     linesOf_[index].push_back(line);
   }
 
@@ -277,6 +304,7 @@ class TraceParser {
   Fields fields_;
   Traces traces_;
   std::vector<std::vector<std::uint64_t>> linesOf_;  // of the points of each trace
+  bool hasEnded_ = false;
   bool isClear_ = false;
   std::string unclear_;
   std::uint64_t unclearLine_ = 0;

@@ -14,6 +14,8 @@ TEST(Threads, AreAsManyAsAreAskedFor) {
   TslBL::SetMultiThreadingParams(before);
 }
 
+TEST(Threads, Are1024AtMost) { EXPECT_THROW(TslTool::UseThreads(1025), TslTool::UsageError); }
+
 TEST(Threads, AreOneAtLeast) { EXPECT_THROW(TslTool::UseThreads(0), TslTool::UsageError); }
 
 }  // namespace

@@ -30,6 +30,19 @@ TEST(Axis, ExchangesPairs) {
   EXPECT_EQ(repair.first, 1u);
 }
 
+// Segments overlap by the zeros that frame them.
+TEST(Axis, LeavesZerosOutThatStepBack) {
+  Values mz = {1, 2, 3, 2.5, 3.5, 4}, amplitude = {0, 5, 7, 0, 0, 6};
+  const auto repair = RepairAxis(mz, amplitude);
+  EXPECT_THAT(mz, ElementsAre(1, 2, 3, 3.5, 4));
+  EXPECT_THAT(amplitude, ElementsAre(0, 5, 7, 0, 6));
+  EXPECT_EQ(repair.dropped, 1u);
+  EXPECT_EQ(repair.exchanged, 0u);
+  EXPECT_EQ(repair.first, 3u);
+  EXPECT_EQ(DescribeRepair(repair, "line 4"),
+            "m/z does not ascend everywhere (first at line 4): 1 zero that stepped back left out");
+}
+
 TEST(Axis, DoesNotMoveAPointByTwoPlaces) {
   Values back = {1, 3, 4, 2}, forth = {1, 4, 2, 3}, amplitude(4);
   EXPECT_EQ(RepairAxis(back, amplitude).disorder, 3u);

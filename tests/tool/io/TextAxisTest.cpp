@@ -85,7 +85,7 @@ TEST(TextAxis, SeveralSpectraAreRefused) {
   Rows both = SpectrumRows();
   for (const std::string& row : SpectrumRows()) both.push_back(row);
   EXPECT_THAT(ErrorOf(TextOf(Shuffled(both))), HasSubstr(several));
-  EXPECT_EQ(ErrorOf("rt,mz,int\n1,100,5\n1,101,6\n1,102,7\n1,103,5\n2,100,5\n2,101,6\n2,102,7\n2,103,7\n"),
+  EXPECT_EQ(ErrorOf("n,mz,int\n1,100,5\n2,101,6\n3,102,7\n4,103,5\n5,100,5\n6,101,6\n7,102,7\n8,103,7\n"),
             "line 6: m/z begins anew, 100 behind 103" + several);
 }
 

@@ -126,6 +126,7 @@ struct Refused {
 
 TEST(TextDialect, RefusesWhatIsNotCertain) {
   const std::string tell = ": tell which hold m/z and amplitude, as in --columns ";
+  const std::string chrom = ": a table over time is no spectrum; 'tslbl chrom' reads it";
   const std::string mark =
       " has a decimal comma or a mark for thousands, and nothing in the file tells which; write decimal "
       "points";
@@ -139,20 +140,22 @@ TEST(TextDialect, RefusesWhatIsNotCertain) {
       {"\"mz\",\"int\"\n\"1\",100.5,2\n",
        "line 2: 3 columns, \"1\" (1), \"100.5\" (2), \"2\" (3)" + tell + "2,3"},
       {"counts\tchannel\n5\t100\n", "line 2: 2 columns, \"counts\" (1), \"channel\" (2)" + tell + "1,2"},
-      {"time,signal\n1,5\n", "line 2: 2 columns, \"time\" (1), \"signal\" (2)" + tell + "1,2"},
+      {"time,signal\n1,5\n", "line 2: \"time\" (1), \"signal\" (2)" + chrom},
       {"X(Minutes),Y(Counts)\n1,5\n",
        "line 2: 2 columns, \"X(Minutes)\" (1), \"Y(Counts)\" (2)" + tell + "1,2"},
       {"n,X(Minutes),Y(Counts)\n1,1.5,5\n",
        "line 2: 3 columns, \"n\" (1), \"X(Minutes)\" (2), \"Y(Counts)\" (3)" + tell + "2,3"},
       {"#Point,X(Minutes),Y(Counts)\n1,1.5,5\n",
        "line 2: 3 columns, \"#Point\" (1), \"X(Minutes)\" (2), \"Y(Counts)\" (3)" + tell + "2,3"},
-      {"Time (min) Intensity\n1 5\n",
-       "line 2: 2 columns, \"Time (min)\" (1), \"Intensity\" (2)" + tell + "1,2"},
+      {"Time (min) Intensity\n1 5\n", "line 2: \"Time (min)\" (1), \"Intensity\" (2)" + chrom},
       {"2theta,Intensity\n1,5\n", "line 2: 2 columns, \"2theta\" (1), \"Intensity\" (2)" + tell + "1,2"},
       {"Temperature\tWeight\n1\t5\n",
        "line 2: 2 columns, \"Temperature\" (1), \"Weight\" (2)" + tell + "1,2"},
-      {"# RT counts\n1 5\n", "line 2: 2 columns, \"RT\" (1), \"counts\" (2)" + tell + "1,2"},
+      {"# RT counts\n1 5\n", "line 2: \"RT\" (1), \"counts\" (2)" + chrom},
       {"Wavelength\tA\n1\t5\n", "line 2: 2 columns, \"Wavelength\" (1), \"A\" (2)" + tell + "1,2"},
+      {"100 5 101 6\n102 7 103 8\n", "line 1: 2 pairs of m/z and amplitude in a line; write one a line"},
+      {"100 5 101 6\n102 7 103 8\n", "line 1: 2 pairs of m/z and amplitude in a line; write one a line",
+       "1,2"},
       {"1 2 3\n", "line 1: there is no column 4: \"1\" (1), \"2\" (2), \"3\" (3)", "1,4"},
       {"a;b\n1;2\n", "line 2: the columns a and c are not found among \"a\" (1), \"b\" (2)", "a,c"},
       {"1,234\t5\n1,235\t6\n", "line 1: \"1,234\"" + mark},

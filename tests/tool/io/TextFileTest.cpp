@@ -36,6 +36,22 @@ TEST(TextFile, SkipsHeaderCommentsAndEmptyLines) {
   }
 }
 
+TEST(TextFile, MultipliesBySaidMultiplier) {
+  const ReadText read = Read("Intensity Multiplier\t0.5\nm/z\tIntensity\n100\t5\n101\t6\n");
+  EXPECT_THAT(read.scan.amplitude, ElementsAre(2.5, 3));
+  EXPECT_THAT(read.notes, testing::Contains("amplitudes times 0.5, the multiplier that the file tells"));
+}
+
+TEST(TextFile, OfSeveralRetentionTimesIsRefused) {
+  EXPECT_EQ(ErrorOf("mz\tintensity\trt\n100\t5\t1.5\n101\t6\t1.5\n102\t7\t1.6\n"),
+            "line 4: time \"1.6\" behind \"1.5\": a text holds one spectrum");
+}
+
+TEST(TextFile, TimesOfFlightAreThoseOfPoints) {
+  const Scan scan = Read("m/z\ttime\tIntens.\n100\t1.5\t5\n101\t1.6\t6\n102\t1.7\t7\n").scan;
+  EXPECT_THAT(scan.amplitude, ElementsAre(5, 6, 7));
+}
+
 TEST(TextFile, IsOneScanOfWhichNothingElseIsKnown) {
   const Scan scan = Read("1 2\n").scan;
   EXPECT_EQ(scan.number, 1u);
@@ -71,9 +87,9 @@ TEST(TextFile, CountsThePrecursorLineOfDtaAmongTheLines) {
 }
 
 TEST(TextFile, PutsTheOverlapOfTwoSegmentsInOrderAndWarns) {
-  const ReadText result = Read("# segments\n1.0 5\n1.2 6\n1.1 0\n1.3 7\n");
+  const ReadText result = Read("# segments\n1.0 5\n1.2 6\n1.1 2\n1.3 7\n");
   EXPECT_THAT(result.scan.mz, ElementsAre(1.0, 1.1, 1.2, 1.3));
-  EXPECT_THAT(result.scan.amplitude, ElementsAre(5, 0, 6, 7));
+  EXPECT_THAT(result.scan.amplitude, ElementsAre(5, 2, 6, 7));
   EXPECT_THAT(result.warnings,
               ElementsAre("m/z does not ascend everywhere (first at line 4): 1 pair of neighbouring "
                           "points put in order"));

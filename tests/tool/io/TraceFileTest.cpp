@@ -54,6 +54,39 @@ TEST(TraceFile, TakesTheUnitOfTheCaller) {
   EXPECT_THAT(read.warnings, IsEmpty());
 }
 
+TEST(TraceFile, MultipliesBySaidMultiplier) {
+  const std::string head = "Intensity Units\tmV\nIntensity Multiplier\t0.001\n";
+  const Traces read = Read(head + "R.Time (min)\tIntensity\n0\t5000\n1\t7\n");
+  EXPECT_THAT(read.all[0].values, ElementsAre(5.0, 0.007));
+  EXPECT_THAT(read.notes, testing::Contains("signals times 0.001, the multiplier that the file tells"));
+  EXPECT_THAT(Read("Intensity Multiplier;0,5\ntime (s);y\n0;5\n1;7\n").all[0].values, ElementsAre(2.5, 3.5));
+}
+
+TEST(TraceFile, EndsWhereAnotherSectionBegins) {
+  const Traces read =
+      Read("[Chromatogram]\ntime (s)\ty\n0\t5\n1\t7\n[Peak Table]\n# of Peaks\t1\nPeak\tArea\n1\t9\n");
+  EXPECT_THAT(read.all[0].values, ElementsAre(5.0, 7.0));
+  EXPECT_THAT(read.warnings,
+              ElementsAre("line 5 \"[Peak Table]\" begins another section, which is left out with "
+                          "all behind it"));
+}
+
+TEST(TraceFile, EndsAtASectionFarBehindItsHeadToo) {
+  std::string text = "time (s)\ty\n";
+  for (int i = 0; i < 3000; ++i) text += std::to_string(i) + "\t1\n";
+  const Traces read = Read(text + "[Other]\n5000\t2\n");
+  EXPECT_THAT(read.all[0].values, SizeIs(3000));
+  EXPECT_THAT(read.warnings, ElementsAre(HasSubstr("line 3002 \"[Other]\" begins another section")));
+}
+
+TEST(TraceFile, LeavesColumnsOfWordsOut) {
+  const Traces read = Read("time (s),signal,detector\n0,5,UV\n1,7,UV\n");
+  ASSERT_THAT(read.all, SizeIs(1));
+  EXPECT_THAT(read.all[0].values, ElementsAre(5.0, 7.0));
+  EXPECT_THAT(read.notes, testing::Contains("column \"detector\" (3) holds words, left out"));
+  EXPECT_THAT(ErrorOf("time (s),detector\n0,UV\n1,UV\n"), HasSubstr("no column of a signal among"));
+}
+
 TEST(TraceFile, TakesEverySignalForATrace) {
   const Traces read = Read("rt_s\tTIC\tA\n1\t5\t\n2\t6\t8\n3\t7\t9\n");
   ASSERT_THAT(read.all, SizeIs(2));
@@ -85,8 +118,8 @@ TEST(TraceFile, KeepsNegativeSignals) {
 }
 
 TEST(TraceFile, ReadsATableWithWordsWhereTheCallerChoosesTheColumns) {
-  const std::string text = "time_s,note,uv\n1,a,5\n2,b,6\n";
-  EXPECT_THAT(Read(text, {{"time_s", "uv"}, {}}).all.at(0).values, ElementsAre(5.0, 6.0));
+  const std::string text = "stamp_s,note,uv\n1,a,5\n2,b,6\n";
+  EXPECT_THAT(Read(text, {{"stamp_s", "uv"}, {}}).all.at(0).values, ElementsAre(5.0, 6.0));
   EXPECT_THAT(ErrorOf(text), HasSubstr("of a table, --columns tells which hold them"));
 }
 
