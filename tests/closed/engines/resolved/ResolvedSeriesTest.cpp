@@ -212,6 +212,14 @@ TEST(FindAllSpecies, BridgesAsManyMissingIsotopesAsAllowed) {
   for (const Species& one : short_) EXPECT_LT(one.states[0].isotopes.size(), peaks.size());
 }
 
+TEST(FindAllSpecies, BridgesAnyNumberOfGaps) {
+  ResolvedPrefs prefs = Prefs();
+  prefs.maxIsotopeGaps = prefs.maxChargeGaps = std::numeric_limits<std::int32_t>::max();
+  const auto species = FindAllSpecies(Pattern(1500, 1) + Pattern(1500, 3), prefs);
+  ASSERT_EQ(species.size(), 1U);
+  EXPECT_EQ(Charges(species[0]), (std::vector<int>{1, 3}));
+}
+
 TEST(FindAllSpecies, TakesIsotopesWithinTheAccuracy) {
   auto peaks = Pattern(1500, 1);
   for (std::size_t k = 1; k < peaks.size(); k += 2) peaks[k].mz += 0.06;  // 40 ppm
@@ -378,6 +386,16 @@ TEST(FindSpeciesOf, FindsTheOneThatHoldsItsSeeds) {
   ASSERT_TRUE(species);
   EXPECT_NEAR(species->monoMass, MonoMassAt(1500), 0.01);
   EXPECT_EQ(Charges(*species), (std::vector<int>{2, 3}));
+}
+
+TEST(FindSpeciesOf, TakesAnyNumberOfSeeds) {
+  const auto peaks =
+      Pattern(1300, 1, 1e3) + Pattern(1500, 2, 3e4) + Pattern(1500, 3, 3e4) + Pattern(700, 1, 1e3);
+  std::vector<std::size_t> seeds(peaks.size());
+  for (std::size_t k = 0; k < seeds.size(); ++k) seeds[k] = k;
+  const auto species = FindSpeciesOf(peaks, Prefs(), seeds);
+  ASSERT_TRUE(species);
+  EXPECT_NEAR(species->monoMass, MonoMassAt(1500), 0.01);
 }
 
 TEST(FindSpeciesOf, FindsNothingWhereNoPatternPasses) {

@@ -77,8 +77,9 @@ std::optional<std::size_t> PatternMatch::PeakNear(double mz, std::int32_t charge
 // Whether a second isotope may be there at all; quicker than laying a pattern.
 bool PatternMatch::HasNeighbour(std::size_t anchor, std::int32_t charge) const {
   const double mz = list_[anchor].mz;
-  const double reach = HalfWindow(mz, charge) + (prefs_.maxIsotopeGaps + 1) * kSpacingVaries / charge;
-  const double farthest = (prefs_.maxIsotopeGaps + 1) * kIsotopeSpacing / charge + reach;
+  const double steps = prefs_.maxIsotopeGaps + 1.0;
+  const double reach = HalfWindow(mz, charge) + steps * kSpacingVaries / charge;
+  const double farthest = steps * kIsotopeSpacing / charge + reach;
   const double nearest = kIsotopeSpacing / charge - reach;
   const auto isThere = [&](std::size_t i, double distance) {
     if (distance < nearest || remaining_[i] <= 0.0) return false;

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <stdexcept>
 #include <string>
 
@@ -14,6 +15,7 @@ namespace {
 
 constexpr std::int32_t kMostChargeOfIsotopes = 1000;
 constexpr double kMassOfSeeds = 0.35;  // Da
+constexpr std::size_t kMostAnchors = 10;
 
 void Require(bool fact, const char* reason) {
   if (!fact) throw std::invalid_argument(reason);
@@ -77,12 +79,20 @@ bool HoldsAny(const std::vector<Envelope>& envelopes, std::size_t peak) {
   return std::ranges::any_of(envelopes, [&](const Envelope& envelope) { return Holds(envelope, peak); });
 }
 
+// The strongest, of which the pattern that holds most has some.
+std::vector<std::size_t> Anchors(const IsotopeList& list, std::span<const std::size_t> seeds) {
+  std::vector<std::size_t> anchors(seeds.begin(), seeds.end());
+  std::ranges::stable_sort(anchors, std::greater{}, [&](std::size_t seed) { return list[seed].intensity; });
+  anchors.resize(std::min(anchors.size(), kMostAnchors));
+  return anchors;
+}
+
 // That of any charge and any isotope which holds most of the seeds, and of those the one with most evidence.
 std::optional<Envelope> BestWith(Workplace& work, std::span<const std::size_t> seeds) {
   std::optional<Envelope> best;
   std::size_t most = 0;
   Envelope trial;
-  for (const std::size_t seed : seeds) {
+  for (const std::size_t seed : Anchors(work.list, seeds)) {
     for (std::int32_t charge = 1; charge <= work.checked.maxCharge; ++charge) {
       const VisiblePattern& pattern = work.match.PatternOf(seed, charge);
       for (std::size_t place = 0; place < pattern.Size(); ++place) {
