@@ -21,6 +21,14 @@ constexpr double kIsotopeSpacing = 1.00235;  // Da, as in an average protein
 // molecule, as real ones have more or less sulfur.
 constexpr double kComposition = 1.1;
 
+// To so much of it, smoothing and baseline leave the skew of peaks as it is.
+constexpr double kSkewKnown = 0.1;
+// The isotopes of an average protein put the mean of a peak above the centroid over its top 30 percent by
+// this times its mass over its variance, Da, within 6 percent from 6 to 148 kDa. More is not of isotopes.
+constexpr double kIsotopeSkew = 3.1e-4;
+constexpr double kMostOfIsotopes = 1.5;
+constexpr double kWidthOfSigma = 2.3548200450309493;
+
 // One charge of a resolved series.
 struct ChargeError {
   double weights = 0.0;
@@ -44,6 +52,10 @@ double IsotopesBeyondFirst(const CSSeriesPeakInfo& peak, double carrier, double 
   return std::max(0.0, std::round(off / kIsotopeSpacing) - 1.0);
 }
 
+double MeanOf(const CSSeriesPeakInfo& member, const std::vector<double>& means) {
+  return member.PeakId < means.size() ? means[member.PeakId] : kUnknown;
+}
+
 double ScatterError(const CSSeriesInfo& series, std::size_t charges) {
   if (charges < kLeastToScatter) return kUnknown;
   return series.StdDev / std::sqrt(static_cast<double>(charges));
@@ -54,8 +66,10 @@ double ScatterError(const CSSeriesInfo& series, std::size_t charges) {
 MassErrors::MassErrors(const TslBL::DeconSpectrum& spectrum, const std::vector<ReportedPeak>& peaks)
     : spectrum_(spectrum), peaks_(peaks) {}
 
-double MassErrors::Of(const CSSeriesInfo& series) const {
-  return series.Series.Type == TslBL::CSSeries::Resolved ? OfResolved(series) : OfUnresolved(series);
+SeriesMass MassErrors::Of(const CSSeriesInfo& series, const std::vector<double>& means) const {
+  if (series.Series.Type == TslBL::CSSeries::Resolved)
+    return {series.AvgMass, OfResolved(series), series.StdDev};
+  return OfUnresolved(series, means);
 }
 
 double MassErrors::IntensityOf(const ReportedPeak& peak) const {
@@ -67,21 +81,47 @@ double MassErrors::WeightOf(const ReportedPeak& peak) const {
   return isWeighted ? IntensityOf(peak) : 1.0;
 }
 
-// By the library's own mean over the same peaks.
-double MassErrors::OfUnresolved(const CSSeriesInfo& series) const {
-  if (series.Peaks.size() < kLeastToScatter) return kUnknown;
+// By the library's own mean over the same peaks. Those whose mean is not known are as skew as the others.
+SeriesMass MassErrors::OfUnresolved(const CSSeriesInfo& series, const std::vector<double>& means) const {
+  const Skew skew = SkewOf(series, means);
   std::vector<TslMath::IonPeak> peaks;
   std::vector<std::size_t> members;
   for (const CSSeriesPeakInfo& member : series.Peaks) {
     const ReportedPeak& peak = peaks_.at(member.PeakId);
+    const double mean = MeanOf(member, means);
+    const double off = std::isnan(mean) ? skew.mass / member.Charge : skew.share * (mean - member.MZ);
     members.push_back(peaks.size());
     peaks.push_back(
-        {member.MZ, IntensityOf(peak), peak.row.Area, peak.row.Signal2Noise, peak.row.Resolution});
+        {member.MZ + off, IntensityOf(peak), peak.row.Area, peak.row.Signal2Noise, peak.row.Resolution});
   }
   TslMath::UnresolvedPrefs prefs;
   prefs.carrierMass = spectrum_.CSParams.GetAdductIonInfo().AvgMass;
   const auto again = TslMath::RecalculateSeries(peaks, prefs, series.AvgMass, members);
-  return again && again->standardError > 0.0 ? again->standardError : kUnknown;
+  const bool isTold = again && members.size() >= kLeastToScatter && again->standardError > 0.0;
+  const double error = isTold ? again->standardError : kUnknown;
+  if (!again || skew.mass == 0.0) return {series.AvgMass, error, series.StdDev};
+  return {again->mass, std::hypot(error, kSkewKnown * skew.mass), again->standardDeviation};
+}
+
+MassErrors::Skew MassErrors::SkewOf(const CSSeriesInfo& series, const std::vector<double>& means) const {
+  double weights = 0.0;
+  double measured = 0.0;
+  double ofIsotopes = 0.0;
+  std::size_t known = 0;
+  for (const CSSeriesPeakInfo& member : series.Peaks) {
+    const double mean = MeanOf(member, means);
+    const ReportedPeak& peak = peaks_.at(member.PeakId);
+    if (std::isnan(mean) || !(peak.row.Resolution > 0.0)) continue;
+    ++known;
+    const double weight = IntensityOf(peak);
+    const double sigma = member.Charge * member.MZ / peak.row.Resolution / kWidthOfSigma;
+    weights += weight;
+    measured += weight * member.Charge * (mean - member.MZ);
+    ofIsotopes += weight * kIsotopeSkew * series.AvgMass / (sigma * sigma);
+  }
+  if (2 * known <= series.Peaks.size() || !(weights > 0.0) || !(measured > 0.0)) return {};
+  const double taken = std::min(measured, kMostOfIsotopes * ofIsotopes);
+  return {taken / weights, taken / measured};
 }
 
 double MassErrors::OfResolved(const CSSeriesInfo& series) const {

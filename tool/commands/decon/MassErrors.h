@@ -7,23 +7,39 @@
 
 namespace TslTool {
 
+struct SeriesMass {
+  double mass;       // Da, neutral
+  double error;      // standard error, Da; NaN where nothing tells it
+  double deviation;  // Da, standard deviation of the masses by the charges
+};
+
 // Standard errors of masses, Da; NaN where nothing tells them. What all peaks have in common, as an error of
 // the m/z axis, is not in them.
 //
-// An unresolved series of three peaks or more is told by how their masses scatter. In a resolved one the
-// standard errors of the peaks' m/z add up, as the peaks do in the mean; where its charges differ by more
-// than that, the error grows with them (R. Birge, The calculation of errors by the method of least squares,
-// 1932). Without errors of the peaks the charges tell alone, if there are three. What isotopes weigh differs
-// from protein to protein by what they are made of, and that is added.
+// An unresolved series of three peaks or more is told by how their masses scatter; its mass is that of the
+// means of its peaks where these are known (PeakMeans.h), as far as isotopes can make them differ from the
+// positions, as adducts make peaks skew, too; a tenth of what this makes is added to its error. In a resolved
+// one the standard errors of the peaks' m/z add up, as the peaks do in the mean; where its charges differ by
+// more than that, the error grows with them (R. Birge, The calculation of errors by the method of least
+// squares, 1932). Without errors of the peaks the charges tell alone, if there are three. What isotopes weigh
+// differs from protein to protein by what they are made of, and that is added.
 class MassErrors {
  public:
   // `peaks` are all of the spectrum, by their ids. Both must outlive it.
   MassErrors(const TslBL::DeconSpectrum& spectrum, const std::vector<ReportedPeak>& peaks);
 
-  double Of(const TslBL::CSSeriesInfo& series) const;
+  // `means` are the mean m/z of the peaks, which belong to an average mass; NaN where they are not known.
+  SeriesMass Of(const TslBL::CSSeriesInfo& series, const std::vector<double>& means = {}) const;
 
  private:
-  double OfUnresolved(const TslBL::CSSeriesInfo& series) const;
+  SeriesMass OfUnresolved(const TslBL::CSSeriesInfo& series, const std::vector<double>& means) const;
+  // By how much the means of a series lie above its positions as far as isotopes make them so, Da, and what
+  // share that is of all; 0 where most peaks do not tell it.
+  struct Skew {
+    double mass = 0.0;
+    double share = 0.0;
+  };
+  Skew SkewOf(const TslBL::CSSeriesInfo& series, const std::vector<double>& means) const;
   double OfResolved(const TslBL::CSSeriesInfo& series) const;
   double WeightOf(const ReportedPeak& peak) const;
   double IntensityOf(const ReportedPeak& peak) const;

@@ -2,6 +2,7 @@
 
 #include <tool/commands/decon/CountErrors.h>
 #include <tool/commands/decon/MassErrors.h>
+#include <tool/commands/decon/PeakMeans.h>
 #include <tool/commands/peaks/ReportedPeak.h>
 #include <tslbl/closed/common/Text.h>
 #include <algorithm>
@@ -22,19 +23,29 @@ double IntensityOf(const DeconSpectrum& spectrum, const ReportedPeak& peak, bool
   return isPeakList ? peak.row.Area : peak.area;
 }
 
-SeriesRow RowOf(const DeconSpectrum& spectrum, std::uint32_t index, double massError) {
+SeriesRow RowOf(const DeconSpectrum& spectrum, std::uint32_t index, const SeriesMass& mass,
+                double countError) {
   const CSSeriesInfo& series = spectrum.Series[index];
   const auto [low, high] = std::ranges::minmax(series.Peaks, {}, &CSSeriesPeakInfo::Charge);
   return {TslCommon::ToUtf8(DeconSpectrum::CSSeriesObjToLabel(series.Series)),
           series.Series.Type == TslBL::CSSeries::Resolved,
           index,
-          series.AvgMass,
-          massError,
-          low.Charge == high.Charge ? std::numeric_limits<double>::quiet_NaN() : series.StdDev,
+          mass.mass,
+          std::hypot(mass.error, countError),
+          low.Charge == high.Charge ? std::numeric_limits<double>::quiet_NaN() : mass.deviation,
           low.Charge,
           high.Charge,
           0.0,
           {}};
+}
+
+// By the rows of the peak table.
+std::vector<double> MeansOfRows(const LoadedSpectrum& loaded, const std::vector<ReportedPeak>& rows) {
+  const std::vector<double> ofPeaks = PeakMeans(loaded);
+  std::vector<double> means(rows.size(), std::numeric_limits<double>::quiet_NaN());
+  for (std::size_t i = 0; i < rows.size(); ++i)
+    if (rows[i].row.Kind != TslBL::MZPeak::OverlapPeak) means[i] = ofPeaks.at(rows[i].row.PeakId);
+  return means;
 }
 
 }  // namespace
@@ -47,13 +58,14 @@ std::vector<SeriesRow> SeriesRows(const LoadedSpectrum& loaded) {
   const DeconSpectrum& spectrum = DeconvolvedOf(loaded);
   const std::vector<ReportedPeak> peaks = ReportedPeaks(loaded);
   const MassErrors errors(spectrum, peaks);
+  const std::vector<double> means = MeansOfRows(loaded, peaks);
   const std::vector<double> countErrors = CountErrors(spectrum, peaks);
   std::vector<SeriesRow> rows;
   rows.reserve(spectrum.Series.size());
   for (std::uint32_t i = 0; i < spectrum.Series.size(); ++i) {
     const CSSeriesInfo& series = spectrum.Series[i];
     if (series.Peaks.empty()) continue;
-    SeriesRow& row = rows.emplace_back(RowOf(spectrum, i, std::hypot(errors.Of(series), countErrors[i])));
+    SeriesRow& row = rows.emplace_back(RowOf(spectrum, i, errors.Of(series, means), countErrors[i]));
     for (const CSSeriesPeakInfo& member : series.Peaks) {
       const double intensity = IntensityOf(spectrum, peaks.at(member.PeakId), loaded.isPeakList);
       row.peaks.push_back({member.Charge, std::size_t{member.PeakId} + 1, member.MZ, intensity});

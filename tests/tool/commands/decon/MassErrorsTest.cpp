@@ -38,7 +38,7 @@ struct Resolved {
     member.MZ = mz;
     member.IsMonoPeak = isMono;
   }
-  double Error() const { return MassErrors(spectrum, peaks).Of(series); }
+  double Error() const { return MassErrors(spectrum, peaks).Of(series).error; }
 
   TslBL::DeconSpectrum spectrum;
   std::vector<ReportedPeak> peaks;
@@ -91,6 +91,60 @@ TEST(MassErrors, OfUnresolvedSeriesAreAsLargeAsTheyAreOff) {
   EXPECT_LT(std::abs(rows[0].mass - kLarge.mass), 4.0 * rows[0].massError);
   EXPECT_LT(rows[0].massError, 0.05);
   EXPECT_LT(std::abs(rows[1].mass - kSmall.mass), 4.0 * rows[1].massError);
+}
+
+// Isotopes of 12 000 Da make lines of this width skew by 0.27 Da at a charge of 12.
+constexpr double kLine = 0.73;
+
+// Charges 10 to 14 of 12 000 Da, whose peaks have their mean so far above their position, in m/z.
+struct Unresolved {
+  explicit Unresolved(double skew) {
+    series.Series = {CSSeries::Unresolved, 1};
+    series.AvgMass = 12000.0;
+    series.StdDev = 0.05;
+    for (std::uint32_t charge = 10; charge < 15; ++charge) {
+      CSSeriesPeakInfo& member = series.Peaks.emplace_back();
+      member.PeakId = charge - 10;
+      member.Charge = charge;
+      member.MZ = 12000.0 / charge + spectrum.CSParams.GetAdductIonInfo().AvgMass + 1e-5 * (charge % 2);
+      means.push_back(member.MZ + skew / charge);
+      ReportedPeak& peak = peaks.emplace_back();
+      peak.row.Ampl = peak.row.Area = 100.0;
+      peak.row.Resolution = member.MZ / kLine;
+    }
+  }
+  TslTool::SeriesMass Mass() const { return MassErrors(spectrum, peaks).Of(series, means); }
+
+  TslBL::DeconSpectrum spectrum;
+  std::vector<ReportedPeak> peaks;
+  CSSeriesInfo series;
+  std::vector<double> means;
+};
+
+TEST(MassErrors, OfUnresolvedSeriesTakeTheMeansOfPeaks) {
+  EXPECT_NEAR(Unresolved(0.2).Mass().mass, Unresolved(0.1).Mass().mass + 0.1, 1e-6);
+  EXPECT_NEAR(Unresolved(0.2).Mass().error, std::hypot(Unresolved(0.0).Mass().error, 0.02), 1e-6);
+}
+
+TEST(MassErrors, TakeNoMoreSkewThanIsotopesMake) {
+  const double most = Unresolved(1.0).Mass().mass;
+  EXPECT_GT(most, 12000.35);
+  EXPECT_LT(most, 12000.5);
+  EXPECT_NEAR(Unresolved(2.0).Mass().mass, most, 1e-6);
+  EXPECT_EQ(Unresolved(-0.2).Mass().mass, 12000.0);
+}
+
+TEST(MassErrors, PeaksWhoseMeanIsNotKnownAreAsSkewAsTheOthers) {
+  Unresolved one(0.2);
+  one.means[2] = std::nan("");
+  EXPECT_NEAR(one.Mass().mass, Unresolved(0.2).Mass().mass, 1e-6);
+}
+
+TEST(MassErrors, WithoutTheMeansOfMostTheMassIsThatOfTheLibrary) {
+  Unresolved one(0.2);
+  for (const std::size_t i : {0U, 1U, 2U}) one.means[i] = std::nan("");
+  EXPECT_EQ(one.Mass().mass, 12000.0);
+  EXPECT_EQ(one.Mass().deviation, 0.05);
 }
 
 TEST(MassErrors, OfTwoChargesAreNotKnown) {
