@@ -22,11 +22,18 @@ struct LoadedSpectrum {
   double countAmpl = 0.0;
   // The amplitudes before the chain ran, if they are kept.
   std::vector<double> measured = {};
+  // The baseline that the chain took off; empty if it took none.
+  std::vector<double> subtracted = {};
   int msLevel = 0;             // 0: the file gives no level
   int polarity = 0;            // +1 or -1; 0: the file does not tell
   std::uint32_t function = 0;  // as of Scan
   // It came as a list of peaks, which stand in the peak table already (PeakListSpectrum.h).
   bool isPeakList = false;
+
+  // What was measured at a point, on the level of the spectrum as the chain left it.
+  double MeasuredAt(std::size_t point) const {
+    return subtracted.empty() ? measured[point] : measured[point] - subtracted[point];
+  }
 };
 
 // Which spectra of an input are wanted, and what they are to be taken as.

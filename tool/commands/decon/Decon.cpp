@@ -89,7 +89,7 @@ constexpr const char* kExamples =
     "  tslbl decon protein.run --format tsv --output masses.tsv\n"
     "  tslbl decon protein.run --scan 12 --curve mass.tsv   the curve over mass\n"
     "  tslbl decon peaks.csv --columns mz,area       a list of peaks\n"
-    "  tslbl decon protein.run --scan 12 --remove-peaks UA:848.1 --add-series unresolved:893.2,942.8\n"
+    "  tslbl decon protein.run --scan 12 --remove-peaks UA:848.1 --remove-series UB\n"
     "  tslbl decon protein.run --edits edits.tsv     lines such as: 12 remove-series UB\n\n"
     "Edits: --remove-series UB; --remove-peaks UA:MZ,MZ; --add-peaks UA:MZ; --add-series KIND:MZ,MZ\n"
     "with the kind resolved or unresolved. Peaks are named by their m/z. They are made in this\n"

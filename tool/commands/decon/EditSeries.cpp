@@ -9,6 +9,8 @@
 #include <cmath>
 #include <cstdint>
 #include <stdexcept>
+#include <utility>
+#include <vector>
 
 namespace TslTool {
 namespace {
@@ -62,6 +64,30 @@ void RequireMembers(const DeconSpectrum& spectrum, const CSSeries& series, const
       throw std::runtime_error(fmt::format("the peak at m/z {} is not in it", edit.mz[i]));
 }
 
+void RequireNoMembers(const DeconSpectrum& spectrum, const CSSeries& series, const PeakIds& ids,
+                      const SeriesEdit& edit) {
+  const auto members = spectrum.QCSSeriesPeakInfoArray(series);
+  for (std::size_t i = 0; i < ids.size(); ++i)
+    if (std::ranges::find(members, ids[i], &TslBL::CSSeriesPeakInfo::PeakId) != members.end())
+      throw std::runtime_error(fmt::format("the peak at m/z {} is in it already", edit.mz[i]));
+}
+
+// The library finds the same molecule as often as it is asked for.
+void RequireNew(const DeconSpectrum& spectrum) {
+  const auto peaksOf = [](const TslBL::CSSeriesInfo& series) {
+    std::vector<std::pair<std::uint32_t, std::uint32_t>> peaks;
+    for (const TslBL::CSSeriesPeakInfo& peak : series.Peaks) peaks.emplace_back(peak.PeakId, peak.Charge);
+    std::ranges::sort(peaks);
+    return peaks;
+  };
+  const TslBL::CSSeriesInfo& added = spectrum.Series.back();
+  for (const TslBL::CSSeriesInfo& series : spectrum.Series)
+    if (&series != &added && series.Series.Type == added.Series.Type && peaksOf(series) == peaksOf(added))
+      throw std::runtime_error(
+          fmt::format("these peaks make series {}, which there is already",
+                      TslCommon::ToUtf8(DeconSpectrum::CSSeriesObjToLabel(series.Series))));
+}
+
 bool Make(DeconSpectrum& spectrum, const SeriesEdit& edit, std::wstring& error) {
   if (edit.kind == SeriesEdit::AddSeries) {
     const CSSeries::Types type = edit.series == "resolved" ? CSSeries::Resolved : CSSeries::Unresolved;
@@ -70,12 +96,16 @@ bool Make(DeconSpectrum& spectrum, const SeriesEdit& edit, std::wstring& error) 
     // The library drops one that is too small without a word.
     if (isDone && spectrum.Series.size() == before)
       throw std::runtime_error("these peaks make none; an unresolved series has two peaks or more");
+    if (isDone) RequireNew(spectrum);
     return isDone;
   }
   const CSSeries series = SeriesOf(spectrum, edit.series);
   if (edit.kind == SeriesEdit::RemoveSeries) return TslBL::CSDeconDeleteSeries(spectrum, {series}, error);
   const PeakIds ids = PeaksAt(spectrum, edit.mz);
-  if (edit.kind == SeriesEdit::AddPeaks) return TslBL::CSDeconAddSeriesPeaks(spectrum, series, ids, error);
+  if (edit.kind == SeriesEdit::AddPeaks) {
+    RequireNoMembers(spectrum, series, ids, edit);
+    return TslBL::CSDeconAddSeriesPeaks(spectrum, series, ids, error);
+  }
   RequireMembers(spectrum, series, ids, edit);
   return TslBL::CSDeconDeleteSeriesPeaks(spectrum, series, ids, error);
 }

@@ -41,7 +41,12 @@ void RunSteps(const Evaluation& evaluation, const Steps& steps, LoadedSpectrum& 
 std::size_t RunChain(const Evaluation& evaluation, LoadedSpectrum& loaded) {
   const Steps& chain = evaluation.chain;
   const auto search = std::ranges::find(chain, TslBL::EvalType::PeakDetect, &TslBL::CurveEval::Type);
-  RunSteps(evaluation, {chain.begin(), search}, loaded);
+  const auto subtraction = std::find_if(chain.begin(), search, [](const TslBL::CurveEval& eval) {
+    return eval.Type() == TslBL::EvalType::BaselineSubtract;
+  });
+  RunSteps(evaluation, {chain.begin(), subtraction}, loaded);
+  if (subtraction != search) loaded.subtracted = loaded.spectrum->baseline;
+  RunSteps(evaluation, {subtraction, search}, loaded);
   const auto filter = FilterOf(*loaded.spectrum);
   const std::size_t lowered = filter ? LimitToShots(loaded, filter->weights, evaluation.noiseLimit) : 0;
   if (filter) {

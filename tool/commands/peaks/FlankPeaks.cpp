@@ -24,7 +24,7 @@ double ScatterOf(const LoadedSpectrum& loaded, std::uint32_t top, std::size_t be
   const std::size_t end = std::min<std::size_t>(top + behind + 1, loaded.measured.size());
   double squares = 0.0;
   for (std::size_t i = begin; i < end; ++i) {
-    const double residual = loaded.measured[i] - loaded.spectrum->yAxis[i];
+    const double residual = loaded.MeasuredAt(i) - loaded.spectrum->yAxis[i];
     squares += residual * residual;
   }
   return std::sqrt(squares / static_cast<double>(end - begin));
@@ -42,7 +42,7 @@ double LevelAt(const LoadedSpectrum& loaded, std::size_t end, double scatter) {
   const std::size_t from = end - std::min(end, kAroundEnd);
   const std::size_t to = std::min(end + kAroundEnd + 1, loaded.measured.size());
   double above = 0.0;
-  for (std::size_t i = from; i < to; ++i) above += loaded.measured[i] - smoothed[i];
+  for (std::size_t i = from; i < to; ++i) above += loaded.MeasuredAt(i) - smoothed[i];
   const auto points = static_cast<double>(to - from);
   const bool isSwing = smoothed[end] == 0.0 || above > kChance * scatter * std::sqrt(points);
   return smoothed[end] + (isSwing ? above / points : 0.0);

@@ -22,7 +22,7 @@ double Scatter(const LoadedSpectrum& loaded) {
   const std::size_t stride = std::max<std::size_t>(1, smoothed.size() / kSample);
   std::vector<double> sizes;
   for (std::size_t i = 0; i < smoothed.size(); i += stride)
-    sizes.push_back(std::abs(loaded.measured[i] - smoothed[i]));
+    sizes.push_back(std::abs(loaded.MeasuredAt(i) - smoothed[i]));
   return kDeviations * TslMath::Median(std::move(sizes));
 }
 
@@ -39,8 +39,8 @@ Top TopOf(const LoadedSpectrum& loaded, const TslBL::PeakInfo& peak) {
   Top top;
   for (std::size_t i = middle - 1; i <= middle + 1; ++i) {
     top.measured += loaded.measured[i];
-    top.lost += loaded.measured[i] - loaded.spectrum->yAxis[i];
-    top.height += loaded.measured[i] - peak.baselineAmpl;
+    top.lost += loaded.MeasuredAt(i) - loaded.spectrum->yAxis[i];
+    top.height += loaded.MeasuredAt(i) - peak.baselineAmpl;
   }
   return top;
 }

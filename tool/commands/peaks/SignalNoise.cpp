@@ -110,7 +110,7 @@ class Scatter {
   }
 
  private:
-  double AmplitudeAt(std::size_t i) const { return loaded_.measured[i] - spectrum_.baseline[i]; }
+  double AmplitudeAt(std::size_t i) const { return loaded_.MeasuredAt(i) - spectrum_.baseline[i]; }
 
   double VarianceAt(std::size_t i) const {
     return spectrum_.noise[i] * spectrum_.noise[i] / varianceOfNoise_;

@@ -4,6 +4,8 @@
 
 #include <stdexcept>
 
+#include <fmt/format.h>
+
 #include <tool/commands/decon/Proteins.h>
 #include <tool/commands/decon/SeriesRows.h>
 
@@ -53,6 +55,17 @@ TEST(EditSeries, AddsAPeakThatWasRemoved) {
   DeconSpectrum spectrum = Edited({SeriesEdit::RemovePeaks, "UA", {kLarge.Mz(17)}});
   TslTool::EditSeries(spectrum, {SeriesEdit::AddPeaks, "UA", {kLarge.Mz(17)}});
   EXPECT_EQ(PeaksOf(spectrum, 1), PeaksOf(Found(), 1));
+}
+
+TEST(EditSeries, APeakIsInASeriesOnce) {
+  EXPECT_EQ(Failure({SeriesEdit::AddPeaks, "UA", {kLarge.Mz(17)}}),
+            "peaks cannot be added to series UA: the peak at m/z " + fmt::format("{}", kLarge.Mz(17)) +
+                " is in it already");
+}
+
+TEST(EditSeries, TheSameSeriesIsNotAddedTwice) {
+  EXPECT_EQ(Failure({SeriesEdit::AddSeries, "unresolved", {kLarge.Mz(16), kLarge.Mz(17)}}),
+            "the unresolved series cannot be added: these peaks make series UA, which there is already");
 }
 
 TEST(EditSeries, AddsTheSeriesThatPeaksBelongTo) {

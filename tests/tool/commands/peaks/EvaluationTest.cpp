@@ -116,6 +116,19 @@ TEST(FlankPeaks, AreNoWeakLinesOnEvenBackground) {
   }
 }
 
+// What was measured has the background still, and the smoothed curve has not.
+TEST(FlankPeaks, AreNoLinesOverABaselineThatIsSubtracted) {
+  const auto mean = [](double mz) {
+    return 320.0 + Line(mz, 150, 500, 0.6) + Line(mz, 250, 200, 0.6) + Line(mz, 350, 3000, 0.6);
+  };
+  const Outcome plain = Evaluate(Counted(mean));
+  const Outcome subtracted = Evaluate(Counted(mean), {"--subtract-baseline"});
+  EXPECT_EQ(RowsOf(plain).size(), 3u);
+  EXPECT_EQ(RowsOf(subtracted).size(), 3u);
+  EXPECT_THAT(subtracted.err, Not(HasSubstr("left out")));
+  EXPECT_THAT(subtracted.err, Not(HasSubstr("lower by a fifth")));
+}
+
 TEST(FlankPeaks, TheRiseMayNotBeNegative) {
   for (const char* rise : {"-1", "nan", "x"}) {
     const Outcome outcome = Evaluate("100 1\n101 2\n102 1\n", {"--min-rise", rise});
