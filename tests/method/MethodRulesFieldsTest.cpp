@@ -166,6 +166,24 @@ TEST(FieldsOfATuneRun, AreRead) {
   EXPECT_EQ(rules.QTRExcludeDuration(0, 1, 0), 12u);
 }
 
+TEST(FieldsOfATuneRun, AreReadOfEachRunOfAnItem) {
+  R rules = RulesOf("+100-200 -5-50 | +300-400");
+  rules.WTRDDType(0, 1, 0, DDInfo::TuneChange);
+  rules.WTRSettleDelay(0, 1, 1, 7);
+  rules.WTRStartTrigger(0, 1, 1, DDInfo::SNAboveThres);
+  rules.WTRStartTriggerValue(0, 1, 1, 3.5);
+  rules.WTREndTrigger(0, 1, 1, DDInfo::TriggerTimeout);
+  rules.WTREndTriggerValue(0, 1, 1, 2.5);
+  rules.WTRExcludeDuration(0, 1, 1, 12);
+  EXPECT_EQ(rules.QTRSettleDelay(0, 1, 1), 7u);
+  EXPECT_EQ(rules.QTRDDType(0, 1, 1), DDInfo::None);
+  EXPECT_EQ(rules.QTRStartTrigger(0, 1, 1), DDInfo::SNAboveThres);
+  EXPECT_EQ(rules.QTRStartTriggerValue(0, 1, 1), 3.5);
+  EXPECT_EQ(rules.QTREndTrigger(0, 1, 1), DDInfo::TriggerTimeout);
+  EXPECT_EQ(rules.QTREndTriggerValue(0, 1, 1), 2.5);
+  EXPECT_EQ(rules.QTRExcludeDuration(0, 1, 1), 12u);
+}
+
 TEST(RecordsOfATuneRun, AreReadAsOne) {
   R rules = RulesOf("+100-200");
   rules.WTRNumRecs(0, 0, 0, 5);

@@ -394,6 +394,18 @@ TEST(Sort, KnowsMoreItemsThan65536) {
   EXPECT_EQ(rules.TimePeriods[0].Sequence[70000][0], 1u);
 }
 
+TEST(InsertSeqItem, FindsAnIdBehindMoreThan65536) {
+  Method method = MethodOf("+100-200");
+  const TuneRun run = method.TuneRuns.at(1);
+  for (std::uint32_t id = 1; id <= 70000; ++id) {
+    method.TuneRuns.emplace(id, run);
+    method.TimePeriods[0].Sequence.push_back({id});
+  }
+  R rules(kSwitchTime, method);
+  rules.InsertSeqItem(0, Probes::ESI);
+  EXPECT_EQ(rules.TimePeriods[0].Sequence.back()[0], 70001u);
+}
+
 TEST(RemoveSeqItem, TakesMoreRunsThan65536) {
   Method method = MethodOf("+100-200 +50-60");
   method.TimePeriods[0].Sequence[0].assign(70000, 99);

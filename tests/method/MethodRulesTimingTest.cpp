@@ -302,6 +302,14 @@ TEST(DelayOfATimePeriod, KnowsMoreOfThemThan65536) {
   EXPECT_EQ(R(kSwitchTime, method).QTPSettleDelay(70001), kSwitch);
 }
 
+TEST(DelayOfAnItem, IsKnownBeyondThe65536th) {
+  Method method = MethodOf("+100-200 -100-200");
+  method.TimePeriods[0].Sequence.assign(70000, {1});
+  method.TimePeriods[0].Sequence[66000] = {2};
+  const R rules(kSwitchTime, method);
+  EXPECT_EQ(rules.QTRSettleDelay(0, 66000, 0), kSwitch);
+}
+
 TEST(PolarityOfATimePeriod, IsThatOfItsItems) {
   const R rules = RulesOf("+100-200 +5-50 | -100-200 -5-50 | +100-200 +5-50 -5-50 | -5-50 +100-200");
   const R::TimePeriodPolarity expected[] = {R::AllPositive, R::AllNegative, R::Mixed, R::Mixed};
