@@ -24,6 +24,8 @@ struct LoadedSpectrum {
   std::vector<double> measured = {};
   // The baseline that the chain took off; empty if it took none.
   std::vector<double> subtracted = {};
+  // What was on the amplitudes while the chain ran.
+  double lift = 0.0;
   int msLevel = 0;             // 0: the file gives no level
   int polarity = 0;            // +1 or -1; 0: the file does not tell
   std::uint32_t function = 0;  // as of Scan

@@ -116,7 +116,7 @@ void PeakErrorEstimator::Add(const SplineDependence& on, double factor) {
 }
 
 // The mean position of the part above a level: its inner points pull it, and its ends move with the points
-// there and with the level, which follows the maximum.
+// there and with the level, which follows the maximum. Below 0 it is the middle of the ends.
 void PeakErrorEstimator::AddCentroid(const PeakInfo& peak) {
   const double from = peak.areaStartIdx;
   const double to = peak.areaEndIdx;
@@ -127,15 +127,16 @@ void PeakErrorEstimator::AddCentroid(const PeakInfo& peak) {
     weight += share * Applied(on, curve_.yAxis);
     Add(on, share * (at - centre));
   });
-  if (!(weight > 0.0)) return;
-  for (double& value : sensitivity_) value /= weight;
+  const bool hasWeight = weight > 0.0;
+  for (double& value : sensitivity_) value = hasWeight ? value / weight : 0.0;
   const double retention = curve_.peakDetectParams.Retention;
   if (retention > kWholePeak) return;
   const Shape shape(peak);
   for (const auto& [end, direction] : {std::pair{from, -1.0}, {to, 1.0}}) {
     const double slope = shape.Slope(end);
     if (slope == 0.0) continue;
-    const double pull = direction * (end - centre) * peak.areaIntercept / (weight * slope);
+    const double pull =
+        hasWeight ? direction * (end - centre) * peak.areaIntercept / (weight * slope) : 0.5 / slope;
     Add(ValueDependence(end), -pull);
     Add(ValueDependence(peak.maxIdx), pull * (1.0 - 0.01 * retention));
   }

@@ -1,5 +1,6 @@
 #include <tool/commands/peaks/CountVariance.h>
 
+#include <tool/chain/Lift.h>
 #include <tool/commands/peaks/CountStep.h>
 #include <tool/commands/peaks/CutNoise.h>
 #include <tool/commands/peaks/SignalNoise.h>
@@ -157,6 +158,8 @@ std::vector<double> OfNoise(const LoadedSpectrum& loaded, std::span<const double
 
 double CountAmplOf(const LoadedSpectrum& loaded, std::span<const double> filter) {
   if (loaded.countAmpl > 0.0) return loaded.countAmpl;
+  // Counts are never below 0, and above another level they do not tell their number.
+  if (LiftOf(loaded.measured) > 0.0) return 0.0;
   const double step = CountStepOf(loaded.measured);
   if (!(step > 0.0) || IsSmootherThanCounts(loaded.measured, step)) return 0.0;
   const bool areCounts =

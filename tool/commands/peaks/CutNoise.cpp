@@ -1,5 +1,6 @@
 #include <tool/commands/peaks/CutNoise.h>
 
+#include <tool/chain/Lift.h>
 #include <tslbl/closed/math/Median.h>
 #include <algorithm>
 #include <cmath>
@@ -31,6 +32,8 @@ std::vector<double> PointsAlone(const std::vector<double>& y) {
 }  // namespace
 
 double CutNoiseOf(const std::vector<double>& measured) {
+  // Noise that reaches below 0 was not cut.
+  if (LiftOf(measured) > 0.0) return 0.0;
   std::vector<double> products = PointsAlone(measured);
   if (products.size() < kTelling) return 0.0;
   const double threshold = *std::ranges::min_element(products);

@@ -1,5 +1,6 @@
 #include <tool/commands/peaks/ErrorBars.h>
 
+#include <tool/chain/Lift.h>
 #include <cmath>
 #include <limits>
 
@@ -16,7 +17,14 @@ ErrorBars::ErrorBars(const LoadedSpectrum& loaded)
   if (!filter_) return;
   tops_.emplace(loaded, *filter_);
   variance_ = VarianceOf(loaded, filter_->weights);
-  if (!variance_.values.empty()) estimator_.emplace(spectrum_, variance_.values, filter_->weights);
+  if (variance_.values.empty()) return;
+  const TslBL::Curve* curve = &spectrum_;
+  if (loaded.lift > 0.0) {
+    lifted_.reset(spectrum_.Clone());
+    Lower(*lifted_, -loaded.lift);
+    curve = lifted_.get();
+  }
+  estimator_.emplace(*curve, variance_.values, filter_->weights);
 }
 
 ErrorBar ErrorBars::Of(std::uint32_t peakIdx) {

@@ -5,6 +5,7 @@
 #include <tool/commands/peaks/CountVariance.h>
 #include <tool/commands/peaks/TopShape.h>
 #include <tool/io/SpectrumSource.h>
+#include <tslbl/curve/Curve.h>
 #include <tslbl/curve/PeakErrors.h>
 #include <cstdint>
 #include <memory>
@@ -37,6 +38,7 @@ class ErrorBars {
   std::shared_ptr<const SmoothFilter> filter_;
   std::optional<TopShape> tops_;
   PointVariance variance_;
+  std::unique_ptr<TslBL::Curve> lifted_;  // as the places of its peaks were found
   std::optional<TslBL::PeakErrorEstimator> estimator_;
 };
 

@@ -64,10 +64,10 @@ Findings Evaluation::Run(LoadedSpectrum& loaded) const {
   if (scale != 1.0) Scale(loaded, scale);
   if (loaded.isPeakList) return findings;
   loaded.measured = loaded.spectrum->yAxis;
-  if (isLifted) findings.lift = LiftOf(loaded.measured);
-  if (findings.lift > 0.0) Lower(*loaded.spectrum, -findings.lift);
+  if (isLifted) loaded.lift = LiftOf(loaded.measured);
+  if (loaded.lift > 0.0) Lower(*loaded.spectrum, -loaded.lift);
   findings.lowered = RunChain(*this, loaded);
-  if (findings.lift > 0.0) Lower(*loaded.spectrum, findings.lift);
+  if (loaded.lift > 0.0) Lower(*loaded.spectrum, loaded.lift);
   if (leastRise > 0.0) findings.spikes = LeaveOutSpikes(loaded);
   findings.leftOut = LeaveOutFlankPeaks(loaded, leastRise);
   findings.shortWindow = EndPeaksWithTheirWindows(*loaded.spectrum);

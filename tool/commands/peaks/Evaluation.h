@@ -12,7 +12,6 @@ namespace TslTool {
 
 // What an evaluation has met beside the peaks.
 struct Findings {
-  double lift = 0.0;                  // that was on the amplitudes while the chain ran
   std::size_t leftOut = 0;            // peaks that do not rise from where they stand
   std::size_t spikes = 0;             // peaks of a single point, which are left out likewise
   std::size_t lowered = 0;            // points whose noise is more than counts make

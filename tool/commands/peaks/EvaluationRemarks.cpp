@@ -20,9 +20,10 @@ constexpr std::size_t kCrowdedOf = 10;
 // Below it QSignalToNoise knows no ratio.
 constexpr double kLeastNoise = 1e-8;
 
-bool LosesAmplitudes(const LoadedSpectrum& loaded, double lift) {
+bool LosesAmplitudes(const LoadedSpectrum& loaded) {
   return loaded.spectrum->CheckAllStatus(TslBL::Curve::STATUS_SMOOTHED) &&
-         std::ranges::any_of(loaded.measured, [=](double amplitude) { return amplitude + lift < 0.0; });
+         std::ranges::any_of(loaded.measured,
+                             [&](double amplitude) { return amplitude + loaded.lift < 0.0; });
 }
 
 bool HasNoiselessPeak(const TslBL::Spectrum& spectrum) {
@@ -119,7 +120,7 @@ void EvaluationRemarks::Look(const LoadedSpectrum& loaded, const Findings& findi
   spikes_ += findings.spikes;
   if (kCrowdedOf * findings.lowered > loaded.measured.size()) ++crowded_;
   if (findings.shortWindow) cutOff_.Add(loaded.scan, Place(*findings.shortWindow));
-  if (LosesAmplitudes(loaded, findings.lift)) ++cut_;
+  if (LosesAmplitudes(loaded)) ++cut_;
   if (HasNoiselessPeak(*loaded.spectrum)) ++noiseless_;
   if (HasNoiseWithoutNumber(*loaded.spectrum)) ++huge_;
   if (IsShorterThanItsWindow(*loaded.spectrum)) ++short_;

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <functional>
 #include <memory>
@@ -65,6 +66,73 @@ std::vector<std::vector<double>> RowsOf(const Outcome& outcome) {
     rows.push_back(row);
   }
   return rows;
+}
+
+// Two lines of 300 and 50 above `level`, with normal noise of 1; as a detector gives them, or in whole
+// numbers.
+std::string OverPedestal(double level, int digits) {
+  std::mt19937_64 random(1);
+  std::normal_distribution<double> noise;
+  std::string text;
+  for (int i = 0; i < 4000; ++i) {
+    const double mz = 100.0 + 0.05 * i;
+    const double y = Line(mz, 150.0, 300.0, 0.6) + Line(mz, 250.0, 50.0, 0.6) + noise(random);
+    text += fmt::format("{:.2f} {:.{}f}\n", mz, y + level, digits);
+  }
+  return text;
+}
+
+double ColumnOf(const Outcome& outcome, const std::string& name, std::size_t row) {
+  const auto fieldsOf = [](const std::string& line) {
+    std::vector<std::string> fields;
+    std::istringstream stream(line);
+    for (std::string field; std::getline(stream, field, '\t');) fields.push_back(field);
+    return fields;
+  };
+  const std::vector<std::string> lines = LinesOf(outcome.out);
+  const std::vector<std::string> names = fieldsOf(lines.at(0));
+  const auto column = std::find(names.begin(), names.end(), name) - names.begin();
+  return std::stod(fieldsOf(lines.at(row + 1)).at(static_cast<std::size_t>(column)));
+}
+
+TEST(Evaluation, ErrorsDoNotDependOnALevelBelow0) {
+  for (const int digits : {0, 4}) {
+    const Outcome usual = Evaluate(OverPedestal(0.0, digits));
+    for (const double level : {-100.0, -1000.0, -32768.0}) {
+      const Outcome low = Evaluate(OverPedestal(level, digits));
+      ASSERT_EQ(LinesOf(low.out).size(), 3U) << level;
+      for (const char* name : {"mz", "area", "width", "sn", "height", "mz_se", "amplitude_se", "area_se"})
+        for (const std::size_t row : {0U, 1U}) {
+          const double expected = ColumnOf(usual, name, row);
+          EXPECT_NEAR(ColumnOf(low, name, row), expected, 1e-6 * expected)
+              << name << " above " << level << " in " << digits << " digits";
+        }
+    }
+  }
+}
+
+// Without smoothing nothing is added to the amplitudes, and a peak below 0 stands in the middle of its ends.
+TEST(Evaluation, ErrorsOfPlacesHoldBelow0) {
+  std::mt19937_64 random(2);
+  std::normal_distribution<double> noise;
+  std::vector<double> centres;
+  for (double mz = 103.0; mz < 897.0; mz += 4.0)
+    centres.push_back(mz + std::uniform_real_distribution<double>(0.0, 0.05)(random));
+  std::string text;
+  for (int i = 0; i < 16000; ++i) {
+    const double mz = 100.0 + 0.05 * i;
+    double y = noise(random) - 5000.0;
+    for (const double centre : centres) y += Line(mz, centre, 100.0, 0.25);
+    text += fmt::format("{:.2f} {:.4f}\n", mz, y);
+  }
+  const Outcome outcome = Evaluate(text, {"--smooth", "off", "--sn", "20"});
+  ASSERT_EQ(LinesOf(outcome.out).size(), centres.size() + 1);
+  double squares = 0.0;
+  for (std::size_t i = 0; i < centres.size(); ++i)
+    squares += std::pow((ColumnOf(outcome, "mz", i) - centres[i]) / ColumnOf(outcome, "mz_se", i), 2.0);
+  const double rms = std::sqrt(squares / static_cast<double>(centres.size()));
+  EXPECT_GT(rms, 0.85);
+  EXPECT_LT(rms, 1.15);
 }
 
 // Three lines with a skirt of 0.2 % of their height.
