@@ -3,6 +3,7 @@
 #include <tool/commands/decon/DropSeries.h>
 #include <tslbl/chargestate/CSDecon.h>
 #include <tslbl/closed/common/Text.h>
+#include <tslbl/closed/math/Median.h>
 #include <tslbl/closed/math/chargestate/MassPlot.h>
 #include <algorithm>
 #include <cstdint>
@@ -23,9 +24,25 @@ using TslBL::DeconSpectrum;
 constexpr double kLeastMzOfCharges = 350.0;
 // Standard deviation of the places of a series, relative to m/z: chance takes what the window holds, evenly.
 constexpr double kMostScatter = 280e-6;
+constexpr double kMostOfWidth = 0.1;  // noise and adducts move wide peaks by more
 
-bool IsScattered(const CSSeriesInfo& series) {
-  return series.Series.Type == TslBL::CSSeries::Unresolved && series.StdDev > kMostScatter * series.AvgMass;
+double WidthOf(const DeconSpectrum& spectrum, const TslBL::PeakInfo& peak) {
+  return spectrum.FractionalIndexToXAxisVal(peak.halfHeightRightIdx) -
+         spectrum.FractionalIndexToXAxisVal(peak.halfHeightLeftIdx);
+}
+
+// The median of the data peaks of a series, relative to m/z; 0 of a list, which tells none.
+double WidthOf(const DeconSpectrum& spectrum, const CSSeriesInfo& series) {
+  std::vector<double> widths;
+  for (const TslBL::CSSeriesPeakInfo& peak : series.Peaks)
+    if (peak.PeakId < spectrum.peaks.size() && !spectrum.xAxis.empty())
+      widths.push_back(WidthOf(spectrum, spectrum.peaks[peak.PeakId]) / peak.MZ);
+  return widths.empty() ? 0.0 : TslMath::Median(std::move(widths));
+}
+
+bool IsScattered(const DeconSpectrum& spectrum, const CSSeriesInfo& series) {
+  const double most = std::max(kMostScatter, kMostOfWidth * WidthOf(spectrum, series));
+  return series.Series.Type == TslBL::CSSeries::Unresolved && series.StdDev > most * series.AvgMass;
 }
 
 // The library fails where it finds nothing, with texts of its own; for a run of many scans that is a result.
@@ -46,7 +63,7 @@ void Search(DeconSpectrum& spectrum, ChargeStateParams::Methods method) {
   spectrum.CSParams.Method = method;
   if (!isDone && !FoundNothing(spectrum)) throw std::runtime_error(TslCommon::ToUtf8(error));
   spectrum.AddStatus(TslBL::Curve::STATUS_CSDECON);
-  DropSeries(spectrum, IsScattered);
+  DropSeries(spectrum, [&](const CSSeriesInfo& series) { return IsScattered(spectrum, series); });
 }
 
 // The peaks that no series has, and the ids that they have in the whole spectrum.

@@ -3,6 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <memory>
+#include <random>
 #include <set>
 
 #include <tool/commands/decon/DerivedParams.h>
@@ -49,6 +52,33 @@ LoadedSpectrum MixedList() {
   LoadedSpectrum loaded = PeptideList();
   loaded.spectrum = TslTool::PeakListSpectrum(mz, intensity);
   return loaded;
+}
+
+// A complex whose lines are 40 m/z wide, and off their places by 400 ppm to both sides.
+LoadedSpectrum WideLines() {
+  LoadedSpectrum loaded;
+  loaded.spectrum = std::make_unique<TslBL::Spectrum>();
+  std::mt19937_64 random(3);
+  for (int i = 0; i < 2400; ++i) {
+    const double mz = 3600.0 + i;
+    double mean = 10.0;
+    for (int charge = 22; charge <= 31; ++charge) {
+      const double place = (123250.0 / charge + kProton) * (1.0 + (charge % 2 == 0 ? 4e-4 : -4e-4));
+      const double u = (mz - place) / 17.0;
+      mean += 2000.0 * std::exp(-0.5 * u * u - 0.1 * (charge - 26.5) * (charge - 26.5));
+    }
+    loaded.spectrum->xAxis.push_back(mz);
+    loaded.spectrum->yAxis.push_back(std::poisson_distribution<int>(mean)(random));
+  }
+  loaded.spectrum->AddStatus(TslBL::Curve::STATUS_X);
+  loaded.spectrum->AddStatus(TslBL::Curve::STATUS_Y);
+  return WithProteinPeaks(std::move(loaded));
+}
+
+TEST(FindSeries, WideLinesMayLieFartherOffTheirPlaces) {
+  const DeconSpectrum spectrum = SearchedIn(WideLines(), Order::UnresolvedFirst);
+  ASSERT_EQ(spectrum.Series.size(), 1U);
+  EXPECT_NEAR(spectrum.Series[0].AvgMass, 123250.0, 60.0);
 }
 
 TEST(FindSeries, FindsTheProteinsOfASpectrum) {
