@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <functional>
 #include <utility>
 
 namespace TslTool {
@@ -17,6 +18,10 @@ constexpr double kRounding = 0.25;  // of a step
 constexpr std::size_t kSingleOf = 3;
 constexpr std::size_t kFewOf = 20;
 constexpr std::size_t kOddOf = 50;
+constexpr std::size_t kListedOf = 100;
+constexpr std::size_t kTallOf = 50;
+constexpr double kSeldom = 0.5;  // of what chance has
+constexpr double kFewCounts = 2.5;
 
 // The mean of the steps between neighbours: each one may be rounded.
 double StepOf(const std::vector<double>& mz) {
@@ -48,6 +53,61 @@ bool LeavesPlacesOut(const std::vector<double>& mz, double step) {
   return kSingleOf * single >= all && kFewOf * few >= all && kOddOf * odd <= all;
 }
 
+// Points about one place that is missing, or two.
+std::vector<std::size_t> BehindHoles(const std::vector<double>& mz, double step) {
+  std::vector<std::size_t> behind;
+  for (std::size_t i = 1; i < mz.size(); ++i) {
+    const double steps = (mz[i] - mz[i - 1]) / step;
+    if (steps >= kSingle && steps < kFew) behind.push_back(i);
+  }
+  return behind;
+}
+
+// The amplitude that one point in `of` reaches.
+double ReachedByOneOf(std::size_t of, std::vector<double> amplitude) {
+  const auto at = amplitude.begin() + static_cast<std::ptrdiff_t>(amplitude.size() / of);
+  std::nth_element(amplitude.begin(), at, amplitude.end(), std::greater<>());
+  return *at;
+}
+
+// Rounding of m/z makes holes beside tall points as often as beside others.
+bool AvoidTallPoints(const std::vector<std::size_t>& behind, const std::vector<double>& amplitude) {
+  const double tall = ReachedByOneOf(kTallOf, amplitude);
+  const auto isTall = [tall](double value) { return value >= tall; };
+  const auto beside = std::ranges::count_if(
+      behind, [&](std::size_t i) { return isTall(std::max(amplitude[i - 1], amplitude[i])); });
+  const double share =
+      static_cast<double>(std::ranges::count_if(amplitude, isTall)) / static_cast<double>(amplitude.size());
+  return static_cast<double>(beside) <= kSeldom * 2.0 * share * static_cast<double>(behind.size());
+}
+
+// Whether the lower neighbour of most holes is a count, or two.
+bool AreBesideFewCounts(const std::vector<std::size_t>& behind, std::vector<double> amplitude) {
+  const auto lower = [&](std::size_t i) { return std::min(amplitude[i - 1], amplitude[i]); };
+  std::vector<double> low;
+  low.reserve(behind.size());
+  for (const std::size_t i : behind) low.push_back(lower(i));
+  const double usual = ReachedByOneOf(2, std::move(low));
+  std::ranges::sort(amplitude);
+  const auto distinct = std::ranges::unique(amplitude);
+  amplitude.erase(distinct.begin(), distinct.end());
+  const double least = amplitude.front();
+  double count = least;
+  for (std::size_t i = 1; i < amplitude.size(); ++i) count = std::min(count, amplitude[i] - amplitude[i - 1]);
+  return usual <= kFewCounts * least && least <= kFewCounts * count;
+}
+
+// A place is left out where its neighbours are near 0, too; a file that lists zeros leaves others out between
+// zeros only.
+bool AreZeros(const std::vector<std::size_t>& behind, const std::vector<double>& amplitude) {
+  const bool avoidTall = AvoidTallPoints(behind, amplitude);
+  const auto listed = static_cast<std::size_t>(std::ranges::count(amplitude, 0.0));
+  if (kListedOf * listed < amplitude.size()) return avoidTall || AreBesideFewCounts(behind, amplitude);
+  const auto between = std::ranges::count_if(
+      behind, [&](std::size_t i) { return amplitude[i - 1] == 0.0 && amplitude[i] == 0.0; });
+  return avoidTall && 2 * static_cast<std::size_t>(between) > behind.size();
+}
+
 void Fill(double step, std::vector<double>& mz, std::vector<double>& amplitude) {
   std::vector<double> x = {mz.front()};
   std::vector<double> y = {amplitude.front()};
@@ -71,7 +131,7 @@ bool FillGrid(std::vector<double>& mz, std::vector<double>& amplitude) {
   if (mz.size() < kLeastPoints) return false;
   const double step = StepOf(mz);
   if (!(step > 0.0) || !((mz.back() - mz.front()) / step < kMostPoints)) return false;
-  if (!LeavesPlacesOut(mz, step)) return false;
+  if (!LeavesPlacesOut(mz, step) || !AreZeros(BehindHoles(mz, step), amplitude)) return false;
   Fill(step, mz, amplitude);
   return true;
 }

@@ -1,11 +1,14 @@
 #include <tool/io/JudgedRepresentation.h>
 
+#include <tool/io/RoundedAxis.h>
 #include <tslbl/closed/math/peak/TypicalWidth.h>
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <set>
+#include <utility>
+#include <vector>
 
 namespace TslTool {
 namespace {
@@ -127,9 +130,7 @@ Scan::Representation OrMark(bool overruled, Scan::Representation judged, Scan::R
   return overruled ? judged : marked;
 }
 
-}  // namespace
-
-Scan::Representation JudgedRepresentation(const Scan& scan) {
+Scan::Representation Judge(const Scan& scan) {
   const bool isMarked = scan.representation != Scan::Unknown;
   if (scan.mz.size() < 3) return isMarked ? scan.representation : Scan::Profile;
   const bool isLong = scan.mz.size() >= kLeastToOverrule;
@@ -142,6 +143,16 @@ Scan::Representation JudgedRepresentation(const Scan& scan) {
   if (scan.representation == Scan::Profile)
     return OrMark(isLong && all < kFew && tallest < kFew, Scan::Centroid, Scan::Profile);
   return tallest >= kMost ? Scan::Profile : Scan::Centroid;
+}
+
+}  // namespace
+
+Scan::Representation JudgedRepresentation(const Scan& scan) {
+  std::vector<double> mz = scan.mz;
+  if (!TakeRoundingOff(mz)) return Judge(scan);
+  Scan evened = scan;
+  evened.mz = std::move(mz);
+  return Judge(evened);
 }
 
 }  // namespace TslTool

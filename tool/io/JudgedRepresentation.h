@@ -11,7 +11,8 @@ namespace TslTool {
 // regularly they follow each other; where the peaks above a tenth of the tallest are of 5 regular points
 // within 0.08 m/z or more, whatever lies between them is the noise that some program left. Even points
 // farther apart than in any mass spectrum are a profile if the file says so, unless their steps are of 1 or
-// more, or if peaks of at least 5 points rise from them. Fewer than 3 points are taken for a profile unless
+// more, or if peaks of at least 5 points rise from them. An axis that was rounded is judged without its
+// rounding (RoundedAxis.h). Fewer than 3 points are taken for a profile unless
 // they are marked. Returns Profile or Centroid. O(n).
 Scan::Representation JudgedRepresentation(const Scan& scan);
 

@@ -9,6 +9,7 @@
 #include <tool/io/JudgedRepresentation.h>
 #include <tool/io/OpenScans.h>
 #include <tool/io/PeakListSpectrum.h>
+#include <tool/io/RoundedAxis.h>
 #include <tool/io/RunFile.h>
 #include <tool/io/SkipCounts.h>
 #include <tool/simulate/Simulator.h>
@@ -129,6 +130,9 @@ class ForeignSpectra final : public SpectrumSource {
     if (const std::uint64_t count = filled_; count > 0)
       notes.push_back(fmt::format("points left out of {} {} taken for zeros", count,
                                   count == 1 ? "spectrum" : "spectra"));
+    if (const std::uint64_t count = rounded_; count > 0)
+      notes.push_back(fmt::format("m/z of {} {} rounded to too few decimals for the steps; evened out", count,
+                                  count == 1 ? "spectrum" : "spectra"));
     return notes;
   }
   std::string Skipped() const override { return skipped_.Text(); }
@@ -189,6 +193,7 @@ class ForeignSpectra final : public SpectrumSource {
   }
 
   LoadedSpectrum LoadProfile(Scan& scan) {
+    if (TakeRoundingOff(scan.mz)) ++rounded_;
     if (FillGrid(scan.mz, scan.amplitude) || FillGaps(scan.mz, scan.amplitude) > 0) ++filled_;
     TslBL::RawSpectrum raw;
     raw.info.Id = scan.number;
@@ -208,7 +213,8 @@ class ForeignSpectra final : public SpectrumSource {
   SkipCounts skipped_;
   bool skippedCentroids_ = false;
   std::atomic<std::uint64_t> filled_ = 0;  // spectra, by all threads
-  std::uint64_t faint_ = 0;                // peaks
+  std::atomic<std::uint64_t> rounded_ = 0;
+  std::uint64_t faint_ = 0;  // peaks
   WarningCounts odd_;
 };
 

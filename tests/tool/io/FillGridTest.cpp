@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <random>
+#include <string>
 #include <vector>
 
 using TslTool::FillGrid;
@@ -17,15 +18,16 @@ struct Points {
   bool operator==(const Points&) const = default;
 };
 
-// Counts of a line of 40 every 10 m/z over a background of 0.05, with a step of 0.05, to three decimals.
-Points Counted(double decimals = 1000.0) {
+// Counts of a line of 40 every 10 m/z over a background, with a step of 0.05, to three decimals.
+Points Counted(double decimals = 1000.0, double background = 0.05) {
   std::mt19937_64 random(1);
   Points all;
   for (int i = 0; i < 4000; ++i) {
     const double mz = 100.0 + 0.05 * i;
     const double u = std::remainder(mz - 105.0, 10.0) / 0.25;
     all.mz.push_back(std::round(mz * decimals) / decimals);
-    all.amplitude.push_back(std::poisson_distribution<int>(0.05 + 40.0 * std::exp(-0.5 * u * u))(random));
+    all.amplitude.push_back(
+        std::poisson_distribution<int>(background + 40.0 * std::exp(-0.5 * u * u))(random));
   }
   return all;
 }
@@ -89,6 +91,39 @@ TEST(FillGrid, LeavesUnevenAxesAlone) {
   Points points = WithoutZeros(Counted());
   for (double& mz : points.mz) mz = mz * mz / 100.0;
   ExpectUntouched(points, "steps that grow with m/z");
+}
+
+// Lines over a background of these counts, every 0.125 but written with one decimal.
+Points RoundedAway(double background) {
+  std::mt19937_64 random(1);
+  Points all;
+  for (int i = 0; i < 6000; ++i) {
+    const double mz = 50.0 + 0.125 * i;
+    const double u = std::remainder(mz - 105.0, 37.1) / 0.3;
+    all.mz.push_back(std::round(mz * 10.0) / 10.0);
+    all.amplitude.push_back(
+        std::poisson_distribution<int>(background + 2000.0 * std::exp(-0.5 * u * u))(random));
+  }
+  return all;
+}
+
+TEST(FillGrid, LeavesHolesThatRoundingMakesAlone) {
+  for (const double background : {0.05, 1.0, 4.0, 20.0, 100.0})
+    ExpectUntouched(RoundedAway(background), std::to_string(background).c_str());
+}
+
+TEST(FillGrid, PutsZerosBackWhereOnlyThoseBetweenZerosAreLeftOut) {
+  const Points all = Counted(1000.0, 0.3);
+  Points points;
+  for (std::size_t i = 0; i < all.mz.size(); ++i) {
+    const bool isInner = i > 0 && i + 1 < all.mz.size();
+    if (isInner && all.amplitude[i - 1] + all.amplitude[i] + all.amplitude[i + 1] == 0.0) continue;
+    points.mz.push_back(all.mz[i]);
+    points.amplitude.push_back(all.amplitude[i]);
+  }
+  ASSERT_LT(points.mz.size(), all.mz.size());
+  ASSERT_TRUE(FillGrid(points.mz, points.amplitude));
+  EXPECT_EQ(points.amplitude, all.amplitude);
 }
 
 TEST(FillGrid, LeavesAFewPointsAndTooManyPlacesAlone) {

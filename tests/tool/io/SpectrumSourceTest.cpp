@@ -1,3 +1,4 @@
+#include <fmt/format.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -252,6 +253,19 @@ TEST(SpectrumSource, ZerosThatAFileLeavesOutArePutBack) {
   const auto loaded = LoadAll(file.Path());
   EXPECT_EQ(loaded[0].spectrum->xAxis.size(), 6U + 28U);
   EXPECT_EQ(loaded[0].spectrum->tic, 22.0);
+}
+
+TEST(SpectrumSource, RoundedAxesAreEvenedOutAndTold) {
+  std::string text;
+  for (int i = 0; i < 1000; ++i) text += fmt::format("{:.1f} {}\n", 100.0 + 0.135 * i, 20 + i % 7);
+  const TempFile file("a.txt", text);
+  const auto source = OpenSpectra(file.Path(), {});
+  const auto loaded = source->Next()();
+  ASSERT_EQ(loaded.spectrum->xAxis.size(), 1000U);
+  for (std::size_t i = 0; i < 1000; ++i)
+    EXPECT_NEAR(loaded.spectrum->xAxis[i], 100.0 + 0.135 * static_cast<double>(i), 0.02);
+  EXPECT_THAT(source->Notes(),
+              ElementsAre("m/z of 1 spectrum rounded to too few decimals for the steps; evened out"));
 }
 
 TEST(SpectrumSource, HowManyProfilesGotZerosIsTold) {
