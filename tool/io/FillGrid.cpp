@@ -20,6 +20,7 @@ constexpr std::size_t kFewOf = 20;
 constexpr std::size_t kOddOf = 50;
 constexpr std::size_t kListedOf = 100;
 constexpr std::size_t kTallOf = 50;
+constexpr std::size_t kLongRun = 16;
 constexpr double kSeldom = 0.5;  // of what chance has
 constexpr double kFewCounts = 2.5;
 
@@ -36,6 +37,19 @@ double StepOf(const std::vector<double>& mz) {
     count += 1.0;
   }
   return count > 0.0 ? sum / count : 0.0;
+}
+
+// Whether two or three times the step follow each other as no zeros do: a scan goes on with that step.
+bool HasAnotherStep(const std::vector<double>& mz, double step) {
+  std::size_t run = 0;
+  double last = 0.0;
+  for (std::size_t i = 1; i < mz.size(); ++i) {
+    const double steps = (mz[i] - mz[i - 1]) / step;
+    run = steps >= kSingle && std::abs(steps - last) < kRounding ? run + 1 : 0;
+    if (run >= kLongRun) return true;
+    last = steps;
+  }
+  return false;
 }
 
 bool LeavesPlacesOut(const std::vector<double>& mz, double step) {
@@ -131,7 +145,8 @@ bool FillGrid(std::vector<double>& mz, std::vector<double>& amplitude) {
   if (mz.size() < kLeastPoints) return false;
   const double step = StepOf(mz);
   if (!(step > 0.0) || !((mz.back() - mz.front()) / step < kMostPoints)) return false;
-  if (!LeavesPlacesOut(mz, step) || !AreZeros(BehindHoles(mz, step), amplitude)) return false;
+  if (!LeavesPlacesOut(mz, step) || HasAnotherStep(mz, step)) return false;
+  if (!AreZeros(BehindHoles(mz, step), amplitude)) return false;
   Fill(step, mz, amplitude);
   return true;
 }

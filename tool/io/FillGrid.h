@@ -11,8 +11,9 @@ namespace TslTool {
 // places of the axis, up to a million points, if at least one step in twenty is two or three times the
 // smallest, a third are the smallest, and hardly one of those up to sixteen is no multiple of it; and if what
 // is missing stands where zeros do: of a file that lists zeros between two of them, of others seldom beside
-// the tallest points, or beside a count or two. Rounding of m/z makes such steps anywhere. Whether it has.
-// Both arrays have the same length; m/z ascends. O(n) of what results.
+// the tallest points, or beside a count or two. Rounding of m/z makes such steps anywhere. Sixteen long steps
+// of one size in a row are those of a segment of the scan. Whether it has. Both arrays have the same length;
+// m/z ascends. O(n) of what results.
 bool FillGrid(std::vector<double>& mz, std::vector<double>& amplitude);
 
 }  // namespace TslTool

@@ -112,6 +112,28 @@ TEST(FillGrid, LeavesHolesThatRoundingMakesAlone) {
     ExpectUntouched(RoundedAway(background), std::to_string(background).c_str());
 }
 
+// A line of 200 every 10 m/z over a background of these counts, in segments of two steps.
+Points InSegments(double fine, double coarse, double background) {
+  std::mt19937_64 random(1);
+  Points all;
+  for (double mz = 100.0; mz < 800.0; mz += mz < 450.0 ? fine : coarse) {
+    const double u = std::remainder(mz - 105.0, 10.0) / 0.25;
+    all.mz.push_back(mz);
+    all.amplitude.push_back(
+        std::poisson_distribution<int>(background + 200.0 * std::exp(-0.5 * u * u))(random));
+  }
+  return all;
+}
+
+TEST(FillGrid, LeavesSegmentsOfOtherStepsAlone) {
+  for (const double fine : {0.05, 0.0625})
+    for (const double ratio : {2.0, 3.0})
+      for (const double background : {0.05, 1.0, 20.0}) {
+        const std::string what = std::to_string(background);
+        ExpectUntouched(InSegments(fine, ratio * fine, background), what.c_str());
+      }
+}
+
 TEST(FillGrid, PutsZerosBackWhereOnlyThoseBetweenZerosAreLeftOut) {
   const Points all = Counted(1000.0, 0.3);
   Points points;
