@@ -40,6 +40,16 @@ double WidthOf(const DeconSpectrum& spectrum, const CSSeriesInfo& series) {
   return widths.empty() ? 0.0 : TslMath::Median(std::move(widths));
 }
 
+// Of so heavy a molecule, or one of so many charges, the third isotope has half of the highest and more: two
+// peaks alone are of something else.
+constexpr double kMassOfThreeIsotopes = 1800.0;
+constexpr std::uint32_t kChargeOfThreeIsotopes = 6;
+
+bool IsNoPattern(const CSSeriesInfo& series) {
+  return series.Series.Type == TslBL::CSSeries::Resolved && series.Peaks.size() <= 2 &&
+         (series.AvgMass >= kMassOfThreeIsotopes || series.Peaks.front().Charge >= kChargeOfThreeIsotopes);
+}
+
 bool IsScattered(const DeconSpectrum& spectrum, const CSSeriesInfo& series) {
   const double most = std::max(kMostScatter, kMostOfWidth * WidthOf(spectrum, series));
   return series.Series.Type == TslBL::CSSeries::Unresolved && series.StdDev > most * series.AvgMass;
@@ -63,7 +73,9 @@ void Search(DeconSpectrum& spectrum, ChargeStateParams::Methods method) {
   spectrum.CSParams.Method = method;
   if (!isDone && !FoundNothing(spectrum)) throw std::runtime_error(TslCommon::ToUtf8(error));
   spectrum.AddStatus(TslBL::Curve::STATUS_CSDECON);
-  DropSeries(spectrum, [&](const CSSeriesInfo& series) { return IsScattered(spectrum, series); });
+  DropSeries(spectrum, [&](const CSSeriesInfo& series) {
+    return IsScattered(spectrum, series) || IsNoPattern(series);
+  });
 }
 
 // The peaks that no series has, and the ids that they have in the whole spectrum.

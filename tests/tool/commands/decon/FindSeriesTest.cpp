@@ -81,6 +81,28 @@ TEST(FindSeries, WideLinesMayLieFartherOffTheirPlaces) {
   EXPECT_NEAR(spectrum.Series[0].AvgMass, 123250.0, 60.0);
 }
 
+// Two isotopes of a charge, and then a third.
+LoadedSpectrum IsotopesOf(double mass, int charge, int count) {
+  std::vector<double> mz;
+  std::vector<double> intensity;
+  for (int isotope = 0; isotope < count; ++isotope) {
+    mz.push_back((mass + 1.00286 * isotope) / charge + kProton);
+    intensity.push_back(1000.0 - 100.0 * isotope);
+  }
+  LoadedSpectrum loaded = PeptideList();
+  loaded.spectrum = TslTool::PeakListSpectrum(mz, intensity);
+  return loaded;
+}
+
+TEST(FindSeries, TwoIsotopesAreNoneOfALargeMolecule) {
+  const auto count = [](const LoadedSpectrum& loaded) {
+    return SearchedIn(loaded, Order::ResolvedFirst, ChargeStateParams::ResolvedOnly).Series.size();
+  };
+  EXPECT_EQ(count(IsotopesOf(2100.0, 3, 2)), 0U);
+  EXPECT_EQ(count(IsotopesOf(2100.0, 3, 3)), 1U);
+  EXPECT_EQ(count(IsotopesOf(1500.0, 3, 2)), 1U);
+}
+
 TEST(FindSeries, FindsTheProteinsOfASpectrum) {
   const DeconSpectrum spectrum = SearchedIn(WithProteinPeaks(), Order::UnresolvedFirst);
   ASSERT_GE(spectrum.Series.size(), 2U);
