@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <tool/chain/FlatTop.h>
+#include <tool/commands/peaks/ClippedNoise.h>
 #include <tool/commands/peaks/LostHeight.h>
 #include <tool/commands/peaks/NoiseOfPeaks.h>
 #include <tool/commands/peaks/Spikes.h>
@@ -134,6 +135,7 @@ void EvaluationRemarks::LookAtPeaks(const LoadedSpectrum& loaded) {
   if (const auto lost = MostLostHeight(loaded))
     reshaped_.Add(loaded.scan, fmt::format("{}, {:+.0f} %", Place(lost->mz), -100.0 * lost->part));
   if (IsBackgroundStill(loaded)) still_.Add(loaded.scan);
+  if (spectrum.baselineParams.Auto && HasClippedNoise(loaded)) clipped_.Add(loaded.scan);
   if (const TslBL::PeakInfo* hump = HumpOf(spectrum))
     wide_.Add(loaded.scan, Place(spectrum.xAxis[hump->apexIdx]));
   if (const auto spike = SpikeAmongPeaks(loaded)) spiky_.Add(loaded.scan, Place(*spike));
@@ -188,6 +190,8 @@ std::vector<std::string> EvaluationRemarks::Texts() const {
   texts.push_back(
       still_.Text("in which the background is level, so that any point above it passes for a peak",
                   "; --threshold or --min-area keeps the larger ones"));
+  texts.push_back(clipped_.Text("whose noise was cut off at 0, which makes areas some percent too small",
+                                "; --baseline 0 suits them, if there is no other background"));
   texts.push_back(wide_.Text("with peaks ten times as wide as the others, which may be background",
                              "; --max-width leaves them out"));
   texts.push_back(spiky_.Text("with peaks of a single point among wider ones, as spikes are",

@@ -49,6 +49,7 @@ class EvaluationRemarks {
   Troubled flat_;                             // the detector was at its end
   Troubled reshaped_;                         // the smoothing's window does not suit the peaks
   Troubled still_;                            // a background without scatter
+  Troubled clipped_;                          // noise that ends at 0
   Troubled wide_;                             // background that passes for peaks
   Troubled cutOff_;                           // windows of points are too short for their peaks
   Troubled spiky_;                            // peaks of a single point that were not

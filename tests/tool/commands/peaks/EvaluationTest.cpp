@@ -1,4 +1,5 @@
-// Tests: Evaluation.cpp, FlankPeaks.cpp, NoiseOfPeaks.cpp, StillBackground.cpp, Windows.cpp.
+// Tests: ClippedNoise.cpp, Evaluation.cpp, FlankPeaks.cpp, NoiseOfPeaks.cpp, StillBackground.cpp,
+// Windows.cpp.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -349,6 +350,36 @@ TEST(FlankPeaks, DoNotDivideTheAreaOfAWideLine) {
     ++wide;
   }
   EXPECT_EQ(wide, 29);
+}
+
+// Lines of 200 over noise of 5 about `level`, cut off at 0.
+std::string CutOffAtZero(double level) {
+  std::mt19937_64 random(2);
+  std::normal_distribution<double> noise(level, 5.0);
+  std::string text;
+  for (int i = 0; i < 6000; ++i) {
+    const double mz = 100.0 + 0.05 * i;
+    double y = noise(random);
+    for (const double centre : {150.0, 220.0, 330.0}) y += Line(mz, centre, 200.0, 0.6);
+    text += fmt::format("{:.2f} {:.5g}\n", mz, std::max(y, 0.0));
+  }
+  return text;
+}
+
+TEST(ClippedNoise, IsToldWithTheWayOut) {
+  const std::string told =
+      "1 spectrum whose noise was cut off at 0, which makes areas some percent too small";
+  EXPECT_THAT(Evaluate(CutOffAtZero(0.0)).err, HasSubstr(told));
+  EXPECT_THAT(Evaluate(CutOffAtZero(0.0), {"--baseline", "0"}).err, Not(HasSubstr("cut off")));
+}
+
+TEST(ClippedNoise, IsNoneOverABackground) {
+  EXPECT_THAT(Evaluate(CutOffAtZero(15.0)).err, Not(HasSubstr("cut off")));
+}
+
+TEST(ClippedNoise, IsNotThatOfCounts) {
+  const auto mean = [](double mz) { return 0.7 + Line(mz, 250.0, 100.0, 0.6); };
+  EXPECT_THAT(Evaluate(Counted(mean)).err, Not(HasSubstr("cut off")));
 }
 
 TEST(StillBackground, IsToldWhereAThresholdHasTakenTheNoise) {
