@@ -15,6 +15,10 @@ constexpr std::size_t kWindow = 8;  // points
 constexpr std::ptrdiff_t kEdge = 3;
 constexpr double kStillFalls = 0.6;
 constexpr std::size_t kTellingEnds = 4;
+constexpr std::size_t kTellingStretches = 3;
+constexpr std::size_t kMostOf = 5;
+constexpr std::size_t kSomeOf = 10;
+constexpr std::size_t kListedOf = 100;
 
 std::ptrdiff_t Offset(std::size_t index) { return static_cast<std::ptrdiff_t>(index); }
 
@@ -54,21 +58,63 @@ std::vector<Stretch> StretchesOf(const std::vector<Gap>& gaps, std::size_t point
   return stretches;
 }
 
-// Whether most of the stretches are windows over a background, which goes on beyond their ends: long ones at
-// whose ends the curve neither falls any more nor has come down to the same least amplitude.
-bool AreWindows(const std::vector<Stretch>& stretches, const std::vector<double>& amplitude) {
+// The ends of long stretches.
+std::vector<double> EndsOf(const std::vector<Stretch>& stretches, const std::vector<double>& amplitude) {
   std::vector<double> ends;
+  for (const auto& [begin, end] : stretches)
+    if (end - begin >= kWindow) ends.insert(ends.end(), {amplitude[begin], amplitude[end - 1]});
+  return ends;
+}
+
+std::size_t FallingEnds(const std::vector<Stretch>& stretches, const std::vector<double>& amplitude) {
   std::size_t falling = 0;
   for (const auto& [begin, end] : stretches) {
     if (end - begin < kWindow) continue;
-    for (const std::size_t at : {begin, end - 1}) {
-      ends.push_back(amplitude[at]);
-      falling += StillFalls(at, begin, end, amplitude) ? 1 : 0;
-    }
+    for (const std::size_t at : {begin, end - 1}) falling += StillFalls(at, begin, end, amplitude) ? 1 : 0;
   }
+  return falling;
+}
+
+// Windows of selected ions hold the same number of points, but for the rounding of their edges; what lies
+// between zeros does not.
+bool AreAlike(const std::vector<Stretch>& stretches) {
+  if (stretches.size() < kTellingStretches) return false;
+  std::vector<std::size_t> points;
+  points.reserve(stretches.size());
+  for (const auto& [begin, end] : stretches) points.push_back(end - begin);
+  std::vector<std::size_t> sorted = points;
+  const auto middle = sorted.begin() + Offset(sorted.size() / 2);
+  std::nth_element(sorted.begin(), middle, sorted.end());
+  const std::size_t usual = *middle;
+  const auto others =
+      std::ranges::count_if(points, [usual](std::size_t n) { return n + 1 < usual || n > usual + 1; });
+  return usual >= kWindow && kMostOf * static_cast<std::size_t>(others) <= stretches.size();
+}
+
+// Whether the ends lie above 0 although 0 is measured elsewhere, or although the stretches are alike.
+bool EndAboveZero(const std::vector<Stretch>& stretches, const std::vector<double>& amplitude) {
+  const std::vector<double> ends = EndsOf(stretches, amplitude);
+  if (ends.size() < std::max(stretches.size(), kTellingEnds)) return false;
+  const auto isNone = [](double value) { return value <= 0.0; };
+  const std::size_t above = ends.size() - static_cast<std::size_t>(std::ranges::count_if(ends, isNone));
+  const auto listed = static_cast<std::size_t>(std::ranges::count_if(amplitude, isNone));
+  if (2 * above >= ends.size() && kListedOf * listed >= amplitude.size()) return true;
+  const std::size_t level = ends.size() - FallingEnds(stretches, amplitude);
+  return kSomeOf * std::min(above, level) >= ends.size() && AreAlike(stretches);
+}
+
+// Whether most of the stretches are long ones at whose ends the curve neither falls any more nor has come
+// down to the same least amplitude.
+bool EndOverABackground(const std::vector<Stretch>& stretches, const std::vector<double>& amplitude) {
+  const std::vector<double> ends = EndsOf(stretches, amplitude);
   if (ends.size() < std::max(stretches.size(), kTellingEnds)) return false;
   const auto least = static_cast<std::size_t>(std::ranges::count(ends, *std::ranges::min_element(ends)));
-  return 2 * falling < ends.size() && 2 * least < ends.size();
+  return 2 * FallingEnds(stretches, amplitude) < ends.size() && 2 * least < ends.size();
+}
+
+// Whether the stretches are windows over a background, which goes on beyond their ends.
+bool AreWindows(const std::vector<Stretch>& stretches, const std::vector<double>& amplitude) {
+  return EndAboveZero(stretches, amplitude) || EndOverABackground(stretches, amplitude);
 }
 
 // Leaves the gaps that the ends of peaks make.

@@ -144,6 +144,39 @@ TEST(FillGaps, LeavesTheGapsBetweenManyWindowsOverABackgroundAlone) {
     }
 }
 
+// Windows of 20 to 40 points 0.05 apart about lines 10 points wide, which most windows hold.
+Curve CountedWindows(std::uint64_t seed, std::size_t points, bool isEven, double background) {
+  std::mt19937_64 random(seed);
+  Curve curve;
+  for (int k = 0; k < 10; ++k) {
+    const std::size_t n = isEven ? points : points + static_cast<std::size_t>(random() % 10);
+    const double height = k % 4 == 1 ? 0.0 : 400.0;
+    for (std::size_t i = 0; i < n; ++i) {
+      const double u = (static_cast<double>(i) - 0.5 * static_cast<double>(n)) / 4.1;
+      curve.mz.push_back(100.0 + 50.0 * k + 0.05 * static_cast<double>(i));
+      curve.amplitude.push_back(
+          std::poisson_distribution<int>(background + height * std::exp(-0.5 * u * u))(random));
+    }
+  }
+  return curve;
+}
+
+TEST(FillGaps, LeavesWindowsThatTheirLinesFillAlone) {
+  for (const double background : {1.0, 2.0, 3.0, 10.0})
+    for (const std::size_t points : {20U, 30U, 40U})
+      for (std::uint64_t seed = 1; seed <= 20; ++seed) {
+        Curve curve = CountedWindows(seed, points, true, background);
+        EXPECT_EQ(FillGaps(curve.mz, curve.amplitude), 0U) << background << " " << points << " " << seed;
+      }
+}
+
+TEST(FillGaps, LeavesUnequalWindowsWithZerosInsideAlone) {
+  for (std::uint64_t seed = 1; seed <= 20; ++seed) {
+    Curve curve = CountedWindows(seed, 30, false, 2.0);
+    EXPECT_EQ(FillGaps(curve.mz, curve.amplitude), 0U) << seed;
+  }
+}
+
 TEST(FillGaps, FillsManyGapsBetweenWindowsWithoutABackground) {
   Curve curve = Windows(50, 0.0, 0.0);
   EXPECT_EQ(FillGaps(curve.mz, curve.amplitude), 49U);
