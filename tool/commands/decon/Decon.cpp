@@ -84,7 +84,7 @@ constexpr const char* kExamples =
     "own. Unresolved: each charge is one peak, as of a protein on a quadrupole.\n\n"
     "Examples:\n"
     "  tslbl decon protein.mzML                      masses of all spectra as tables\n"
-    "  tslbl decon complex.txt --mass 100000-900000  heavier than the usual 20 000\n"
+    "  tslbl decon complex.txt --mass 100000-900000  only masses in this range\n"
     "  tslbl decon protein.mzML --scan 12 --plot scan12.svg   the charges, and the curve over mass\n"
     "  tslbl decon protein.run --format tsv --output masses.tsv\n"
     "  tslbl decon protein.run --scan 12 --curve mass.tsv   the curve over mass\n"

@@ -83,7 +83,8 @@ void DeconOptions::Declare(Options& options) {
   options.Value("--mass LOW-HIGH", mass_,
                 fmt::format("Range of neutral masses, Da [{}-{}; of resolved ones any]",
                             preset.Unresolved.MinDeconMass, kUsualMostMass));
-  options.Value("--decon-range A-B", range_, "Work only on peaks in this range of m/z [all]");
+  options.Value("--decon-range A-B", range_,
+                "Work only on peaks in this range of m/z [all; from 350 on for unresolved series]");
   options.Value("--adduct ION", adduct_,
                 "What carries the charge: proton, ammonium, sodium, potassium, loss (of a proton), or its "
                 "mass, such as 6.94, or MONOISOTOPIC,AVERAGE [proton; loss where the polarity is negative]");
