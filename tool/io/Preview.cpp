@@ -2,6 +2,7 @@
 
 #include <tool/frame/InputError.h>
 #include <tool/frame/Interrupt.h>
+#include <tool/io/CorrelatedNoise.h>
 #include <tslbl/closed/math/Median.h>
 #include <tslbl/closed/math/peak/TypicalOfKinds.h>
 #include <tslbl/closed/math/peak/TypicalWidth.h>
@@ -9,6 +10,7 @@
 #include <deque>
 #include <exception>
 #include <functional>
+#include <map>
 #include <numeric>
 #include <utility>
 
@@ -92,9 +94,10 @@ double LargestRise(const std::vector<double>& y) {
 // than all before.
 class Findings {
  public:
-  void Add(const TslBL::Spectrum& spectrum) {
+  void Add(const LoadedSpectrum& loaded) {
+    const TslBL::Spectrum& spectrum = *loaded.spectrum;
     points_.push_back(static_cast<double>(spectrum.yAxis.size()));
-    if (IsWorthALook(LargestRise(spectrum.yAxis))) Look(spectrum);
+    if (IsWorthALook(LargestRise(spectrum.yAxis))) Look(spectrum, loaded.msLevel);
   }
 
   bool Suffice() const { return seen_.size() >= kSpectra && squares_ >= kEnoughStrength * kEnoughStrength; }
@@ -107,20 +110,30 @@ class Findings {
     preview.points = TslMath::Median(pointsWithPeaks_);
     preview.spectra = seen_.size();
     preview.isSettled = Suffice();
+    preview.isNoiseCorrelated = 2 * correlated_ > seen_.size();
     preview.pointsAcross = TslMath::TypicalOfKinds(seen_, kNarrowShare);
     const auto [least, most] = std::ranges::minmax(steps_);
     if (least > 0.0 && most <= kEven * least) preview.evenStep = TslMath::Median(steps_);
+    for (const auto& [level, widths] : seenOfLevel_)
+      if (IsEnough(widths))
+        preview.pointsAcrossOfLevel[level] = TslMath::TypicalOfKinds(widths, kNarrowShare);
     return preview;
   }
 
  private:
+  static bool IsEnough(const std::vector<TslMath::WeightedWidth>& widths) {
+    double squares = 0.0;
+    for (const TslMath::WeightedWidth& each : widths) squares += each.weight;
+    return squares >= kEnoughStrength * kEnoughStrength;
+  }
+
   bool IsWorthALook(double rise) {
     const bool isHigher = rise > kHigher * highest_;
     if (isHigher) highest_ = rise;
     return isHigher || (lookedAt_ < kLookedAt && seen_.size() < kSpectra);
   }
 
-  void Look(const TslBL::Spectrum& spectrum) {
+  void Look(const TslBL::Spectrum& spectrum, int msLevel) {
     ++lookedAt_;
     const std::vector<double>& y = spectrum.yAxis;
     const TslMath::PeakWidth width =
@@ -128,18 +141,22 @@ class Findings {
     if (!(width.points > 0.0)) return;
     const double weight = width.strength * width.strength;
     seen_.push_back({width.points, weight});
+    if (msLevel > 0) seenOfLevel_[msLevel].push_back(seen_.back());
     squares_ += weight;
     pointsWithPeaks_.push_back(points_.back());
+    if (IsNoiseCorrelated(y, width.points)) ++correlated_;
     steps_.push_back(EvenStep(spectrum.xAxis));
   }
 
   std::vector<double> points_;  // of each spectrum
   std::vector<double> pointsWithPeaks_;
   std::vector<TslMath::WeightedWidth> seen_;
+  std::map<int, std::vector<TslMath::WeightedWidth>> seenOfLevel_;
   std::vector<double> steps_;
   double squares_ = 0.0;
   double highest_ = 0.0;
   std::size_t lookedAt_ = 0;
+  std::size_t correlated_ = 0;
 };
 
 Loader Failing(const std::exception_ptr& failure) {
@@ -150,7 +167,7 @@ Loader Failing(const std::exception_ptr& failure) {
 Loader Kept(const Loader& load, Findings& findings) {
   try {
     const auto loaded = std::make_shared<LoadedSpectrum>(load());
-    if (!loaded->isPeakList) findings.Add(*loaded->spectrum);
+    if (!loaded->isPeakList) findings.Add(*loaded);
     return [loaded] { return std::move(*loaded); };
   } catch (...) {
     return Failing(std::current_exception());
@@ -189,7 +206,7 @@ Preview LookThrough(SpectrumSource& source) {
       const Loader next = source.Next();
       if (!next) break;
       const LoadedSpectrum loaded = next();
-      if (!loaded.isPeakList) findings.Add(*loaded.spectrum);
+      if (!loaded.isPeakList) findings.Add(loaded);
     }
   } catch (const InputError&) {
     // Who evaluates the source tells it.

@@ -4,6 +4,7 @@
 
 #include <tool/io/SpectrumSource.h>
 #include <cstddef>
+#include <map>
 #include <memory>
 #include <optional>
 
@@ -20,6 +21,10 @@ struct Preview {
   std::optional<double> evenStep;
   // What is left of the source would not change it, or nothing is left.
   bool isSettled = false;
+  // The width for each MS level whose spectra are strong enough to tell it.
+  std::map<int, double> pointsAcrossOfLevel = {};
+  // In most spectra that showed a peak; see CorrelatedNoise.h.
+  bool isNoiseCorrelated = false;
 };
 
 // Loads spectra of `source` until 8 of them have shown peaks that are strong enough to tell the width for

@@ -22,6 +22,7 @@
 #include <tslbl/detect/ThreadingParams.h>
 #include <algorithm>
 #include <atomic>
+#include <map>
 
 namespace TslTool {
 namespace {
@@ -57,15 +58,41 @@ Preview PreviewOf(const std::string& input, const SpectrumChoice& wanted,
 
 struct EffectiveChain {
   std::vector<TslBL::CurveEval> evals;
-  std::string derived;  // what of it was taken from the data, and why
+  std::string derived;                // what of it was taken from the data, and why
+  std::vector<std::string> troubles;  // what of the data it does not suit
 };
+
+constexpr double kOtherWidth = 1.6;
+
+// One chain serves peaks of about one width.
+std::string TroubleWithLevels(const std::map<int, double>& widths) {
+  if (widths.size() < 2) return "";
+  const auto width = [](const auto& each) { return each.second; };
+  const auto [narrow, wide] = std::ranges::minmax_element(widths, {}, width);
+  if (wide->second <= kOtherWidth * narrow->second) return "";
+  return fmt::format(
+      "peaks of MS level {} are {:.1f} points wide and those of level {} {:.1f}, too different for one "
+      "chain: false and lost peaks are likely; --ms-level N evaluates a level with a chain of its own",
+      wide->first, wide->second, narrow->first, narrow->second);
+}
+
+std::vector<std::string> TroublesOf(const Preview& preview) {
+  std::vector<std::string> troubles = {TroubleWithLevels(preview.pointsAcrossOfLevel)};
+  if (preview.isNoiseCorrelated)
+    troubles.push_back(
+        "noise runs over neighbouring points, as that of Fourier transforms and of smoothed curves does: its "
+        "bumps may pass for peaks, and standard errors are too small, those of areas up to sevenfold; "
+        "--baseline linear:1000 --noise linear:1000 --sn 8 lets fewer bumps pass");
+  std::erase(troubles, "");
+  return troubles;
+}
 
 EffectiveChain ChainFor(const PeaksArguments& arguments, const Options& options, const SpectrumChoice& wanted,
                         std::unique_ptr<SpectrumSource>& source) {
   const bool isLookNeeded = arguments.chain.NeedsDefaults();
   const Preview preview = isLookNeeded ? PreviewOf(arguments.input, wanted, source) : Preview();
   const ChainDefaults defaults = DefaultsFor(preview, source->MzStep());
-  return {arguments.chain.Chain(options, defaults), arguments.chain.Derived(defaults)};
+  return {arguments.chain.Chain(options, defaults), arguments.chain.Derived(defaults), TroublesOf(preview)};
 }
 
 // When all is done, so that it never stands before an error.
@@ -170,6 +197,7 @@ void EvaluateInto(PeakFile& peaks, const PeaksArguments& arguments, const Option
     Tell(fmt::format("{}: {} of {} spectra are lists of peaks, taken as they are", NameOf(arguments),
                      beside.peakLists.load(), beside.peakLists + beside.profiles));
   if (!arguments.quiet) Tell(NameOf(arguments), beside.remarks.Notes());
+  if (beside.profiles > 0) Warn(NameOf(arguments), chain.troubles);
   Warn(NameOf(arguments), beside.remarks.Texts());
   if (const std::string skipped = source->Skipped(); !skipped.empty())
     Warn(fmt::format("{}: {}", NameOf(arguments), skipped));

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <random>
 #include <sstream>
 #include <string>
 #include <utility>
@@ -13,6 +14,7 @@
 #include <tool/TempFile.h>
 #include <tool/ToolRun.h>
 #include <tool/commands/peaks/EvaluationRemarks.h>
+#include <tool/io/MzMLMaker.h>
 
 namespace tests {
 namespace {
@@ -38,6 +40,37 @@ Outcome Evaluate(const std::string& text, const Arguments& options) {
 }
 
 std::size_t RowsOf(const Outcome& outcome) { return LinesOf(outcome.out).size() - 1; }
+
+// 20 000 counts with lines `width` points wide, of an MS level.
+std::string CountsOfLevel(int scan, int level, double width) {
+  std::mt19937_64 random(static_cast<std::uint64_t>(scan));
+  Values mz, counts;
+  for (int i = 0; i < 20000; ++i) {
+    const double u = (i % 800 - 400) / width;
+    mz.push_back(100.0 + 0.05 * i);
+    counts.push_back(std::poisson_distribution<int>(1.0 + 500.0 * std::exp(-2.7726 * u * u))(random));
+  }
+  return SpectrumOf(fmt::format("scan={}", scan), mz.size(),
+                    ArrayOf(kMz, BytesOf<double>(mz)) + ArrayOf(kIntensity, BytesOf<double>(counts)),
+                    Term("MS:1000511", fmt::format("value=\"{}\"", level)) + Term(kProfile));
+}
+
+TEST(EvaluationRemarks, LevelsWithPeaksOfDifferentWidthsAreTold) {
+  const auto errorOf = [](double first, double second, const Arguments& options = {}) {
+    std::string spectra;
+    for (int scan = 1; scan <= 8; ++scan)
+      spectra += CountsOfLevel(scan, 1 + scan % 2, scan % 2 == 0 ? first : second);
+    const TempFile file("a.mzML", MzML(spectra, 8));
+    Arguments command = {"peaks", file.Path(), "--format", "tsv", "--quiet"};
+    command.insert(command.end(), options.begin(), options.end());
+    return RunTool(command).err;
+  };
+  EXPECT_THAT(errorOf(12.0, 3.5), HasSubstr("peaks of MS level 1 are 12"));
+  EXPECT_THAT(errorOf(12.0, 3.5), HasSubstr("--ms-level N evaluates a level with a chain of its own"));
+  EXPECT_THAT(errorOf(4.0, 12.0), HasSubstr("peaks of MS level 2 are 12"));
+  EXPECT_THAT(errorOf(12.0, 11.0), Not(HasSubstr("MS level")));
+  EXPECT_THAT(errorOf(12.0, 3.5, {"--ms-level", "1"}), Not(HasSubstr("MS level")));
+}
 
 TEST(EvaluationRemarks, AmplitudesThatSmoothingCutsAreTold) {
   const Outcome cut = Evaluate(Spectrum(-80.0, 1.0), {"--threshold", "5"});
