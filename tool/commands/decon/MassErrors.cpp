@@ -26,7 +26,7 @@ constexpr double kSkewKnown = 0.1;
 // The isotopes of an average protein put the mean of a peak above the centroid over its top 30 percent by
 // this times its mass over its variance, Da, within 6 percent from 6 to 148 kDa. More is not of isotopes.
 constexpr double kIsotopeSkew = 3.1e-4;
-constexpr double kMostOfIsotopes = 1.5;
+constexpr double kMostOfIsotopes = 2.0;
 constexpr double kWidthOfSigma = 2.3548200450309493;
 
 // One charge of a resolved series.
@@ -119,8 +119,10 @@ MassErrors::Skew MassErrors::SkewOf(const CSSeriesInfo& series, const std::vecto
     measured += weight * member.Charge * (mean - member.MZ);
     ofIsotopes += weight * kIsotopeSkew * series.AvgMass / (sigma * sigma);
   }
-  if (2 * known <= series.Peaks.size() || !(weights > 0.0) || !(measured > 0.0)) return {};
-  const double taken = std::min(measured, kMostOfIsotopes * ofIsotopes);
+  if (2 * known <= series.Peaks.size() || !(weights > 0.0) || measured == 0.0) return {};
+  // Below 0 it is noise, which must not count on one side alone.
+  const double most = kMostOfIsotopes * ofIsotopes;
+  const double taken = std::clamp(measured, -most, most);
   return {taken / weights, taken / measured};
 }
 
