@@ -103,8 +103,7 @@ bool AreBesideFewCounts(const std::vector<std::size_t>& behind, std::vector<doub
   for (const std::size_t i : behind) low.push_back(lower(i));
   const double usual = ReachedByOneOf(2, std::move(low));
   std::ranges::sort(amplitude);
-  const auto distinct = std::ranges::unique(amplitude);
-  amplitude.erase(distinct.begin(), distinct.end());
+  amplitude.erase(std::unique(amplitude.begin(), amplitude.end()), amplitude.end());
   const double least = amplitude.front();
   double count = least;
   for (std::size_t i = 1; i < amplitude.size(); ++i) count = std::min(count, amplitude[i] - amplitude[i - 1]);
