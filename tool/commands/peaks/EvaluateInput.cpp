@@ -51,7 +51,7 @@ void WarnOfNoPeaks(const std::string& file, const std::vector<TslBL::CurveEval>&
 // Of spectra without strong peaks at the beginning of a run the rest has to tell.
 Preview PreviewOf(const std::string& input, const SpectrumChoice& wanted,
                   std::unique_ptr<SpectrumSource>& source) {
-  const Preview preview = LookAhead(source);
+  Preview preview = LookAhead(source);
   if (preview.isSettled || !CanBeOpenedAgain(input)) return preview;
   return LookThrough(*OpenSpectra(input, wanted));
 }
