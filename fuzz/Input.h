@@ -14,6 +14,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <typeinfo>
 
 namespace fuzz {
 
@@ -91,8 +92,8 @@ inline std::string FileWith(const std::string& name, std::string_view bytes) {
   return path;
 }
 
-// Runs `read`; false if it refuses its input, as all readers do, with std::runtime_error.
-// Any other exception is a finding.
+// Runs `read`; false if it refuses its input, as all readers do, with std::runtime_error or, where a text is no
+// number, with the std::bad_cast of the conversion. Any other exception is a finding.
 template <class Read>
 bool Accepts(Read read) {
   try {
@@ -100,6 +101,8 @@ bool Accepts(Read read) {
     return true;
   } catch (const std::runtime_error& error) {
     Require(error.what()[0] != '\0', "a refusal has a reason");
+    return false;
+  } catch (const std::bad_cast&) {
     return false;
   }
 }
