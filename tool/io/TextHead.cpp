@@ -73,12 +73,13 @@ class HeadReader {
  private:
   bool IsStart(std::string_view line) const {
     if (IsComment(line, ' ')) return false;
-    if (HasOnlyNumbers(WithoutComment(line))) return true;
-    if (named_ && CountNumbers(line, *named_) > 0) return true;
+    const std::string_view content = WithoutComment(line);
+    if (HasOnlyNumbers(content)) return true;
+    if (named_ && CountNumbers(content, *named_) > 0) return true;
     if (!choice_.IsByNumber()) return false;
     const ColumnPair chosen{ColumnNumber(choice_.mz) - 1, ColumnNumber(choice_.amplitude) - 1};
     return std::ranges::any_of(kCellSeparators, [&](char separator) {
-      return CountNumbers(line, {separator, chosen}) == 2;
+      return CountNumbers(content, {separator, chosen}) == 2;
     });
   }
 

@@ -35,8 +35,8 @@ class TraceParser {
   Traces Read(std::vector<std::string> warnings) {
     traces_.warnings = std::move(warnings);
     head_ = ReadHead(lines_, choice_.columns, [&](const Fields& names) { return NamedColumns(names); });
-    if (head_.sample.empty()) RefuseWords();
     EndAtSection();
+    if (head_.sample.empty()) RefuseWords();
     JudgeColumns();
     for (const TextLine& line : head_.sample) TakeLine(line.text, line.number);
     for (std::string_view line; !hasEnded_ && lines_.Next(line);)

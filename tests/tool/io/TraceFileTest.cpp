@@ -152,6 +152,8 @@ TEST(TraceFile, RefusesWhatIsNoTraceAndNamesTheLine) {
       {"1,2,3\n2,3,4\n", "line 1: no column of times among"},
       {"5\n6\n", "line 1: one column, \"5\", where a time and a signal are expected"},
       {"time,signal\n", "holds no line with a time and a signal; line 1 is \"time,signal\""},
+      {"time,note,b\n\"#,y,6\n", "holds no line with a time and a signal; line 1 is \"time,note,b\""},
+      {"time,b\n[,5,]\n", "holds no line with a time and a signal; line 1 is \"time,b\""},
       {"t,s\n1,5\n", "\"s\" has one point; a chromatogram has two points of different times at least"},
       {"t,s\n1,5\n1,6\n", "\"s\" has one point"},
       {"min,s\n.01,5\n.02,5\n.03,5\n.04,5\n.01,6\n.02,6\n.03,6\n.04,6\n",
