@@ -92,8 +92,8 @@ inline std::string FileWith(const std::string& name, std::string_view bytes) {
   return path;
 }
 
-// Runs `read`; false if it refuses its input, as all readers do, with std::runtime_error or, where a text is no
-// number, with the std::bad_cast of the conversion. Any other exception is a finding.
+// Runs `read`; false if it refuses its input, as all readers do, with std::runtime_error or, where a text is
+// no number, with the std::bad_cast of the conversion. Any other exception is a finding.
 template <class Read>
 bool Accepts(Read read) {
   try {

@@ -22,7 +22,7 @@ constexpr double kIsotopeSpacing = 1.00235;  // Da, as in an average protein
 constexpr double kComposition = 1.1;
 
 // To so much of it, smoothing and baseline leave the skew of peaks as it is.
-constexpr double kSkewKnown = 0.1;
+constexpr double kSkewKnown = 0.03;
 // The isotopes of an average protein put the mean of a peak above the centroid over its top 30 percent by
 // this times its mass over its variance, Da, within 6 percent from 6 to 148 kDa. More is not of isotopes.
 constexpr double kIsotopeSkew = 3.1e-4;

@@ -18,11 +18,11 @@ struct SeriesMass {
 //
 // An unresolved series of three peaks or more is told by how their masses scatter; its mass is that of the
 // means of its peaks where these are known (PeakMeans.h), as far as isotopes can make them differ from the
-// positions, as adducts make peaks skew, too; a tenth of what this makes is added to its error. In a resolved
-// one the standard errors of the peaks' m/z add up, as the peaks do in the mean; where its charges differ by
-// more than that, the error grows with them (R. Birge, The calculation of errors by the method of least
-// squares, 1932). Without errors of the peaks the charges tell alone, if there are three. What isotopes weigh
-// differs from protein to protein by what they are made of, and that is added.
+// positions, as adducts make peaks skew, too; 3 percent of what this makes is added to its error. In a
+// resolved one the standard errors of the peaks' m/z add up, as the peaks do in the mean; where its charges
+// differ by more than that, the error grows with them (R. Birge, The calculation of errors by the method of
+// least squares, 1932). Without errors of the peaks the charges tell alone, if there are three. What isotopes
+// weigh differs from protein to protein by what they are made of, and that is added.
 class MassErrors {
  public:
   // `peaks` are all of the spectrum, by their ids. Both must outlive it.

@@ -14,8 +14,9 @@ using TslBL::Spectrum;
 constexpr double kMostOfTop = 50.0;  // percent
 constexpr double kUpper = 0.3;
 constexpr double kMost = 0.8;
-// Of what the two centroids differ by: from the lower part to the mean, for all skews, masses and charges.
-constexpr double kToMean = 1.65;
+// Of what the two centroids differ by: from the lower part to the mean, for all skews, masses and charges,
+// once smoothed and with the baseline taken off.
+constexpr double kToMean = 1.8;
 
 struct Point {
   double x, y;

@@ -59,7 +59,7 @@ TEST(PeakMeans, AreThoseOfSkewPeaks) {
     const double variance = isotopes.mean / (isotopes.charge * isotopes.charge) + kSigma * kSigma;
     const double third = isotopes.mean / std::pow(isotopes.charge, 3);
     const double offTop = 0.5 * third / variance;  // of the maximum, to the first term
-    EXPECT_NEAR(PeakMeans(loaded)[0], kMean, 0.06 * offTop) << isotopes.mean << " at " << isotopes.charge;
+    EXPECT_NEAR(PeakMeans(loaded)[0], kMean, 0.1 * offTop) << isotopes.mean << " at " << isotopes.charge;
     EXPECT_LT(top, kMean);
   }
 }
