@@ -16,35 +16,35 @@ using TslBL::LimitRows;
 using TslBL::TuneField;
 using TslCommon::Probes;
 
-// By field number; nothing for a field without limits here.
-using Rows = std::array<std::optional<Limits>, TuneField::kFieldCount>;
+// By field number; zeros for a field without limits here.
+using Rows = std::array<Limits, TuneField::kFieldCount>;
 
-// A site changes what there is, and adds nothing.
-Rows Overridden(std::optional<Limits> TslBL::BuiltInLimits::*table, const LimitRows& overrides) {
-  Rows rows;
+// A site changes what there is, and adds nothing. What a table lacks is that of `rows`.
+Rows Overridden(std::optional<Limits> TslBL::BuiltInLimits::*table, const LimitRows& overrides, Rows rows) {
   for (const FieldRow& field : kFieldTable) {
     const std::optional<Limits>& builtIn = field.limits.*table;
+    if (!builtIn) continue;
     const auto found = overrides.find(field.id);
-    rows[field.id] = builtIn && found != overrides.end() ? found->second : builtIn;
+    rows[field.id] = found != overrides.end() ? found->second : *builtIn;
   }
   return rows;
 }
 
 struct Tables {
   explicit Tables(const LimitRows& overrides)
-      : all(Overridden(&TslBL::BuiltInLimits::all, overrides)),
-        esi(Overridden(&TslBL::BuiltInLimits::esi, overrides)),
-        apci(Overridden(&TslBL::BuiltInLimits::apci, overrides)) {}
+      : all(Overridden(&TslBL::BuiltInLimits::all, overrides, {})),
+        esi(Overridden(&TslBL::BuiltInLimits::esi, overrides, all)),
+        apci(Overridden(&TslBL::BuiltInLimits::apci, overrides, all)) {}
 
-  const Rows* OfProbe(Probes::ProbeTypes probe) const {
+  const Rows& OfProbe(Probes::ProbeTypes probe) const {
     switch (probe) {
       case Probes::ESI:
       case Probes::LowFlowESI:
-        return &esi;
+        return esi;
       case Probes::APCI:
-        return &apci;
+        return apci;
     }
-    return nullptr;
+    return all;
   }
 
   Rows all;
@@ -61,22 +61,25 @@ void LogOnce() {
   if (!done.load(std::memory_order_relaxed) && !done.exchange(true)) TslBL::LogOverrides(OverridesPath());
 }
 
-const Tables& SiteTables() {
-  struct Site {
-    explicit Site(const std::optional<LimitRows>& overrides)
-        : isFound(overrides), tables(overrides.value_or(LimitRows())) {}
+struct Site {
+  explicit Site(const std::optional<LimitRows>& overrides)
+      : isFound(overrides), tables(overrides.value_or(LimitRows())) {}
 
-    bool isFound;
-    Tables tables;
-  };
-  static const Site site(TslBL::LoadLimitOverrides(OverridesPath()));
+  bool isFound;
+  Tables tables;
+};
+
+Site LoadSite() { return Site(TslBL::LoadLimitOverrides(OverridesPath())); }
+
+const Tables& SiteTables() {
+  static const Site site = LoadSite();
   if (site.isFound) LogOnce();
   return site.tables;
 }
 
-const std::optional<Limits>* Find(const Rows* rows, int field) {
+Limits Of(const Rows& rows, int field) {
   const auto number = static_cast<std::uint32_t>(field);
-  return rows != nullptr && number < rows->size() ? &(*rows)[number] : nullptr;
+  return number < rows.size() ? rows[number] : Limits{};
 }
 
 // The absolute voltage of a lens starts from that of the lens that it stands on.
@@ -91,14 +94,10 @@ void AddBases(const FieldRow& lens, Limits& limits) {
 
 }  // namespace
 
-Limits FieldLimits::QLimits(int field) const {
-  const std::optional<Limits>* row = Find(&SiteTables().all, field);
-  return row != nullptr ? row->value_or(Limits{}) : Limits{};
-}
+Limits FieldLimits::QLimits(int field) const { return Of(SiteTables().all, field); }
 
 Limits FieldLimits::QLimits(Probes::ProbeTypes probe, int field) const {
-  const std::optional<Limits>* row = Find(SiteTables().OfProbe(probe), field);
-  return row != nullptr && *row ? **row : QLimits(field);
+  return Of(SiteTables().OfProbe(probe), field);
 }
 
 Limits FieldLimits::QMinMaxStep(int field) const {

@@ -61,8 +61,11 @@ ErrTypes DevTuneRules::CheckLimits(TuneField::Id field, double value, double low
 ErrTypes DevTuneRules::CheckIOPoint(TuneField::Id field, const IOPoint& point) const {
   ErrTypes result = CheckLimits(TuneField::IOPointType, point.Type);
   if (result == NoError && point.Type == IOPoint::SingleType) {
-    result =
-        CheckLimits(Source.Type, field, point.Single, TslLoadString(ModuleHandle(), kSingleValue), LastError);
+    const Limits limits = LimitsOf(field);
+    if (IsOutside(point.Single, limits.Min, limits.Max)) {
+      LastError = OutOfRange(TslLoadString(ModuleHandle(), kSingleValue), limits.Min, limits.Max);
+      result = Error;
+    }
   } else if (result == NoError && point.Type == IOPoint::CalibratedType) {
     Pairs pairs;
     QFieldQ1CalPts(field, pairs);
