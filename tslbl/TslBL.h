@@ -37,6 +37,7 @@
 #include <tslbl/closed/math/overlap/FitPeaks.h>
 #include <tslbl/closed/math/peak/Features.h>
 #include <tslbl/closed/math/peak/GaussPeak.h>
+#include <tslbl/closed/math/peak/PairCorrelation.h>
 #include <tslbl/closed/math/peak/SplinePeak.h>
 #include <tslbl/closed/math/peak/TypicalOfKinds.h>
 #include <tslbl/closed/math/peak/TypicalWidth.h>

@@ -3,7 +3,9 @@
 #include <tool/frame/InputError.h>
 #include <tool/frame/Interrupt.h>
 #include <tool/io/CorrelatedNoise.h>
+#include <tool/io/CountStep.h>
 #include <tslbl/closed/math/Median.h>
+#include <tslbl/closed/math/peak/PairCorrelation.h>
 #include <tslbl/closed/math/peak/TypicalOfKinds.h>
 #include <tslbl/closed/math/peak/TypicalWidth.h>
 #include <algorithm>
@@ -20,6 +22,8 @@ namespace {
 // When these show peaks, so strong that no others need be asked, it is known.
 constexpr std::size_t kSpectra = 8;
 constexpr double kEnoughStrength = 30.0;
+// Below this it is rather told by all counts together: bumps of noise on weak peaks make them look narrow.
+constexpr double kWeak = 10.0;
 constexpr std::size_t kLookedAt = 32;  // whatever they hold
 constexpr double kHigher = 1.1;
 constexpr std::ptrdiff_t kStretch = 512;  // points
@@ -27,6 +31,7 @@ constexpr double kEven = 1.5;
 constexpr double kNarrowShare = 0.1;
 constexpr double kShortSteps = 0.05;
 constexpr std::size_t kSpan = 16;  // steps, so that their rounding does not matter
+constexpr double kRunOver = 16.0;  // points that noise does not run over
 
 using Loader = std::function<LoadedSpectrum()>;
 
@@ -73,6 +78,11 @@ double EvenStep(const std::vector<double>& x) {
   return TslMath::Quantile(std::move(means), kShortSteps);
 }
 
+// Whether points that stand together can only be of a peak.
+bool AreIndependentCounts(const std::vector<double>& y) {
+  return CountStepOf(y) > 0.0 && !IsNoiseCorrelated(y, kRunOver);
+}
+
 // The most that the curve rises within a stretch of it; a single point that stands out does not count.
 double LargestRise(const std::vector<double>& y) {
   double largest = 0.0;
@@ -103,20 +113,11 @@ class Findings {
   bool Suffice() const { return seen_.size() >= kSpectra && squares_ >= kEnoughStrength * kEnoughStrength; }
   double Points() const { return std::reduce(points_.begin(), points_.end()); }
 
-  Preview Summary() {
+  Preview Summary() const {
     Preview preview;
     if (!points_.empty()) preview.points = TslMath::Median(points_);
-    if (seen_.empty()) return preview;
-    preview.points = TslMath::Median(pointsWithPeaks_);
-    preview.spectra = seen_.size();
-    preview.isSettled = Suffice();
-    preview.isNoiseCorrelated = 2 * correlated_ > seen_.size();
-    preview.pointsAcross = TslMath::TypicalOfKinds(seen_, kNarrowShare);
-    const auto [least, most] = std::ranges::minmax(steps_);
-    if (least > 0.0 && most <= kEven * least) preview.evenStep = TslMath::Median(steps_);
-    for (const auto& [level, widths] : seenOfLevel_)
-      if (IsEnough(widths))
-        preview.pointsAcrossOfLevel[level] = TslMath::TypicalOfKinds(widths, kNarrowShare);
+    if (!seen_.empty()) TellPeaks(preview);
+    if (squares_ < kWeak * kWeak) TellWeakPeaks(preview);
     return preview;
   }
 
@@ -138,6 +139,7 @@ class Findings {
     const std::vector<double>& y = spectrum.yAxis;
     const TslMath::PeakWidth width =
         TslMath::MeasurePeakWidth(y.data(), static_cast<std::uint32_t>(y.size()));
+    if (width.strength < kWeak) NoteWeakPeaks(spectrum);
     if (!(width.points > 0.0)) return;
     const double weight = width.strength * width.strength;
     seen_.push_back({width.points, weight});
@@ -148,11 +150,45 @@ class Findings {
     steps_.push_back(EvenStep(spectrum.xAxis));
   }
 
+  void TellPeaks(Preview& preview) const {
+    preview.points = TslMath::Median(pointsWithPeaks_);
+    preview.spectra = seen_.size();
+    preview.isSettled = Suffice();
+    preview.isNoiseCorrelated = 2 * correlated_ > seen_.size();
+    preview.pointsAcross = TslMath::TypicalOfKinds(seen_, kNarrowShare);
+    TakeStep(steps_, preview);
+    for (const auto& [level, widths] : seenOfLevel_)
+      if (IsEnough(widths))
+        preview.pointsAcrossOfLevel[level] = TslMath::TypicalOfKinds(widths, kNarrowShare);
+  }
+
+  // Where no peak stands out well, many may do so together.
+  void TellWeakPeaks(Preview& preview) const {
+    const double width = weak_.Width();
+    if (!(width > 0.0)) return;
+    preview.pointsAcross = width;
+    TakeStep(stepsOfWeak_, preview);
+  }
+
+  static void TakeStep(const std::vector<double>& steps, Preview& preview) {
+    const auto [least, most] = std::ranges::minmax(steps);
+    if (least > 0.0 && most <= kEven * least) preview.evenStep = TslMath::Median(steps);
+  }
+
+  void NoteWeakPeaks(const TslBL::Spectrum& spectrum) {
+    const double step = EvenStep(spectrum.xAxis);
+    if (!(step > 0.0) || !AreIndependentCounts(spectrum.yAxis)) return;
+    weak_.Add(spectrum.yAxis.data(), static_cast<std::uint32_t>(spectrum.yAxis.size()));
+    stepsOfWeak_.push_back(step);
+  }
+
   std::vector<double> points_;  // of each spectrum
   std::vector<double> pointsWithPeaks_;
   std::vector<TslMath::WeightedWidth> seen_;
   std::map<int, std::vector<TslMath::WeightedWidth>> seenOfLevel_;
   std::vector<double> steps_;
+  TslMath::PairCorrelation weak_;
+  std::vector<double> stepsOfWeak_;
   double squares_ = 0.0;
   double highest_ = 0.0;
   std::size_t lookedAt_ = 0;

@@ -12,7 +12,8 @@ namespace TslTool {
 
 struct Preview {
   // How wide peaks are, in points: the median of what each spectrum shows, weighted by the square of how far
-  // its peaks stand out of noise, or the lowest tenth where that is below 0.6 of it; 0 if none shows a peak.
+  // its peaks stand out of noise, or the lowest tenth where that is below 0.6 of it. If none shows a peak,
+  // what the counts of all tell together (PairCorrelation.h); 0 if these tell nothing, either.
   double pointsAcross = 0.0;
   std::size_t spectra = 0;  // that showed a peak
   // Points of a spectrum, the median; of those that showed a peak, if any did.

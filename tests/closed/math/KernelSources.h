@@ -54,6 +54,7 @@
 #include <tslbl/closed/math/peak/Features.cpp>
 #include <tslbl/closed/math/peak/GaussPeak.cpp>
 #include <tslbl/closed/math/peak/IntervalBounds.cpp>
+#include <tslbl/closed/math/peak/PairCorrelation.cpp>
 #include <tslbl/closed/math/peak/ProminentBumps.cpp>
 #include <tslbl/closed/math/peak/SplinePeak.cpp>
 #include <tslbl/closed/math/peak/TypicalOfKinds.cpp>

@@ -104,28 +104,58 @@ TEST(Preview, SpectraOfNoiseCountForNothing) {
                 6.0, 0.3);
 }
 
+// Lines of 40 counts on a point of background in ten, which tell nothing each.
+LoadedSpectrum WeakSpectrum(double scale) {
+  LoadedSpectrum loaded{1, 0.0, std::make_unique<TslBL::Spectrum>()};
+  std::mt19937_64 random(1);
+  for (int i = 0; i < 20000; ++i) {
+    const double u = (i % 1000 - 500) / 12.0;
+    const double mean = 0.1 + 3.1 * std::exp(-2.7726 * u * u);
+    loaded.spectrum->xAxis.push_back(0.05 * i);
+    loaded.spectrum->yAxis.push_back(scale * std::poisson_distribution<int>(mean)(random));
+  }
+  return loaded;
+}
+
+class OneSpectrum final : public SpectrumSource {
+ public:
+  explicit OneSpectrum(LoadedSpectrum only) : only_(std::move(only)) {}
+  std::function<LoadedSpectrum()> Next() override {
+    if (std::exchange(done_, true)) return {};
+    return [this] { return std::move(only_); };
+  }
+  std::optional<std::uint64_t> Count() const override { return 1; }
+  std::string Format() const override { return "one"; }
+
+ private:
+  LoadedSpectrum only_;
+  bool done_ = false;
+};
+
+Preview PreviewOf(LoadedSpectrum loaded) {
+  std::unique_ptr<SpectrumSource> source = std::make_unique<OneSpectrum>(std::move(loaded));
+  return LookAhead(source);
+}
+
+TEST(Preview, CountsOfWeakPeaksTellTheWidthTogether) {
+  for (const double scale : {1.0, 12.5}) {
+    const Preview preview = PreviewOf(WeakSpectrum(scale));
+    EXPECT_NEAR(preview.pointsAcross, 12.0, 0.6);
+    EXPECT_NEAR(preview.evenStep.value(), 0.05, 1e-9);
+  }
+}
+
+TEST(Preview, WeakPeaksTellNothingWhereNothingTellsCounts) {
+  LoadedSpectrum loaded = WeakSpectrum(1.0);
+  for (int i = 0; double& value : loaded.spectrum->yAxis) value += 0.01 * std::sin(i++);
+  EXPECT_EQ(PreviewOf(std::move(loaded)).pointsAcross, 0.0);
+}
+
 // Of a spectrum with peaks at these places.
 std::optional<double> EvenStepOf(double (*place)(int index)) {
-  class OneSpectrum final : public SpectrumSource {
-   public:
-    explicit OneSpectrum(double (*place)(int)) : place_(place) {}
-    std::function<LoadedSpectrum()> Next() override {
-      if (std::exchange(done_, true)) return {};
-      return [this] {
-        LoadedSpectrum loaded = SpectrumWith(1, {12.0});
-        for (int i = 0; double& x : loaded.spectrum->xAxis) x = place_(i++);
-        return loaded;
-      };
-    }
-    std::optional<std::uint64_t> Count() const override { return 1; }
-    std::string Format() const override { return "one"; }
-
-   private:
-    double (*place_)(int);
-    bool done_ = false;
-  };
-  std::unique_ptr<SpectrumSource> source = std::make_unique<OneSpectrum>(place);
-  return LookAhead(source).evenStep;
+  LoadedSpectrum loaded = SpectrumWith(1, {12.0});
+  for (int i = 0; double& x : loaded.spectrum->xAxis) x = place(i++);
+  return PreviewOf(std::move(loaded)).evenStep;
 }
 
 TEST(Preview, TellsTheSpacingOfEvenPoints) {

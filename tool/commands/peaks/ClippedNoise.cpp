@@ -1,6 +1,6 @@
 #include <tool/commands/peaks/ClippedNoise.h>
 
-#include <tool/commands/peaks/CountStep.h>
+#include <tool/io/CountStep.h>
 #include <algorithm>
 #include <cstddef>
 

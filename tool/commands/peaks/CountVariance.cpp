@@ -1,9 +1,9 @@
 #include <tool/commands/peaks/CountVariance.h>
 
 #include <tool/chain/Lift.h>
-#include <tool/commands/peaks/CountStep.h>
 #include <tool/commands/peaks/CutNoise.h>
 #include <tool/commands/peaks/SignalNoise.h>
+#include <tool/io/CountStep.h>
 #include <tslbl/closed/math/Median.h>
 #include <algorithm>
 #include <cmath>

@@ -1,5 +1,6 @@
 // How wide the peaks of a spectrum are: with peaks a few filters tell it, of noise alone it takes all of
-// them.
+// them; of weak ones all counts together.
+#include <tslbl/closed/math/peak/PairCorrelation.h>
 #include <tslbl/closed/math/peak/TypicalWidth.h>
 
 #include <Spectra.h>
@@ -22,7 +23,17 @@ void TypicalWidthOfNoise(benchmark::State& state) {
   Measure(state, y);
 }
 
+void WidthOfWeakPeaks(benchmark::State& state) {
+  const std::vector<double>& y = Spectra::Counts();
+  Spectra::Measure(state, Spectra::kPointCount, [&] {
+    TslMath::PairCorrelation pairs;
+    pairs.Add(y.data(), Spectra::kPointCount);
+    benchmark::DoNotOptimize(pairs.Width());
+  });
+}
+
 BENCHMARK(TypicalWidth);
 BENCHMARK(TypicalWidthOfNoise);
+BENCHMARK(WidthOfWeakPeaks);
 
 }  // namespace

@@ -1,4 +1,4 @@
-#include <tool/commands/peaks/CountStep.h>
+#include <tool/io/CountStep.h>
 
 #include <algorithm>
 #include <cmath>

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include <tool/commands/peaks/CountStep.h>
+#include <tool/io/CountStep.h>
 #include <algorithm>
 #include <cmath>
 #include <random>
