@@ -30,8 +30,8 @@ constexpr std::ptrdiff_t kStretch = 512;  // points
 constexpr double kEven = 1.5;
 constexpr double kNarrowShare = 0.1;
 constexpr double kShortSteps = 0.05;
-constexpr std::size_t kSpan = 16;  // steps, so that their rounding does not matter
-constexpr double kRunOver = 16.0;  // points that noise does not run over
+constexpr std::size_t kSpan = 16;    // steps, so that their rounding does not matter
+constexpr double kLikeCounts = 2.0;  // at most, between the variances of points and of counts
 
 using Loader = std::function<LoadedSpectrum()>;
 
@@ -78,9 +78,14 @@ double EvenStep(const std::vector<double>& x) {
   return TslMath::Quantile(std::move(means), kShortSteps);
 }
 
-// Whether points that stand together can only be of a peak.
+// Whether points that stand together can only be of a peak: neighbours differ by as much as counts do.
 bool AreIndependentCounts(const std::vector<double>& y) {
-  return CountStepOf(y) > 0.0 && !IsNoiseCorrelated(y, kRunOver);
+  const double step = CountStepOf(y);
+  if (!(step > 0.0)) return false;
+  double squares = 0.0;
+  for (std::size_t i = 1; i < y.size(); ++i) squares += (y[i] - y[i - 1]) * (y[i] - y[i - 1]);
+  const double ofCounts = 2.0 * step * std::reduce(y.begin(), y.end());
+  return squares > ofCounts / kLikeCounts && squares < ofCounts * kLikeCounts;
 }
 
 // The most that the curve rises within a stretch of it; a single point that stands out does not count.

@@ -105,12 +105,12 @@ TEST(Preview, SpectraOfNoiseCountForNothing) {
 }
 
 // Lines of 40 counts on a point of background in ten, which tell nothing each.
-LoadedSpectrum WeakSpectrum(double scale) {
+LoadedSpectrum WeakSpectrum(double scale, double height = 3.1) {
   LoadedSpectrum loaded{1, 0.0, std::make_unique<TslBL::Spectrum>()};
   std::mt19937_64 random(1);
   for (int i = 0; i < 20000; ++i) {
     const double u = (i % 1000 - 500) / 12.0;
-    const double mean = 0.1 + 3.1 * std::exp(-2.7726 * u * u);
+    const double mean = 0.1 + height * std::exp(-2.7726 * u * u);
     loaded.spectrum->xAxis.push_back(0.05 * i);
     loaded.spectrum->yAxis.push_back(scale * std::poisson_distribution<int>(mean)(random));
   }
@@ -149,6 +149,20 @@ TEST(Preview, WeakPeaksTellNothingWhereNothingTellsCounts) {
   LoadedSpectrum loaded = WeakSpectrum(1.0);
   for (int i = 0; double& value : loaded.spectrum->yAxis) value += 0.01 * std::sin(i++);
   EXPECT_EQ(PreviewOf(std::move(loaded)).pointsAcross, 0.0);
+}
+
+TEST(Preview, CountsWhoseNeighboursDifferByLessAreNoPeaks) {
+  LoadedSpectrum loaded = WeakSpectrum(1.0, 0.0);
+  std::vector<double>& y = loaded.spectrum->yAxis;
+  for (std::size_t i = 0; i + 2 < y.size(); ++i) y[i] += y[i + 1] + y[i + 2];
+  EXPECT_EQ(PreviewOf(std::move(loaded)).pointsAcross, 0.0);
+}
+
+// As of a rounded voltage: what stands out decides.
+TEST(Preview, StepsThatAreNoCountsTellNothingTogether) {
+  LoadedSpectrum loaded = WeakSpectrum(1.0);
+  loaded.spectrum->yAxis[1] = 0.125;
+  EXPECT_LT(PreviewOf(std::move(loaded)).pointsAcross, 10.0);
 }
 
 // Of a spectrum with peaks at these places.
