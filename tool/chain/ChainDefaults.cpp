@@ -17,6 +17,9 @@ constexpr double kLeastSmoothed = 4.0;
 constexpr double kLeastLimited = 5.0;
 constexpr double kManyWidths = 2200.0;
 constexpr double kMostPoints = 1001.0;
+// For noise that runs over neighbouring points, whose bumps are as wide as peaks and rather high.
+constexpr std::uint32_t kLeastSegmentOfBumps = 1000;
+constexpr std::uint32_t kLeastOfBumps = 8;
 constexpr double kShortest = 50.0;  // points, to tell a peak from what lies beside it
 
 std::string SmoothingFor(double width) {
@@ -51,6 +54,11 @@ ChainDefaults For(double width, const Preview& preview, std::optional<double> ev
   defaults.sn = SignalToNoiseFor(width, preview.points);
   if (evenStep && width >= kLeastLimited) defaults.minWidth = Rounded(kLeastWidth * width * *evenStep);
   defaults.reason = reason;
+  if (preview.isNoiseCorrelated) {
+    defaults.segment = std::max(defaults.segment, kLeastSegmentOfBumps);
+    defaults.sn = kLeastOfBumps;
+    defaults.reason += ", noise runs over neighbouring points";
+  }
   return defaults;
 }
 

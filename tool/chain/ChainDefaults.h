@@ -28,7 +28,8 @@ struct ChainDefaults {
 // the height. Segments: 40 widths, 250 to 4000. Signal-to-noise ratio: 5; 6 where a spectrum is longer than
 // 2200 widths, as it has more chances for a false peak; 7 without smoothing, as the tails of a few counts are
 // heavy. Least width, where points are evenly spaced and peaks have at least 5: 0.55 widths, which most bumps
-// of noise do not reach. docs/numerics.md has what comes of it.
+// of noise do not reach. Where noise runs over neighbouring points its bumps look like peaks: a ratio of 8,
+// and segments of 1000 points at least. docs/numerics.md has what comes of it.
 ChainDefaults DefaultsFor(const Preview& preview, std::optional<double> mzStep);
 
 }  // namespace TslTool

@@ -1,3 +1,4 @@
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <tool/chain/ChainDefaults.h>
@@ -39,6 +40,17 @@ TEST(ChainDefaults, AskMoreOfPeaksThatHaveManyChances) {
       {12.0, 20000.0, 5}, {12.0, 26000.0, 5}, {12.0, 27000.0, 6}, {5.0, 20000.0, 6}, {4.0, 100.0, 5}};
   for (const auto& [width, points, sn] : expected)
     EXPECT_EQ(DefaultsFor({width, 3, points, {}, true}, {}).sn, sn) << width << " in " << points;
+}
+
+TEST(ChainDefaults, AskMoreWhereBumpsOfNoiseAreAsWideAsPeaks) {
+  for (const double width : {3.0, 12.0, 40.0}) {
+    Preview preview = Peaks(width);
+    preview.isNoiseCorrelated = true;
+    const auto defaults = DefaultsFor(preview, {});
+    EXPECT_EQ(defaults.sn, 8U);
+    EXPECT_EQ(defaults.segment, std::max(1000U, DefaultsFor(Peaks(width), {}).segment));
+    EXPECT_THAT(defaults.reason, testing::EndsWith("points wide, noise runs over neighbouring points"));
+  }
 }
 
 TEST(ChainDefaults, AskMostOfPeaksThatAreNotSmoothed) { EXPECT_EQ(DefaultsFor(Peaks(3.9), {}).sn, 7U); }

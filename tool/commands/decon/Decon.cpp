@@ -19,6 +19,9 @@ namespace TslTool {
 namespace {
 
 struct DeconArguments {
+  // What no other peak agrees with makes no series.
+  DeconArguments() { peaks.barsBumps = false; }
+
   PeaksArguments peaks;  // what the commands share
   DeconOptions decon;
   std::string input;

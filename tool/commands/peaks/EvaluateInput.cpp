@@ -80,9 +80,8 @@ std::vector<std::string> TroublesOf(const Preview& preview) {
   std::vector<std::string> troubles = {TroubleWithLevels(preview.pointsAcrossOfLevel)};
   if (preview.isNoiseCorrelated)
     troubles.push_back(
-        "noise runs over neighbouring points, as that of Fourier transforms and of smoothed curves does: its "
-        "bumps may pass for peaks, and standard errors are too small, those of areas up to sevenfold; "
-        "--baseline linear:1000 --noise linear:1000 --sn 8 lets fewer bumps pass");
+        "noise runs over neighbouring points, as that of Fourier transforms and of smoothed curves does: "
+        "standard errors are too small, those of areas up to sevenfold");
   std::erase(troubles, "");
   return troubles;
 }
@@ -91,7 +90,9 @@ EffectiveChain ChainFor(const PeaksArguments& arguments, const Options& options,
                         std::unique_ptr<SpectrumSource>& source) {
   const bool isLookNeeded = arguments.chain.NeedsDefaults();
   const Preview preview = isLookNeeded ? PreviewOf(arguments.input, wanted, source) : Preview();
-  const ChainDefaults defaults = DefaultsFor(preview, source->MzStep());
+  Preview seen = preview;
+  seen.isNoiseCorrelated &= arguments.barsBumps;
+  const ChainDefaults defaults = DefaultsFor(seen, source->MzStep());
   return {arguments.chain.Chain(options, defaults), arguments.chain.Derived(defaults), TroublesOf(preview)};
 }
 

@@ -20,6 +20,7 @@ struct PeaksArguments {
   std::optional<double> scale;       // of the amplitudes
   std::optional<double> minRise;     // of peaks, in standard deviations
   double usualRise = 2.5;            // if it is not given
+  bool barsBumps = true;             // of noise, where they are as wide as peaks, unless a ratio is given
   std::optional<double> noiseLimit;  // in times the noise of counts; 2 if it is not given
   bool showChain = false;
   bool resume = false;
