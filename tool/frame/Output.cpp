@@ -31,10 +31,14 @@ int OpenLocked(const std::string& name) {
   return descriptor;  // a file system without locks
 }
 
+// What a link leads to, which need not be there yet.
 std::string Resolved(const std::string& path) {
+  namespace fs = std::filesystem;
   std::error_code unknown;
-  const auto target = std::filesystem::canonical(path, unknown);
-  return unknown ? path : target.string();
+  const fs::path target = fs::canonical(path, unknown);
+  if (!unknown) return target.string();
+  if (unknown != std::errc::no_such_file_or_directory || !fs::is_symlink(path, unknown)) return path;
+  return Resolved((fs::path(path).parent_path() / fs::read_symlink(path)).string());
 }
 
 }  // namespace
@@ -63,6 +67,7 @@ void Output::Open() {
   if (path_.empty()) {
     file_ = stdout;
   } else if (stat(path_.c_str(), &there) != 0) {
+    path_ = Resolved(path_);
     file_ = OpenBeside(UsualMode());
   } else if (!S_ISREG(there.st_mode)) {
     file_ = std::fopen(path_.c_str(), "wb");

@@ -31,4 +31,15 @@ bool IsUtf8(std::string_view text) {
   return true;
 }
 
+std::string ToUtf8(std::string text) {
+  if (IsUtf8(text)) return text;
+  std::string utf8;
+  for (const char byte : text) {
+    const unsigned code = static_cast<unsigned char>(byte);
+    if (code >= 0x80) utf8 += static_cast<char>(0xc0 | code >> 6);
+    utf8 += static_cast<char>(code < 0x80 ? code : 0x80 | (code & 0x3f));
+  }
+  return utf8;
+}
+
 }  // namespace TslTool

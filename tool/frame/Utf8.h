@@ -2,6 +2,7 @@
 // Text as UTF-8: the encoding of everything that the tool writes.
 
 #include <cstddef>
+#include <string>
 #include <string_view>
 
 namespace TslTool {
@@ -17,5 +18,8 @@ struct Utf8Character {
 Utf8Character FirstCharacter(std::string_view text);
 
 bool IsUtf8(std::string_view text);
+
+// The text as it is if it is UTF-8, else as Latin-1, in which every byte is a character.
+std::string ToUtf8(std::string text);
 
 }  // namespace TslTool

@@ -101,8 +101,7 @@ class ChromatogramReader {
 
   void Take(const pugi::xml_node& element) {
     Trace trace;
-    trace.name = element.attribute("id").value();
-    if (!IsUtf8(trace.name)) throw std::runtime_error("the id is not UTF-8");
+    trace.name = ToUtf8(element.attribute("id").value());
     const auto points = ToNumber<std::uint64_t>(element.attribute("defaultArrayLength").value());
     if (!points) throw std::runtime_error("no defaultArrayLength that is a number");
     if (*points < 2) return LeaveOut(trace.name, "of less than two points");

@@ -200,8 +200,7 @@ bool MzMLFile::Impl::DecodeSpectrum(std::string_view element, const ScanFilter& 
 
 void MzMLFile::Impl::TakeHead(const pugi::xml_node& spectrum, Scan& scan) {
   scan.defect.reset();
-  scan.id = IdOf(spectrum);
-  if (!IsUtf8(scan.id)) throw std::runtime_error("the id is not UTF-8");
+  scan.id = ToUtf8(IdOf(spectrum));
   scan.function = FunctionInId(scan.id);
   scan.number = NumberInId(scan.id).value_or(static_cast<std::uint32_t>(seen));
   const pugi::xml_node description = ChildOf(spectrum, "spectrumDescription");  // of mzML 1.0

@@ -127,6 +127,28 @@ TEST(Output, ALinkStaysALink) {
   EXPECT_EQ(ReadFile(file.Path()), "new\n");
 }
 
+TEST(Output, ALinkToWhatIsNotThereYetStaysALink) {
+  const TempFile file("other", "");
+  std::filesystem::create_symlink("new", file.Folder() + "/near");
+  const std::string link = file.Folder() + "/link";
+  std::filesystem::create_symlink(file.Folder() + "/near", link);
+  Output output(link);
+  output.Write("new\n");
+  output.Commit();
+  EXPECT_TRUE(std::filesystem::is_symlink(link));
+  EXPECT_EQ(ReadFile(file.Folder() + "/new"), "new\n");
+}
+
+TEST(Output, ALinkInACircleIsReplaced) {
+  const TempFile file("other", "");
+  std::filesystem::create_symlink("b", file.Folder() + "/a");
+  std::filesystem::create_symlink("a", file.Folder() + "/b");
+  Output output(file.Folder() + "/a");
+  output.Write("new\n");
+  output.Commit();
+  EXPECT_EQ(ReadFile(file.Folder() + "/a"), "new\n");
+}
+
 TEST(Output, ANewFileHasTheUsualPermissions) {
   const TempFile other("other", "");
   const mode_t mask = umask(022);

@@ -9,6 +9,7 @@ namespace {
 
 using TslTool::FirstCharacter;
 using TslTool::IsUtf8;
+using TslTool::ToUtf8;
 
 TEST(Utf8, TheFirstCharacterHasItsCodeAndItsLength) {
   struct Case {
@@ -38,6 +39,12 @@ TEST(Utf8, OfWhatIsNotValidOneByteIsTaken) {
 TEST(Utf8, ATextIsValidIfAllOfItIs) {
   for (const char* text : {"", "scan=1", "Fl\xc3\xa4", "\xf0\x9f\xa7\xaa"}) EXPECT_TRUE(IsUtf8(text)) << text;
   for (const char* text : {"\xe4", "scan=1\xff", "\xc3\xa4\xc3", "a\xed\xa0\x80"}) EXPECT_FALSE(IsUtf8(text));
+}
+
+TEST(Utf8, OtherTextIsTakenForLatin1) {
+  EXPECT_EQ(ToUtf8("Fl\xe4"), "Fl\xc3\xa4");
+  EXPECT_EQ(ToUtf8("\x80\xbf\xc0\xff"), "\xc2\x80\xc2\xbf\xc3\x80\xc3\xbf");
+  for (const char* text : {"", "scan=1", "Fl\xc3\xa4"}) EXPECT_EQ(ToUtf8(text), text);
 }
 
 }  // namespace

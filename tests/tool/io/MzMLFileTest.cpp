@@ -87,6 +87,11 @@ TEST(MzMLFile, TellsWhatTheSpectrumTells) {
   EXPECT_EQ(scan.rtSeconds, 120);
 }
 
+TEST(MzMLFile, AnIdThatIsNotUtf8IsLatin1) {
+  EXPECT_EQ(ReadText(MzML(PlainSpectrum("probe=Fl\xe4 scan=17", kAxis, kCounts))).at(0).id,
+            "probe=Fl\xc3\xa4 scan=17");
+}
+
 TEST(MzMLFile, NumbersByPositionWhereTheIdHasNoScanNumber) {
   const auto scans =
       ReadText(MzML(PlainSpectrum("index=7", kAxis, kCounts) + PlainSpectrum("scan=", kAxis, kCounts) +
