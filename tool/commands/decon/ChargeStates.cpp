@@ -30,14 +30,18 @@ void KeepWithin(const RealRange& mass, DeconSpectrum& spectrum) {
   });
 }
 
-std::unique_ptr<DeconSpectrum> Deconvolved(const LoadedSpectrum& loaded, const DeconWishes& wishes,
-                                           const std::vector<SeriesEdit>& edits) {
+std::unique_ptr<DeconSpectrum> Deconvolved(const LoadedSpectrum& loaded,
+                                           const TslBL::ChargeStateParams& params,
+                                           const DeconWishes& wishes) {
   auto spectrum = std::make_unique<DeconSpectrum>(*loaded.spectrum);
-  spectrum->CSParams = DerivedParams(wishes, loaded);
+  spectrum->CSParams = params;
   FindSeries(*spectrum, OrderFor(loaded, spectrum->CSParams));
   if (wishes.mass) KeepWithin(*wishes.mass, *spectrum);
-  for (const SeriesEdit& edit : edits) EditSeries(*spectrum, edit);
   return spectrum;
+}
+
+bool IsUnresolved(const TslBL::CSSeriesInfo& series) {
+  return series.Series.Type == TslBL::CSSeries::Unresolved;
 }
 
 }  // namespace
@@ -52,13 +56,32 @@ void ChargeStates::Run(LoadedSpectrum& loaded) {
   const std::vector<SeriesEdit>& edits = edits_.Of(loaded.scan);
   if (wishes_.params.UseOPD && !loaded.isPeakList) overlap_.Run(loaded);
   try {
-    auto spectrum = Deconvolved(loaded, wishes_, edits);
+    auto spectrum = Find(loaded);
+    for (const SeriesEdit& edit : edits) EditSeries(*spectrum, edit);
     Count(*spectrum);
     loaded.spectrum = std::move(spectrum);
   } catch (...) {
     // An engine's failure is no std::exception.
     throw InputError(input_, fmt::format("scan {}", loaded.scan), FailureText(std::current_exception()));
   }
+}
+
+// Peaks of a protein are as wide as isotopes that run into each other: only where no series of charges is
+// found they are taken for isotopes.
+std::unique_ptr<DeconSpectrum> ChargeStates::Find(LoadedSpectrum& loaded) {
+  TslBL::ChargeStateParams params = DerivedParams(wishes_, loaded);
+  auto spectrum = Deconvolved(loaded, params, wishes_);
+  const bool mayTouch = params.Method != TslBL::ChargeStateParams::UnresolvedOnly && !wishes_.hasOverlap &&
+                        MayIsotopesTouch(loaded) && std::ranges::none_of(spectrum->Series, IsUnresolved);
+  if (!mayTouch) return spectrum;
+  overlap_.Run(loaded);
+  params.UseOPD = true;
+  params.Method = TslBL::ChargeStateParams::ResolvedOnly;
+  auto apart = Deconvolved(loaded, params, wishes_);
+  // Tops that are shifted make some series of their own.
+  if (apart->Series.empty() || 5 * apart->Series.size() < 4 * spectrum->Series.size()) return spectrum;
+  ++takenApart_;
+  return apart;
 }
 
 void ChargeStates::Count(const DeconSpectrum& spectrum) {
@@ -79,6 +102,8 @@ std::string ChargeStates::Note() const {
   note += "; isotopes looked for at charges to ";
   note += leastMaxCharge_ == mostMaxCharge_ ? fmt::format("{}", mostMaxCharge_)
                                             : fmt::format("{} to {}", leastMaxCharge_, mostMaxCharge_);
+  if (takenApart_ > 0)
+    note += fmt::format(", which overlap and were taken apart in {} spectra", takenApart_.load());
   return note;
 }
 

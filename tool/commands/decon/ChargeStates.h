@@ -26,20 +26,20 @@ class ChargeStates {
   // What was done, as in "12 series in 3 of 5 spectra; isotopes looked for at charges to 4".
   std::string Note() const;
   // Of overlapping peaks that were taken apart.
-  std::vector<std::string> Warnings() const {
-    return wishes_.params.UseOPD ? overlap_.Warnings() : std::vector<std::string>();
-  }
+  std::vector<std::string> Warnings() const { return overlap_.Warnings(); }
 
  private:
+  std::unique_ptr<TslBL::DeconSpectrum> Find(LoadedSpectrum& loaded);
   void Count(const TslBL::DeconSpectrum& spectrum);
 
   std::string input_;
   DeconWishes wishes_;
   ScanEdits<SeriesEdit>& edits_;
-  Deconvolution overlap_;  // if it is asked for
+  Deconvolution overlap_;
   std::atomic<std::uint64_t> spectra_ = 0;
   std::atomic<std::uint64_t> withSeries_ = 0;
   std::atomic<std::uint64_t> series_ = 0;
+  std::atomic<std::uint64_t> takenApart_ = 0;  // spectra, without being asked to
   mutable std::mutex mutex_;
   std::uint32_t leastMaxCharge_ = 0;  // of isotopes that are resolved; 0: no spectrum yet
   std::uint32_t mostMaxCharge_ = 0;

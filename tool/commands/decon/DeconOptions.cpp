@@ -94,7 +94,11 @@ void DeconOptions::Declare(Options& options) {
                 Default("Most series of either kind, those with most evidence", kSpecies));
   options.Choice("--mz-of PLACE", mzOf_, {"centroid", "maximum"}, "What of a peak is its m/z");
   options.Choice("--intensity OF", intensity_, {"area", "amplitude"}, "What of a peak is its intensity");
-  options.Flag("--overlap", overlap_, "Take overlapping peaks apart first, as the command overlap does");
+  options.Flag(
+      "--overlap", overlap_,
+      "Take overlapping peaks apart first, as the command overlap does [where isotopes of charge 1 run "
+      "into each other]");
+  options.Flag("--no-overlap", noOverlap_, "Take no peaks apart");
   DeclareResolved(options);
   DeclareUnresolved(options);
 }
@@ -149,6 +153,7 @@ DeconWishes DeconOptions::Wishes(const Options& options,
       throw UsageError(each.names.front() + " and a --chain with charge states exclude each other");
   return {.params = *ofChain,
           .hasAdduct = true,
+          .hasOverlap = true,
           .hasMaxCharge = true,
           .hasIsotopeAccuracy = true,
           .hasChargeAccuracy = true};
@@ -166,7 +171,9 @@ DeconWishes DeconOptions::OfSwitches() const {
   wishes.hasMaxCharge = !maxCharge_.empty();
   wishes.hasIsotopeAccuracy = !isotopeAccuracy_.empty();
   wishes.hasChargeAccuracy = !chargeAccuracy_.empty();
+  if (overlap_ && noOverlap_) throw UsageError("--overlap and --no-overlap exclude each other");
   params.UseOPD = overlap_;
+  wishes.hasOverlap = overlap_ || noOverlap_;
   return wishes;
 }
 

@@ -15,6 +15,7 @@ struct DeconWishes {
   TslBL::ChargeStateParams params;
   // What the data decide where it is not given.
   bool hasAdduct = false;
+  bool hasOverlap = false;
   bool hasMaxCharge = false;
   bool hasIsotopeAccuracy = false;
   bool hasChargeAccuracy = false;
@@ -49,6 +50,7 @@ class DeconOptions {
   std::string mzOf_ = "centroid";
   std::string intensity_ = "area";
   bool overlap_ = false;
+  bool noOverlap_ = false;
   std::string maxCharge_;
   std::string isotopeAccuracy_;
   std::string chargeAccuracy_;

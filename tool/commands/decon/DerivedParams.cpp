@@ -10,6 +10,9 @@ namespace TslTool {
 namespace {
 
 constexpr double kApart = 0.8;  // 1 / charge, in widths, from which on neighbours have tops of their own
+// Between these widths, m/z, isotopes of charge 1 run into each other and can be taken apart.
+constexpr double kTouching = 0.5;
+constexpr double kMerged = 2.0;
 constexpr double kMostCharges = 60.0;
 constexpr double kOff = 0.25;        // of the width
 constexpr double kLeastOff = 10.0;   // ppm of m/z, as no axis is better than that for all peaks
@@ -89,6 +92,11 @@ TslBL::ChargeStateParams DerivedParams(const DeconWishes& wishes, const LoadedSp
     resolved.CsAccuracy = Within(std::max<double>(kLeastChargeOff, resolved.MzAccuracy),
                                  TslBL::ResolvedParams::GetChargeStateAccuracyLimits);
   return params;
+}
+
+bool MayIsotopesTouch(const LoadedSpectrum& loaded) {
+  const double width = PeakWidthOf(loaded);
+  return !loaded.isPeakList && width >= kTouching && width <= kMerged;
 }
 
 bool AreIsotopesResolved(const TslBL::ChargeStateParams& params) { return params.Resolved.MaxCS >= kSeveral; }

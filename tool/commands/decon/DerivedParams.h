@@ -12,8 +12,13 @@ namespace TslTool {
 double PeakWidthOf(const LoadedSpectrum& loaded);
 
 // What the user leaves open: the carrier by the polarity, the highest charge by the width of the peaks, as
-// isotopes of higher ones run together, and with it how far isotopes may be off.
+// isotopes of higher ones run together, with it how far isotopes may be off, and whether overlapping peaks
+// are taken apart.
 TslBL::ChargeStateParams DerivedParams(const DeconWishes& wishes, const LoadedSpectrum& loaded);
+
+// Whether peaks of a profile are so wide that isotopes of charge 1 run into each other, and can yet be taken
+// apart: 0.5 to 2 m/z.
+bool MayIsotopesTouch(const LoadedSpectrum& loaded);
 
 // Whether isotopes of several charges stand apart: then molecules whose isotopes are resolved are the surer
 // find, and else series of charges.

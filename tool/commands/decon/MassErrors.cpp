@@ -21,6 +21,11 @@ constexpr double kIsotopeSpacing = 1.00235;  // Da, as in an average protein
 // molecule, as real ones have more or less sulfur.
 constexpr double kComposition = 1.1;
 
+// Isotopes whose tops have merged are taken apart less well than the fit of a few peaks tells: from this
+// width on, in distances of isotopes, by so much, Da.
+constexpr double kMerged = 0.7;
+constexpr double kMergedError = 0.25;
+
 // To so much of it, smoothing and baseline leave the skew of peaks as it is.
 constexpr double kSkewKnown = 0.03;
 // The isotopes of an average protein put the mean of a peak above the centroid over its top 30 percent by
@@ -126,6 +131,17 @@ MassErrors::Skew MassErrors::SkewOf(const CSSeriesInfo& series, const std::vecto
   return {taken / weights, taken / measured};
 }
 
+double MassErrors::OfMerging(const CSSeriesInfo& series) const {
+  double widest = 0.0;  // in isotopes
+  for (const CSSeriesPeakInfo& member : series.Peaks) {
+    if (peaks_.at(member.PeakId).row.Kind != TslBL::MZPeak::OverlapPeak) continue;
+    const TslBL::OverlapPeakInfo& fit = spectrum_.overlapPeaks.at(member.PeakId - spectrum_.QNumPeaks());
+    const double width = std::abs(fit.FWHM) * MzPerPoint(spectrum_, fit);
+    widest = std::max(widest, width * member.Charge / kIsotopeSpacing);
+  }
+  return kMergedError * std::max(widest - kMerged, 0.0);
+}
+
 double MassErrors::OfResolved(const CSSeriesInfo& series) const {
   const double carrier = spectrum_.CSParams.GetAdductIonInfo().MonoMass;
   std::map<std::uint32_t, ChargeError> charges;
@@ -151,7 +167,8 @@ double MassErrors::OfResolved(const CSSeriesInfo& series) const {
   }
   const double counted = std::sqrt(squares) / weights * BirgeRatio(charges);
   const double composition = kComposition / series.AvgMass * isotopes / weights;
-  return std::hypot(std::isfinite(counted) ? counted : ScatterError(series, charges.size()), composition);
+  return std::hypot(std::isfinite(counted) ? counted : ScatterError(series, charges.size()), composition,
+                    OfMerging(series));
 }
 
 }  // namespace TslTool

@@ -41,6 +41,7 @@ class MassErrors {
   };
   Skew SkewOf(const TslBL::CSSeriesInfo& series, const std::vector<double>& means) const;
   double OfResolved(const TslBL::CSSeriesInfo& series) const;
+  double OfMerging(const TslBL::CSSeriesInfo& series) const;
   double WeightOf(const ReportedPeak& peak) const;
   double IntensityOf(const ReportedPeak& peak) const;
 

@@ -30,20 +30,18 @@ OverlapRow RowOf(const ReportedPeak& peak, std::size_t number) {
           kUnknown};
 }
 
-OverlapRow RowOf(const Spectrum& spectrum, std::uint32_t opd) {
+OverlapRow RowOf(const Spectrum& spectrum, std::uint32_t opd, const ReportedPeak& peak) {
   const OverlapPeakInfo& fit = spectrum.overlapPeaks[opd];
   const double step = MzPerPoint(spectrum, fit);
   const double area = GaussPeak(fit.Height, 0.0, GaussPeak::FWHM_to_A3(fit.FWHM), 0.0).QArea();
-  // Nothing is known of the place of a peak that has come out without height, and of how sure that is.
-  const auto ifAny = [&](double error) { return fit.Height > 0.0 ? error : kUnknown; };
   return {fit.GroupId,
           spectrum.QNumPeaks() + std::size_t{opd} + 1,
           true,
           spectrum.FractionalIndexToXAxisVal(fit.Position),
-          ifAny(fit.Fit5 * step),
+          peak.errors.mz,
           fit.Height + fit.Baseline,
           area * step,
-          ifAny(fit.Fit6 * step),
+          peak.errors.area,
           std::abs(fit.FWHM) * step,
           fit.Fit4};
 }
@@ -57,13 +55,6 @@ bool IsLastOfGroup(const std::vector<ReportedPeak>& peaks, std::size_t row, std:
 
 }  // namespace
 
-double MzPerPoint(const Spectrum& spectrum, const OverlapPeakInfo& peak) {
-  const double half = std::max(std::abs(peak.FWHM) / 2, 0.5);
-  const double low = std::max(peak.Position - half, 0.0);
-  const double high = std::min(peak.Position + half, static_cast<double>(spectrum.xAxis.size()) - 1);
-  return (spectrum.FractionalIndexToXAxisVal(high) - spectrum.FractionalIndexToXAxisVal(low)) / (high - low);
-}
-
 std::vector<OverlapRow> OverlapRows(const LoadedSpectrum& loaded) {
   const Spectrum& spectrum = *loaded.spectrum;
   const std::vector<ReportedPeak> peaks = ReportedPeaks(loaded);
@@ -72,7 +63,8 @@ std::vector<OverlapRow> OverlapRows(const LoadedSpectrum& loaded) {
     rows.push_back(RowOf(peaks[i], i + 1));
     const std::uint32_t group = peaks[i].row.GroupId;
     if (group == TslBL::NoOverlapGroupId || !IsLastOfGroup(peaks, i, spectrum.QNumPeaks())) continue;
-    for (const std::uint32_t opd : spectrum.QOverlapGroupPeakIds(group)) rows.push_back(RowOf(spectrum, opd));
+    for (const std::uint32_t opd : spectrum.QOverlapGroupPeakIds(group))
+      rows.push_back(RowOf(spectrum, opd, peaks[spectrum.QNumPeaks() + opd]));
   }
   return rows;
 }

@@ -25,7 +25,4 @@ struct OverlapRow {
 // `loaded` has been deconvolved.
 std::vector<OverlapRow> OverlapRows(const LoadedSpectrum& loaded);
 
-// m/z of a point at a fitted peak: by this a width in points is one in m/z.
-double MzPerPoint(const TslBL::Spectrum& spectrum, const TslBL::OverlapPeakInfo& peak);
-
 }  // namespace TslTool

@@ -10,11 +10,14 @@ namespace TslTool {
 
 struct ReportedPeak {
   TslBL::MZPeak row;
-  double area = 0.0;  // of the whole peak, above the baseline; that of the fit for an overlap peak
-  ErrorBar errors;    // all NaN for an overlap peak
+  double area = 0.0;  // of the whole peak, above the baseline, or of the fit, amplitude times m/z
+  ErrorBar errors;    // of an overlap peak those of its fit, which has none of the amplitude
 };
 
 // The rows of the spectrum's peak table in their order.
 std::vector<ReportedPeak> ReportedPeaks(const LoadedSpectrum& loaded);
+
+// m/z of a point at a fitted peak: by this a width in points is one in m/z.
+double MzPerPoint(const TslBL::Spectrum& spectrum, const TslBL::OverlapPeakInfo& peak);
 
 }  // namespace TslTool

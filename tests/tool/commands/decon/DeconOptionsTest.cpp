@@ -113,6 +113,10 @@ TEST(DeconOptions, SetEachParameter) {
               wishes.hasChargeAccuracy);
   EXPECT_EQ(wishes.mass->from, 5000.5);
   EXPECT_EQ(wishes.mass->to, 30000.2);
+  EXPECT_TRUE(wishes.hasOverlap);
+  EXPECT_FALSE(WishesOf({}).hasOverlap);
+  EXPECT_TRUE(WishesOf({{"--no-overlap", {}}}).hasOverlap);
+  EXPECT_FALSE(WishesOf({{"--no-overlap", {}}}).params.UseOPD);
   EXPECT_EQ(WishesOf({{"--unresolved", {}}}).params.Method, ChargeStateParams::UnresolvedOnly);
   EXPECT_EQ(WishesOf({{"--both", {}}}).params.Method, ChargeStateParams::ResAndUnres);
 }
@@ -120,6 +124,8 @@ TEST(DeconOptions, SetEachParameter) {
 TEST(DeconOptions, NameWhatIsWrongAndWhatIsAllowed) {
   EXPECT_EQ(Failure({{"--resolved", {}}, {"--both", {}}}),
             "--resolved, --unresolved and --both exclude each other");
+  EXPECT_EQ(Failure({{"--overlap", {}}, {"--no-overlap", {}}}),
+            "--overlap and --no-overlap exclude each other");
   EXPECT_EQ(Failure({{"--mass", {"30000-20000"}}}), "--mass: \"30000-20000\" ends before it begins");
   EXPECT_EQ(Failure({{"--mass", {"50-2000"}}}), "--mass: 50-2000 is no range within 100 to 100000000");
   EXPECT_EQ(Failure({{"--max-gaps", {"11"}}}), "--max-gaps: 11 is not a whole number from 0 to 10");

@@ -1,6 +1,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cmath>
+#include <random>
 #include <string>
 
 #include <tool/ToolRun.h>
@@ -14,6 +17,7 @@ namespace tests {
 namespace {
 
 using testing::HasSubstr;
+using TslTool::LoadedSpectrum;
 
 class Decon : public testing::Test {
  protected:
@@ -37,6 +41,50 @@ TEST_F(Decon, FindsTheProteinsOfATextWithoutASwitch) {
   EXPECT_NEAR(std::stod(rows[0].at("mass")), kLarge.mass, 0.1);
   EXPECT_NEAR(std::stod(rows[1].at("mass")), kSmall.mass, 0.3);
   EXPECT_THAT(outcome.err, HasSubstr("proteins.txt: 2 series in 1 of 1 spectra"));
+}
+
+constexpr double kPeptides[] = {652.35, 903.41, 1196.62, 1347.73};
+
+// Isotopes of peptides of charge 1, in lines as wide as a quadrupole's.
+LoadedSpectrum CountedPeptides(double width) {
+  LoadedSpectrum loaded = CountedProteins({});
+  std::mt19937_64 random(5);
+  for (std::size_t i = 0; i < loaded.spectrum->xAxis.size(); ++i) {
+    double mean = 5.0;
+    for (const double mass : kPeptides) {
+      double share = 4000.0;
+      for (int k = 0; k < 6; ++k) {
+        const double u = (loaded.spectrum->xAxis[i] - mass - kProton - 1.0028 * k) / width;
+        mean += share * std::exp(-4.0 * std::log(2.0) * u * u);
+        share *= 5.5e-4 * mass / (k + 1);
+      }
+    }
+    loaded.spectrum->yAxis[i] = std::poisson_distribution<int>(mean)(random);
+  }
+  return loaded;
+}
+
+TEST_F(Decon, TakesIsotopesApartThatRunIntoEachOther) {
+  for (const double width : {0.6, 0.7, 0.8}) {
+    const TempFile file("peptides.txt", TextOf(CountedPeptides(width)));
+    const Outcome outcome = On(file.Path(), {"--format", "tsv"});
+    EXPECT_THAT(outcome.err, HasSubstr("charges to 1, which overlap and were taken apart in 1 spectra"));
+    for (const Row& row : RowsOf(outcome.out)) {
+      const double mass = std::stod(row.at("mass"));
+      const double error = std::stod(row.at("mass_se"));
+      EXPECT_TRUE(
+          std::ranges::any_of(kPeptides, [&](double each) { return std::abs(mass - each) < 4.0 * error; }))
+          << mass << " at " << width;
+      EXPECT_LT(error, 0.1) << mass;
+    }
+    EXPECT_GE(RowsOf(outcome.out).size(), 3U) << width;
+  }
+}
+
+TEST_F(Decon, TakesNothingApartWhereThatIsNotWantedOrSeriesOfChargesAreFound) {
+  const TempFile file("peptides.txt", TextOf(CountedPeptides(0.7)));
+  EXPECT_THAT(On(file.Path(), {"--no-overlap"}).err, testing::Not(HasSubstr("taken apart")));
+  EXPECT_THAT(Run({}).err, testing::Not(HasSubstr("taken apart")));
 }
 
 TEST_F(Decon, TakesAListOfPeaksAsItIs) {

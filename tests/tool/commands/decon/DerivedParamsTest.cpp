@@ -29,6 +29,11 @@ TEST(PeakWidth, OfAListIsWhatItsNeighboursLeaveRoomFor) {
   EXPECT_EQ(PeakWidthOf(ListOf({}, {})), 0.0);
 }
 
+TEST(MayIsotopesTouch, OfLinesOfHalfAnIsotopeToTwo) {
+  EXPECT_TRUE(TslTool::MayIsotopesTouch(WithProteinPeaks()));
+  EXPECT_FALSE(TslTool::MayIsotopesTouch(ListOf({500.0, 502.0, 504.0, 506.0}, {4, 3, 2, 1}))) << "no profile";
+}
+
 TEST(DerivedParams, HaveIsotopesOfOneChargeForPeaksAsWideAsAQuadrupoles) {
   const ChargeStateParams params = DerivedParams(DefaultWishes(), WithProteinPeaks());
   EXPECT_EQ(params.Resolved.MaxCS, 1U);

@@ -58,6 +58,21 @@ TEST(MassErrors, HaveWhatTheIsotopesOfRealProteinsDifferBy) {
   EXPECT_NEAR(Resolved({0.0, 0.0, 0.0}, {1.0, 1.0, 1.0}).Error(), 1.1 / 1000.0 / 3.0, 1e-12);
 }
 
+TEST(MassErrors, HaveHowBadlyMergedIsotopesAreTakenApart) {
+  Resolved merged({0.0, 0.0}, {1.0, 1.0});
+  merged.spectrum.xAxis = {500.0, 500.1, 500.2, 500.3};
+  merged.spectrum.AddStatus(TslBL::Curve::STATUS_X);
+  TslBL::OverlapPeakInfo fit;
+  fit.Position = 1.5;
+  for (const double width : {0.3, 0.45}) {
+    fit.FWHM = width / 0.1;
+    merged.spectrum.overlapPeaks = {fit, fit};
+    for (ReportedPeak& peak : merged.peaks) peak.row.Kind = TslBL::MZPeak::OverlapPeak;
+    // Of charge 2: 0.6 and 0.9 isotopes.
+    EXPECT_NEAR(merged.Error(), 0.25 * std::max(2.0 * width / 1.00235 - 0.7, 0.0), 1e-12) << width;
+  }
+}
+
 // Three charges of equal precision, one of which is far off.
 Resolved ThreeCharges(double off) {
   Resolved resolved({0.001}, {1.0});

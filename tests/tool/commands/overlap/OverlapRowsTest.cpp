@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <tool/commands/overlap/Doublet.h>
+#include <tool/commands/peaks/ReportedPeak.h>
 #include <cmath>
 
 namespace tests {

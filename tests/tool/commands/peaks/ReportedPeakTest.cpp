@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 #include <tool/commands/peaks/Evaluated.h>
 #include <tool/commands/peaks/ReportedPeak.h>
 #include <tslbl/curve/PeakArea.h>
@@ -8,6 +10,7 @@
 namespace tests {
 namespace {
 
+using TslTool::ErrorBar;
 using TslTool::ReportedPeaks;
 
 TEST(ReportedPeak, HasTheAreaOfTheWholePeak) {
@@ -36,8 +39,26 @@ TEST(ReportedPeak, OfAFitHasTheAreaOfItsGaussian) {
   fit.FWHM = 12.0;
   loaded.spectrum->overlapPeaks.push_back(fit);
   const auto peaks = ReportedPeaks(loaded);
-  EXPECT_GT(peaks.back().area, 0.0);
-  EXPECT_EQ(peaks.back().area, peaks.back().row.Area);
+  EXPECT_NEAR(peaks.back().area, 50.0 * 0.6 * 1.0645, 0.02);  // 12 points of 0.05 m/z
+}
+
+TEST(ReportedPeak, OfAFitHasTheErrorsOfTheFit) {
+  auto loaded = EvaluatedScan(3);
+  TslBL::OverlapPeakInfo fit;
+  fit.Position = 100.0;
+  fit.Height = 50.0;
+  fit.FWHM = 12.0;
+  fit.Fit5 = 0.2;
+  fit.Fit6 = 7.0;
+  loaded.spectrum->overlapPeaks.push_back(fit);
+  fit.Height = 0.0;
+  loaded.spectrum->overlapPeaks.push_back(fit);
+  const auto peaks = ReportedPeaks(loaded);
+  const ErrorBar& errors = peaks.at(peaks.size() - 2).errors;
+  EXPECT_NEAR(errors.mz, 0.2 * 0.05, 1e-5);
+  EXPECT_NEAR(errors.area, 7.0 * 0.05, 1e-3);
+  EXPECT_TRUE(std::isnan(errors.amplitude));
+  EXPECT_TRUE(std::isnan(peaks.back().errors.mz)) << "of a peak that came out without height";
 }
 
 }  // namespace
