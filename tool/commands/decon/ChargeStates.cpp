@@ -36,6 +36,7 @@ std::unique_ptr<DeconSpectrum> Deconvolved(const LoadedSpectrum& loaded,
   auto spectrum = std::make_unique<DeconSpectrum>(*loaded.spectrum);
   spectrum->CSParams = params;
   FindSeries(*spectrum, OrderFor(loaded, spectrum->CSParams));
+  if (spectrum->CSParams.UseOPD) DropUnsureSeries(*spectrum);
   if (wishes.mass) KeepWithin(*wishes.mass, *spectrum);
   return spectrum;
 }

@@ -11,4 +11,7 @@ namespace TslTool {
 void DropSeries(TslBL::DeconSpectrum& spectrum,
                 const std::function<bool(const TslBL::CSSeriesInfo& series)>& isUnwanted);
 
+// Takes out resolved series with a fitted peak of which nobody knows by 0.2 of an isotope where it stands.
+void DropUnsureSeries(TslBL::DeconSpectrum& spectrum);
+
 }  // namespace TslTool
