@@ -104,7 +104,8 @@ std::string ChargeStates::Note() const {
   note += leastMaxCharge_ == mostMaxCharge_ ? fmt::format("{}", mostMaxCharge_)
                                             : fmt::format("{} to {}", leastMaxCharge_, mostMaxCharge_);
   if (takenApart_ > 0)
-    note += fmt::format(", which overlap and were taken apart in {} spectra", takenApart_.load());
+    note += fmt::format(", which overlap and were taken apart in {} of {} spectra", takenApart_.load(),
+                        spectra_.load());
   return note;
 }
 

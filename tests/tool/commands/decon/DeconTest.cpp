@@ -68,7 +68,7 @@ TEST_F(Decon, TakesIsotopesApartThatRunIntoEachOther) {
   for (const double width : {0.6, 0.7, 0.8}) {
     const TempFile file("peptides.txt", TextOf(CountedPeptides(width)));
     const Outcome outcome = On(file.Path(), {"--format", "tsv"});
-    EXPECT_THAT(outcome.err, HasSubstr("charges to 1, which overlap and were taken apart in 1 spectra"));
+    EXPECT_THAT(outcome.err, HasSubstr("charges to 1, which overlap and were taken apart in 1 of 1 spectra"));
     for (const Row& row : RowsOf(outcome.out)) {
       const double mass = std::stod(row.at("mass"));
       const double error = std::stod(row.at("mass_se"));

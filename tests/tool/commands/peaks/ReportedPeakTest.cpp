@@ -1,7 +1,12 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <string>
 
+#include <fmt/format.h>
+
+#include <tool/TempFile.h>
+#include <tool/ToolRun.h>
 #include <tool/commands/peaks/Evaluated.h>
 #include <tool/commands/peaks/ReportedPeak.h>
 #include <tslbl/curve/PeakArea.h>
@@ -29,6 +34,30 @@ TEST(ReportedPeak, IsTheRowOfTheTable) {
   const auto peaks = ReportedPeaks(loaded);
   ASSERT_EQ(peaks.size(), rows.size());
   for (std::size_t i = 0; i < rows.size(); ++i) EXPECT_EQ(peaks[i].row, rows[i]);
+}
+
+// The narrow line of a spectrum whose others are three times as wide, as of a time of flight.
+double AreaOfNarrowLine(const Arguments& options) {
+  constexpr double kWide = 12.0;
+  std::string text;
+  for (int i = 0; i < 6000; ++i) {
+    double y = 20.0 + 3.0 * std::sin(0.7 * i) * std::cos(1.9 * i);
+    for (int line = 0; line < 6; ++line) {
+      const double width = line == 0 ? kWide / 3.0 : kWide;
+      y += 20000.0 * std::exp(-4.0 * std::log(2.0) * std::pow((i - 500 - 1000 * line) / width, 2.0));
+    }
+    text += fmt::format("{:.2f} {:.4f}\n", 100.0 + 0.05 * i, y);
+  }
+  const TempFile file("lines.txt", text);
+  Arguments command = {"peaks", file.Path(), "--format", "tsv", "--range", "120-130"};
+  command.insert(command.end(), options.begin(), options.end());
+  return std::stod(RowsOf(RunTool(command).out).at(0).at("area"));
+}
+
+TEST(ReportedPeak, HasTheAreaThatWasMeasuredWhateverTheSmoothing) {
+  const double area = 20000.0 * 0.2 * 1.0645;
+  for (const char* smooth : {"off", "savgol:7:2", "savgol:13:2", "gaussian:9", "median:3"})
+    EXPECT_NEAR(AreaOfNarrowLine({"--smooth", smooth}), area, 0.003 * area) << smooth;
 }
 
 TEST(ReportedPeak, OfAFitHasTheAreaOfItsGaussian) {
