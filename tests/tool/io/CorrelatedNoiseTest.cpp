@@ -84,6 +84,28 @@ TEST(CorrelatedNoise, IsNotABackgroundThatBends) {
   EXPECT_FALSE(IsNoiseCorrelated(y, 12.0));
 }
 
+// Peaks of 16 points each 120, as those of a chromatogram.
+TEST(CorrelatedNoise, IsNotThatOfPeaksWhichStandClose) {
+  std::vector<double> y = White(6);
+  for (int i = 0; i < kPoints; ++i) {
+    const double distance = (i % 120 - 60) / 16.0;
+    y[static_cast<std::size_t>(i)] += 1000.0 * std::exp(-4.0 * std::log(2.0) * distance * distance);
+  }
+  EXPECT_FALSE(IsNoiseCorrelated(y, 16.0));
+}
+
+// A line at each nominal mass, 15 points apart.
+TEST(CorrelatedNoise, IsNotThatOfCountsWithALineAtEveryMass) {
+  std::mt19937_64 random(4);
+  std::vector<double> y;
+  for (int i = 0; i < kPoints; ++i) {
+    const double distance = (i % 15 - 7) / 8.0;
+    const double mean = 5.0 + 80.0 * std::exp(-4.0 * std::log(2.0) * distance * distance);
+    y.push_back(std::poisson_distribution<int>(mean)(random));
+  }
+  EXPECT_FALSE(IsNoiseCorrelated(y, 8.0));
+}
+
 TEST(CorrelatedNoise, CannotBeToldOfFewPoints) {
   std::vector<double> y = Fourier(4.0, 100.0, 1);
   y.resize(300);

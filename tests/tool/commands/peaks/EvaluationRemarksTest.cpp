@@ -140,10 +140,11 @@ TEST(EvaluationRemarks, AWindowThatIsNotTakenAsItStandsIsTold) {
 
 // A line of 0.6 m/z and others, over some scatter.
 std::string WithLines(const std::vector<std::pair<double, double>>& widthsAndHeights, double most = 1e9) {
+  std::mt19937 random(1);
   std::string text;
   for (int i = 0; i < 3000; ++i) {
     const double mz = 100.0 + 0.1 * i;
-    double amplitude = i * 7919 % 11;
+    double amplitude = static_cast<double>(random() % 11);
     double centre = 150.0;
     for (const auto& [width, height] : widthsAndHeights) {
       amplitude += height * std::exp(-4.0 * std::log(2.0) * std::pow((mz - centre) / width, 2.0));
