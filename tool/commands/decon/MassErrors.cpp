@@ -32,7 +32,12 @@ constexpr double kSkewKnown = 0.03;
 // this times its mass over its variance, Da, within 6 percent from 6 to 148 kDa. More is not of isotopes.
 constexpr double kIsotopeSkew = 3.1e-4;
 constexpr double kMostOfIsotopes = 2.0;
+constexpr double kIsotopeVariance = 5.9e-4;  // Da times Da, of an average protein's isotopes, over its mass
 constexpr double kWidthOfSigma = 2.3548200450309493;
+// Of a list nobody tells whether its positions are tops or means: so much of what they differ by is the root
+// mean square of both; and peaks are as wide as those of a quadrupole, m/z.
+constexpr double kTopOrMean = 0.7;
+constexpr double kUsualWidth = 0.6;
 
 // One charge of a resolved series.
 struct ChargeError {
@@ -104,8 +109,21 @@ SeriesMass MassErrors::OfUnresolved(const CSSeriesInfo& series, const std::vecto
   const auto again = TslMath::RecalculateSeries(peaks, prefs, series.AvgMass, members);
   const bool isTold = again && members.size() >= kLeastToScatter && again->standardError > 0.0;
   const double error = isTold ? again->standardError : kUnknown;
-  if (!again || skew.mass == 0.0) return {series.AvgMass, error, series.StdDev};
-  return {again->mass, std::hypot(error, kSkewKnown * skew.mass), again->standardDeviation};
+  const double doubt = means.empty() ? kTopOrMean * SkewOfIsotopes(series) : kSkewKnown * skew.mass;
+  if (!again || skew.mass == 0.0) return {series.AvgMass, std::hypot(error, doubt), series.StdDev};
+  return {again->mass, std::hypot(error, doubt), again->standardDeviation};
+}
+
+double MassErrors::SkewOfIsotopes(const CSSeriesInfo& series) const {
+  double weights = 0.0;
+  double sum = 0.0;
+  for (const CSSeriesPeakInfo& member : series.Peaks) {
+    const double weight = IntensityOf(peaks_.at(member.PeakId));
+    const double sigma = member.Charge * kUsualWidth / kWidthOfSigma;
+    weights += weight;
+    sum += weight * kIsotopeSkew * series.AvgMass / (sigma * sigma + kIsotopeVariance * series.AvgMass);
+  }
+  return weights > 0.0 ? sum / weights : 0.0;
 }
 
 MassErrors::Skew MassErrors::SkewOf(const CSSeriesInfo& series, const std::vector<double>& means) const {

@@ -18,17 +18,21 @@ struct SeriesMass {
 //
 // An unresolved series of three peaks or more is told by how their masses scatter; its mass is that of the
 // means of its peaks where these are known (PeakMeans.h), as far as isotopes can make them differ from the
-// positions, as adducts make peaks skew, too; 3 percent of what this makes is added to its error. In a
-// resolved one the standard errors of the peaks' m/z add up, as the peaks do in the mean; where its charges
-// differ by more than that, the error grows with them (R. Birge, The calculation of errors by the method of
-// least squares, 1932). Without errors of the peaks the charges tell alone, if there are three. What isotopes
-// weigh differs from protein to protein by what they are made of, and that is added.
+// positions, as adducts make peaks skew, too; 3 percent of what this makes is added to its error. In a list
+// of peaks the difference is not known, and adds to the error.
+//
+// In a resolved one the standard errors of the peaks' m/z add up, as the peaks do in the mean; where its
+// charges differ by more than that, the error grows with them (R. Birge, The calculation of errors by the
+// method of least squares, 1932). Without errors of the peaks the charges tell alone, if there are three.
+// What isotopes weigh differs from protein to protein by what they are made of, and that is added; likewise
+// how badly isotopes are taken apart whose tops have merged.
 class MassErrors {
  public:
   // `peaks` are all of the spectrum, by their ids. Both must outlive it.
   MassErrors(const TslBL::DeconSpectrum& spectrum, const std::vector<ReportedPeak>& peaks);
 
-  // `means` are the mean m/z of the peaks, which belong to an average mass; NaN where they are not known.
+  // `means` are the mean m/z of the peaks, which belong to an average mass; NaN where they are not known, and
+  // none of a list of peaks.
   SeriesMass Of(const TslBL::CSSeriesInfo& series, const std::vector<double>& means = {}) const;
 
  private:
@@ -40,6 +44,7 @@ class MassErrors {
     double share = 0.0;
   };
   Skew SkewOf(const TslBL::CSSeriesInfo& series, const std::vector<double>& means) const;
+  double SkewOfIsotopes(const TslBL::CSSeriesInfo& series) const;
   double OfResolved(const TslBL::CSSeriesInfo& series) const;
   double OfMerging(const TslBL::CSSeriesInfo& series) const;
   double WeightOf(const ReportedPeak& peak) const;

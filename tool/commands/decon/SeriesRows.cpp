@@ -58,7 +58,7 @@ std::vector<SeriesRow> SeriesRows(const LoadedSpectrum& loaded) {
   const DeconSpectrum& spectrum = DeconvolvedOf(loaded);
   const std::vector<ReportedPeak> peaks = ReportedPeaks(loaded);
   const MassErrors errors(spectrum, peaks);
-  const std::vector<double> means = MeansOfRows(loaded, peaks);
+  const std::vector<double> means = loaded.isPeakList ? std::vector<double>() : MeansOfRows(loaded, peaks);
   const std::vector<double> countErrors = CountErrors(spectrum, peaks);
   std::vector<SeriesRow> rows;
   rows.reserve(spectrum.Series.size());

@@ -141,6 +141,19 @@ TEST(MassErrors, OfUnresolvedSeriesTakeTheMeansOfPeaks) {
   EXPECT_NEAR(Unresolved(0.2).Mass().error, std::hypot(Unresolved(0.0).Mass().error, 0.006), 1e-6);
 }
 
+// Lines of 0.6 m/z: variance of line and isotopes, Da times Da, for each charge.
+TEST(MassErrors, OfAListHaveHowFarTopsMayLieBelowMeans) {
+  Unresolved list(0.0);
+  const double counted = list.Mass().error;
+  list.means.clear();
+  double skew = 0.0;
+  for (const double charge : {10.0, 11.0, 12.0, 13.0, 14.0})
+    skew += 3.1e-4 * 12000.0 / (std::pow(charge * 0.6 / 2.3548, 2.0) + 5.9e-4 * 12000.0) / 5.0;
+  EXPECT_NEAR(skew, 0.23, 0.01);
+  EXPECT_NEAR(list.Mass().error, std::hypot(counted, 0.7 * skew), 1e-5);
+  EXPECT_EQ(list.Mass().mass, 12000.0);
+}
+
 TEST(MassErrors, TakeNoMoreSkewThanIsotopesMake) {
   const double most = Unresolved(1.0).Mass().mass;
   EXPECT_GT(most, 12000.45);
