@@ -1,5 +1,8 @@
 #include <tool/io/RecordFile.h>
 
+#include <fmt/format.h>
+
+#include <tool/frame/Utf8.h>
 #include <tool/io/ByteSource.h>
 #include <algorithm>
 #include <iterator>
@@ -20,6 +23,17 @@ void RequireFiniteIn(const std::string& file, const pugi::xml_node& node, const 
   check(node.name(), node.child_value(), place);
   for (const pugi::xml_node child : node.children())
     if (child.type() == pugi::node_element) RequireFiniteIn(file, child, place + "/" + child.name());
+}
+
+std::string PlaceOfFirstWrong(std::string_view bytes) {
+  std::size_t line = 1;
+  while (!bytes.empty()) {
+    const Utf8Character character = FirstCharacter(bytes);
+    if (!character.isValid) break;
+    if (character.code == U'\n') ++line;
+    bytes.remove_prefix(character.bytes);
+  }
+  return fmt::format("line {}", line);
 }
 
 }  // namespace
@@ -43,12 +57,14 @@ bool IsDocument(std::string_view bytes) {
   return bytes[first] == '<' || bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF");
 }
 
-WrittenDocument::WrittenDocument(const std::string& bytes) {
+WrittenDocument::WrittenDocument(const std::string& file, const std::string& bytes) {
   const pugi::xml_parse_result parsed =
       document_.load_buffer(bytes.data(), bytes.size(), pugi::parse_default | pugi::parse_doctype);
   std::ostringstream utf8;
   document_.save(utf8, "", pugi::format_raw | pugi::format_no_declaration, pugi::encoding_utf8);
-  text_ = TslCommon::FromUtf8(parsed ? utf8.str() : bytes);
+  const std::string text = parsed ? utf8.str() : bytes;
+  if (!IsUtf8(text)) throw InputError(file, PlaceOfFirstWrong(bytes), "holds a byte that is not UTF-8");
+  text_ = TslCommon::FromUtf8(text);
 }
 
 void RequireFinite(const std::string& file, const std::wstring& document) {

@@ -28,7 +28,8 @@ bool IsDocument(std::string_view bytes);
 // A document as it was written.
 class WrittenDocument {
  public:
-  explicit WrittenDocument(const std::string& bytes);
+  // Throws InputError with the line of what is no character in the encoding of the document.
+  WrittenDocument(const std::string& file, const std::string& bytes);
 
   pugi::xml_node Root() const { return document_.document_element(); }
   // For the library's reader, which says what is wrong, with line and column.

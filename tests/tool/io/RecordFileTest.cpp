@@ -41,14 +41,19 @@ TEST(RecordFile, IsADocumentByItsFirstCharacter) {
 TEST(WrittenDocument, IsReadInWhateverCodingItHas) {
   const std::string utf16("\xFF\xFE<\0a\0>\0\xE4\0<\0/\0a\0>\0", 18);
   for (const std::string& bytes : {std::string("<a>\xC3\xA4</a>"), utf16}) {
-    const WrittenDocument document(bytes);
+    const WrittenDocument document("f", bytes);
     EXPECT_STREQ(document.Root().child_value(), "\xC3\xA4");
     EXPECT_EQ(document.Text(), L"<a>\u00E4</a>");
   }
 }
 
+TEST(WrittenDocument, RefusesBytesThatAreNoCharacters) {
+  EXPECT_EQ(ErrorOf([] { WrittenDocument("f", "<a>\n<b>\xE9</b></a>"); }),
+            "line 2|holds a byte that is not UTF-8");
+}
+
 TEST(WrittenDocument, LeavesWhatIsNotWellFormedToTheReader) {
-  EXPECT_EQ(WrittenDocument("<a><b></a>").Text(), L"<a><b></a>");
+  EXPECT_EQ(WrittenDocument("f", "<a><b></a>").Text(), L"<a><b></a>");
 }
 
 TEST(RequireFinite, RefusesANumberThatIsNone) {

@@ -48,6 +48,7 @@ void TakeCurvesFile(ChromArguments& arguments) {
   CurveDefinitions read = LoadCurvesFile(file);
   arguments.ranges = std::move(read.ranges);
   arguments.definitions = std::move(read.definitions);
+  arguments.isMean |= read.areMeans;
 }
 
 void WriteTo(const std::string& file, const std::string& text, std::vector<std::unique_ptr<Output>>& open) {
@@ -138,7 +139,9 @@ Command ChromCommand() {
                              "their number among those of --curve, from 1, such as 1-C [each range]. May be "
                              "given several times");
             options.Value("--curves-from FILE", arguments->curvesFrom,
-                          "Take ranges and definitions from this document, as tslbl results writes it");
+                          "Take ranges, definitions and whether to take means from this document, as tslbl "
+                          "results writes "
+                          "it");
             options.Flag("--mean", arguments->isMean,
                          "Take the mean of the points in a range, not their sum");
             arguments->scans.DeclareFilter(options);

@@ -33,6 +33,7 @@ using Definitions = std::map<std::uint32_t, std::wstring>;
 struct Sections {
   std::optional<std::string> ranges;
   std::optional<std::string> curves;
+  bool areMeans = false;
 };
 
 void Take(XmlScanner& scanner, std::optional<std::string>& section) {
@@ -57,6 +58,8 @@ Sections FindSections(const std::string& file) {
       Take(scanner, found.ranges);
     else if (scanner.Name() == kCurves)
       Take(scanner, found.curves);
+    else if (scanner.Name() == "Chromatograms")
+      found.areMeans = scanner.Attribute("Values") == "mean";
   }
   for (const auto& [section, name] : {std::pair{&found.ranges, kRanges}, {&found.curves, kCurves}})
     if (!*section) throw InputError(file, "", fmt::format("the document has no element \"{}\"", name));
@@ -157,6 +160,7 @@ std::string TextOf(const TslBL::MZRange& range) { return fmt::format("{}-{}", ra
 CurveDefinitions LoadCurvesFile(const std::string& file) {
   const Sections sections = FindSections(file);
   CurveDefinitions read;
+  read.areMeans = sections.areMeans;
   for (const TslBL::MZRange& range : ReadRanges(file, *sections.ranges)) {
     read.ranges.push_back(TextOf(range));
     try {

@@ -1,5 +1,7 @@
 // tslbl method check-peaks: the method that looks at known peaks.
 
+#include <fmt/format.h>
+
 #include <tool/commands/method/MethodCommands.h>
 #include <tool/commands/method/MethodStore.h>
 #include <tool/commands/tune/FormOption.h>
@@ -7,6 +9,7 @@
 #include <tool/frame/Numbers.h>
 #include <tool/frame/UsageError.h>
 #include <tslbl/method/CheckPeakMethod.h>
+#include <tslbl/tune/rules/DevTuneRules.h>
 #include <memory>
 #include <set>
 
@@ -25,8 +28,12 @@ std::set<double> ParseMZs(const std::string& text) {
   for (std::size_t begin = 0; begin <= text.size();) {
     const std::size_t end = std::min(text.find(',', begin), text.size());
     const double mz = ParseReal("--mz", std::string_view(text).substr(begin, end - begin));
-    if (!(mz > 0.0)) throw UsageError("--mz: an m/z is above 0");
-    mzs.insert(mz);
+    const double least = TslBL::DevTuneRules::QMinMz();
+    const double most = TslBL::DevTuneRules::QMaxMz();
+    if (!(mz >= least && mz <= most))
+      throw UsageError(
+          fmt::format("--mz: {} is not from {} to {}, the m/z of the instrument", mz, least, most));
+    if (!mzs.insert(mz).second) throw UsageError(fmt::format("--mz: {} is given twice", mz));
     begin = end + 1;
   }
   return mzs;

@@ -64,7 +64,12 @@ DDInfo::Types TypeOf(const Edit& edit) {
                {DDInfo::None, DDInfo::FractionCollect, DDInfo::PeakPark, DDInfo::TuneChange});
 }
 
-DDInfo::Triggers TriggerOf(const Edit& edit) {
+DDInfo::Triggers StartOf(const Edit& edit) {
+  return OneOf(edit, &DDInfo::CvtTrigger,
+               {DDInfo::AbsAmplAboveThres, DDInfo::SNAboveThres, DDInfo::TICAboveThres});
+}
+
+DDInfo::Triggers EndOf(const Edit& edit) {
   return OneOf(edit, &DDInfo::CvtTrigger,
                {DDInfo::StartTriggerNotDetected, DDInfo::TriggerTimeout, DDInfo::AbsAmplAboveThres,
                 DDInfo::SNAboveThres, DDInfo::TICAboveThres});
@@ -251,7 +256,7 @@ constexpr RunField kRunFields[] = {
      }},
     {"StartTrigger", "AbsAmplAboveThres|SNAboveThres|TICAboveThres", "what starts it",
      [](MethodRules& rules, const Edit& edit, const RunAt& at) {
-       rules.WTRStartTrigger(at.tp, at.si, at.tr, TriggerOf(edit));
+       rules.WTRStartTrigger(at.tp, at.si, at.tr, StartOf(edit));
        return kDoneEdit;
      }},
     {"StartTriggerValue", "X", "the threshold of it",
@@ -261,7 +266,7 @@ constexpr RunField kRunFields[] = {
      }},
     {"EndTrigger", "StartTriggerNotDetected|TriggerTimeout|...", "what ends it; also any that starts",
      [](MethodRules& rules, const Edit& edit, const RunAt& at) {
-       rules.WTREndTrigger(at.tp, at.si, at.tr, TriggerOf(edit));
+       rules.WTREndTrigger(at.tp, at.si, at.tr, EndOf(edit));
        return kDoneEdit;
      }},
     {"EndTriggerValue", "X", "the threshold or time of it",

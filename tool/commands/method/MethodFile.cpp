@@ -29,6 +29,7 @@ bool IsWholeNumber(std::string_view text) {
 
 // What the library's reader says of a wrong entry names neither its number nor its place.
 void CheckValve(const std::string& file, const pugi::xml_node& valve) {
+  std::set<std::string> starts;
   int number = 0;
   for (const pugi::xml_node entry : valve.children()) {
     if (entry.type() != pugi::node_element) continue;
@@ -39,6 +40,8 @@ void CheckValve(const std::string& file, const pugi::xml_node& valve) {
     const char* start = entry.child_value("Start");
     if (!IsWholeNumber(start))
       throw InputError(file, place + "/Start", Quoted(start) + " is no whole number of milliseconds");
+    if (!starts.insert(start).second)
+      throw InputError(file, place + "/Start", Quoted(start) + " is the start of an earlier entry as well");
     const char* state = entry.child_value("State");
     if (std::string_view(state) != "Source" && std::string_view(state) != "Waste")
       throw InputError(file, place + "/State", Quoted(state) + " is neither Source nor Waste");
@@ -106,7 +109,7 @@ std::vector<std::string> CompareTunes(const pugi::xml_node& written, const pugi:
 }
 
 MethodFile FromDocument(const std::string& file, const std::string& bytes) {
-  const WrittenDocument written(bytes);
+  const WrittenDocument written(file, bytes);
   CheckValve(file, written.Root().child("ValveMethod"));
   CheckIds(file, written.Root().child("Tunes"), "TunePair");
   CheckIds(file, written.Root().child("TuneRuns"), "TuneRunPair");

@@ -73,7 +73,8 @@ Command MethodSetCommand() {
           MethodEditForms() +
           "\nTIME is a number with ms, s, min or h, or of seconds. P0/0.Type is that of the first run of "
           "the\n"
-          "item, P0/0/1.Type that of the second.\n\n"
+          "item, P0/0/1.Type that of the second. START-END, ExcludeDuration and the time of an EndTrigger\n"
+          "are whole numbers as the control of the instrument counts them, and are kept as they are.\n\n"
           "Examples:\n"
           "  tslbl method set survey.xml P0.Timeout=20min P0/0.MZRange=100-800\n"
           "  tslbl method set survey.xml P0.Item=negative.xml Period=esi Valve@0=waste Valve@2min=source\n"

@@ -43,7 +43,7 @@ std::string Head(std::size_t tp, const PeriodTimes& period) {
 
 // The last loop begins within the time period and may end behind it.
 std::string Rest(const PeriodTimes& period) {
-  const double beyond = period.loop * period.loops - period.length;
+  const double beyond = period.polaritySwitch + period.loop * period.loops - period.length;
   if (period.isFree || !(beyond > 1e-9)) return "";
   return fmt::format("  the time period ends {} before its last loop does\n", ShownSeconds(beyond));
 }

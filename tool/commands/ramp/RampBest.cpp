@@ -176,7 +176,9 @@ Command RampBestCommand() {
                 "--by WHAT", arguments->by, NamesOf(kChoices),
                 "What makes a step the best; of A at B the highest A where B is close to its best");
             options.Value("--percent N", arguments->percent,
-                          fmt::format("How far below the best is close to it [{}]", Params().Percent));
+                          fmt::format("How far below the best is close to it [{}; overall as near as a step "
+                                      "comes to the best at all m/z, if that is farther]",
+                                      Params().Percent));
             arguments->evaluation.scans.DeclareFilter(options);
             arguments->evaluation.chain.Declare(options);
             options.Choice("--format FORM", arguments->format, NamesOf(kFormats), "Form of the result");

@@ -4,12 +4,15 @@
 #include <fmt/ranges.h>
 
 #include <tool/commands/ramp/RampError.h>
+#include <tslbl/closed/math/Normalize.h>
 #include <algorithm>
+#include <cmath>
 
 namespace TslTool {
 namespace {
 
 using TslBL::MZPeak;
+using TslBL::RampAlgorithmParams;
 using TslBL::SpectrumBasePeak;
 
 // The sums of one step at one m/z.
@@ -68,6 +71,33 @@ void RemarkEnd(const RampResponse& response, const TslBL::Tune& tune, std::size_
                       LensName(tune, response.steps.lenses[lens]), response.steps.values[step][lens]));
 }
 
+// How near the best step comes to the best of this field at each m/z.
+double NearestToAll(const std::vector<std::vector<SpectrumBasePeak>>& peaks,
+                    TslBL::MZPeakField::Types field) {
+  std::vector<double> worst(peaks.front().size(), 1.0);
+  for (const auto& range : peaks) {
+    std::vector<double> values;
+    for (const SpectrumBasePeak& step : range) values.push_back(TslBL::QMZPeakField(step.Peak, field));
+    const std::vector<double> shares = TslMath::Normalize(values);
+    for (std::size_t i = 0; i < worst.size(); ++i) worst[i] = std::min(worst[i], shares[i]);
+  }
+  return std::ranges::max(worst);
+}
+
+// Of A at B, where no step has a B as near to the best at all m/z as was asked for, the rule looks at A
+// alone, which may be noise where B is poor. So as near is asked for as a step comes.
+RampAlgorithmParams Reachable(const std::vector<std::vector<SpectrumBasePeak>>& peaks,
+                              RampAlgorithmParams params) {
+  double nearest = 1.0;
+  if (params.Type == RampAlgorithmParams::AmplitudeAtResolution)
+    nearest = NearestToAll(peaks, TslBL::MZPeakField::Res);
+  if (params.Type == RampAlgorithmParams::ResolutionAtAmplitude)
+    nearest = NearestToAll(peaks, TslBL::MZPeakField::Ampl);
+  const double below = std::ceil(100.0 * (1.0 - nearest));
+  if (below > params.Percent) params.Percent = static_cast<std::uint32_t>(std::min(below, 100.0));
+  return params;
+}
+
 }  // namespace
 
 RampResponse MakeRampResponse(const RampSteps& steps, const std::vector<double>& mz,
@@ -84,7 +114,10 @@ RampResponse MakeRampResponse(const RampSteps& steps, const std::vector<double>&
   if (response.mz.empty())
     throw RampError(fmt::format("no step of the ramp shows a peak at m/z {}", fmt::join(mz, ", ")));
   response.best = TslBL::RampCalcMZRangeBestIndexes(response.peaks, params);
-  response.overall = TslBL::RampCalcOverallBestIndex(response.peaks, params);
+  const RampAlgorithmParams reachable = Reachable(response.peaks, params);
+  response.overall = TslBL::RampCalcOverallBestIndex(response.peaks, reachable);
+  response.percentAsked = params.Percent;
+  response.percent = reachable.Percent;
   return response;
 }
 
@@ -104,6 +137,10 @@ std::vector<std::string> RampRemarks(const RampResponse& response, const TslBL::
                       response.mz[i], missing, response.peaks[i].size()));
     RemarkEnd(response, tune, response.best[i], fmt::format("m/z {}", response.mz[i]), remarks);
   }
+  if (response.percent > response.percentAsked)
+    remarks.push_back(
+        fmt::format("overall: no step is within {} % of the best at all m/z; the one taken is within {} %",
+                    response.percentAsked, response.percent));
   RemarkEnd(response, tune, response.overall, "overall", remarks);
   return remarks;
 }

@@ -30,6 +30,10 @@ struct RampResponse {
   std::vector<std::vector<TslBL::SpectrumBasePeak>> peaks;
   std::vector<std::uint32_t> best;  // step of each m/z
   std::uint32_t overall = 0;
+  // Percent by which the overall step may be below the best at an m/z, as it was asked for; and as it had to
+  // be, so that any step is.
+  std::uint32_t percentAsked = 0;
+  std::uint32_t percent = 0;
 };
 
 // Throws RampError if a step has no spectrum, or no m/z was seen.

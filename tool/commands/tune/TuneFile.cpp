@@ -34,7 +34,7 @@ void AddMissing(const pugi::xml_node& written, const pugi::xml_node& taken, cons
 }
 
 TuneFile FromDocument(const std::string& file, const std::string& bytes) {
-  const WrittenDocument written(bytes);
+  const WrittenDocument written(file, bytes);
   const Tune tune = RecordOfDocument<Tune>(file, written);
   pugi::xml_document taken;
   taken.load_string(DocumentOf(tune).c_str());

@@ -1,6 +1,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <fmt/format.h>
+
 #include <string>
 
 #include <tool/TempFile.h>
@@ -45,6 +47,17 @@ TEST(CurvesFile, HasRangesInTheirOrderAndCurvesInThatOfTheirIds) {
                                     Curve("4294967295", "1-B") + Curve("7", "A") + Curve("0", "b")));
   EXPECT_THAT(read.ranges, ElementsAre("500.25-501", "5-3000"));
   EXPECT_THAT(read.definitions, ElementsAre("b", "A", "1-B"));
+}
+
+TEST(CurvesFile, TellsWhetherTheCurvesAreMeans) {
+  const std::string text = Document(kRange, Curve("1", "A"));
+  EXPECT_FALSE(Loaded(text).areMeans);
+  for (const bool areMeans : {false, true}) {
+    std::string with = text;
+    with.insert(with.find("</Results>"),
+                fmt::format("<Chromatograms Values=\"{}\"/>", areMeans ? "mean" : "sum"));
+    EXPECT_EQ(Loaded(with).areMeans, areMeans);
+  }
 }
 
 TEST(CurvesFile, TakesSectionsRightBelowTheRootAlone) {

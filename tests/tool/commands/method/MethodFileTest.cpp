@@ -89,6 +89,8 @@ TEST(MethodFile, NamesWhatWouldNotBeTaken) {
       {"TunePair Id=\"4294967295\"", "TunePair Id=\"1\"", "Method/Tunes: two have the Id 1"},
       {"<Start>0<", "<Start>soon<",
        "Method/ValveMethod/Entry[1]/Start: \"soon\" is no whole number of milliseconds"},
+      {"<Entry>", "<Entry><Start>0</Start><State>Source</State></Entry><Entry>",
+       "Method/ValveMethod/Entry[2]/Start: \"0\" is the start of an earlier entry as well"},
       {"<State>Waste<", "<State>waste<",
        "Method/ValveMethod/Entry[1]/State: \"waste\" is neither Source nor Waste"},
       {"<State>Waste</State>", "", "Method/ValveMethod/Entry[1]: has no State"},

@@ -5,8 +5,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <fmt/format.h>
+#include <method/TestMethod.h>
 #include <tool/TempFile.h>
 #include <tool/ToolRun.h>
+#include <tool/commands/method/MethodTimes.h>
+#include <tool/commands/method/TimeTable.h>
+#include <tool/frame/TimeText.h>
 
 namespace tests {
 namespace {
@@ -253,6 +258,20 @@ TEST_F(MethodTest, TimeTellsWhereItGoes) {
             "The method takes 60 s.\n");
 }
 
+// The polarity takes 0.5 s, then the loops begin.
+TEST(TimeTable, TheRestOfAPeriodHasTheChangeOfPolarity) {
+  TslBL::MethodRules rules = RulesOf("+100-200 | -100-200");
+  rules.WTPTimeout(1, 10000);
+  const std::vector<TslTool::PeriodTimes> times = TslTool::TimesOf(rules);
+  const TslTool::PeriodTimes& last = times.at(1);
+  ASSERT_DOUBLE_EQ(last.polaritySwitch, 0.5);
+  const double rest = 0.5 + last.loops * last.loop - 10.0;
+  ASSERT_GT(rest, 0.0);
+  EXPECT_THAT(
+      TslTool::TimeTable(times),
+      HasSubstr(fmt::format("  the time period ends {} before its last loop", TslTool::ShownSeconds(rest))));
+}
+
 TEST_F(MethodTest, TimeIsATableForPrograms) {
   EXPECT_EQ(RunTool({"method", "time", Path("m"), "--format", "tsv"}).out,
             "period\titem\tloops\tspectra\tswitch_s\tinit_settle_s\tstep_settle_s\tcount_s\titem_s\tloop_"
@@ -320,8 +339,8 @@ TEST_F(MethodTest, CheckPeaksScansAroundEachPeak) {
   EXPECT_THAT(shown, HasSubstr("P0/1      scan +    612.03-632.03 "));
 }
 
-TEST_F(MethodTest, CheckPeaksTakesNumbersAlone) {
-  for (const char* list : {"118,", "a", "118;322", "-5", "0"})
+TEST_F(MethodTest, CheckPeaksTakesNumbersOfTheInstrumentsRangeAlone) {
+  for (const char* list : {"118,", "a", "118;322", "-5", "0", "2,118", "118,4000", "118,118"})
     EXPECT_EQ(RunTool({"method", "check-peaks", Path("t.tune"), "--mz", list, "--output", Path("c")}).status,
               2)
         << list;

@@ -74,6 +74,21 @@ TEST(RampResponse, TheOverallBestIsWeakAtNoMz) {
   EXPECT_EQ(response.overall, 1U);
 }
 
+// The resolution of the first step is noise, where hardly an ion comes through.
+TEST(RampResponse, WhereNoStepIsNearTheBestAtAllMzTheNearestCounts) {
+  const RampSpectra spectra = {{1, {0, {Peak(100, 10, 900), Peak(500, 10, 900)}}},
+                               {2, {1, {Peak(100, 100, 500), Peak(500, 60, 500)}}},
+                               {3, {2, {Peak(100, 80, 400), Peak(500, 75, 400)}}},
+                               {4, {3, {Peak(100, 50, 300), Peak(500, 100, 300)}}}};
+  const RampResponse response = MakeRampResponse(Steps({1, 2, 3, 4}), {100, 500}, spectra,
+                                                 By(RampAlgorithmParams::ResolutionAtAmplitude));
+  EXPECT_THAT(response.best, ElementsAre(1, 3));
+  EXPECT_EQ(response.overall, 2U);
+  EXPECT_THAT(RampRemarks(response, ShortTune()),
+              testing::Contains(
+                  "overall: no step is within 1 % of the best at all m/z; the one taken is within 25 %"));
+}
+
 TEST(RampResponse, RemarksTellOfEndsAndOfWhatIsMissing) {
   RampSteps steps = Steps({1, 2, 3});
   steps.beside = {"Skimmer"};

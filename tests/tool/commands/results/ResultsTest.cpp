@@ -212,6 +212,21 @@ TEST(Results, DriveTheSameCurvesOfChrom) {
   }
 }
 
+TEST(Results, OfMeansGiveMeansAgain) {
+  const TempFile folder("x", "");
+  const std::string file = folder.Folder() + "/mean.xml";
+  const std::string run = DemoRun::Get().Run();
+  const Arguments curves = {"--mean", "--range", "A=194-196"};
+  Arguments made = {"-o", file};
+  made.insert(made.end(), curves.begin(), curves.end());
+  ASSERT_EQ(Results(run, made).status, 0);
+  Arguments asked = {"chrom", run, "--format", "tsv", "-q"};
+  Arguments byFile = asked;
+  asked.insert(asked.end(), curves.begin(), curves.end());
+  byFile.insert(byFile.end(), {"--curves-from", file});
+  EXPECT_EQ(RunTool(byFile).out, RunTool(asked).out);
+}
+
 TEST(Results, TellsOfRangesThatItsDigitsDoNotHold) {
   const Outcome outcome = Results(DemoRun::Get().Run(), {"--header-only", "--range", "A=600.12345-700"});
   EXPECT_THAT(outcome.out, HasSubstr("<MZRange Type=\"Partial\" Start=\"600.123\" End=\"700\" />"));
