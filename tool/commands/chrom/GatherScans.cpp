@@ -155,8 +155,9 @@ std::vector<Chromatogram> GatherScans::Curves() const {
   }
   if (curves.empty())
     throw InputError(file_, "",
-                     fmt::format("holds {} that {} asked for; a chromatogram has two at least",
-                                 Counted(scans_), scans_ == 1 ? "was" : "were"));
+                     fmt::format("holds {} that {} asked for{}; a chromatogram has two at least",
+                                 Counted(scans_), scans_ == 1 ? "was" : "were",
+                                 scans_ == 1 ? "" : ", each of a tune, polarity or function of its own"));
   return curves;
 }
 

@@ -46,8 +46,9 @@ void WarnOfRest(const std::string& file, const MethodRules& rules, const MethodP
 }
 
 std::string Amount(const MethodProgram& program) {
-  std::string text = fmt::format("{} spectra in {} time periods, {:.6g} s", program.Count(),
-                                 program.Spectra().size(), program.Seconds());
+  std::string text =
+      fmt::format("{} spectra in {} time period{}, {:.6g} s", program.Count(), program.Spectra().size(),
+                  program.Spectra().size() == 1 ? "" : "s", program.Seconds());
   if (program.Saved() < program.Count()) text += fmt::format("; {} of them are kept", program.Saved());
   return text;
 }

@@ -169,5 +169,20 @@ TEST(GatherScans, RefusesWhatMakesNoChromatogram) {
               HasSubstr("holds 1 scan that was asked for; a chromatogram has two"));
 }
 
+TEST(GatherScans, ScansEachOfItsOwnKindMakeNoCurve) {
+  std::vector<ScanPoint> points = {PointAt(1, 1.0), PointAt(2, 2.0)};
+  points[0].polarity = 1;
+  points[1].polarity = -1;
+  try {
+    Gathered(points).Curves();
+    FAIL();
+  } catch (const TslTool::InputError& error) {
+    EXPECT_EQ(
+        error.Reason(),
+        "holds 2 scans that were asked for, each of a tune, polarity or function of its own; a chromatogram "
+        "has two at least");
+  }
+}
+
 }  // namespace
 }  // namespace tests
