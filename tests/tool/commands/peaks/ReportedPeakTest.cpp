@@ -60,23 +60,24 @@ TEST(ReportedPeak, HasTheAreaThatWasMeasuredWhateverTheSmoothing) {
     EXPECT_NEAR(AreaOfNarrowLine({"--smooth", smooth}), area, 0.003 * area) << smooth;
 }
 
-TEST(ReportedPeak, OfAFitHasTheAreaOfItsGaussian) {
-  auto loaded = EvaluatedScan(3);
+TslBL::OverlapPeakInfo Fit() {
   TslBL::OverlapPeakInfo fit;
   fit.Position = 100.0;
   fit.Height = 50.0;
   fit.FWHM = 12.0;
-  loaded.spectrum->overlapPeaks.push_back(fit);
+  return fit;
+}
+
+TEST(ReportedPeak, OfAFitHasTheAreaOfItsGaussian) {
+  auto loaded = EvaluatedScan(3);
+  loaded.spectrum->overlapPeaks.push_back(Fit());
   const auto peaks = ReportedPeaks(loaded);
   EXPECT_NEAR(peaks.back().area, 50.0 * 0.6 * 1.0645, 0.02);  // 12 points of 0.05 m/z
 }
 
 TEST(ReportedPeak, OfAFitHasTheErrorsOfTheFit) {
   auto loaded = EvaluatedScan(3);
-  TslBL::OverlapPeakInfo fit;
-  fit.Position = 100.0;
-  fit.Height = 50.0;
-  fit.FWHM = 12.0;
+  TslBL::OverlapPeakInfo fit = Fit();
   fit.Fit5 = 0.2;
   fit.Fit6 = 7.0;
   loaded.spectrum->overlapPeaks.push_back(fit);
