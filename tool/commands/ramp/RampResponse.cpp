@@ -77,6 +77,7 @@ double NearestToAll(const std::vector<std::vector<SpectrumBasePeak>>& peaks,
   std::vector<double> worst(peaks.front().size(), 1.0);
   for (const auto& range : peaks) {
     std::vector<double> values;
+    values.reserve(range.size());
     for (const SpectrumBasePeak& step : range) values.push_back(TslBL::QMZPeakField(step.Peak, field));
     const std::vector<double> shares = TslMath::Normalize(values);
     for (std::size_t i = 0; i < worst.size(); ++i) worst[i] = std::min(worst[i], shares[i]);
