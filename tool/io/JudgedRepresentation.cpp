@@ -1,5 +1,6 @@
 #include <tool/io/JudgedRepresentation.h>
 
+#include <tool/io/IsotopeSteps.h>
 #include <tool/io/RoundedAxis.h>
 #include <tslbl/closed/math/peak/TypicalWidth.h>
 #include <algorithm>
@@ -19,6 +20,7 @@ constexpr double kWidestStep = 0.3;
 constexpr double kWidestRelativeStep = 3e-4;
 constexpr double kAlike = 1.5;
 constexpr double kSame = 1.1;
+constexpr double kOffAsIsotopes = 0.004;  // of two steps
 // Isotopes are evenly spaced, too, but for the errors of their masses.
 constexpr double kVerySame = 1.005;
 constexpr std::size_t kTallest = 50;
@@ -28,11 +30,15 @@ constexpr double kNearlyAll = 0.9;
 constexpr double kFew = 0.25;
 // Of those the share that lies in the very middle: 0.96 and more in profiles, 0.5 and less in lists.
 constexpr double kSmooth = 0.75;
+constexpr std::size_t kLeastEven = 10;
 // Steps of an axis that is rounded come in a few sizes.
 constexpr std::size_t kRounded = 16;
 constexpr double kSizeUnit = 1e-6;  // m/z
 constexpr std::size_t kLeastToOverrule = 50;
 constexpr double kNominalStep = 0.9;
+// Units of polymers lie farther apart.
+constexpr double kCoarsest = 10.0;
+constexpr double kCoarsestRelative = 3e-3;
 // m/z; isotopes of a charge below 50 lie farther apart.
 constexpr double kCloserThanIsotopes = 0.02;
 constexpr double kTall = 0.1;      // of the tallest point
@@ -56,19 +62,29 @@ double ShareOf(const std::vector<double>& mz, Judge isGood) {
   return static_cast<double>(good) / static_cast<double>(mz.size() - 2);
 }
 
+// Far from even, where isotopes may lie as close, are the errors of their masses already.
+bool IsSmooth(const std::vector<double>& mz, std::size_t i, double rounding) {
+  const double left = mz[i] - mz[i - 1];
+  const double right = mz[i + 1] - mz[i];
+  const bool mayBeIsotopes = left + right > 2.0 * kCloserThanIsotopes;
+  return IsMiddle(mz, i, kSame) &&
+         (!mayBeIsotopes || std::abs(left - right) <= kOffAsIsotopes * (left + right) + rounding);
+}
+
 // Peaks of a list that lie as close as the points of a profile, as isotopes of high charge do, lie
 // irregularly.
 bool IsScattered(const std::vector<double>& mz) {
   std::size_t even = 0;
   std::size_t smooth = 0;
   std::set<long long> sizes;
+  const double rounding = 2.0 * RoundingUnit(mz);
   for (std::size_t i = 1; i + 1 < mz.size(); ++i) {
     if (!IsEven(mz, i)) continue;
     ++even;
-    if (IsMiddle(mz, i, kSame)) ++smooth;
+    if (IsSmooth(mz, i, rounding)) ++smooth;
     if (sizes.size() <= kRounded) sizes.insert(std::llround((mz[i] - mz[i - 1]) / kSizeUnit));
   }
-  return even >= kLeastToOverrule && sizes.size() > kRounded &&
+  return even >= kLeastEven && sizes.size() > std::min(kRounded, even / 2) &&
          static_cast<double>(smooth) < kSmooth * static_cast<double>(even);
 }
 
@@ -97,12 +113,13 @@ bool HasTopsOfProfile(const Scan& scan) {
 }
 
 // A coarse grid, as of a trace over time or of an instrument that steps by half a peak. Lists of nominal
-// masses have steps of 1 and no peak as wide.
+// masses have steps of 1 and no peak as wide; those of polymers have.
 bool IsCoarseProfile(const Scan& scan) {
   const auto isMiddle = [](const std::vector<double>& mz, std::size_t i) { return IsMiddle(mz, i); };
   if (ShareOf(scan.mz, isMiddle) < kNearlyAll) return false;
   const double step = (scan.mz.back() - scan.mz.front()) / static_cast<double>(scan.mz.size() - 1);
   if (scan.representation == Scan::Profile && step < kNominalStep) return true;
+  if (step > std::max(kCoarsest, kCoarsestRelative * scan.mz.back())) return false;
   return TslMath::TypicalPeakWidth(scan.amplitude.data(),
                                    static_cast<std::uint32_t>(scan.amplitude.size())) >= kWidePeak;
 }
@@ -135,9 +152,11 @@ Scan::Representation Judge(const Scan& scan) {
   if (scan.mz.size() < 3) return isMarked ? scan.representation : Scan::Profile;
   const bool isLong = scan.mz.size() >= kLeastToOverrule;
   const double all = ShareOf(scan.mz, IsEven);
-  if (!isMarked && IsScattered(scan.mz) && !HasTopsOfProfile(scan)) return Scan::Centroid;
   if (scan.representation == Scan::Centroid)
     return OrMark(isLong && all >= kNearlyAll && IsVerySmooth(scan.mz), Scan::Profile, Scan::Centroid);
+  const bool isOfIsotopes = (isLong || !isMarked) && FollowAsIsotopes(scan.mz);
+  const bool isOfPeaks = isOfIsotopes || (!isMarked && IsScattered(scan.mz));
+  if (isOfPeaks && !HasTopsOfProfile(scan)) return Scan::Centroid;
   if (all >= kMost || IsCoarseProfile(scan)) return Scan::Profile;
   const double tallest = EvenShareOfTallest(scan);
   if (scan.representation == Scan::Profile)

@@ -25,15 +25,6 @@ bool AreMultiples(const std::vector<double>& mz, double unit) {
   });
 }
 
-// 0 if the axis is not rounded.
-double UnitOf(const std::vector<double>& mz) {
-  for (int decimals = 0; decimals <= kMostDecimals; ++decimals) {
-    const double unit = std::pow(10.0, -decimals);
-    if (AreMultiples(mz, unit)) return unit;
-  }
-  return 0.0;
-}
-
 // Where the line through the points about the index has it.
 double OnLine(const std::vector<double>& mz, std::size_t index) {
   const std::size_t begin = index - std::min(index, kBeside);
@@ -60,9 +51,17 @@ bool IsCoarse(const std::vector<double>& mz, double unit) {
 
 }  // namespace
 
+double RoundingUnit(const std::vector<double>& mz) {
+  for (int decimals = 0; decimals <= kMostDecimals; ++decimals) {
+    const double unit = std::pow(10.0, -decimals);
+    if (AreMultiples(mz, unit)) return unit;
+  }
+  return 0.0;
+}
+
 bool TakeRoundingOff(std::vector<double>& mz) {
   if (mz.size() < kLeastPoints) return false;
-  const double unit = UnitOf(mz);
+  const double unit = RoundingUnit(mz);
   if (!(unit > 0.0) || !IsCoarse(mz, unit)) return false;
   std::vector<double> restored;
   restored.reserve(mz.size());

@@ -5,6 +5,9 @@
 
 namespace TslTool {
 
+// The coarsest of 1, 0.1 ... 1e-6 of which all are multiples; 0 of values that are not rounded. O(n).
+double RoundingUnit(const std::vector<double>& mz);
+
 // Steps of 0.125 written with one decimal alternate between 0.1 and 0.2: no two points are missing, but
 // neither widths nor neighbours can be told from such steps. Of an axis of at least 50 points, all multiples
 // of 1, 0.1 ... 1e-6, whose mean step is below 4.5 such units, each point is put on the straight line through

@@ -132,6 +132,45 @@ TEST(JudgedRepresentation, AListOfIsotopesThatIsMarkedStaysCentroid) {
   EXPECT_EQ(JudgedRepresentation(Marked(scan, Scan::Centroid)), Scan::Centroid);
 }
 
+// Rows of isotopes of many peptides, off by 3 ppm.
+Scan Isotopes(const std::vector<int>& charges) {
+  std::mt19937_64 random(1);
+  std::normal_distribution error(0.0, 3e-6);
+  Scan scan;
+  double begin = 500.0;
+  for (int i = 0; i < 20; ++i, begin += 20.0) {
+    const int charge = charges[static_cast<std::size_t>(i) % charges.size()];
+    for (int isotope = 0; isotope < 8; ++isotope) {
+      scan.mz.push_back((begin + 1.00286 * isotope / charge) * (1.0 + error(random)));
+      scan.amplitude.push_back(1e4 * std::exp(-0.5 * std::pow((isotope - 2.0) / 2.0, 2.0)));
+    }
+  }
+  return scan;
+}
+
+TEST(JudgedRepresentation, IsotopesOfSeveralChargesAreCentroidWhateverTheMark) {
+  const Scan scan = Isotopes({4, 5, 6});
+  EXPECT_EQ(JudgedRepresentation(scan), Scan::Centroid);
+  EXPECT_EQ(JudgedRepresentation(Marked(scan, Scan::Profile)), Scan::Centroid);
+}
+
+TEST(JudgedRepresentation, IsotopesOfOneChargeAreCentroidAsTheyAreNotEven) {
+  EXPECT_EQ(JudgedRepresentation(Isotopes({5})), Scan::Centroid);
+}
+
+TEST(JudgedRepresentation, GroupsAtAWideStepThatGrowsAreAProfile) {
+  for (const double digit : {1e-3, 1e-4, 1e-6}) {
+    Scan whole = Profile(2000, 20000, [](double mz) { return 1.7e-5 * mz; });
+    Scan scan;
+    for (std::size_t i = 0; i < whole.mz.size(); ++i) {
+      if (whole.amplitude[i] < 2.0) continue;
+      scan.mz.push_back(digit * std::round(whole.mz[i] / digit));
+      scan.amplitude.push_back(whole.amplitude[i]);
+    }
+    EXPECT_EQ(JudgedRepresentation(scan), Scan::Profile) << digit;
+  }
+}
+
 TEST(JudgedRepresentation, AProfileWithRoundedMassesIsOne) {
   for (const double digit : {1e-3, 1e-4}) {
     Scan scan = Profile(200, 20000, [](double mz) { return 1.1e-5 * mz; });
@@ -194,6 +233,16 @@ TEST(JudgedRepresentation, ACoarseGridIsAProfileIfItsPeaksAreWide) {
 TEST(JudgedRepresentation, AListOfEachNominalMassIsCentroid) {
   EXPECT_EQ(JudgedRepresentation(NominalMasses()), Scan::Centroid);
   EXPECT_EQ(JudgedRepresentation(Marked(NominalMasses(), Scan::Profile)), Scan::Centroid);
+}
+
+// As many of each length as a polymer has.
+TEST(JudgedRepresentation, AListOfOligomersIsCentroid) {
+  Scan scan;
+  for (int units = 20; units < 80; ++units) {
+    scan.mz.push_back(41.0 + 44.0262 * units);
+    scan.amplitude.push_back(1e4 * std::exp(-0.5 * std::pow((units - 50.0) / 10.0, 2.0)));
+  }
+  EXPECT_EQ(JudgedRepresentation(scan), Scan::Centroid);
 }
 
 TEST(JudgedRepresentation, AnEvenGridThatIsMarkedAsAProfileIsOne) {

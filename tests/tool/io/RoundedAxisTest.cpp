@@ -31,6 +31,12 @@ Values Growing(double step) {
   return mz;
 }
 
+TEST(RoundingUnit, IsTheCoarsestOfWhichAllAreMultiples) {
+  EXPECT_EQ(TslTool::RoundingUnit({1.0, 20.0, 3.0}), 1.0);
+  EXPECT_EQ(TslTool::RoundingUnit({1.25, 20.0, 3.5}), 0.01);
+  EXPECT_EQ(TslTool::RoundingUnit({1.0000004, 2.0}), 0.0);
+}
+
 TEST(RoundedAxis, IsPutBackWithinAFractionOfTheRounding) {
   for (const double ratio : {1.1, 1.25, 1.35, 1.6, 2.2, 3.3, 4.4})
     for (const double unit : {0.1, 0.01, 0.001})
