@@ -94,6 +94,36 @@ TEST(FindAllSpecies, TakesOverlappedPatternsApart) {
   EXPECT_NEAR(species[1].monoMass, MonoMassAt(1501.6), 0.05);
 }
 
+// A peptide with two atoms of sulfur: its last isotopes are stronger than those of the
+// average molecule.
+TEST(FindAllSpecies, MakesNoSpeciesOfTheLastIsotopesOfAnother) {
+  const IsotopePattern pattern = MakeIsotopePattern(ParseFormula("C50 H84 N14 O16 S2"));
+  std::vector<IonPeak> peaks;
+  for (std::size_t k = 0; k < pattern.probability.size(); ++k) {
+    const double ions = 5e4 * pattern.probability[k];
+    if (ions > 100.0)
+      peaks.push_back({(pattern.monoMass + pattern.mass[k]) / 2 + kCarrier, ions, ions, ions / 30, 20000});
+  }
+  EXPECT_EQ(CountFound(peaks, Prefs()), 1U);
+}
+
+TEST(FindAllSpecies, FindsTheSpeciesThatBeginsAtTheLastIsotopesOfAnother) {
+  constexpr std::size_t kIsotopes = 4;
+  std::vector<IonPeak> peaks = Pattern(1500, 2);
+  for (IonPeak peak : Pattern(1500, 2, 3000)) {
+    peak.mz += kIsotopes * 1.0025 / 2;
+    const auto same =
+        std::ranges::find_if(peaks, [&](const auto& one) { return std::abs(one.mz - peak.mz) < 0.1; });
+    if (same == peaks.end())
+      peaks.push_back(peak);
+    else
+      same->intensity += peak.intensity;
+  }
+  const auto all = FindAllSpecies(peaks, Prefs());
+  ASSERT_EQ(all.size(), 2U);
+  EXPECT_NEAR(all[1].monoMass - all[0].monoMass, kIsotopes * 1.0025, 0.03);
+}
+
 TEST(FindAllSpecies, HasNoMonoisotopicPeakWhereNoneCanBeSeen) {
   ResolvedPrefs prefs = Prefs();
   prefs.maxCharge = 20;

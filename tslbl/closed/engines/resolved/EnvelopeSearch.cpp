@@ -7,6 +7,9 @@ namespace {
 
 constexpr std::size_t kMostEnvelopes = 1000;
 constexpr double kNegligibleRest = 0.3;  // of the peak
+// Far from the top the average molecule has isotopes some times too weak: such a rest is no other species.
+constexpr double kMismatch = 2.0;     // of what is expected there
+constexpr double kFarFromTop = 0.05;  // of what is expected at the top
 
 }  // namespace
 
@@ -25,10 +28,12 @@ bool EnvelopeSearch::IsCurrent(const Candidate& entry) const {
 
 void EnvelopeSearch::Take(const Envelope& envelope) {
   taken_.push_back(envelope);
+  const double top = std::ranges::max(envelope.peaks, {}, &PatternPeak::expected).expected;
   for (const PatternPeak& peak : envelope.peaks) {
     const ListedPeak& listed = list_[peak.peak];
     const double rest = remaining_[peak.peak] - peak.expected;
-    const bool isSeen = rest >= std::max(kNegligibleRest * listed.intensity, listed.leastSeen);
+    const double mismatch = std::min(kMismatch * peak.expected, kFarFromTop * top);
+    const bool isSeen = rest >= std::max({kNegligibleRest * listed.intensity, listed.leastSeen, mismatch});
     remaining_[peak.peak] = isSeen ? rest : 0.0;
     changed_[peak.peak] = taken_.size();
   }
