@@ -52,12 +52,21 @@ TEST(Formula, ReadsSymbolsAndCounts) {
   for (const auto& [text, meaning] : table) EXPECT_EQ(Normal(text), meaning) << text;
 }
 
-TEST(Formula, TakesALeadingZeroForOxygen) {
+TEST(Formula, TakesCountsThatBeginWithZeros) {
   const std::vector<Reading> table = {
-      {"P03", "O3 P1"}, {"P0", "O1 P1"}, {"C10", "C10"},     {"C38 H48 N15 O26 P03", "H48 C38 N15 O29 P1"},
-      {"C02", "C1 O2"}, {"H20", "H20"},  {"P010", "O10 P1"},
+      {"P03", "P3"},  {"C0 H2 O0", "H2"}, {"C10", "C10"}, {"C38 H48 N15 O26 P03", "H48 C38 N15 O26 P3"},
+      {"C002", "C2"},
   };
   for (const auto& [text, meaning] : table) EXPECT_EQ(Normal(text), meaning) << text;
+}
+
+// Nucleotides of A, C, G and U as PubChem gives them, the water lost at three bonds and a phosphate, HPO3, at
+// one end.
+TEST(Formula, HasTheCompositionOfTheAverageRna) {
+  const double nucleotides = MonoMass(ParseFormula("C10H14N5O7P")) + MonoMass(ParseFormula("C9H14N3O8P")) +
+                             MonoMass(ParseFormula("C10H14N5O8P")) + MonoMass(ParseFormula("C9H13N2O9P"));
+  EXPECT_NEAR(MonoMass(ParseFormula("C38 H48 N15 O26 P03")),
+              nucleotides - 3.0 * MonoMass(ParseFormula("H2O")) - MonoMass(ParseFormula("HPO3")), 1e-9);
 }
 
 TEST(Formula, NamesWhatIsWrongAndWhere) {
@@ -69,7 +78,7 @@ TEST(Formula, NamesWhatIsWrongAndWhere) {
       {"C6 12", "formula \"C6 12\", character 4: no element symbol begins with \"1\""},
       {"C1000000000", "formula \"C1000000000\", character 2: a count of more than 9 digits"},
       {"C\u2086", "formula \"C\u2086\", character 2: not a plain ASCII character"},
-      {"P00", "formula \"P00\", character 2: a count that begins with \"00\""},
+      {"P00", "formula \"P00\", character 1: no element"},
       {"", "formula \"\", character 1: no element"},
       {"  ", "formula \"  \", character 1: no element"},
   };

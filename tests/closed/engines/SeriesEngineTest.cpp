@@ -180,7 +180,7 @@ TEST(EngineDocument, ReadsAllPreferences) {
   EXPECT_EQ(resolved.thresholds.atom, 0.25);
   EXPECT_EQ(resolved.thresholds.molecule, 0.5);
   EXPECT_EQ(resolved.maxSpecies, 16);
-  EXPECT_EQ(resolved.averageMolecule, ParseFormula("C2 H6 P O3"));
+  EXPECT_EQ(resolved.averageMolecule, ParseFormula("C2 H6 P3"));
   const UnresolvedPrefs unresolved = ReadUnresolvedPrefs(
       L"<CSDecon><UnresPrefs minMass=\"1\" maxMass=\"2\" chargeCarrierMass=\"3.5\" minSeriesSize=\"4\" "
       L"maxSeries=\"5\" isotopicGaps=\"6\" massAccuracy=\"7\" /></CSDecon>");

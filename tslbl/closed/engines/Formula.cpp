@@ -49,14 +49,7 @@ class FormulaReader {
 
   void ReadTerm() {
     const std::size_t element = ReadSymbol();
-    if (at_ == text_.size() || text_[at_] != '0') {
-      composition_.counts[element] += ReadCount();
-      return;
-    }
-    ++at_;
-    if (at_ < text_.size() && text_[at_] == '0') Fail(at_ - 1, "a count that begins with \"00\"");
-    composition_.counts[element] += 1;
-    composition_.counts[IndexOf("O")] += ReadCount();
+    composition_.counts[element] += ReadCount();
   }
 
   std::size_t ReadSymbol() {

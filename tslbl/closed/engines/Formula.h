@@ -30,8 +30,9 @@ struct TSLBL_API Composition {
 };
 
 // Reads "C117 H184 N32 O35 S1": symbols, each with a count up to 999 999 999 or none for 1; blanks between
-// them are optional. An element may come more than once. A count that begins with 0 is oxygen typed as a
-// zero: "P03" is P O3, "P0" is P O. Throws FormulaError for anything else, an empty formula included.
+// them are optional. An element may come more than once, and a count may begin with zeros: the average RNA
+// has "P03", the three phosphates between four nucleotides. Throws FormulaError for anything else, and where
+// no atom is left.
 TSLBL_API Composition ParseFormula(std::string_view text);
 
 // Mass of the most abundant isotopes, and mean mass over all isotopes, Da, neutral.
