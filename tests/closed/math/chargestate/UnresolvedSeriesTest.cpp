@@ -372,6 +372,16 @@ TEST(RecalculateSeries, TakesExactlyItsMembers) {
   EXPECT_NEAR(series->mass, 16951.5, 1);
 }
 
+TEST(RecalculateSeries, TakesAPeakOnceThatIsGivenTwice) {
+  const auto peaks = Ladder(16951.5, 12, 20);
+  const std::size_t members[] = {5, 1, 3};
+  const std::size_t again[] = {5, 1, 5, 3, 1};
+  const auto series = RecalculateSeries(peaks, Protons(), 16950, again);
+  ASSERT_TRUE(series);
+  EXPECT_EQ(Charges(*series), (std::vector<std::int32_t>{13, 15, 17}));
+  EXPECT_EQ(series->mass, RecalculateSeries(peaks, Protons(), 16950, members)->mass);
+}
+
 TEST(RecalculateSeries, GivesNothingWithoutMembersOrMass) {
   const auto peaks = Ladder(16951.5, 12, 20);
   const std::size_t members[] = {5, 99};

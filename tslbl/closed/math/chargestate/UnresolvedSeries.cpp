@@ -59,7 +59,9 @@ std::optional<ChargeSeries> RecalculateSeries(std::span<const IonPeak> peaks, co
   Check(prefs);
   ChargeSeries series;
   for (const std::size_t member : members) {
-    if (member >= peaks.size()) continue;
+    const bool isThere =
+        std::ranges::find(series.members, member, &SeriesMember::peak) != series.members.end();
+    if (member >= peaks.size() || isThere) continue;
     const double charge = std::round(mass / (peaks[member].mz - prefs.carrierMass));
     if (!(charge >= 1.0 && charge <= kMostChargeGiven)) continue;
     series.members.push_back({static_cast<std::int32_t>(charge), member, 0.0, 0.0});

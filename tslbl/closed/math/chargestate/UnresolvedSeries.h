@@ -49,8 +49,8 @@ TSLBL_API std::optional<ChargeSeries> FindSeriesOf(std::span<const IonPeak> peak
                                                    const UnresolvedPrefs& prefs,
                                                    std::span<const std::size_t> seeds);
 
-// Exactly these peaks, each at the charge that brings it nearest to `mass`. Nothing if there is none, or the
-// mass is not above 0.
+// Exactly these peaks, each once, at the charge that brings it nearest to `mass`. Nothing if there is none,
+// or the mass is not above 0.
 TSLBL_API std::optional<ChargeSeries> RecalculateSeries(std::span<const IonPeak> peaks,
                                                         const UnresolvedPrefs& prefs, double mass,
                                                         std::span<const std::size_t> members);
