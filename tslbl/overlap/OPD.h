@@ -6,7 +6,7 @@
 //
 // The same as a command of a chain is CurveEval(OPDParams), which fails without a message on a curve that is
 // no spectrum. The fit is done by an engine that an application may exchange:
-// closed/engines/OverlapPeakEngine.h. All of it runs on the caller's thread.
+// closed/engines/OverlapPeakEngine.h.
 
 #include <tslbl/Export.h>
 #include <tslbl/curve/Changed.h>

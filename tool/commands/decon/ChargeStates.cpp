@@ -19,7 +19,7 @@ using TslBL::DeconSpectrum;
 
 // Widths tell it; a list of peaks has none.
 Order OrderFor(const LoadedSpectrum& loaded, const TslBL::ChargeStateParams& params) {
-  if (loaded.isPeakList) return Order::ByIntensity;
+  if (loaded.isPeakList) return Order::OfList;
   return AreIsotopesResolved(params) ? Order::ResolvedFirst : Order::UnresolvedFirst;
 }
 
@@ -28,17 +28,6 @@ void KeepWithin(const RealRange& mass, DeconSpectrum& spectrum) {
   DropSeries(spectrum, [&](const TslBL::CSSeriesInfo& series) {
     return series.AvgMass < mass.from || series.AvgMass > mass.to;
   });
-}
-
-std::unique_ptr<DeconSpectrum> Deconvolved(const LoadedSpectrum& loaded,
-                                           const TslBL::ChargeStateParams& params,
-                                           const DeconWishes& wishes) {
-  auto spectrum = std::make_unique<DeconSpectrum>(*loaded.spectrum);
-  spectrum->CSParams = params;
-  FindSeries(*spectrum, OrderFor(loaded, spectrum->CSParams));
-  if (spectrum->CSParams.UseOPD) DropUnsureSeries(*spectrum);
-  if (wishes.mass) KeepWithin(*wishes.mass, *spectrum);
-  return spectrum;
 }
 
 bool IsUnresolved(const TslBL::CSSeriesInfo& series) {
@@ -67,18 +56,28 @@ void ChargeStates::Run(LoadedSpectrum& loaded) {
   }
 }
 
+std::unique_ptr<DeconSpectrum> ChargeStates::Deconvolved(const LoadedSpectrum& loaded,
+                                                         const TslBL::ChargeStateParams& params) {
+  auto spectrum = std::make_unique<DeconSpectrum>(*loaded.spectrum);
+  spectrum->CSParams = params;
+  ofChance_ += FindSeries(*spectrum, OrderFor(loaded, params));
+  if (params.UseOPD) DropUnsureSeries(*spectrum);
+  if (wishes_.mass) KeepWithin(*wishes_.mass, *spectrum);
+  return spectrum;
+}
+
 // Peaks of a protein are as wide as isotopes that run into each other: only where no series of charges is
 // found they are taken for isotopes.
 std::unique_ptr<DeconSpectrum> ChargeStates::Find(LoadedSpectrum& loaded) {
   TslBL::ChargeStateParams params = DerivedParams(wishes_, loaded);
-  auto spectrum = Deconvolved(loaded, params, wishes_);
+  auto spectrum = Deconvolved(loaded, params);
   const bool mayTouch = params.Method != TslBL::ChargeStateParams::UnresolvedOnly && !wishes_.hasOverlap &&
                         MayIsotopesTouch(loaded) && std::ranges::none_of(spectrum->Series, IsUnresolved);
   if (!mayTouch) return spectrum;
   overlap_.Run(loaded);
   params.UseOPD = true;
   params.Method = TslBL::ChargeStateParams::ResolvedOnly;
-  auto apart = Deconvolved(loaded, params, wishes_);
+  auto apart = Deconvolved(loaded, params);
   // Tops that are shifted make some series of their own.
   if (apart->Series.empty() || 5 * apart->Series.size() < 4 * spectrum->Series.size()) return spectrum;
   ++takenApart_;
@@ -106,6 +105,8 @@ std::string ChargeStates::Note() const {
   if (takenApart_ > 0)
     note += fmt::format(", which overlap and were taken apart in {} of {} spectra", takenApart_.load(),
                         spectra_.load());
+  if (ofChance_ > 0)
+    note += fmt::format("; {} of lists left out, as good ones come about by chance", ofChance_.load());
   return note;
 }
 

@@ -30,6 +30,8 @@ class ChargeStates {
 
  private:
   std::unique_ptr<TslBL::DeconSpectrum> Find(LoadedSpectrum& loaded);
+  std::unique_ptr<TslBL::DeconSpectrum> Deconvolved(const LoadedSpectrum& loaded,
+                                                    const TslBL::ChargeStateParams& params);
   void Count(const TslBL::DeconSpectrum& spectrum);
 
   std::string input_;
@@ -39,6 +41,7 @@ class ChargeStates {
   std::atomic<std::uint64_t> spectra_ = 0;
   std::atomic<std::uint64_t> withSeries_ = 0;
   std::atomic<std::uint64_t> series_ = 0;
+  std::atomic<std::uint64_t> ofChance_ = 0;    // series
   std::atomic<std::uint64_t> takenApart_ = 0;  // spectra, without being asked to
   mutable std::mutex mutex_;
   std::uint32_t leastMaxCharge_ = 0;  // of isotopes that are resolved; 0: no spectrum yet

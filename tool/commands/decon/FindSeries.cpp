@@ -1,5 +1,6 @@
 #include <tool/commands/decon/FindSeries.h>
 
+#include <tool/commands/decon/ChanceSeries.h>
 #include <tool/commands/decon/DropSeries.h>
 #include <tslbl/chargestate/CSDecon.h>
 #include <tslbl/closed/common/Text.h>
@@ -58,7 +59,7 @@ bool IsScattered(const DeconSpectrum& spectrum, const CSSeriesInfo& series) {
 // The library fails where it finds nothing, with texts of its own; for a run of many scans that is a result.
 bool FoundNothing(const DeconSpectrum& spectrum) { return spectrum.Series.empty(); }
 
-void Search(DeconSpectrum& spectrum, ChargeStateParams::Methods method) {
+void SearchAll(DeconSpectrum& spectrum, ChargeStateParams::Methods method) {
   const ChargeStateParams params = spectrum.CSParams;
   spectrum.CSParams.Method = method;
   if (method == ChargeStateParams::UnresolvedOnly && params.FullRange) {
@@ -76,6 +77,13 @@ void Search(DeconSpectrum& spectrum, ChargeStateParams::Methods method) {
   DropSeries(spectrum, [&](const CSSeriesInfo& series) {
     return IsScattered(spectrum, series) || IsNoPattern(series);
   });
+}
+
+// Returns how many series chance makes as well.
+std::size_t Search(DeconSpectrum& spectrum, ChargeStateParams::Methods method, bool isList) {
+  SearchAll(spectrum, method);
+  if (!isList || method != ChargeStateParams::ResolvedOnly) return 0;
+  return DropChanceSeries(spectrum, [&](DeconSpectrum& other) { SearchAll(other, method); });
 }
 
 // The peaks that no series has, and the ids that they have in the whole spectrum.
@@ -142,40 +150,48 @@ bool HasUnseenIsotopes(const CSSeriesInfo& series, std::uint32_t highestSeen) {
   return std::ranges::any_of(series.Peaks, [&](const auto& peak) { return peak.Charge > highestSeen; });
 }
 
-void SearchRest(DeconSpectrum& spectrum, ChargeStateParams::Methods second) {
+std::size_t SearchRest(DeconSpectrum& spectrum, ChargeStateParams::Methods second, bool isList) {
   Rest rest = RestOf(spectrum);
-  Search(rest.spectrum, second);
+  const std::size_t ofChance = Search(rest.spectrum, second, isList);
   if (second == ChargeStateParams::UnresolvedOnly)
     DropSeries(rest.spectrum, [&](const CSSeriesInfo& series) {
       return !HasUnseenIsotopes(series, spectrum.CSParams.Resolved.MaxCS);
     });
   TakeOver(rest, spectrum);
+  return ofChance;
 }
 
-// Returns the method by which the series were found.
-ChargeStateParams::Methods SearchFirst(DeconSpectrum& spectrum, Order order) {
-  if (order != Order::ByIntensity) {
+struct First {
+  ChargeStateParams::Methods method;
+  std::size_t ofChance;
+};
+
+First SearchFirst(DeconSpectrum& spectrum, Order order) {
+  if (order != Order::OfList) {
     const auto method =
         order == Order::ResolvedFirst ? ChargeStateParams::ResolvedOnly : ChargeStateParams::UnresolvedOnly;
-    Search(spectrum, method);
-    return method;
+    return {method, Search(spectrum, method, false)};
   }
   DeconSpectrum unresolved = spectrum;
-  Search(spectrum, ChargeStateParams::ResolvedOnly);
-  Search(unresolved, ChargeStateParams::UnresolvedOnly);
-  if (IntensityOf(spectrum) >= IntensityOf(unresolved)) return ChargeStateParams::ResolvedOnly;
+  const std::size_t ofChance = Search(spectrum, ChargeStateParams::ResolvedOnly, true);
+  Search(unresolved, ChargeStateParams::UnresolvedOnly, true);
+  if (IntensityOf(spectrum) >= IntensityOf(unresolved)) return {ChargeStateParams::ResolvedOnly, ofChance};
   spectrum = std::move(unresolved);
-  return ChargeStateParams::UnresolvedOnly;
+  return {ChargeStateParams::UnresolvedOnly, 0};
 }
 
 }  // namespace
 
-void FindSeries(DeconSpectrum& spectrum, Order order) {
+std::size_t FindSeries(DeconSpectrum& spectrum, Order order) {
   const ChargeStateParams::Methods wanted = spectrum.CSParams.Method;
-  if (wanted != ChargeStateParams::ResAndUnres) return Search(spectrum, wanted);
-  const bool isResolved = SearchFirst(spectrum, order) == ChargeStateParams::ResolvedOnly;
-  SearchRest(spectrum, isResolved ? ChargeStateParams::UnresolvedOnly : ChargeStateParams::ResolvedOnly);
+  const bool isList = order == Order::OfList;
+  if (wanted != ChargeStateParams::ResAndUnres) return Search(spectrum, wanted, isList);
+  const First first = SearchFirst(spectrum, order);
+  const auto second = first.method == ChargeStateParams::ResolvedOnly ? ChargeStateParams::UnresolvedOnly
+                                                                      : ChargeStateParams::ResolvedOnly;
+  const std::size_t ofChance = SearchRest(spectrum, second, isList);
   spectrum.CSParams.Method = wanted;
+  return first.ofChance + ofChance;
 }
 
 }  // namespace TslTool

@@ -2,7 +2,7 @@
 // The search for charge state series in one spectrum, by one method or by both.
 
 #include <tslbl/chargestate/DeconSpectrum.h>
-#include <string>
+#include <cstddef>
 
 namespace TslTool {
 
@@ -10,7 +10,7 @@ namespace TslTool {
 enum class Order {
   ResolvedFirst,
   UnresolvedFirst,
-  ByIntensity,  // that order in which the first explains more of it
+  OfList,  // that order in which the first explains more of it
 };
 
 // Fills the series and the mass curve of a spectrum whose peaks have been detected, by its CSParams. Where
@@ -19,10 +19,11 @@ enum class Order {
 // of others. Behind resolved molecules only unresolved series with a charge count whose isotopes are too
 // close to stand apart: lower ones are isotopes that were left over. Unresolved series
 // are looked for from m/z 350 on, unless CSParams has a range of its own, and those whose masses scatter by
-// more than 280 ppm, as chance makes them, are left out, too. No series is a result as well, which can be
-// edited.
+// more than 280 ppm, as chance makes them, are left out, too; of a list, whose peaks may be noise, resolved
+// ones that chance makes (ChanceSeries.h); their number is returned. No series is a result as well, which can
+// be edited.
 //
 // Throws std::runtime_error with the library's text, and what an engine throws.
-void FindSeries(TslBL::DeconSpectrum& spectrum, Order order);
+std::size_t FindSeries(TslBL::DeconSpectrum& spectrum, Order order);
 
 }  // namespace TslTool

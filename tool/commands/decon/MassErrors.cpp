@@ -1,5 +1,6 @@
 #include <tool/commands/decon/MassErrors.h>
 
+#include <tool/commands/decon/IsotopeScatter.h>
 #include <tslbl/closed/math/chargestate/UnresolvedSeries.h>
 #include <algorithm>
 #include <cmath>
@@ -74,7 +75,7 @@ double ScatterError(const CSSeriesInfo& series, std::size_t charges) {
 }  // namespace
 
 MassErrors::MassErrors(const TslBL::DeconSpectrum& spectrum, const std::vector<ReportedPeak>& peaks)
-    : spectrum_(spectrum), peaks_(peaks) {}
+    : spectrum_(spectrum), peaks_(peaks), ofIsotopes_(IsotopeScatter(spectrum)) {}
 
 SeriesMass MassErrors::Of(const CSSeriesInfo& series, const std::vector<double>& means) const {
   if (series.Series.Type == TslBL::CSSeries::Resolved)
@@ -84,6 +85,10 @@ SeriesMass MassErrors::Of(const CSSeriesInfo& series, const std::vector<double>&
 
 double MassErrors::IntensityOf(const ReportedPeak& peak) const {
   return spectrum_.CSParams.PkIntensity == ChargeStateParams::Area ? peak.row.Area : peak.row.Ampl;
+}
+
+double MassErrors::MzErrorOf(const ReportedPeak& peak, double mz) const {
+  return std::isnan(peak.errors.mz) ? ofIsotopes_ * mz : peak.errors.mz;
 }
 
 double MassErrors::WeightOf(const ReportedPeak& peak) const {
@@ -166,7 +171,7 @@ double MassErrors::OfResolved(const CSSeriesInfo& series) const {
   for (const CSSeriesPeakInfo& member : series.Peaks) {
     const ReportedPeak& peak = peaks_.at(member.PeakId);
     const double weight = WeightOf(peak);
-    const double error = weight * member.Charge * peak.errors.mz;
+    const double error = weight * member.Charge * MzErrorOf(peak, member.MZ);
     ChargeError& charge = charges[member.Charge];
     charge.weights += weight;
     charge.squares += error * error;

@@ -23,7 +23,8 @@ struct SeriesMass {
 //
 // In a resolved one the standard errors of the peaks' m/z add up, as the peaks do in the mean; where its
 // charges differ by more than that, the error grows with them (R. Birge, The calculation of errors by the
-// method of least squares, 1932). Without errors of the peaks the charges tell alone, if there are three.
+// method of least squares, 1932). Where the errors of peaks are not known, as in a list, those of all its
+// isotopes tell them (IsotopeScatter.h); without these the charges tell alone, if there are three.
 // What isotopes weigh differs from protein to protein by what they are made of, and that is added; likewise
 // how badly isotopes are taken apart whose tops have merged.
 class MassErrors {
@@ -47,11 +48,13 @@ class MassErrors {
   double SkewOfIsotopes(const TslBL::CSSeriesInfo& series) const;
   double OfResolved(const TslBL::CSSeriesInfo& series) const;
   double OfMerging(const TslBL::CSSeriesInfo& series) const;
+  double MzErrorOf(const ReportedPeak& peak, double mz) const;
   double WeightOf(const ReportedPeak& peak) const;
   double IntensityOf(const ReportedPeak& peak) const;
 
   const TslBL::DeconSpectrum& spectrum_;
   const std::vector<ReportedPeak>& peaks_;
+  double ofIsotopes_;  // relative to m/z
 };
 
 }  // namespace TslTool

@@ -40,6 +40,24 @@ TEST(ChargeStates, TellOfIsotopesOnlyWhereTheyWereLookedFor) {
   EXPECT_EQ(states.Note(), "0 series in 0 of 1 spectra");
 }
 
+// Peaks 0.05 m/z apart on average, of which any distance can be had.
+TEST(ChargeStates, TellHowManyChanceMade) {
+  std::mt19937_64 random(2);
+  std::vector<double> mz = {600.0};
+  std::vector<double> intensity = {50.0};
+  while (mz.size() < 4000) {
+    mz.push_back(mz.back() + 0.03 + std::exponential_distribution(50.0)(random));
+    intensity.push_back(50.0 + std::exponential_distribution(0.1)(random));
+  }
+  Edits none("in", {}, {}, "options");
+  ChargeStates states("in", DefaultWishes(), none);
+  LoadedSpectrum loaded = PeptideList();
+  loaded.spectrum = TslTool::PeakListSpectrum(mz, intensity);
+  states.Run(loaded);
+  EXPECT_THAT(states.Note(),
+              testing::ContainsRegex("; [0-9]+ of lists left out, as good ones come about by chance"));
+}
+
 TEST(ChargeStates, LeaveOutWhatIsOutsideTheMassesAskedFor) {
   DeconWishes wishes = DefaultWishes();
   wishes.mass = TslTool::RealRange{1600.0, 20000.0};

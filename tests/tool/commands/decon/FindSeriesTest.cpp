@@ -112,7 +112,7 @@ TEST(FindSeries, FindsTheProteinsOfASpectrum) {
 }
 
 TEST(FindSeries, GivesNoPeakToBothMethods) {
-  for (const Order order : {Order::ResolvedFirst, Order::UnresolvedFirst, Order::ByIntensity}) {
+  for (const Order order : {Order::ResolvedFirst, Order::UnresolvedFirst, Order::OfList}) {
     const DeconSpectrum spectrum = SearchedIn(MixedList(), order);
     EXPECT_THAT(TypesOf(spectrum), testing::Contains(CSSeries::Resolved));
     EXPECT_THAT(TypesOf(spectrum), testing::Contains(CSSeries::Unresolved));
@@ -149,7 +149,7 @@ TEST(FindSeries, AddsUpTheCurvesOfBothMethods) {
 }
 
 TEST(FindSeries, PrefersByIntensityWhatExplainsMore) {
-  const DeconSpectrum peptide = SearchedIn(PeptideList(), Order::ByIntensity);
+  const DeconSpectrum peptide = SearchedIn(PeptideList(), Order::OfList);
   EXPECT_THAT(TypesOf(peptide), testing::ElementsAre(CSSeries::Resolved));
   EXPECT_NEAR(peptide.Series[0].AvgMass, kPeptide.monoMass, 0.02);
 }
