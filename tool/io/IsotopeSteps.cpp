@@ -1,6 +1,7 @@
 #include <tool/io/IsotopeSteps.h>
 
 #include <tool/io/RoundedAxis.h>
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <set>
@@ -17,6 +18,7 @@ constexpr std::size_t kLeastInRow = 3;
 constexpr std::size_t kLeastCharges = 3;
 constexpr double kNearlyAll = 0.75;
 constexpr double kMost = 0.5;
+constexpr double kOffGrid = 0.04;  // steps
 
 // Index behind the last point of the row that begins here.
 std::size_t EndOfRow(const std::vector<double>& mz, std::size_t begin) {
@@ -37,6 +39,15 @@ long ChargeOf(double length, std::size_t points, double rounding) {
   return std::abs(charge - nearest) <= off * charge ? std::lround(nearest) : 0;
 }
 
+// Of a grid whose zeros were left out, all steps are multiples of the least one.
+bool AreOfAGrid(const std::vector<double>& steps) {
+  const double least = *std::ranges::min_element(steps);
+  const auto multiples = std::ranges::count_if(steps, [&](double step) {
+    return std::abs(step / least - std::round(step / least)) <= kOffGrid;
+  });
+  return static_cast<double>(multiples) >= kNearlyAll * static_cast<double>(steps.size());
+}
+
 }  // namespace
 
 bool FollowAsIsotopes(const std::vector<double>& mz) {
@@ -44,6 +55,7 @@ bool FollowAsIsotopes(const std::vector<double>& mz) {
   std::size_t inRows = 0;
   std::size_t ofCharges = 0;
   std::set<long> charges;
+  std::vector<double> steps;
   for (std::size_t begin = 0; begin + 1 < mz.size();) {
     const std::size_t end = EndOfRow(mz, begin);
     const std::size_t points = end - begin;
@@ -51,8 +63,10 @@ bool FollowAsIsotopes(const std::vector<double>& mz) {
       ++begin;
       continue;
     }
+    const double length = mz[end - 1] - mz[begin];
     inRows += points;
-    if (const long charge = ChargeOf(mz[end - 1] - mz[begin], points, rounding)) {
+    for (std::size_t i = begin + 1; i < end; ++i) steps.push_back(mz[i] - mz[i - 1]);
+    if (const long charge = ChargeOf(length, points, rounding)) {
       ofCharges += points;
       charges.insert(charge);
     }
@@ -60,7 +74,7 @@ bool FollowAsIsotopes(const std::vector<double>& mz) {
   }
   return charges.size() >= kLeastCharges &&
          static_cast<double>(ofCharges) >= kNearlyAll * static_cast<double>(inRows) &&
-         static_cast<double>(inRows) >= kMost * static_cast<double>(mz.size());
+         static_cast<double>(inRows) >= kMost * static_cast<double>(mz.size()) && !AreOfAGrid(steps);
 }
 
 }  // namespace TslTool

@@ -61,6 +61,18 @@ TEST(IsotopeSteps, AStepThatGrowsEvenlyIsNoCharges) {
       EXPECT_FALSE(FollowAsIsotopes(Groups(step, growth))) << step;
 }
 
+// A grid of 0.05, 0.1 ... m/z, of which counts of no ion were left out.
+TEST(IsotopeSteps, AGridWithoutItsZerosIsNoCharges) {
+  std::mt19937_64 random(1);
+  for (const double step : {0.02, 0.025, 0.05, 0.1, 0.2})
+    for (const double background : {0.3, 0.5, 1.0, 2.0, 4.0}) {
+      Values mz;
+      for (int i = 0; i < 4000; ++i)
+        if (std::poisson_distribution<int>(background)(random) > 0) mz.push_back(100.0 + step * i);
+      EXPECT_FALSE(FollowAsIsotopes(mz)) << step << ", " << background;
+    }
+}
+
 TEST(IsotopeSteps, RowsMustHoldHalfOfThePoints) {
   Values mz = Rows({4, 5, 6});
   for (int i = 0; i < 29; ++i) mz.push_back(600.0 + 3.0 * i);
