@@ -42,9 +42,8 @@ long ChargeOf(double length, std::size_t points, double rounding) {
 // Of a grid whose zeros were left out, all steps are multiples of the least one.
 bool AreOfAGrid(const std::vector<double>& steps) {
   const double least = *std::ranges::min_element(steps);
-  const auto multiples = std::ranges::count_if(steps, [&](double step) {
-    return std::abs(step / least - std::round(step / least)) <= kOffGrid;
-  });
+  const auto multiples = std::ranges::count_if(
+      steps, [&](double step) { return std::abs(step / least - std::round(step / least)) <= kOffGrid; });
   return static_cast<double>(multiples) >= kNearlyAll * static_cast<double>(steps.size());
 }
 

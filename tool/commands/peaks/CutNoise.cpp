@@ -2,6 +2,7 @@
 
 #include <tool/chain/Lift.h>
 #include <tslbl/closed/math/Median.h>
+#include <tslbl/closed/math/SmallestStep.h>
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
@@ -15,6 +16,8 @@ constexpr std::size_t kLongest = 2;  // points; peaks are wider
 constexpr std::size_t kTelling = 200;
 // Of the median of such products to their mean: 0.45 if half of the points are left, 0.69 of the last few.
 constexpr double kMedian = 0.6;
+// Least steps, up to which nothing was cut between 0 and the lowest point.
+constexpr double kWhole = 1.5;
 
 std::vector<double> PointsAlone(const std::vector<double>& y) {
   std::vector<double> points;
@@ -36,7 +39,9 @@ double CutNoiseOf(const std::vector<double>& measured) {
   if (LiftOf(measured) > 0.0) return 0.0;
   std::vector<double> products = PointsAlone(measured);
   if (products.size() < kTelling) return 0.0;
-  const double threshold = *std::ranges::min_element(products);
+  std::ranges::sort(products);
+  const double threshold = products.front();
+  if (threshold < kWhole * TslMath::SmallestStep(products.data(), products.size())) return 0.0;
   for (double& y : products) y *= y - threshold;
   return std::sqrt(TslMath::Median(std::move(products)) / kMedian);
 }

@@ -9,8 +9,8 @@ namespace TslTool {
 
 // The standard deviation of noise about 0 of which a program left out, or set to 0, all that is below some
 // threshold, by what stands out of it in stretches of one or two points: of a normal distribution the mean of
-// y (y - threshold) is its variance, wherever it is cut. 0 if there are less than 200 such stretches, or if
-// most of their points are equal, as single counts are. O(n).
+// y (y - threshold) is its variance, wherever it is cut. 0 if there are less than 200 such points, if most of
+// them are equal, or if the lowest is one step high, as of counts, of which none are left out. O(n log n).
 double CutNoiseOf(const std::vector<double>& measured);
 
 // Raises the noise of each point to what that leaves behind the weights of the smoothing, where it was found

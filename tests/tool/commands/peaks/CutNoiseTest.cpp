@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <closed/math/baseline/Shots.h>
+#include <cmath>
 #include <random>
 #include <vector>
 
@@ -37,9 +38,23 @@ TEST(CutNoise, IsFoundWhereverItWasCut) {
     EXPECT_NEAR(CutNoiseOf(Cut(threshold)) / kDeviation, 1.0, 0.15) << threshold;
 }
 
-TEST(CutNoise, OfAWholeCurveOfCountsOrOfHardlyAPointIsNone) {
+TEST(CutNoise, OfCountsIsNone) {
+  for (const double mean : {0.02, 0.5, 1.0, 1.5, 2.0, 2.5, 3.0, 5.0})
+    for (const double gain : {1.0, 37.3}) {
+      std::vector<double> counts = Shots(mean, 50000, 1);
+      for (double& y : counts) y *= gain;
+      EXPECT_EQ(CutNoiseOf(counts), 0.0) << mean;
+    }
+}
+
+TEST(CutNoise, MayBeOfRoundedAmplitudes) {
+  std::vector<double> rounded = Cut(1.0);
+  for (double& y : rounded) y = std::round(y);
+  EXPECT_NEAR(CutNoiseOf(rounded) / kDeviation, 1.0, 0.15);
+}
+
+TEST(CutNoise, OfAWholeCurveOrOfHardlyAPointIsNone) {
   EXPECT_EQ(CutNoiseOf(std::vector<double>(5000, 3.0)), 0.0);
-  EXPECT_EQ(CutNoiseOf(Shots(0.02, 50000, 1)), 0.0);
   EXPECT_EQ(CutNoiseOf(Cut(3.5)), 0.0);
   EXPECT_EQ(CutNoiseOf({}), 0.0);
 }
