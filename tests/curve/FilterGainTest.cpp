@@ -40,6 +40,32 @@ TEST(FilterGain, IsWhatIsLeftOfAGaussian) {
   }
 }
 
+TEST(FilterGain, TellsTheWidthBefore) {
+  const tests::OracleTable peaks("filter_gain.csv");
+  for (std::size_t i = 0; i < peaks["width"].size(); ++i) {
+    const auto whole = [&](const char* name) { return static_cast<std::uint32_t>(peaks[name][i]); };
+    const auto alg = static_cast<SmoothParams::Algs>(whole("alg"));
+    const FilterGain gain(Weights(alg, whole("window"), whole("order"), whole("passes")));
+    const double width = peaks["width"][i];
+    EXPECT_NEAR(gain.WidthBefore(peaks["seen"][i]), width, 0.01 * width)
+        << "algorithm " << alg << ", window " << whole("window") << ", " << width << " points";
+  }
+}
+
+TEST(FilterGain, TheWidthBeforeRisesWithThatBehindAndIsNoLarger) {
+  for (const auto alg : {SmoothParams::Mean, SmoothParams::SavitzkyGolay, SmoothParams::Gaussian})
+    for (const std::uint32_t window : {3U, 4U, 11U, 40U}) {
+      const FilterGain gain(Weights(alg, window));
+      double before = 0.0;
+      for (double width = 0.5; width < 2000.0; width *= 1.01) {
+        EXPECT_GE(gain.WidthBefore(width), before) << alg << ", window " << window << ", " << width;
+        EXPECT_LE(gain.WidthBefore(width), width * (1.0 + 1e-6))
+            << alg << ", window " << window << ", " << width;
+        before = gain.WidthBefore(width);
+      }
+    }
+}
+
 TEST(FilterGain, RisesWithTheWidth) {
   for (const auto alg : {SmoothParams::Mean, SmoothParams::SavitzkyGolay, SmoothParams::Gaussian})
     for (const std::uint32_t window : {3U, 4U, 11U, 40U}) {
@@ -61,11 +87,14 @@ TEST(FilterGain, OfVeryWidePeaksIsOne) {
   const FilterGain gain(SavitzkyGolay(13));
   EXPECT_NEAR(gain.Of(300.0), 1.0, 1e-6);
   EXPECT_EQ(gain.Of(1e9), 1.0);
+  EXPECT_EQ(gain.WidthBefore(1e9), 1e9);
 }
 
 TEST(FilterGain, WithoutAFilterIsOne) {
   const FilterGain gain(std::vector<double>{1.0});
   for (const double width : {0.0, 0.5, 3.0, 1000.0}) EXPECT_NEAR(gain.Of(width), 1.0, 1e-12);
+  for (const double width : {0.0, 0.5, 3.0, 1000.0})
+    EXPECT_NEAR(gain.WidthBefore(width), width, 1e-6 * width);
 }
 
 TEST(FilterGain, OfWhatIsNoWidthIsThatOfTheNarrowest) {

@@ -64,18 +64,27 @@ FilterGain::FilterGain(std::span<const double> weights) {
     if (!widths_.empty() && behind * leastStep > widths_.back()) break;
     widths_.push_back(behind);
     gains_.push_back(peak.At(0.0));
+    shares_.push_back(width / behind);
   }
   std::ranges::reverse(widths_);
   std::ranges::reverse(gains_);
+  std::ranges::reverse(shares_);
 }
 
-double FilterGain::Of(double width) const {
-  if (!(width > widths_.front())) return gains_.front();
+double FilterGain::Of(double width) const { return Between(gains_, width); }
+
+double FilterGain::WidthBefore(double width) const {
+  if (!(width > widths_.front())) return std::min(width, widths_.front() * shares_.front());
+  return width * Between(shares_, width);
+}
+
+double FilterGain::Between(const std::vector<double>& figures, double width) const {
+  if (!(width > widths_.front())) return figures.front();
   const auto above = std::ranges::lower_bound(widths_, width);
   if (above == widths_.end()) return 1.0;
   const auto i = static_cast<std::size_t>(above - widths_.begin());
   const double share = (width - widths_[i - 1]) / (widths_[i] - widths_[i - 1]);
-  return gains_[i - 1] + share * (gains_[i] - gains_[i - 1]);
+  return figures[i - 1] + share * (figures[i] - figures[i - 1]);
 }
 
 }  // namespace TslBL

@@ -1,5 +1,5 @@
 #pragma once
-// How much of a peak's height a filter leaves.
+// What a filter makes of a peak's height and width.
 
 #include <tslbl/Export.h>
 #include <span>
@@ -21,9 +21,18 @@ class TSLBL_API FilterGain {
   // too little; they get the figure of those. 1 for very wide peaks. Rises with the width.
   double Of(double width) const;
 
+  // How many points wide at half height a peak is before the filter that is `width` points wide behind it,
+  // for the same peaks. Narrower ones get the width of those, or their own if it is less. Rises with the
+  // width.
+  double WidthBefore(double width) const;
+
  private:
+  // The figure for this width behind the filter, between those of the table.
+  double Between(const std::vector<double>& figures, double width) const;
+
   std::vector<double> widths_;  // behind the filter, ascending
   std::vector<double> gains_;
+  std::vector<double> shares_;  // width before over behind it
 };
 
 }  // namespace TslBL

@@ -51,7 +51,8 @@ ChromPeak PeakOf(const TslBL::ICObj& curve, std::uint32_t row, const PeakArea& a
                  const SmoothFilter* filter) {
   const TslBL::ICPeak values = TslBL::TranslateICPeak(curve, row);
   const TslBL::PeakInfo& info = curve.peaks[row];
-  const double gain = filter ? filter->gain.Of(info.halfHeightRightIdx - info.halfHeightLeftIdx) : 1.0;
+  const double width = info.halfHeightRightIdx - info.halfHeightLeftIdx;
+  const double gain = filter ? filter->gain.Of(width) : 1.0;
   ChromPeak peak;
   peak.row = row;
   peak.rtSeconds = info.useMax ? values.MaxX : values.CentroidX;
@@ -61,6 +62,7 @@ ChromPeak PeakOf(const TslBL::ICObj& curve, std::uint32_t row, const PeakArea& a
   peak.startSeconds = curve.xAxis[area.first];
   peak.endSeconds = curve.xAxis[area.last];
   peak.widthSeconds = values.Width;
+  if (filter && width > 0.0) peak.widthSeconds *= filter->gain.WidthBefore(width) / width;
   peak.signalToNoise = values.Signal2Noise;
   return peak;
 }

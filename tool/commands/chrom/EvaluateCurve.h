@@ -23,7 +23,7 @@ struct ChromPeak {
   double areaError = 0.0;  // its standard error; NaN where it is not known
   double startSeconds = 0.0;
   double endSeconds = 0.0;
-  double widthSeconds = 0.0;  // at half height
+  double widthSeconds = 0.0;  // at half height, before the smoothing
   double signalToNoise = 0.0;
   std::uint32_t row = 0;  // of the curve's peak table
 };

@@ -26,7 +26,7 @@ OverlapRow RowOf(const ReportedPeak& peak, std::size_t number) {
           row.Ampl,
           peak.area,
           unlessMerged(peak.errors.area),
-          row.Width,
+          peak.Width(),
           kUnknown};
 }
 

@@ -33,6 +33,7 @@ ErrorBar ErrorBars::Of(std::uint32_t peakIdx) {
   if (filter_) {
     const double width = peak.halfHeightRightIdx - peak.halfHeightLeftIdx;
     bar.height = tops_->HeightBefore(peak.ReportedAmpl() - peak.baselineAmpl, width, filter_->gain);
+    if (width > 0.0) bar.narrowing = tops_->WidthBefore(width, filter_->gain) / width;
   }
   if (!estimator_) return bar;
   const TslBL::PeakErrors errors = estimator_->Of(peakIdx);

@@ -20,6 +20,7 @@ struct ErrorBar {
   double amplitude;
   double area;
   bool isCounted = false;  // whether the standard errors come from counts
+  double narrowing = 1.0;  // the width before the smoothing over that behind it; 1 where it is not known
 };
 
 // Where counts are known, as in a run or in a profile of whole numbers whose noise is that of counting, a

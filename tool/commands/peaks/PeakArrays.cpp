@@ -21,7 +21,7 @@ struct MoreArray {
 constexpr MoreArray kMoreArrays[] = {
     {Cv::kSignalToNoiseArray, "", [](const ReportedPeak& p) { return p.row.Signal2Noise; }},
     {Cv::kOtherArray, "area", [](const ReportedPeak& p) { return p.area; }},
-    {Cv::kOtherArray, "width", [](const ReportedPeak& p) { return p.row.Width; }},
+    {Cv::kOtherArray, "width", [](const ReportedPeak& p) { return p.Width(); }},
     {Cv::kOtherArray, "height", [](const ReportedPeak& p) { return p.errors.height; }},
     {Cv::kOtherArray, "mz_se", [](const ReportedPeak& p) { return p.errors.mz; }},
     {Cv::kOtherArray, "amplitude_se", [](const ReportedPeak& p) { return p.errors.amplitude; }},

@@ -23,8 +23,8 @@ constexpr PeakColumn kColumns[] = {
     {"mz", Get<&MZPeak::Mass>},
     {"amplitude", Get<&MZPeak::Ampl>},
     {"area", [](const ReportedPeak& p) { return ColumnValue(WithoutNaNSign(p.area)); }},
-    {"width", Get<&MZPeak::Width>},
-    {"resolution", Get<&MZPeak::Resolution>},
+    {"width", [](const ReportedPeak& p) { return ColumnValue(WithoutNaNSign(p.Width())); }},
+    {"resolution", [](const ReportedPeak& p) { return ColumnValue(WithoutNaNSign(p.Resolution())); }},
     {"sn", Get<&MZPeak::Signal2Noise>},
     {"height", [](const ReportedPeak& p) { return ColumnValue(WithoutNaNSign(p.errors.height)); }},
     {"mz_se", [](const ReportedPeak& p) { return ColumnValue(WithoutNaNSign(p.errors.mz)); }},
@@ -58,6 +58,8 @@ constexpr PeakColumn kColumns[] = {
     {"CSCharge", Get<&MZPeak::CSCharge>},
     {"IsOverlapped", Get<&MZPeak::IsOverlapped>},
     {"GroupId", Get<&MZPeak::GroupId>},
+    {"Width", Get<&MZPeak::Width>},
+    {"Resolution", Get<&MZPeak::Resolution>},
 };
 
 }  // namespace

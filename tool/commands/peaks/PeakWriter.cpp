@@ -36,11 +36,11 @@ class TableWriter final : public PeakWriter {
       text += fmt::format("{:>5} {:>11} {:>12} {:>12} {:>9} {:>10} {:>9}\n", "peak", "m/z", "amplitude",
                           "area", "width", "resolution", "S/N");
     std::size_t number = 0;
-    for (const auto& [row, area, errors] : peaks)
+    for (const ReportedPeak& peak : peaks)
       text += fmt::format("{:>5} {:>11.4f} {:>12.6g} {:>12.6g} {:>9.4f} {:>10.1f} {:>9.4g}\n", ++number,
-                          WithoutNaNSign(row.Mass), WithoutNaNSign(row.Ampl), WithoutNaNSign(area),
-                          WithoutNaNSign(row.Width), WithoutNaNSign(row.Resolution),
-                          WithoutNaNSign(row.Signal2Noise));
+                          WithoutNaNSign(peak.row.Mass), WithoutNaNSign(peak.row.Ampl),
+                          WithoutNaNSign(peak.area), WithoutNaNSign(peak.Width()),
+                          WithoutNaNSign(peak.Resolution()), WithoutNaNSign(peak.row.Signal2Noise));
     return text;
   }
   std::string Between() const override { return "\n"; }

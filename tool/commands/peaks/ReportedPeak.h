@@ -12,6 +12,9 @@ struct ReportedPeak {
   TslBL::MZPeak row;
   double area = 0.0;  // of the whole peak, above the baseline, or of the fit, amplitude times m/z
   ErrorBar errors;    // of an overlap peak those of its fit, which has none of the amplitude
+
+  double Width() const { return row.Width * errors.narrowing; }            // m/z, before the smoothing
+  double Resolution() const { return row.Resolution / errors.narrowing; }  // m/z over that
 };
 
 // The rows of the spectrum's peak table in their order.

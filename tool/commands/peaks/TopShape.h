@@ -1,5 +1,5 @@
 #pragma once
-// What smoothing takes of the tops of a spectrum's peaks.
+// What smoothing takes of the tops of a spectrum's peaks, and adds to their widths.
 
 #include <tool/chain/SmoothFilter.h>
 #include <tool/io/SpectrumSource.h>
@@ -21,6 +21,11 @@ class TopShape {
   // The height before the filter of a peak that is so high and so many points wide behind it.
   double HeightBefore(double height, double width, const TslBL::FilterGain& gain) const {
     return height * (1.0 + share_ * (1.0 / gain.Of(width) - 1.0));
+  }
+
+  // Its width before the filter, points.
+  double WidthBefore(double width, const TslBL::FilterGain& gain) const {
+    return width + share_ * (gain.WidthBefore(width) - width);
   }
 
  private:

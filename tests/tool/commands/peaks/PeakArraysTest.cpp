@@ -46,7 +46,7 @@ TEST(PeakArrays, HoldsWhatTheTableHoldsBitForBit) {
     EXPECT_EQ(intensity.at(i), peaks[i].row.Ampl);
     EXPECT_EQ(ratio.at(i), peaks[i].row.Signal2Noise);
     EXPECT_EQ(area.at(i), peaks[i].area);
-    EXPECT_EQ(width.at(i), peaks[i].row.Width);
+    EXPECT_EQ(width.at(i), peaks[i].Width());
     EXPECT_EQ(height.at(i), peaks[i].errors.height);
   }
 }

@@ -57,6 +57,14 @@ double HeightOf(const LoadedSpectrum& loaded) {
                     filter->gain);
 }
 
+// Of the same peak, points.
+double WidthOf(const LoadedSpectrum& loaded) {
+  const auto filter = TslTool::FilterOf(*loaded.spectrum);
+  const TslBL::PeakInfo& peak = loaded.spectrum->peaks.at(3);
+  return TopShape(loaded, *filter)
+      .WidthBefore(peak.halfHeightRightIdx - peak.halfHeightLeftIdx, filter->gain);
+}
+
 TEST(TopShape, OfGaussiansIsThatOfGaussians) { EXPECT_EQ(ShareOf(Lines(2.0)), 1.0); }
 
 TEST(TopShape, OfFlatTopsLosesNothing) { EXPECT_LT(ShareOf(Lines(4.0)), 0.5); }
@@ -64,6 +72,12 @@ TEST(TopShape, OfFlatTopsLosesNothing) { EXPECT_LT(ShareOf(Lines(4.0)), 0.5); }
 TEST(TopShape, GivesHeightsOfEitherWithinFourPercent) {
   for (const double power : {2.0, 2.5, 3.0, 4.0, 8.0})
     EXPECT_NEAR(HeightOf(Lines(power)), 20000.0, 800.0) << power;
+}
+
+TEST(TopShape, GivesWidthsOfGaussiansWithinAPercentAndOfFlatTopsWithinFive) {
+  EXPECT_NEAR(WidthOf(Lines(2.0)), kWidth, 0.01 * kWidth);
+  for (const double power : {2.5, 3.0, 4.0, 8.0})
+    EXPECT_NEAR(WidthOf(Lines(power)), kWidth, 0.05 * kWidth) << power;
 }
 
 TEST(TopShape, IsThatOfGaussiansWhereNothingTellsIt) {
