@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <tool/io/Gaps.h>
+#include <random>
 #include <vector>
 
 namespace tests {
@@ -45,6 +46,28 @@ TEST(Gaps, TellTheStepInFrontOfThem) {
   for (int i = 0; i < 70; ++i) x.push_back(100.0 + 0.1 * i + (i < 40 ? 0.0 : 5.0));
   ASSERT_EQ(TslTool::GapsOf(x).size(), 1U);
   EXPECT_NEAR(TslTool::GapsOf(x)[0].step, 0.1, 1e-9);
+}
+
+// Lines at steps of 0.1 and 0.2 and single counts between them, at any place of such a grid.
+TEST(Gaps, AmongPointsThatStandAloneHaveTheStepOfTheAxis) {
+  std::mt19937_64 random(1);
+  std::geometric_distribution<int> places(0.02);
+  std::vector<double> x;
+  const auto add = [&](double step, int n) { x.push_back((x.empty() ? 100.0 : x.back()) + step * n); };
+  for (int i = 0; i < 100; ++i) add(0.1, 1);
+  for (int i = 0; i < 300; ++i) add(0.15, 1 + places(random));
+  for (int i = 0; i < 100; ++i) add(0.2, 1);
+  std::size_t far = 0;
+  for (std::size_t i = 200; i < 350; ++i) far += x[i] - x[i - 1] > 3.5 * 0.2 ? 1 : 0;
+  std::size_t found = 0;
+  for (const auto& [at, gapStep] : TslTool::GapsOf(x)) {
+    if (at < 200 || at >= 350) continue;
+    EXPECT_GT(gapStep, 0.1);
+    EXPECT_LT(gapStep, 0.2);
+    found += x[at] - x[at - 1] > 3.5 * 0.2 ? 1 : 0;
+  }
+  EXPECT_GT(far, 100U);
+  EXPECT_EQ(found, far);
 }
 
 TEST(Gaps, OfAFewPointsAreNone) {
