@@ -2,6 +2,7 @@
 
 #include <tool/io/IsotopeSteps.h>
 #include <tool/io/RoundedAxis.h>
+#include <tool/io/Sticks.h>
 #include <tslbl/closed/math/peak/TypicalWidth.h>
 #include <algorithm>
 #include <cmath>
@@ -154,6 +155,7 @@ Scan::Representation Judge(const Scan& scan) {
   const double all = ShareOf(scan.mz, IsEven);
   if (scan.representation == Scan::Centroid)
     return OrMark(isLong && all >= kNearlyAll && IsVerySmooth(scan.mz), Scan::Profile, Scan::Centroid);
+  if ((isLong || !isMarked) && AreSticks(scan)) return Scan::Centroid;
   const bool isOfIsotopes = (isLong || !isMarked) && FollowAsIsotopes(scan.mz);
   const bool isOfPeaks = isOfIsotopes || (!isMarked && IsScattered(scan.mz));
   if (isOfPeaks && !HasTopsOfProfile(scan)) return Scan::Centroid;

@@ -54,6 +54,17 @@ Scan WithoutZeros() {
   return scan;
 }
 
+TEST(JudgedRepresentation, PeaksBetweenZerosOfTheirOwnAreCentroids) {
+  const Scan peaks = Centroid(200);
+  Scan drawn;
+  for (std::size_t i = 0; i < peaks.mz.size(); ++i) {
+    drawn.mz.insert(drawn.mz.end(), {peaks.mz[i] - 1e-3, peaks.mz[i], peaks.mz[i] + 1e-3});
+    drawn.amplitude.insert(drawn.amplitude.end(), {0.0, peaks.amplitude[i], 0.0});
+  }
+  for (const auto mark : {Scan::Unknown, Scan::Profile, Scan::Centroid})
+    EXPECT_EQ(JudgedRepresentation(Marked(drawn, mark)), Scan::Centroid);
+}
+
 TEST(JudgedRepresentation, EvenPointsAreAProfile) {
   EXPECT_EQ(JudgedRepresentation(Profile(100, 2000, [](double) { return 0.05; })), Scan::Profile);
   EXPECT_EQ(JudgedRepresentation(Profile(100, 10, [](double) { return 0.2; })), Scan::Profile);
