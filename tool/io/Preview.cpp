@@ -4,6 +4,7 @@
 #include <tool/frame/Interrupt.h>
 #include <tool/io/CorrelatedNoise.h>
 #include <tool/io/CountStep.h>
+#include <tool/io/SmoothBumps.h>
 #include <tslbl/closed/math/Median.h>
 #include <tslbl/closed/math/peak/PairCorrelation.h>
 #include <tslbl/closed/math/peak/TypicalOfKinds.h>
@@ -152,6 +153,7 @@ class Findings {
     squares_ += weight;
     pointsWithPeaks_.push_back(points_.back());
     if (IsNoiseCorrelated(y, width.points)) ++correlated_;
+    if (AreBumpsSmooth(y)) ++smooth_;
     steps_.push_back(EvenStep(spectrum.xAxis));
   }
 
@@ -160,6 +162,7 @@ class Findings {
     preview.spectra = seen_.size();
     preview.isSettled = Suffice();
     preview.isNoiseCorrelated = 2 * correlated_ > seen_.size();
+    preview.areBumpsSmooth = 2 * smooth_ > seen_.size();
     preview.pointsAcross = TslMath::TypicalOfKinds(seen_, kNarrowShare);
     TakeStep(steps_, preview);
     for (const auto& [level, widths] : seenOfLevel_)
@@ -198,6 +201,7 @@ class Findings {
   double highest_ = 0.0;
   std::size_t lookedAt_ = 0;
   std::size_t correlated_ = 0;
+  std::size_t smooth_ = 0;
 };
 
 Loader Failing(const std::exception_ptr& failure) {

@@ -24,8 +24,9 @@ struct Preview {
   bool isSettled = false;
   // The width for each MS level whose spectra are strong enough to tell it.
   std::map<int, double> pointsAcrossOfLevel = {};
-  // In most spectra that showed a peak; see CorrelatedNoise.h.
+  // In most spectra that showed a peak; see CorrelatedNoise.h, SmoothBumps.h.
   bool isNoiseCorrelated = false;
+  bool areBumpsSmooth = false;
 };
 
 // Loads spectra of `source` until 8 of them have shown peaks that are strong enough to tell the width for

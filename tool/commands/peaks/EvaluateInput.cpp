@@ -78,10 +78,11 @@ std::string TroubleWithLevels(const std::map<int, double>& widths) {
 
 std::vector<std::string> TroublesOf(const Preview& preview) {
   std::vector<std::string> troubles = {TroubleWithLevels(preview.pointsAcrossOfLevel)};
-  if (preview.isNoiseCorrelated)
+  if (preview.isNoiseCorrelated || preview.areBumpsSmooth)
     troubles.push_back(
         "noise runs over neighbouring points, as that of Fourier transforms and of smoothed curves does: "
-        "standard errors are too small, those of areas up to sevenfold");
+        "standard errors are too small, those of areas up to sevenfold in Fourier spectra and more where a "
+        "program smoothed");
   std::erase(troubles, "");
   return troubles;
 }

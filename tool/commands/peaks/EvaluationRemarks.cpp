@@ -133,7 +133,8 @@ void EvaluationRemarks::LookAtPeaks(const LoadedSpectrum& loaded) {
   const TslBL::Spectrum& spectrum = *loaded.spectrum;
   if (HasFlatTop(loaded.measured)) flat_.Add(loaded.scan);
   if (const auto lost = MostLostHeight(loaded))
-    reshaped_.Add(loaded.scan, fmt::format("{}, {:+.0f} %", Place(lost->mz), -100.0 * lost->part));
+    reshaped_.Add(loaded.scan, fmt::format("{}, {:.4g} high before and {:.4g} behind it", Place(lost->mz),
+                                           lost->before, lost->behind));
   if (IsBackgroundStill(loaded)) still_.Add(loaded.scan);
   if (spectrum.baselineParams.Auto && HasClippedNoise(loaded)) clipped_.Add(loaded.scan);
   if (const TslBL::PeakInfo* hump = HumpOf(spectrum))

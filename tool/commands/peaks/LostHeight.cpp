@@ -60,10 +60,11 @@ std::optional<LostHeight> MostLostHeight(const LoadedSpectrum& loaded) {
   for (const TslBL::PeakInfo& peak : spectrum.peaks) {
     const Top top = TopOf(loaded, peak);
     const double least = kCertain * std::sqrt(3.0 * scatter * scatter + ion * std::max(top.measured, 0.0));
-    const double part = top.lost / top.height;
+    const LostHeight lost{spectrum.xAxis[peak.apexIdx], top.height / 3.0, (top.height - top.lost) / 3.0};
+    const double part = lost.Part();
     const bool isMuch = part >= kLeastPart || part <= -kLeastGain;
-    if (isMuch && std::abs(top.lost) > least && (!most || std::abs(part) > std::abs(most->part)))
-      most = LostHeight{spectrum.xAxis[peak.apexIdx], part};
+    if (isMuch && std::abs(top.lost) > least && (!most || std::abs(part) > std::abs(most->Part())))
+      most = lost;
   }
   return most;
 }

@@ -55,7 +55,7 @@ TEST(LostHeight, IsThatOfThePeakThatLosesMost) {
   const auto lost = MostLostHeight(Smoothed({{200, 9000, 10}, {500, 9000, 10}, {800, 9000, 10}}, 1, 0.4));
   ASSERT_TRUE(lost);
   EXPECT_DOUBLE_EQ(lost->mz, 150.0);
-  EXPECT_NEAR(lost->part, 0.4, 0.02);
+  EXPECT_NEAR(lost->Part(), 0.4, 0.02);
 }
 
 TEST(LostHeight, BelowAFifthIsNone) {
@@ -66,7 +66,7 @@ TEST(LostHeight, BelowAFifthIsNone) {
 TEST(LostHeight, MayBeAGain) {
   const auto lost = MostLostHeight(Smoothed({{200, 9000, 10}, {500, 9000, 10}}, 1, -0.08));
   ASSERT_TRUE(lost);
-  EXPECT_NEAR(lost->part, -0.08, 0.02);
+  EXPECT_NEAR(lost->Part(), -0.08, 0.02);
   EXPECT_FALSE(MostLostHeight(Smoothed({{200, 9000, 10}, {500, 9000, 10}}, 1, -0.03)));
 }
 
