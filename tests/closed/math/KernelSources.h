@@ -25,6 +25,7 @@
 #include <tslbl/closed/math/baseline/ShotBackground.cpp>
 #include <tslbl/closed/math/baseline/StandardDeviation.cpp>
 #include <tslbl/closed/math/chargestate/ChargeWalk.cpp>
+#include <tslbl/closed/math/chargestate/HiddenPart.cpp>
 #include <tslbl/closed/math/chargestate/MassPlot.cpp>
 #include <tslbl/closed/math/chargestate/MassProfile.cpp>
 #include <tslbl/closed/math/chargestate/PlaceMap.cpp>

@@ -1,6 +1,7 @@
 #include <tslbl/closed/math/chargestate/SeriesSearch.h>
 
 #include <tslbl/closed/math/Median.h>
+#include <tslbl/closed/math/chargestate/HiddenPart.h>
 #include <tslbl/closed/math/chargestate/SeriesMass.h>
 
 #include <algorithm>
@@ -238,6 +239,23 @@ void SeriesSearch::JoinSameMasses() {
   }
 }
 
+bool SeriesSearch::IsNew(double mass) const {
+  return std::ranges::none_of(accepted_, [mass](const ChargeSeries& series) {
+    return std::abs(series.mass - mass) < kSameMass * mass;
+  });
+}
+
+void SeriesSearch::AddHiddenParts() {
+  const std::size_t found = accepted_.size();
+  const auto least = static_cast<std::size_t>(prefs_.minSeriesSize);
+  for (std::size_t i = 0; i < found; ++i)
+    for (std::int32_t parts = 2; parts <= kMostParts; ++parts) {
+      if (accepted_.size() >= static_cast<std::size_t>(prefs_.maxSeries)) return;
+      std::optional<ChargeSeries> part = HiddenPart(accepted_[i], rows_, parts, least, prefs_.carrierMass);
+      if (part && part->mass >= prefs_.minMass && IsNew(part->mass)) accepted_.push_back(std::move(*part));
+    }
+}
+
 std::vector<ChargeSeries> SeriesSearch::All() {
   if (peaks_.Count() < static_cast<std::size_t>(prefs_.minSeriesSize)) return {};
   CollectHypotheses();
@@ -247,6 +265,7 @@ std::vector<ChargeSeries> SeriesSearch::All() {
     Accept(std::move(*best));
   }
   JoinSameMasses();
+  AddHiddenParts();
   return std::move(accepted_);
 }
 

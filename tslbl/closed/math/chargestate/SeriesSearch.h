@@ -56,6 +56,8 @@ class SeriesSearch {
   std::optional<Candidate> Best();
   void Accept(Candidate candidate);
   void JoinSameMasses();
+  bool IsNew(double mass) const;
+  void AddHiddenParts();
   std::vector<std::size_t> PlacesOf(std::span<const std::size_t> rows) const;
   std::optional<double> CommonMass(std::span<const std::size_t> seeds, std::int32_t charge) const;
   bool AreOne(const ChargeSeries& a, const ChargeSeries& b) const;
