@@ -2,6 +2,7 @@
 
 #include <tool/commands/decon/ChanceSeries.h>
 #include <tool/commands/decon/DropSeries.h>
+#include <tool/commands/decon/WideMembers.h>
 #include <tslbl/chargestate/CSDecon.h>
 #include <tslbl/closed/common/Text.h>
 #include <tslbl/closed/math/Median.h>
@@ -82,6 +83,7 @@ void SearchAll(DeconSpectrum& spectrum, ChargeStateParams::Methods method) {
 // Returns how many series chance makes as well.
 std::size_t Search(DeconSpectrum& spectrum, ChargeStateParams::Methods method, bool isList) {
   SearchAll(spectrum, method);
+  if (!isList) DropWideMembers(spectrum);
   if (!isList || method != ChargeStateParams::ResolvedOnly) return 0;
   return DropChanceSeries(spectrum, [&](DeconSpectrum& other) { SearchAll(other, method); });
 }
