@@ -32,17 +32,25 @@ class ChargeStates {
   std::unique_ptr<TslBL::DeconSpectrum> Find(LoadedSpectrum& loaded);
   std::unique_ptr<TslBL::DeconSpectrum> Deconvolved(const LoadedSpectrum& loaded,
                                                     const TslBL::ChargeStateParams& params);
+  std::unique_ptr<TslBL::DeconSpectrum> WithLinesApart(LoadedSpectrum& loaded,
+                                                       TslBL::ChargeStateParams params,
+                                                       std::unique_ptr<TslBL::DeconSpectrum> spectrum);
+  std::unique_ptr<TslBL::DeconSpectrum> WithIsotopesApart(LoadedSpectrum& loaded,
+                                                          TslBL::ChargeStateParams params,
+                                                          std::unique_ptr<TslBL::DeconSpectrum> spectrum);
   void Count(const TslBL::DeconSpectrum& spectrum);
 
   std::string input_;
   DeconWishes wishes_;
   ScanEdits<SeriesEdit>& edits_;
-  Deconvolution overlap_;
+  Deconvolution overlap_;  // that was asked for, or of isotopes
+  Deconvolution lines_;    // of proteins
   std::atomic<std::uint64_t> spectra_ = 0;
   std::atomic<std::uint64_t> withSeries_ = 0;
   std::atomic<std::uint64_t> series_ = 0;
-  std::atomic<std::uint64_t> ofChance_ = 0;    // series
-  std::atomic<std::uint64_t> takenApart_ = 0;  // spectra, without being asked to
+  std::atomic<std::uint64_t> ofChance_ = 0;       // series
+  std::atomic<std::uint64_t> isotopesApart_ = 0;  // spectra, without being asked to
+  std::atomic<std::uint64_t> linesApart_ = 0;
   mutable std::mutex mutex_;
   std::uint32_t leastMaxCharge_ = 0;  // of isotopes that are resolved; 0: no spectrum yet
   std::uint32_t mostMaxCharge_ = 0;

@@ -110,7 +110,8 @@ constexpr const char* kExamples =
     "  charge_low, charge_high   the charges that were found\n"
     "  peaks      how many peaks the series has\n"
     "  intensity  sum of their areas above the baseline, amplitude times m/z, or of their heights\n"
-    "             with --intensity amplitude; of a list of peaks as it stands there\n";
+    "             with --intensity amplitude; of a list of peaks as it stands there. Peaks that several\n"
+    "             unresolved series have are divided between them\n";
 
 void DeclareEdits(Options& options, DeconArguments& arguments) {
   options.Repeated("--remove-series SERIES", arguments.removedSeries, "Remove a series, by its label");

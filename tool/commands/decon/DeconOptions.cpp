@@ -97,7 +97,7 @@ void DeconOptions::Declare(Options& options) {
   options.Flag(
       "--overlap", overlap_,
       "Take overlapping peaks apart first, as the command overlap does [where isotopes of charge 1 run "
-      "into each other]");
+      "into each other, or lines of proteins and no less is found then]");
   options.Flag("--no-overlap", noOverlap_, "Take no peaks apart");
   DeclareResolved(options);
   DeclareUnresolved(options);

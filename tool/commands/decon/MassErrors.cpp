@@ -29,6 +29,11 @@ constexpr double kMergedError = 0.25;
 
 // To so much of it, smoothing and baseline leave the skew of peaks as it is.
 constexpr double kSkewKnown = 0.03;
+// Where the tails of lines run into each other, it is that of isotopes to so much.
+constexpr double kSkewOfIsotopesKnown = 0.25;
+// The same of a Gaussian that was fitted: a little more of one that stands alone, less beside a neighbour.
+constexpr double kSkewOfFit = 8e-5;
+constexpr double kSkewOfFitKnown = 0.4;
 // The isotopes of an average protein put the mean of a peak above the centroid over its top 30 percent by
 // this times its mass over its variance, Da, within 6 percent from 6 to 148 kDa. More is not of isotopes.
 constexpr double kIsotopeSkew = 3.1e-4;
@@ -67,6 +72,8 @@ double MeanOf(const CSSeriesPeakInfo& member, const std::vector<double>& means) 
   return member.PeakId < means.size() ? means[member.PeakId] : kUnknown;
 }
 
+bool IsFit(const ReportedPeak& peak) { return peak.row.Kind == TslBL::MZPeak::OverlapPeak; }
+
 double ScatterError(const CSSeriesInfo& series, std::size_t charges) {
   if (charges < kLeastToScatter) return kUnknown;
   return series.StdDev / std::sqrt(static_cast<double>(charges));
@@ -74,13 +81,18 @@ double ScatterError(const CSSeriesInfo& series, std::size_t charges) {
 
 }  // namespace
 
-MassErrors::MassErrors(const TslBL::DeconSpectrum& spectrum, const std::vector<ReportedPeak>& peaks)
-    : spectrum_(spectrum), peaks_(peaks), ofIsotopes_(IsotopeScatter(spectrum)) {}
+MassErrors::MassErrors(const TslBL::DeconSpectrum& spectrum, const std::vector<ReportedPeak>& peaks,
+                       const PeakShares& shares)
+    : spectrum_(spectrum), peaks_(peaks), shares_(shares), ofIsotopes_(IsotopeScatter(spectrum)) {}
 
 SeriesMass MassErrors::Of(const CSSeriesInfo& series, const std::vector<double>& means) const {
   if (series.Series.Type == TslBL::CSSeries::Resolved)
     return {series.AvgMass, OfResolved(series), series.StdDev};
-  return OfUnresolved(series, means);
+  CSSeriesInfo own = series;
+  std::erase_if(own.Peaks,
+                [this](const CSSeriesPeakInfo& member) { return shares_.IsShared(member.PeakId); });
+  const bool isEnough = own.Peaks.size() >= kLeastToScatter && own.Peaks.size() < series.Peaks.size();
+  return OfUnresolved(isEnough ? own : series, means, isEnough);
 }
 
 double MassErrors::IntensityOf(const ReportedPeak& peak) const {
@@ -97,26 +109,59 @@ double MassErrors::WeightOf(const ReportedPeak& peak) const {
 }
 
 // By the library's own mean over the same peaks. Those whose mean is not known are as skew as the others.
-SeriesMass MassErrors::OfUnresolved(const CSSeriesInfo& series, const std::vector<double>& means) const {
-  const Skew skew = SkewOf(series, means);
+SeriesMass MassErrors::OfUnresolved(const CSSeriesInfo& series, const std::vector<double>& means,
+                                    bool isPart) const {
+  const Skew skew = means.empty() ? Skew() : SkewOf(series, means);
   std::vector<TslMath::IonPeak> peaks;
   std::vector<std::size_t> members;
+  double ofFits = 0.0;
   for (const CSSeriesPeakInfo& member : series.Peaks) {
     const ReportedPeak& peak = peaks_.at(member.PeakId);
-    const double mean = MeanOf(member, means);
-    const double off = std::isnan(mean) ? skew.mass / member.Charge : skew.share * (mean - member.MZ);
+    double off = 0.0;
+    if (IsFit(peak) && !means.empty()) {
+      off = kSkewOfFit * series.AvgMass / VarianceOf(member, series.AvgMass) / member.Charge;
+      ofFits += member.Charge * off / static_cast<double>(series.Peaks.size());
+    } else {
+      const double mean = MeanOf(member, means);
+      const bool isMeasured = skew.share != 0.0 && !std::isnan(mean);
+      off = isMeasured ? skew.share * (mean - member.MZ) : skew.mass / member.Charge;
+    }
     members.push_back(peaks.size());
-    peaks.push_back(
-        {member.MZ + off, IntensityOf(peak), peak.row.Area, peak.row.Signal2Noise, peak.row.Resolution});
+    peaks.push_back(IonPeakOf(member, off));
   }
   TslMath::UnresolvedPrefs prefs;
   prefs.carrierMass = spectrum_.CSParams.GetAdductIonInfo().AvgMass;
   const auto again = TslMath::RecalculateSeries(peaks, prefs, series.AvgMass, members);
   const bool isTold = again && members.size() >= kLeastToScatter && again->standardError > 0.0;
   const double error = isTold ? again->standardError : kUnknown;
-  const double doubt = means.empty() ? kTopOrMean * SkewOfIsotopes(series) : kSkewKnown * skew.mass;
-  if (!again || skew.mass == 0.0) return {series.AvgMass, std::hypot(error, doubt), series.StdDev};
+  const double doubt =
+      means.empty() ? kTopOrMean * SkewOfIsotopes(series) : std::hypot(skew.doubt, kSkewOfFitKnown * ofFits);
+  if (!again || (skew.mass == 0.0 && ofFits == 0.0 && !isPart))
+    return {series.AvgMass, std::hypot(error, doubt), series.StdDev};
   return {again->mass, std::hypot(error, doubt), again->standardDeviation};
+}
+
+// The library's rows have areas and widths of fits in points.
+TslMath::IonPeak MassErrors::IonPeakOf(const CSSeriesPeakInfo& member, double off) const {
+  const ReportedPeak& peak = peaks_.at(member.PeakId);
+  if (!IsFit(peak))
+    return {member.MZ + off, IntensityOf(peak), peak.row.Area, peak.row.Signal2Noise, peak.row.Resolution};
+  return {member.MZ + off, IntensityOf(peak), peak.area, peak.row.Signal2Noise, member.MZ / WidthOf(member)};
+}
+
+// m/z; 0 if it is not known.
+double MassErrors::WidthOf(const CSSeriesPeakInfo& member) const {
+  const ReportedPeak& peak = peaks_.at(member.PeakId);
+  if (IsFit(peak)) {
+    const TslBL::OverlapPeakInfo& fit = spectrum_.overlapPeaks.at(member.PeakId - spectrum_.QNumPeaks());
+    return std::abs(fit.FWHM) * MzPerPoint(spectrum_, fit);
+  }
+  return peak.row.Resolution > 0.0 ? member.MZ / peak.row.Resolution : 0.0;
+}
+
+double MassErrors::VarianceOf(const CSSeriesPeakInfo& member, double mass) const {
+  const double sigma = member.Charge * WidthOf(member) / kWidthOfSigma;
+  return std::max(sigma * sigma, kIsotopeVariance * mass);
 }
 
 double MassErrors::SkewOfIsotopes(const CSSeriesInfo& series) const {
@@ -133,34 +178,41 @@ double MassErrors::SkewOfIsotopes(const CSSeriesInfo& series) const {
 
 MassErrors::Skew MassErrors::SkewOf(const CSSeriesInfo& series, const std::vector<double>& means) const {
   double weights = 0.0;
-  double measured = 0.0;
   double ofIsotopes = 0.0;
+  double weightsOfKnown = 0.0;
+  double measured = 0.0;
+  double ofIsotopesOfKnown = 0.0;
   std::size_t known = 0;
+  std::size_t all = 0;
   for (const CSSeriesPeakInfo& member : series.Peaks) {
-    const double mean = MeanOf(member, means);
     const ReportedPeak& peak = peaks_.at(member.PeakId);
-    if (std::isnan(mean) || !(peak.row.Resolution > 0.0)) continue;
-    ++known;
+    if (IsFit(peak) || !(peak.row.Resolution > 0.0)) continue;
+    ++all;
     const double weight = IntensityOf(peak);
-    const double sigma = member.Charge * member.MZ / peak.row.Resolution / kWidthOfSigma;
+    const double expected = weight * kIsotopeSkew * series.AvgMass / VarianceOf(member, series.AvgMass);
     weights += weight;
+    ofIsotopes += expected;
+    const double mean = MeanOf(member, means);
+    if (std::isnan(mean)) continue;
+    ++known;
+    weightsOfKnown += weight;
     measured += weight * member.Charge * (mean - member.MZ);
-    ofIsotopes += weight * kIsotopeSkew * series.AvgMass / (sigma * sigma);
+    ofIsotopesOfKnown += expected;
   }
-  if (2 * known <= series.Peaks.size() || !(weights > 0.0) || measured == 0.0) return {};
+  if (!(weights > 0.0)) return {};
+  if (2 * known <= all) return {ofIsotopes / weights, 0.0, kSkewOfIsotopesKnown * ofIsotopes / weights};
+  if (measured == 0.0) return {};
   // Below 0 it is noise, which must not count on one side alone.
-  const double most = kMostOfIsotopes * ofIsotopes;
+  const double most = kMostOfIsotopes * ofIsotopesOfKnown;
   const double taken = std::clamp(measured, -most, most);
-  return {taken / weights, taken / measured};
+  return {taken / weightsOfKnown, taken / measured, std::abs(kSkewKnown * taken / weightsOfKnown)};
 }
 
 double MassErrors::OfMerging(const CSSeriesInfo& series) const {
   double widest = 0.0;  // in isotopes
   for (const CSSeriesPeakInfo& member : series.Peaks) {
-    if (peaks_.at(member.PeakId).row.Kind != TslBL::MZPeak::OverlapPeak) continue;
-    const TslBL::OverlapPeakInfo& fit = spectrum_.overlapPeaks.at(member.PeakId - spectrum_.QNumPeaks());
-    const double width = std::abs(fit.FWHM) * MzPerPoint(spectrum_, fit);
-    widest = std::max(widest, width * member.Charge / kIsotopeSpacing);
+    if (!IsFit(peaks_.at(member.PeakId))) continue;
+    widest = std::max(widest, WidthOf(member) * member.Charge / kIsotopeSpacing);
   }
   return kMergedError * std::max(widest - kMerged, 0.0);
 }

@@ -1,8 +1,10 @@
 #pragma once
 // How well the peaks of a series determine its mass.
 
+#include <tool/commands/decon/PeakShares.h>
 #include <tool/commands/peaks/ReportedPeak.h>
 #include <tslbl/chargestate/DeconSpectrum.h>
+#include <tslbl/closed/math/chargestate/IonPeak.h>
 #include <vector>
 
 namespace TslTool {
@@ -18,8 +20,10 @@ struct SeriesMass {
 //
 // An unresolved series of three peaks or more is told by how their masses scatter; its mass is that of the
 // means of its peaks where these are known (PeakMeans.h), as far as isotopes can make them differ from the
-// positions, as adducts make peaks skew, too; 3 percent of what this makes is added to its error. In a list
-// of peaks the difference is not known, and adds to the error.
+// positions, as adducts make peaks skew, too; 3 percent of what this makes is added to its error. Where lines
+// run into each other, so that most means are not known, it is what isotopes make, and a quarter of that is
+// added. In a list of peaks the difference is not known, and adds to the error. Peaks that another series has
+// as well lie between both: where three are left without them, these tell mass, error and deviation.
 //
 // In a resolved one the standard errors of the peaks' m/z add up, as the peaks do in the mean; where its
 // charges differ by more than that, the error grows with them (R. Birge, The calculation of errors by the
@@ -29,21 +33,30 @@ struct SeriesMass {
 // how badly isotopes are taken apart whose tops have merged.
 class MassErrors {
  public:
-  // `peaks` are all of the spectrum, by their ids. Both must outlive it.
-  MassErrors(const TslBL::DeconSpectrum& spectrum, const std::vector<ReportedPeak>& peaks);
+  // `peaks` are all of the spectrum, by their ids. All three must outlive it.
+  MassErrors(const TslBL::DeconSpectrum& spectrum, const std::vector<ReportedPeak>& peaks,
+             const PeakShares& shares);
 
   // `means` are the mean m/z of the peaks, which belong to an average mass; NaN where they are not known, and
   // none of a list of peaks.
   SeriesMass Of(const TslBL::CSSeriesInfo& series, const std::vector<double>& means = {}) const;
 
  private:
-  SeriesMass OfUnresolved(const TslBL::CSSeriesInfo& series, const std::vector<double>& means) const;
-  // By how much the means of a series lie above its positions as far as isotopes make them so, Da, and what
-  // share that is of all; 0 where most peaks do not tell it.
+  // `isPart`: of the series as the library has it.
+  SeriesMass OfUnresolved(const TslBL::CSSeriesInfo& series, const std::vector<double>& means,
+                          bool isPart) const;
+  // By how much the means of a series' data peaks lie above their positions as far as isotopes make them so,
+  // Da, what share that is of what was measured, and how sure it is, Da. Where most means are not known it is
+  // that of isotopes alone, for all.
   struct Skew {
     double mass = 0.0;
     double share = 0.0;
+    double doubt = 0.0;
   };
+  TslMath::IonPeak IonPeakOf(const TslBL::CSSeriesPeakInfo& member, double off) const;
+  double WidthOf(const TslBL::CSSeriesPeakInfo& member) const;
+  // Of a line, Da times Da; that of its isotopes at least.
+  double VarianceOf(const TslBL::CSSeriesPeakInfo& member, double mass) const;
   Skew SkewOf(const TslBL::CSSeriesInfo& series, const std::vector<double>& means) const;
   double SkewOfIsotopes(const TslBL::CSSeriesInfo& series) const;
   double OfResolved(const TslBL::CSSeriesInfo& series) const;
@@ -54,6 +67,7 @@ class MassErrors {
 
   const TslBL::DeconSpectrum& spectrum_;
   const std::vector<ReportedPeak>& peaks_;
+  const PeakShares& shares_;
   double ofIsotopes_;  // relative to m/z
 };
 

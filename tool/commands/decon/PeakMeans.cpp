@@ -89,10 +89,10 @@ double MeanOf(const Spectrum& spectrum, const PeakInfo& peak) {
 
 std::vector<double> PeakMeans(const LoadedSpectrum& loaded) {
   const Spectrum& spectrum = *loaded.spectrum;
-  std::vector<double> means(spectrum.peaks.size(), std::numeric_limits<double>::quiet_NaN());
   const std::size_t points = spectrum.yAxis.size();
-  if (!IsFromUpperHalf(loaded) || spectrum.xAxis.size() != points || spectrum.baseline.size() != points)
-    return means;
+  if (!IsFromUpperHalf(loaded)) return {};
+  std::vector<double> means(spectrum.peaks.size(), std::numeric_limits<double>::quiet_NaN());
+  if (spectrum.xAxis.size() != points || spectrum.baseline.size() != points) return means;
   for (std::size_t i = 0; i < means.size(); ++i) {
     const PeakInfo& peak = spectrum.peaks[i];
     if (peak.overlapGroup == TslBL::NoOverlapGroupId && peak.endIdx < points)

@@ -14,7 +14,7 @@ namespace TslTool {
 // Edgeworth to its first term).
 //
 // For each row of the spectrum's peaks; NaN where a peak does not reach down to a fifth of its height between
-// its limits, and for all where the chain does not take positions from the upper half of peaks.
+// its limits. Empty where the chain does not take positions from the upper half of peaks, and of a list.
 std::vector<double> PeakMeans(const LoadedSpectrum& loaded);
 
 }  // namespace TslTool

@@ -3,6 +3,7 @@
 #include <tool/commands/decon/CountErrors.h>
 #include <tool/commands/decon/MassErrors.h>
 #include <tool/commands/decon/PeakMeans.h>
+#include <tool/commands/decon/PeakShares.h>
 #include <tool/commands/peaks/ReportedPeak.h>
 #include <tslbl/closed/common/Text.h>
 #include <algorithm>
@@ -23,6 +24,14 @@ double IntensityOf(const DeconSpectrum& spectrum, const ReportedPeak& peak, bool
   return isPeakList ? peak.row.Area : peak.area;
 }
 
+std::vector<double> IntensitiesOf(const DeconSpectrum& spectrum, const std::vector<ReportedPeak>& peaks,
+                                  bool isPeakList) {
+  std::vector<double> intensities;
+  intensities.reserve(peaks.size());
+  for (const ReportedPeak& peak : peaks) intensities.push_back(IntensityOf(spectrum, peak, isPeakList));
+  return intensities;
+}
+
 SeriesRow RowOf(const DeconSpectrum& spectrum, std::uint32_t index, const SeriesMass& mass,
                 double countError) {
   const CSSeriesInfo& series = spectrum.Series[index];
@@ -39,12 +48,14 @@ SeriesRow RowOf(const DeconSpectrum& spectrum, std::uint32_t index, const Series
           {}};
 }
 
-// By the rows of the peak table.
+// By the rows of the peak table. Where nothing tells by how much positions lie off the means, they stand for
+// them.
 std::vector<double> MeansOfRows(const LoadedSpectrum& loaded, const std::vector<ReportedPeak>& rows) {
   const std::vector<double> ofPeaks = PeakMeans(loaded);
   std::vector<double> means(rows.size(), std::numeric_limits<double>::quiet_NaN());
   for (std::size_t i = 0; i < rows.size(); ++i)
-    if (rows[i].row.Kind != TslBL::MZPeak::OverlapPeak) means[i] = ofPeaks.at(rows[i].row.PeakId);
+    if (rows[i].row.Kind != TslBL::MZPeak::OverlapPeak)
+      means[i] = ofPeaks.empty() ? rows[i].row.Mass : ofPeaks.at(rows[i].row.PeakId);
   return means;
 }
 
@@ -57,7 +68,8 @@ const DeconSpectrum& DeconvolvedOf(const LoadedSpectrum& loaded) {
 std::vector<SeriesRow> SeriesRows(const LoadedSpectrum& loaded) {
   const DeconSpectrum& spectrum = DeconvolvedOf(loaded);
   const std::vector<ReportedPeak> peaks = ReportedPeaks(loaded);
-  const MassErrors errors(spectrum, peaks);
+  const PeakShares shares(spectrum, IntensitiesOf(spectrum, peaks, loaded.isPeakList));
+  const MassErrors errors(spectrum, peaks, shares);
   const std::vector<double> means = loaded.isPeakList ? std::vector<double>() : MeansOfRows(loaded, peaks);
   const std::vector<double> countErrors = CountErrors(spectrum, peaks);
   std::vector<SeriesRow> rows;
@@ -66,8 +78,10 @@ std::vector<SeriesRow> SeriesRows(const LoadedSpectrum& loaded) {
     const CSSeriesInfo& series = spectrum.Series[i];
     if (series.Peaks.empty()) continue;
     SeriesRow& row = rows.emplace_back(RowOf(spectrum, i, errors.Of(series, means), countErrors[i]));
-    for (const CSSeriesPeakInfo& member : series.Peaks) {
-      const double intensity = IntensityOf(spectrum, peaks.at(member.PeakId), loaded.isPeakList);
+    for (std::uint32_t k = 0; k < series.Peaks.size(); ++k) {
+      const CSSeriesPeakInfo& member = series.Peaks[k];
+      const double intensity =
+          shares.Of(i, k) * IntensityOf(spectrum, peaks.at(member.PeakId), loaded.isPeakList);
       row.peaks.push_back({member.Charge, std::size_t{member.PeakId} + 1, member.MZ, intensity});
       row.intensity += intensity;
     }

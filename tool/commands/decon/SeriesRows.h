@@ -15,7 +15,7 @@ struct MemberRow {
   std::uint32_t charge;
   std::size_t peak;  // number in the library's table, from 1
   double mz;
-  double intensity;
+  double intensity;  // of a peak that several series have, its part (PeakShares.h)
 };
 
 struct SeriesRow {

@@ -84,7 +84,22 @@ TEST_F(Decon, TakesIsotopesApartThatRunIntoEachOther) {
 TEST_F(Decon, TakesNothingApartWhereThatIsNotWantedOrSeriesOfChargesAreFound) {
   const TempFile file("peptides.txt", TextOf(CountedPeptides(0.7)));
   EXPECT_THAT(On(file.Path(), {"--no-overlap"}).err, testing::Not(HasSubstr("taken apart")));
-  EXPECT_THAT(Run({}).err, testing::Not(HasSubstr("taken apart")));
+  EXPECT_THAT(Run({}).err, testing::Not(HasSubstr("isotopes overlap")));
+}
+
+// Lines 0.7 m/z wide, 0.6 to 1.1 apart.
+TEST_F(Decon, TakesProteinsApartWhoseLinesRunIntoEachOther) {
+  const Protein heavier = {kLarge.mass + 13.0, 12, 22, 5000.0};
+  const TempFile file("two.txt", TextOf(CountedProteins({kLarge, heavier})));
+  const Outcome outcome = On(file.Path(), {"--format", "tsv", "--unresolved"});
+  const std::vector<Row> rows = RowsOf(outcome.out);
+  ASSERT_EQ(rows.size(), 2U) << outcome.out;
+  EXPECT_NEAR(std::stod(rows[0].at("mass")), kLarge.mass, 0.3);
+  EXPECT_NEAR(std::stod(rows[1].at("mass")), heavier.mass, 0.3);
+  EXPECT_NEAR(std::stod(rows[1].at("intensity")) / std::stod(rows[0].at("intensity")), 5.0 / 8.0, 0.05);
+  EXPECT_THAT(outcome.err, HasSubstr("lines that overlap were taken apart in 1 of 1 spectra"));
+  const Outcome whole = On(file.Path(), {"--format", "tsv", "--unresolved", "--no-overlap"});
+  EXPECT_THAT(whole.err, testing::Not(HasSubstr("taken apart")));
 }
 
 TEST_F(Decon, TakesAListOfPeaksAsItIs) {

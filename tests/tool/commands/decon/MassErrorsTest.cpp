@@ -38,7 +38,10 @@ struct Resolved {
     member.MZ = mz;
     member.IsMonoPeak = isMono;
   }
-  double Error() const { return MassErrors(spectrum, peaks).Of(series).error; }
+  double Error() const {
+    const TslTool::PeakShares none(spectrum, std::vector<double>(peaks.size(), 1.0));
+    return MassErrors(spectrum, peaks, none).Of(series).error;
+  }
 
   TslBL::DeconSpectrum spectrum;
   std::vector<ReportedPeak> peaks;
@@ -128,7 +131,10 @@ struct Unresolved {
       peak.row.Resolution = member.MZ / kLine;
     }
   }
-  TslTool::SeriesMass Mass() const { return MassErrors(spectrum, peaks).Of(series, means); }
+  TslTool::SeriesMass Mass() const {
+    const TslTool::PeakShares shares(spectrum, std::vector<double>(peaks.size(), 1.0));
+    return MassErrors(spectrum, peaks, shares).Of(series, means);
+  }
 
   TslBL::DeconSpectrum spectrum;
   std::vector<ReportedPeak> peaks;
@@ -168,11 +174,46 @@ TEST(MassErrors, PeaksWhoseMeanIsNotKnownAreAsSkewAsTheOthers) {
   EXPECT_NEAR(one.Mass().mass, Unresolved(0.2).Mass().mass, 1e-6);
 }
 
-TEST(MassErrors, WithoutTheMeansOfMostTheMassIsThatOfTheLibrary) {
-  Unresolved one(0.2);
+// 3.1e-4 * 12 000 over the variance of a line, to a quarter.
+TEST(MassErrors, WithoutTheMeansOfMostTheSkewIsThatOfIsotopes) {
+  Unresolved one(0.05);
   for (const std::size_t i : {0U, 1U, 2U}) one.means[i] = std::nan("");
-  EXPECT_EQ(one.Mass().mass, 12000.0);
-  EXPECT_EQ(one.Mass().deviation, 0.05);
+  double skew = 0.0;
+  for (const double charge : {10.0, 11.0, 12.0, 13.0, 14.0})
+    skew += 3.1e-4 * 12000.0 / std::pow(charge * kLine / 2.3548, 2.0) / 5.0;
+  EXPECT_NEAR(one.Mass().mass - Unresolved(0.0).Mass().mass, skew, 1e-4);
+  EXPECT_NEAR(one.Mass().error, std::hypot(Unresolved(0.0).Mass().error, 0.25 * skew), 1e-4);
+}
+
+// A quarter of what tops lie off.
+TEST(MassErrors, FittedLinesLieCloserToTheirMeans) {
+  Unresolved fits(0.0);
+  fits.spectrum.xAxis = {0.0, 3000.0};
+  for (std::size_t i = 0; i < fits.peaks.size(); ++i) {
+    fits.peaks[i].row.Kind = TslBL::MZPeak::OverlapPeak;
+    TslBL::OverlapPeakInfo& fit = fits.spectrum.overlapPeaks.emplace_back();
+    fit.Position = fits.series.Peaks[i].MZ / 3000.0;
+    fit.FWHM = kLine / 3000.0;
+    fits.means[i] = std::nan("");
+  }
+  const double off = fits.Mass().mass - Unresolved(0.0).Mass().mass;
+  EXPECT_NEAR(off, 0.27 * 8.0 / 31.0, 0.01);
+  EXPECT_NEAR(fits.Mass().error, std::hypot(Unresolved(0.0).Mass().error, 0.4 * off), 0.1 * off);
+}
+
+// Another series has charges 10 and 12, which lie 0.05 m/z lower for it.
+TEST(MassErrors, AreThoseOfPeaksThatNoOtherSeriesHas) {
+  const double alone = Unresolved(0.1).Mass().mass;
+  Unresolved dimer(0.1);
+  for (const std::size_t i : {0U, 2U}) {
+    dimer.series.Peaks[i].MZ -= 0.05;
+    dimer.means[i] -= 0.05;
+  }
+  EXPECT_GT(dimer.Mass().deviation, 0.2);
+  dimer.spectrum.Series = {dimer.series, dimer.series};
+  dimer.spectrum.Series[1].Peaks = {dimer.series.Peaks[0], dimer.series.Peaks[2]};
+  EXPECT_NEAR(dimer.Mass().mass, alone, 0.01);
+  EXPECT_LT(dimer.Mass().deviation, 0.001);
 }
 
 TEST(MassErrors, OfTwoChargesAreNotKnown) {
