@@ -23,6 +23,7 @@ constexpr double kManyRepeats = 0.1;  // of the points
 constexpr std::size_t kLongRun = 4;
 constexpr double kEven = 1.5;
 constexpr double kFarOff = 5.0;  // steps
+constexpr const char* kIfTotal = "if it is a total, remove it or begin it with #";
 constexpr const char* kIfHeading = "if it is a heading, remove it or begin it with #";
 
 bool Descends(const std::vector<double>& mz) {
@@ -69,6 +70,7 @@ class TextAxis {
 
   std::vector<std::string> Settle() {
     TellFarOffHeading();
+    TellFarOffTotal();
     if (Ascends(mz_)) return std::move(told_);
     RefuseSwapped();
     if (Descends(mz_)) TurnRound();
@@ -84,17 +86,31 @@ class TextAxis {
     throw InputError(file_, PlaceOf(index), reason);
   }
 
-  void TellFarOffHeading() {
-    if (mz_.size() < kFewest) return;
-    double least = mz_[2] - mz_[1], most = least;
-    for (std::size_t i = 3; i < kFewest; ++i) {
+  // The largest of the steps between so many points from here on; nothing if they are not even.
+  std::optional<double> EvenStepFrom(std::size_t begin) const {
+    double least = mz_[begin + 1] - mz_[begin], most = least;
+    for (std::size_t i = begin + 2; i < begin + kFewest - 1; ++i) {
       least = std::min(least, mz_[i] - mz_[i - 1]);
       most = std::max(most, mz_[i] - mz_[i - 1]);
     }
-    const bool isEven = least > 0 && most <= kEven * least;
-    if (isEven && mz_[1] - mz_[0] > kFarOff * most)
+    return least > 0 && most <= kEven * least ? std::optional(most) : std::nullopt;
+  }
+
+  void TellFarOffHeading() {
+    if (mz_.size() < kFewest) return;
+    if (const auto step = EvenStepFrom(1); step && mz_[1] - mz_[0] > kFarOff * *step)
       told_.push_back(fmt::format("m/z {} of {} is far off those that follow from {} on; {}", mz_[0],
                                   PlaceOf(0), mz_[1], kIfHeading));
+  }
+
+  // A spectrum may end with a single 0.
+  void TellFarOffTotal() {
+    if (mz_.size() < kFewest || amplitude_.back() == 0.0) return;
+    const std::size_t last = mz_.size() - 1;
+    if (const auto step = EvenStepFrom(last - kFewest + 1);
+        step && mz_[last] - mz_[last - 1] > kFarOff * *step)
+      told_.push_back(fmt::format("m/z {} of {} is far off those before it, which end at {}; {}", mz_[last],
+                                  PlaceOf(last), mz_[last - 1], kIfTotal));
   }
 
   void RefuseSwapped() const {

@@ -11,8 +11,9 @@
 namespace TslTool {
 
 // `lines` are those of the points. Small disorder is put in order as Axis.h says; points that descend are
-// turned round, others sorted. Returns a sentence for each, and for a first line that looks like a heading:
-// its m/z is that of the next line, or far off lines that are even.
+// turned round, others sorted. Returns a sentence for each, and for a first line that looks like a heading
+// or a last one that looks like a total: far off lines that are even; the first also if its m/z is that of
+// the next.
 //
 // Throws InputError that names the line where the points are several spectra: m/z runs through a range for a
 // second time, or many points that are out of order share an m/z; where only the first line is out of order;

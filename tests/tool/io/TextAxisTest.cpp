@@ -109,6 +109,16 @@ TEST(TextAxis, AFirstLineThatIsNoPointIsNamed) {
                           heading));
 }
 
+TEST(TextAxis, ALastLineThatIsNoPointIsNamed) {
+  const std::string text = TextOf(SpectrumRows());
+  EXPECT_THAT(
+      Read(text + "\n9000 625548\n").warnings,
+      ElementsAre("m/z 9000 of line 202 is far off those before it, which end at 99.75; if it is a total, "
+                  "remove it or begin it with #"));
+  EXPECT_THAT(Read(text + "9000 0\n").warnings, testing::IsEmpty());
+  EXPECT_THAT(Read(text + "100.75 5\n").warnings, testing::IsEmpty());
+}
+
 TEST(TextAxis, AFirstPointSomeStepsAheadIsNoHeading) {
   EXPECT_THAT(Read("48.75 1\n" + TextOf(SpectrumRows())).warnings, IsEmpty());
 }
