@@ -101,7 +101,7 @@ constexpr const char* kExamples =
     "A file of --chain may end with the command Charge State Deconvolution. Its parameters hold as\n"
     "they stand then, and the switches of charge states are refused.\n\n"
     "Columns:\n"
-    "  series     label: R or U for resolved and unresolved, and a letter, A for the first\n"
+    "  series     label: R or U for resolved and unresolved, and a letter in the order of evidence\n"
     "  mass       neutral, Da; of a resolved molecule monoisotopic, of an unresolved one average\n"
     "  mass_se    standard error of the mass, as its peaks tell; an error of the m/z axis is not in it. "
     "With\n"

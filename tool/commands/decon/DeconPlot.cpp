@@ -27,6 +27,8 @@ constexpr Stroke kEvaluated = {"#808080", 1.2};
 constexpr Stroke kMassCurve = {"#1f5fa8", 1.4};
 constexpr std::size_t kNamed = 6;  // series in the legend
 constexpr double kBeside = 0.05;   // of the range of masses
+constexpr double kAdducts = 0.01;  // of the mass
+constexpr double kFoot = 0.05;     // of the height
 constexpr double kShown = 0.02;  // least intensity, of the largest, for which the range of masses makes room
 
 // A series with its looks and its ladder.
@@ -105,20 +107,39 @@ void DrawSpectrum(Svg& svg, const LoadedSpectrum& loaded, const std::vector<Ladd
   });
 }
 
-// A trace of something small would take the room from what there is.
-Range MassesOf(const std::vector<Ladder>& ladders) {
-  Range mass;
+// As far as the curve about a mass stands out of a twentieth of its height there.
+void IncludePeakAt(double mass, const DeconSpectrum& spectrum, Range& range) {
+  range.Include(mass);
+  const std::size_t top = spectrum.QCSMassCurveIdx(mass);
+  if (top >= spectrum.MassY.size()) return;
+  const double least = kFoot * spectrum.MassY[top];
+  std::size_t left = top;
+  while (left > 0 && spectrum.MassY[left] > least) --left;
+  std::size_t right = top;
+  while (right + 1 < spectrum.MassY.size() && spectrum.MassY[right] > least) ++right;
+  range.Include(spectrum.MassX[left]);
+  range.Include(spectrum.MassX[right]);
+}
+
+// A trace of something small would take the room from what there is. A mass alone has the room of its
+// adducts.
+Range MassesOf(const DeconSpectrum& spectrum, const std::vector<Ladder>& ladders) {
+  std::vector<double> shown;
   for (const Ladder& ladder : ladders)
-    if (ladder.row.intensity >= kShown * ladders.front().row.intensity) mass.Include(ladder.row.mass);
-  return mass;
+    if (ladder.row.intensity >= kShown * ladders.front().row.intensity) shown.push_back(ladder.row.mass);
+  Range masses;
+  for (const double mass : shown) IncludePeakAt(mass, spectrum, masses);
+  if (shown.size() == 1)
+    for (const double off : {-kAdducts, kAdducts}) masses.Include((1.0 + off) * shown.front());
+  return masses.Padded(kBeside);
 }
 
 void DrawMasses(Svg& svg, const DeconSpectrum& spectrum, const std::vector<Ladder>& ladders) {
-  const Range masses = MassesOf(ladders);
+  const Range masses = MassesOf(spectrum, ladders);
   Range density;
   density.Include(0.0);
   density.Include(spectrum.MassY);
-  const Axes axes(kMasses, masses.Padded(kBeside), density.Padded(0.1));
+  const Axes axes(kMasses, masses, density.Padded(0.1));
   axes.Draw(svg, "mass, Da", "");
   DrawTitle(svg, kMasses, ladders.empty() ? "no series found" : "deconvolved");
   svg.Clipped(axes.Area(), [&] {

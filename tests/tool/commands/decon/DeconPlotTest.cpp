@@ -47,10 +47,18 @@ TEST(DeconPlot, HasNoRoomForATraceFarAway) {
   const std::string alone = DeconPlot(WithSeries(PeptideList()), "", {});
   const std::string withTrace = DeconPlot(WithSeries(PeptideList({{700.4, 1, 5.0}, kPeptide})), "", {});
   EXPECT_THAT(withTrace, HasSubstr(">RB 700.40"));
-  for (const char* tick : {">1480<", ">1500<", ">1520<"}) {
+  for (const char* tick : {">1490<", ">1500<", ">1510<"}) {
     EXPECT_THAT(alone, HasSubstr(tick));
     EXPECT_THAT(withTrace, HasSubstr(tick));
   }
+}
+
+// Two masses 40 Da apart, in lines that make the curve 12 Da wide at half height.
+TEST(DeconPlot, HasRoomForAllOfThePeaksOfTheMassCurve) {
+  const Protein heavier = {kLarge.mass + 40.0, 12, 22, 5000.0};
+  const std::string plot =
+      DeconPlot(WithSeries(WithProteinPeaks(CountedProteins({kLarge, heavier}))), "", {});
+  for (const char* tick : {">16940<", ">16960<", ">16980<", ">17000<"}) EXPECT_THAT(plot, HasSubstr(tick));
 }
 
 TEST(DeconPlot, SaysThatThereIsNothing) {

@@ -35,9 +35,9 @@ struct UnresolvedPrefs {
 // `accuracy` apart or more (199 and less with 1000 ppm), and followed to higher ones as far as their own
 // scatter tells places apart, at most 400; 400 peaks are tried as a start, the strongest. What has two or
 // three times the mass of a series found, and shares its charges, needs three peaks of its own; what has half
-// or a third, and no peak that the series has not, stands behind all others if the intensities show it
-// (HiddenPart.h). Rows whose m/z or intensity is not finite and above 0 are left out. Indexes are those of
-// `peaks`, in any order.
+// or a third, and no peak that the series has not, stands behind all others if the intensities show it.
+// Rows whose m/z or intensity is not finite and above 0 are left out. Indexes are those of `peaks`, in any
+// order.
 //
 // Throws std::invalid_argument for preferences that say nothing: masses, carrier or accuracy that are not
 // finite, an accuracy or lowest mass that is not above 0, masses that cross, gaps below 0. Of any list the
