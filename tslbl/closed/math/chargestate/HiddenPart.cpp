@@ -20,7 +20,7 @@ constexpr double kOfMedianStep = 1.0484;  // standard deviations in the median s
 // Natural logarithms of the intensities from the lowest charge to the highest.
 std::vector<double> LogIntensities(const ChargeSeries& series, std::span<const IonPeak> peaks) {
   const std::int32_t first = series.members.front().charge;
-  const auto charges = static_cast<std::size_t>(series.members.back().charge - first + 1);
+  const std::size_t charges = static_cast<std::size_t>(series.members.back().charge - first) + 1;
   double least = peaks[series.members.front().peak].intensity;
   for (const SeriesMember& member : series.members) least = std::min(least, peaks[member.peak].intensity);
   std::vector<double> logs(charges, std::log(least));
