@@ -1,6 +1,7 @@
 #include <tool/commands/peaks/CountVariance.h>
 
 #include <tool/chain/Lift.h>
+#include <tool/commands/peaks/ClippedNoise.h>
 #include <tool/commands/peaks/CutNoise.h>
 #include <tool/commands/peaks/SignalNoise.h>
 #include <tool/io/CountStep.h>
@@ -17,6 +18,10 @@ constexpr double kManyCounts = 300.0;  // in three points
 constexpr double kLeastCounts = 0.5;   // in three points, for the scatter between them to tell
 constexpr std::size_t kTellingPoints = 30;
 constexpr double kCloseAgreement = 1.33;
+// In peaks there are few points, and each tells little of how its neighbours scatter.
+constexpr double kFarAgreement = 3.0;
+constexpr std::size_t kTellingPointsOfPeaks = 120;
+constexpr double kRangeOfPeaks = 30.0;
 constexpr std::size_t kMostAveraged = 9;
 // Points beside a peak on which its spline depends.
 constexpr std::size_t kAroundPeak = 12;
@@ -64,13 +69,15 @@ struct Scatter {
   std::size_t points = 0;
 };
 
-Scatter ScatterOf(const std::vector<double>& y, double step, const Differences& differences) {
+// Of the points with `least` counts or more.
+Scatter ScatterOf(const std::vector<double>& y, double step, const Differences& differences,
+                  double least = kLeastCounts) {
   const std::vector<double>& factors = differences.factors;
   const std::size_t half = factors.size() / 2;
   Scatter scatter;
   for (std::size_t i = half; i + half < y.size(); ++i) {
     const double counts = (y[i - 1] + y[i] + y[i + 1]) / step;
-    if (counts < kLeastCounts || counts > differences.most) continue;
+    if (counts < least || counts > differences.most) continue;
     double difference = 0.0;
     for (std::size_t k = 0; k < factors.size(); ++k) {
       const double here = y[i + k - half] / step;
@@ -98,6 +105,15 @@ bool IsSmootherThanCounts(const std::vector<double>& y, double step) {
   const double everyOther = 3.0 * TslMath::Median(y) / step;
   const Scatter scatter = ScatterOf(y, step, {{1.0, -2.0, 1.0}, std::max(everyOther, kManyCounts)});
   return scatter.points >= kTellingPoints && scatter.expected > kAgreement * scatter.found;
+}
+
+// Numbers of a converter scatter in peaks as beside them, also where that is as counts of the background
+// would.
+bool ArePeaksSmootherThanCounts(const std::vector<double>& y, double step) {
+  return std::ranges::any_of(TellingDifferences(), [&](const Differences& differences) {
+    const Scatter scatter = ScatterOf(y, step, differences, differences.most / kRangeOfPeaks);
+    return scatter.points >= kTellingPointsOfPeaks && scatter.expected > kFarAgreement * scatter.found;
+  });
 }
 
 // Calls use(point) for every point that a peak's errors depend on, in ascending order.
@@ -161,7 +177,9 @@ double CountAmplOf(const LoadedSpectrum& loaded, std::span<const double> filter)
   // Counts are never below 0, and above another level they do not tell their number.
   if (LiftOf(loaded.measured) > 0.0) return 0.0;
   const double step = CountStepOf(loaded.measured);
-  if (!(step > 0.0) || IsSmootherThanCounts(loaded.measured, step)) return 0.0;
+  if (!(step > 0.0) || HasClippedNoise(loaded.measured) || IsSmootherThanCounts(loaded.measured, step) ||
+      ArePeaksSmootherThanCounts(loaded.measured, step))
+    return 0.0;
   const bool areCounts =
       HasNoiseOfCounts(*loaded.spectrum, step, filter) || HasScatterOfCounts(loaded.measured, step);
   return areCounts ? step : 0.0;

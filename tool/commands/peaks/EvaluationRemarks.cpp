@@ -136,7 +136,8 @@ void EvaluationRemarks::LookAtPeaks(const LoadedSpectrum& loaded) {
     reshaped_.Add(loaded.scan, fmt::format("{}, {:.4g} high before and {:.4g} behind it", Place(lost->mz),
                                            lost->before, lost->behind));
   if (IsBackgroundStill(loaded)) still_.Add(loaded.scan);
-  if (spectrum.baselineParams.Auto && HasClippedNoise(loaded)) clipped_.Add(loaded.scan);
+  if (spectrum.baselineParams.Auto && loaded.countAmpl == 0.0 && HasClippedNoise(loaded.measured))
+    clipped_.Add(loaded.scan);
   if (const TslBL::PeakInfo* hump = HumpOf(spectrum))
     wide_.Add(loaded.scan, Place(spectrum.xAxis[hump->apexIdx]));
   if (const auto spike = SpikeAmongPeaks(loaded)) spiky_.Add(loaded.scan, Place(*spike));

@@ -93,6 +93,28 @@ TEST(ErrorBars, WholeNumbersWithAnotherNoiseAreNoCounts) {
   EXPECT_EQ(CountAmplOf(Evaluated(1.0, 0.2), kFilter), 0.0);
 }
 
+// Whole numbers of normal noise, as high as that of the counts of their background, which lines of up to
+// 20 000 leave as it is.
+TEST(ErrorBars, NumbersOfAConverterAreNoCounts) {
+  std::mt19937_64 random(3);
+  std::normal_distribution noise(5.0, std::sqrt(5.0));
+  std::poisson_distribution counts(5.0);
+  LoadedSpectrum converted = Evaluated(1.0);
+  LoadedSpectrum counted = Evaluated(1.0);
+  for (std::size_t i = 0; i < counted.measured.size(); ++i) {
+    const double u = (static_cast<double>(i % 300) - 150.0) / 4.0;
+    const double line = 20000.0 * std::exp(-0.5 * u * u);
+    converted.measured[i] = std::max(0.0, std::round(line + noise(random)));
+    counted.measured[i] = counts(random) + std::poisson_distribution(line)(random);
+  }
+  for (LoadedSpectrum* loaded : {&converted, &counted}) {
+    loaded->spectrum->baseline.assign(loaded->measured.size(), 5.0);
+    loaded->spectrum->noise.assign(loaded->measured.size(), std::sqrt(5.0));
+  }
+  EXPECT_EQ(CountAmplOf(converted, kFilter), 0.0);
+  EXPECT_EQ(CountAmplOf(counted, kFilter), 1.0);
+}
+
 TEST(ErrorBars, OtherNumbersAreNoCounts) {
   LoadedSpectrum loaded = Evaluated(1.0);
   loaded.measured[7] += 0.25;
