@@ -14,8 +14,11 @@ constexpr double kApart = 0.8;  // 1 / charge, in widths, from which on neighbou
 constexpr double kTouching = 0.5;
 constexpr double kMerged = 2.0;
 constexpr double kMostCharges = 60.0;
-constexpr double kOff = 0.25;        // of the width
-constexpr double kLeastOff = 10.0;   // ppm of m/z, as no axis is better than that for all peaks
+constexpr double kOff = 0.25;       // of the width
+constexpr double kLeastOff = 10.0;  // ppm of m/z, as no axis is better than that for all peaks
+// Share of the area that is in narrower peaks: lumps of isotopes that run together do not tell what stands
+// apart.
+constexpr double kNarrow = 0.1;
 constexpr double kNear = 0.1;        // share of neighbours that are nearer
 constexpr double kWidthOfGap = 0.4;  // of peaks that can be told apart at a distance of 1
 // ppm of mass: isotopes of one charge may be counted wrongly until its other charges are seen.
@@ -40,13 +43,13 @@ double QuantileOf(std::vector<Weighted> values, double share) {
   return 0.0;
 }
 
-double MedianWidth(const TslBL::Spectrum& spectrum) {
+double NarrowWidth(const TslBL::Spectrum& spectrum) {
   std::vector<Weighted> widths;
   for (std::uint32_t i = 0; i < spectrum.QNumPeaks(); ++i) {
     const TslBL::CurvePeak peak = TslBL::TranslateCurvePeak(spectrum, i);
     if (peak.Width > 0.0) widths.push_back({peak.Width, std::max(peak.Area, 0.0)});
   }
-  return QuantileOf(std::move(widths), 0.5);
+  return QuantileOf(std::move(widths), kNarrow);
 }
 
 // By the weaker of two neighbours, as most peaks of a list may be noise.
@@ -74,7 +77,7 @@ std::uint32_t Within(double value, void (*limits)(std::uint32_t& min, std::uint3
 
 double PeakWidthOf(const LoadedSpectrum& loaded) {
   return loaded.isPeakList ? kWidthOfGap * NearestNeighbours(*loaded.spectrum)
-                           : MedianWidth(*loaded.spectrum);
+                           : NarrowWidth(*loaded.spectrum);
 }
 
 TslBL::ChargeStateParams DerivedParams(const DeconWishes& wishes, const LoadedSpectrum& loaded) {

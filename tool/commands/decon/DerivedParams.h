@@ -7,8 +7,9 @@
 
 namespace TslTool {
 
-// How wide peaks are, m/z: the median, weighted by their area. Of a list of peaks, which has no widths, how
-// near neighbours come to each other. 0 without peaks.
+// How wide the narrow peaks are, m/z, those that a tenth of the area is in: isotopes that stand apart, of
+// which the lumps of higher charges do not tell. Of a list of peaks, which has no widths, how near neighbours
+// come to each other. 0 without peaks.
 double PeakWidthOf(const LoadedSpectrum& loaded);
 
 // What the user leaves open: the carrier by the polarity, the highest charge by the width of the peaks, as
