@@ -11,6 +11,7 @@
 #include <tool/frame/InputError.h>
 #include <algorithm>
 #include <exception>
+#include <iterator>
 #include <utility>
 
 namespace TslTool {
@@ -79,6 +80,7 @@ void ChargeStates::Run(LoadedSpectrum& loaded) {
     auto spectrum = Find(loaded);
     for (const SeriesEdit& edit : edits) EditSeries(*spectrum, edit);
     Count(*spectrum);
+    molecules_.Look(*spectrum, loaded.scan);
     loaded.spectrum = std::move(spectrum);
   } catch (...) {
     // An engine's failure is no std::exception.
@@ -144,6 +146,12 @@ void ChargeStates::Count(const DeconSpectrum& spectrum) {
   const std::lock_guard lock(mutex_);
   leastMaxCharge_ = leastMaxCharge_ == 0 ? maxCharge : std::min(leastMaxCharge_, maxCharge);
   mostMaxCharge_ = std::max(mostMaxCharge_, maxCharge);
+}
+
+std::vector<std::string> ChargeStates::Warnings() const {
+  std::vector<std::string> warnings = overlap_.Warnings();
+  std::ranges::move(molecules_.Warnings(), std::back_inserter(warnings));
+  return warnings;
 }
 
 std::string ChargeStates::Note() const {

@@ -2,6 +2,7 @@
 // How the command decon deconvolves an evaluated spectrum: the search, and the edits of its series.
 
 #include <tool/commands/decon/DeconOptions.h>
+#include <tool/commands/decon/MoleculeCheck.h>
 #include <tool/commands/decon/SeriesEdits.h>
 #include <tool/commands/overlap/Deconvolution.h>
 #include <tool/commands/peaks/ScanEdits.h>
@@ -25,8 +26,8 @@ class ChargeStates {
 
   // What was done, as in "12 series in 3 of 5 spectra; isotopes looked for at charges to 4".
   std::string Note() const;
-  // Of overlapping peaks that were taken apart.
-  std::vector<std::string> Warnings() const { return overlap_.Warnings(); }
+  // Of overlapping peaks that were taken apart, and of molecules that are of another kind.
+  std::vector<std::string> Warnings() const;
 
  private:
   std::unique_ptr<TslBL::DeconSpectrum> Find(LoadedSpectrum& loaded);
@@ -45,6 +46,7 @@ class ChargeStates {
   ScanEdits<SeriesEdit>& edits_;
   Deconvolution overlap_;  // that was asked for, or of isotopes
   Deconvolution lines_;    // of proteins
+  MoleculeCheck molecules_;
   std::atomic<std::uint64_t> spectra_ = 0;
   std::atomic<std::uint64_t> withSeries_ = 0;
   std::atomic<std::uint64_t> series_ = 0;

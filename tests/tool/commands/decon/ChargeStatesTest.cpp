@@ -5,6 +5,8 @@
 
 #include <tool/commands/decon/Proteins.h>
 #include <tool/commands/decon/SeriesRows.h>
+#include <tslbl/closed/engines/Formula.h>
+#include <tslbl/closed/engines/IsotopePattern.h>
 
 namespace tests {
 namespace {
@@ -56,6 +58,25 @@ TEST(ChargeStates, TellHowManyChanceMade) {
   states.Run(loaded);
   EXPECT_THAT(states.Note(),
               testing::ContainsRegex("; [0-9]+ of lists left out, as good ones come about by chance"));
+}
+
+TEST(ChargeStates, WarnOfNucleicAcidsThatAreTakenForProteins) {
+  const auto dna = TslMath::ParseFormula("C39 H50 N15 O22 P3");
+  const auto pattern = TslMath::MakeIsotopePattern(TslMath::ScaleToMass(dna, 6200.0), {1e-6, 0.02});
+  std::vector<double> mz;
+  std::vector<double> intensity;
+  for (const int charge : {8, 7, 6}) {
+    for (std::size_t i = 0; i < pattern.probability.size(); ++i) {
+      mz.push_back((6200.0 + pattern.mass[i]) / charge + kProton);
+      intensity.push_back(1000.0 * pattern.probability[i]);
+    }
+  }
+  Edits none("in", {}, {}, "options");
+  ChargeStates states("in", DefaultWishes(), none);
+  LoadedSpectrum loaded = PeptideList();
+  loaded.spectrum = TslTool::PeakListSpectrum(mz, intensity);
+  states.Run(loaded);
+  EXPECT_THAT(states.Warnings(), ElementsAre(HasSubstr("have the isotopes of nucleic acids")));
 }
 
 TEST(ChargeStates, LeaveOutWhatIsOutsideTheMassesAskedFor) {
